@@ -1,0 +1,100 @@
+/**
+ * @file oktvm.h
+ * @brief oktvm: elementary, transcendental and special functions over whole arrays.
+ *
+ * Every vector function takes source arrays, destination arrays and an element count, applies one function to
+ * each element in ascending order, and returns a status. There is nothing to initialise, no state between calls,
+ * and every function may run on any number of threads at once. Arrays need no particular alignment.
+ *
+ * A name gives the family, the element type and the accuracy grade: `oktsExp_64f_A53` is the exponential of an
+ * array of Real64 in the grade that promises all 53 significand bits. But for ErfInv on 64f and Exp and Ln on
+ * 32fc, the grades of one family and type are one routine and give the same bits.
+ *
+ * Errors (negative) are found before anything is done and leave the destination untouched. Warnings (positive)
+ * mean that all elements were computed; when several elements warn, the last one in the array decides the status.
+ *
+ * MXCSR and the x87 control word are, after each call, what they were before it.
+ *
+ * Generated from catalogue/catalogue.toml by tools/catalogue/generate.py; do not edit.
+ */
+#ifndef OKTVM_H
+#define OKTVM_H
+
+#include <stdint.h>
+
+#if defined(_WIN32)
+#if defined(OKT_BUILD)
+#define OKT_API __declspec(dllexport)
+#elif defined(OKT_STATIC)
+#define OKT_API
+#else
+#define OKT_API __declspec(dllimport)
+#endif
+#else
+#define OKT_API __attribute__((visibility("default")))
+#endif
+
+#ifdef __cplusplus
+extern "C" {
+#endif
+
+/** IEEE 754 binary32 element. */
+typedef float Real32;
+
+/** IEEE 754 binary64 element. */
+typedef double Real64;
+
+/** A pair of Real32, real part first; arrays are interleaved. */
+typedef struct Complex32 {
+    Real32 re; /**< real part */
+    Real32 im; /**< imaginary part */
+} Complex32;
+
+/** A pair of Real64, real part first; arrays are interleaved. */
+typedef struct Complex64 {
+    Real64 re; /**< real part */
+    Real64 im; /**< imaginary part */
+} Complex64;
+
+/** Result of every vector function: 0 success, negative error, positive warning. A signed 32-bit integer. */
+typedef int32_t OktStatus;
+
+/** The values of OktStatus. No other value exists. */
+enum {
+    oktStatusOk = 0,           /**< all elements computed, none warned */
+    oktStatusBadLength = -6,   /**< the element count is zero or negative; nothing was done */
+    oktStatusNullPointer = -8, /**< a pointer argument is null; nothing was done */
+    oktStatusOverflow = 12,    /**< a result overflowed */
+    oktStatusUnderflow = 17,   /**< a result underflowed */
+    oktStatusSingularity = 18, /**< an element hit a pole of the function */
+    oktStatusDomain = 19       /**< an element lay outside the function's domain */
+};
+
+/** The version record of the library; one constant instance exists. */
+typedef struct OktLibraryVersion {
+    int32_t majorVersion;    /**< major version number */
+    int32_t minorVersion;    /**< minor version number */
+    int32_t buildMajor;      /**< build number */
+    int32_t buildCounter;    /**< counter of builds */
+    char cpuTag[4];          /**< tag of the processor level, NUL-filled */
+    const char* fileName;    /**< file name of the library */
+    const char* versionText; /**< version and build as text */
+    const char* buildDate;   /**< date of the build line */
+} OktLibraryVersion;
+
+/**
+ * @brief The library's version record.
+ *
+ * Never fails, touches no floating-point state, and gives the same pointer at every call.
+ *
+ * @return the constant record; the caller neither writes through it nor frees it
+ */
+OKT_API const OktLibraryVersion* oktvmGetLibVersion(void);
+
+
+
+#ifdef __cplusplus
+}
+#endif
+
+#endif

@@ -1,0 +1,252 @@
+#!/usr/bin/env python3
+"""Derives every list of exported names from catalogue/catalogue.toml.
+
+    generate.py header  OUT   include/oktvm.h
+    generate.py docs    OUT   docs/catalogue.md
+    generate.py build   DIR   exports.h, oktvm.map, oktvmmx.def, export_list.inc
+
+A file is only rewritten when its contents change, so that nothing is rebuilt for no reason.
+"""
+import pathlib
+import sys
+import tomllib
+
+ROOT = pathlib.Path(__file__).resolve().parents[2]
+CATALOGUE = ROOT / "catalogue" / "catalogue.toml"
+TEMPLATE = pathlib.Path(__file__).resolve().parent / "oktvm.h.in"
+
+ELEMENT = {"32f": "Real32", "64f": "Real64", "32fc": "Complex32", "64fc": "Complex64"}
+PART = {"Complex32": "Real32", "Complex64": "Real64"}
+FRAME = {
+    "plain": "plain",
+    "mxcsr": "mxcsr",
+    "x87-53": "x87_53",
+    "x87-64": "x87_64",
+    "double-guard": "doubleGuard",
+}
+VERSION_QUERY = "oktvmGetLibVersion"
+
+
+class Routine:
+    """One routine and the names it is exported under."""
+
+    def __init__(self, family, row):
+        self.family = family["name"]
+        self.form = family["form"]
+        self.type = row["type"]
+        self.grades = row["grades"].split()
+        self.frame = row["frame"]
+        self.warnings = row["warnings"].split()
+        self.built = row["built"]
+        element = ELEMENT[self.type]
+        # Abs and Arg of a complex source give a real destination, CIS of a real source a complex one.
+        self.source = PART[element] if self.family == "CIS" else element
+        self.destination = PART.get(element, element) if self.family in ("Abs", "Arg") else element
+
+    @property
+    def names(self):
+        stem = f"okts{self.family}_{self.type}"
+        return [f"{stem}_{grade}" for grade in self.grades] or [stem]
+
+    def parameters(self):
+        src, dst = self.source, self.destination
+        return {
+            "U": [f"const {src}* src", f"{dst}* dst"],
+            "B": [f"const {src}* src1", f"const {src}* src2", f"{dst}* dst"],
+            "S": [f"const {src}* src", f"{src} scalar", f"{dst}* dst"],
+            "D": [f"const {src}* src", f"{dst}* dst1", f"{dst}* dst2"],
+        }[self.form] + ["int32_t len"]
+
+
+def load():
+    families = tomllib.loads(CATALOGUE.read_text())["family"]
+    for family in families:
+        family["rows"] = [Routine(family, row) for row in family["routines"]]
+    return families
+
+
+def exported_names(families, built_only=True):
+    names = [n for f in families for r in f["rows"] if r.built or not built_only for n in r.names]
+    return sorted(names + [VERSION_QUERY], key=lambda name: name.encode())
+
+
+ARGUMENT_TEXT = {
+    "src": "source array of len {source}",
+    "src1": "first source array of len {source}",
+    "src2": "second source array of len {source}",
+    "scalar": "scalar {source}, the same for every element",
+    "dst": "destination array of len {destination}",
+    "dst1": "first destination array of len {destination}",
+    "dst2": "second destination array of len {destination}",
+    "len": "number of elements, 1 or more",
+}
+
+
+def doxygen(family, routine):
+    """The comment of the first name of a routine; the other grades refer to it."""
+    lines = ["/**", f" * @brief {family['summary'][0].upper() + family['summary'][1:]}, for each element."]
+    text = family.get("doc", "").strip()
+    if text:
+        lines.append(" *")
+        lines += [(" * " + line).rstrip() for line in text.splitlines()]
+    lines.append(" *")
+    for parameter in routine.parameters():
+        name = parameter.split()[-1]
+        direction = "out" if name.startswith("dst") else "in"
+        what = ARGUMENT_TEXT[name].format(source=routine.source, destination=routine.destination)
+        lines.append(f" * @param[{direction}] {name} {what}")
+    statuses = ["oktStatusOk", "oktStatusBadLength", "oktStatusNullPointer"]
+    statuses += ["oktStatus" + warning for warning in routine.warnings]
+    lines.append(" * @return " + ", ".join(statuses))
+    lines.append(" */")
+    return lines
+
+
+def header(families):
+    body = []
+    for group in dict.fromkeys(f["group"] for f in families):
+        slug = "".join(word.capitalize() for word in group.split())
+        members = [f for f in families if f["group"] == group and any(r.built for r in f["rows"])]
+        if not members:
+            continue
+        body += [f"/** @defgroup {slug} {group}", " *  @{ */", ""]
+        for family in members:
+            for routine in family["rows"]:
+                if not routine.built:
+                    continue
+                body += doxygen(family, routine)
+                first = routine.names[0]
+                arguments = ", ".join(routine.parameters())
+                for name in routine.names:
+                    if name != first:
+                        body.append(f"/** @copydoc {first} */")
+                    body.append(f"OKT_API OktStatus {name}({arguments});")
+                body.append("")
+        body += ["/** @} */", ""]
+    return TEMPLATE.read_text().replace("@FUNCTIONS@", "\n".join(body).rstrip())
+
+
+def docs(families):
+    names = exported_names(families)
+    out = [
+        "# Catalogue",
+        "",
+        "<!-- Generated from catalogue/catalogue.toml; do not edit. -->",
+        "",
+        f"{len(names)} of {len(exported_names(families, built_only=False))} exported names are built.",
+        "A cell names the grades of one routine; a cell in brackets is not built yet.",
+        "",
+        "| Family | What it computes | Form | `32f` | `64f` | `32fc` | `64fc` | Warnings |",
+        "| --- | --- | --- | --- | --- | --- | --- | --- |",
+    ]
+    for family in families:
+        cells = []
+        for element in ELEMENT:
+            rows = [r for r in family["rows"] if r.type == element]
+            cell = ", ".join(
+                ("{}" if r.built else "({})").format(" ".join(r.grades) or "no grade") for r in rows
+            )
+            cells.append(cell or "-")
+        warnings = dict.fromkeys(w for r in family["rows"] for w in r.warnings)
+        out.append(
+            f"| {family['name']} | {family['summary']} | {family['form']} | "
+            + " | ".join(cells)
+            + f" | {', '.join(warnings) or '-'} |"
+        )
+    return "\n".join(out) + "\n"
+
+
+def exports_macros(families):
+    """OKT_EXPORT(Family, type, routine) defines every name of a routine, one body for all of them."""
+    out = ["// Generated from catalogue/catalogue.toml; do not edit.", "#pragma once", ""]
+    for family in families:
+        for routine in family["rows"]:
+            key = f"{routine.family}_{routine.type}"
+            alone = sum(r.type == routine.type for r in family["rows"]) == 1
+            if not alone:
+                key += f"_{routine.grades[0]}"
+            first, *others = routine.names
+            parameters = ", ".join(routine.parameters())
+            arguments = ", ".join(p.split()[-1] for p in routine.parameters())
+            body = [
+                f'extern "C" OKT_API OktStatus {first}({parameters}) {{ return routine({arguments}); }}'
+            ]
+            body += [f'extern "C" OKT_API OktStatus {n}({parameters}) OKT_ALIAS({first});' for n in others]
+            out.append(f"#define OKT_EXPORT_{key}(routine) \\")
+            out.append(" \\\n".join("    " + line for line in body))
+    return "\n".join(out) + "\n"
+
+
+def version_script(families):
+    names = "".join(f"        {name};\n" for name in exported_names(families))
+    return f"{{\n    global:\n{names}    local:\n        *;\n}};\n"
+
+
+def module_definition(families):
+    names = exported_names(families)
+    return "EXPORTS\n" + "".join(f"    {name} @{i}\n" for i, name in enumerate(names, 1))
+
+
+def export_list(families):
+    """One OKT_EXPORT_ROW a built name, for the registry of the tests and tools."""
+    out = ["// Generated from catalogue/catalogue.toml; do not edit."]
+    routine_number = 0
+    for family in families:
+        for routine in family["rows"]:
+            if not routine.built:
+                continue
+            for index, name in enumerate(routine.names):
+                grade = routine.grades[index] if routine.grades else ""
+                warnings = " | ".join("warns" + w for w in routine.warnings) or "warnsNothing"
+                out.append(
+                    f'OKT_EXPORT_ROW({name}, "{routine.family}", "{routine.type}", "{grade}", {routine.form}, '
+                    f"{FRAME[routine.frame]}, {routine.source}, {routine.destination}, {warnings}, {routine_number})"
+                )
+            routine_number += 1
+    return "\n".join(out) + "\n"
+
+
+def all_names(families):
+    """One OKT_CATALOGUE_ROW a family and type, built or not, for listings."""
+    out = ["// Generated from catalogue/catalogue.toml; do not edit."]
+    for family in families:
+        for routine in family["rows"]:
+            for name in routine.names:
+                built = "true" if routine.built else "false"
+                summary = family["summary"].replace('"', '\\"')
+                out.append(
+                    f'OKT_CATALOGUE_ROW("{name}", "{routine.family}", "{routine.type}", "{family["group"]}", '
+                    f'"{routine.form}", "{routine.frame}", "{" ".join(routine.warnings)}", "{summary}", {built})'
+                )
+    return "\n".join(out) + "\n"
+
+
+def write(path, text):
+    path = pathlib.Path(path)
+    path.parent.mkdir(parents=True, exist_ok=True)
+    if not path.exists() or path.read_text() != text:
+        path.write_text(text)
+
+
+def main(arguments):
+    if len(arguments) != 2:
+        sys.exit(__doc__)
+    kind, target = arguments
+    families = load()
+    if kind == "header":
+        write(target, header(families))
+    elif kind == "docs":
+        write(target, docs(families))
+    elif kind == "build":
+        directory = pathlib.Path(target)
+        write(directory / "exports.h", exports_macros(families))
+        write(directory / "oktvm.map", version_script(families))
+        write(directory / "oktvmmx.def", module_definition(families))
+        write(directory / "export_list.inc", export_list(families))
+        write(directory / "catalogue_list.inc", all_names(families))
+    else:
+        sys.exit(__doc__)
+
+
+if __name__ == "__main__":
+    main(sys.argv[1:])
