@@ -60,11 +60,18 @@ inline Real80 fromFields(std::uint64_t significand, int exponent) {
     return x;
 }
 
+// Keeps the compiler from making a compare with zero in Real64, where denormals-are-zero would act on it.
+inline Real80 loaded(Real64 part) {
+    Real80 x = part;
+    asm volatile("" : "+t"(x));
+    return x;
+}
+
 inline Real64 modulusOf(Complex64 z) {
     Real64 special;
     if (modulus::special(z.re, z.im, special)) return special;
-    const Real80 x = z.re;
-    const Real80 y = z.im;
+    const Real80 x = loaded(z.re);
+    const Real80 y = loaded(z.im);
     if (x == 0.0L && y == 0.0L) return 0.0;
     const Real80 s = x * x + y * y;
 
