@@ -10,7 +10,8 @@
 
 namespace okt::tables {
 
-// 114 rows of head and tail of arctan c, c = 2^(floor(i/2) - 3) (1.25 + 0.5 (i mod 2)); the head has 26 bits.
+// 114 rows of head and tail of arctan c, c = 2^(floor(i/2) - 3) (1.25 + 0.5 (i mod 2));
+// the head has 26 bits.
 alignas(64) inline constexpr Real64 atanPairTable[228] = {
     0x1.3d6eee8000000p-3, 0x1.8cc4d8b0d1d86p-32,
     0x1.b90d750000000p-3, 0x1.493051022f622p-30,

@@ -284,7 +284,8 @@ emit(
             "atanPairTable",
             "Real64",
             flat(atan_pairs()),
-            "114 rows of head and tail of arctan c, c = 2^(floor(i/2) - 3) (1.25 + 0.5 (i mod 2)); the head has 26 bits.",
+            "114 rows of head and tail of arctan c, c = 2^(floor(i/2) - 3) (1.25 + 0.5 (i mod 2));\n"
+            "the head has 26 bits.",
             2,
         )
     ],
