@@ -1,0 +1,16 @@
+// Bit patterns of floating-point numbers, for the models.
+#pragma once
+
+#include "oktvm.h"
+
+#include <bit>
+#include <cstdint>
+
+namespace okt::model {
+
+inline std::uint32_t asBits(Real32 value) { return std::bit_cast<std::uint32_t>(value); }
+inline std::uint64_t asBits(Real64 value) { return std::bit_cast<std::uint64_t>(value); }
+inline Real32 fromBits(std::uint32_t pattern) { return std::bit_cast<Real32>(pattern); }
+inline Real64 fromBits(std::uint64_t pattern) { return std::bit_cast<Real64>(pattern); }
+
+} // namespace okt::model
