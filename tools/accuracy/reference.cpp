@@ -1,6 +1,7 @@
 #include "reference.h"
 
 #include <algorithm>
+#include <cmath>
 #include <stdexcept>
 #include <string>
 
@@ -128,44 +129,60 @@ Complex pow(const Complex& a, const Complex& b) {
     return last;
 }
 
-// Newton's iteration from a first guess that is right to a few bits: the precision doubles as the number of correct
-// bits does, and two steps at full precision end it. correction(y) is -f(y)/f'(y).
-template <class Correction>
-Real newton(Real y, Correction correction) {
-    const mpfr_prec_t full = Real::precision + 32;
-    for (mpfr_prec_t bits = 64; bits < full; bits *= 2) {
-        const PrecisionScope scope(std::min(bits, full));
-        for (int step = 0; step < 12; ++step) {
-            const Real change = correction(y);
-            if (!change.isFinite()) return change;
-            y = y + change;
-            if (change.isZero() || change.exponent() < y.exponent() - static_cast<long>(bits) / 2 - 2) break;
-        }
-    }
-    const PrecisionScope scope(full);
-    y = y + correction(y);
-    return y + correction(y);
+Real halfRootPi() { return scaled(sqrt(pi()), -1); }
+
+// -f(y)/f'(y) for erf(y) = x, and for ln erfc(y) = ln q, which is nearly a parabola.
+Real erfCorrection(const Real& y, const Real& x) { return (x - erf(y)) * halfRootPi() * exp(square(y)); }
+Real erfcCorrection(const Real& y, const Real& q) {
+    const Real tail = erfc(y);
+    return log(tail / q) * tail * halfRootPi() * exp(square(y));
 }
 
-Real halfRootPi() { return scaled(sqrt(pi()), -1); }
+// Newton's iteration on y, whose first `correct` bits are right: each step doubles them, so a step needs that much
+// precision and no more.
+template <class Correction>
+Real newton(Real y, long correct, Correction correction) {
+    const long full = Real::precision + 32;
+    while (correct < full - 24) {
+        const PrecisionScope scope(std::min(2 * correct + 32, full));
+        y = y + correction(y);
+        correct = 2 * correct - 6;
+    }
+    return y;
+}
 
 // erf(y) = x for |x| <= 1/2, also for the smallest x.
 Real erfInvCentral(const Real& x) {
-    if (x.isZero()) return x;
-    return newton(x * halfRootPi() * (1.0 + square(x) * 0.2618),
-                  [&](const Real& y) { return (x - erf(y)) * halfRootPi() * exp(square(y)); });
+    const double rough = x.toDouble();
+    if (std::abs(rough) < 0x1p-200) {
+        const PrecisionScope scope(Real::precision + 32);
+        return x * halfRootPi();  // the next term is x^2 smaller
+    }
+    constexpr double halfRoot = 0.886226925452758;
+    double y = rough * halfRoot * (1 + 0.26 * rough * rough);
+    for (int step = 0; step < 4; ++step) y += (rough - std::erf(y)) * halfRoot * std::exp(y * y);
+    return newton(y, 44, [&](const Real& at) { return erfCorrection(at, x); });
 }
 
-// erfc(y) = q for 0 < q <= 1/2. The iteration runs on ln erfc, which is nearly a parabola, so that it converges from
-// the first term of the asymptotic series.
+// erfc(y) = q for 0 < q <= 1/2.
 Real erfcInvTail(const Real& q) {
-    const Real logQ = log(q);
-    Real guess = sqrt(-logQ);
-    if (1.0 < guess) guess = sqrt(-logQ - scaled(log(pi() * -logQ), -1));
-    return newton(guess, [&](const Real& y) {
-        const Real tail = erfc(y);
-        return log(tail / q) * tail * halfRootPi() * exp(square(y));
-    });
+    const double minusLog = -log(q).toDouble();
+    double y = std::sqrt(minusLog);
+    if (1 < y) y = std::sqrt(minusLog - 0.5 * std::log(3.14159265358979 * minusLog));  // of the asymptotic series
+    constexpr double deepest = 660;  // beyond it the double-precision erfc leaves the normal range
+    if (minusLog < deepest) {
+        for (int step = 0; step < 6; ++step) {
+            const double tail = std::erfc(y);
+            y += (std::log(tail) + minusLog) * tail * 0.886226925452758 * std::exp(y * y);
+        }
+        return newton(y, 40, [&](const Real& at) { return erfcCorrection(at, q); });
+    }
+    Real start = y;
+    {
+        const PrecisionScope scope(64);
+        for (int step = 0; step < 5; ++step) start = start + erfcCorrection(start, q);
+    }
+    return newton(start, 48, [&](const Real& at) { return erfcCorrection(at, q); });
 }
 
 Real nan() { return Real(0.0) / Real(0.0); }
