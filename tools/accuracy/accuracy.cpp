@@ -303,6 +303,8 @@ Measurement measure(const PointSet& points, Path path, Yardstick yardstick) {
     return result;
 }
 
+bool sameErrors(const Measurement& a, const Measurement& b) { return a.function == b.function && a.samples == b.samples; }
+
 std::string_view partName(const Export& function, int part) {
     if (function.form == Form::D) return part == 0 ? "dst1" : "dst2";
     if (isComplex(function.destination)) return part == 0 ? "re" : "im";
@@ -352,11 +354,15 @@ std::string plotErrors(const std::vector<const Measurement*>& measurements, std:
     plot.bound = bound;
     for (const Measurement* m : measurements) {
         plot.title = m->function->name;
-        plot.argumentLabel = isComplex(m->function->source) ? "modulus of the argument" : "argument";
-        if (m->function->form == Form::B) plot.argumentLabel = "first " + plot.argumentLabel;
+        plot.argumentLabel = m->function->form == Form::B ? "first argument" : "argument";
+        if (isComplex(m->function->source)) plot.argumentLabel = "modulus of the " + plot.argumentLabel;
         const auto curve = std::ranges::find(plot.curves, pathName(m->path), &Curve::label);
         if (curve == plot.curves.end()) plot.curves.push_back({std::string(pathName(m->path)), m->samples});
         else curve->samples.insert(curve->samples.end(), m->samples.begin(), m->samples.end());
+    }
+    if (plot.curves.size() == 2 && plot.curves[0].samples == plot.curves[1].samples) {
+        plot.curves.pop_back();
+        plot.curves[0].label = "block and element";
     }
     return svg(plot);
 }

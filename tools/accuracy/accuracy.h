@@ -98,6 +98,7 @@ struct PartStatistics {
 struct Sample {
     double argument;  // the first argument, a complex one by its modulus
     float error;      // the larger one of all parts
+    bool operator==(const Sample&) const = default;
 };
 
 struct Measurement {
@@ -110,6 +111,8 @@ struct Measurement {
 };
 
 Measurement measure(const PointSet& points, Path path, Yardstick yardstick = {});
+// True when two paths over the same points made the same errors: no table or plot needs both.
+bool sameErrors(const Measurement& a, const Measurement& b);
 
 // "re" and "im", "dst1" and "dst2", or "" for a result of one part.
 std::string_view partName(const Export& function, int part);

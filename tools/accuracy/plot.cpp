@@ -12,7 +12,7 @@ namespace {
 constexpr double width = 720, height = 400;
 constexpr double left = 70, right = 700, top = 40, bottom = 345;
 constexpr int stretches = 140;      // of the line of largest errors
-constexpr std::size_t dots = 1200;  // of each curve
+constexpr std::size_t dots = 700;  // of each curve
 constexpr const char* colours[] = {"#1f6fb4", "#e07b1a", "#3a9a4b", "#8a4fb0"};
 
 struct Tick {
@@ -54,7 +54,7 @@ public:
         }
         for (double n = std::ceil(low_ / step - 1e-9); n * step <= high_ + 1e-9 * step; n += 1) {
             const double value = n * step;
-            if (logarithmic_) result.push_back({std::pow(10.0, value), fmt::format("1e{:.0f}", value)});
+            if (logarithmic_) result.push_back({std::pow(10.0, value), value == 0 ? "1" : fmt::format("1e{:.0f}", value)});
             else result.push_back({value, fmt::format("{:.6g}", std::abs(value) < 1e-9 * step ? 0.0 : value)});
         }
         return result;
@@ -109,7 +109,7 @@ std::string svg(const Plot& plot) {
         "<svg xmlns=\"http://www.w3.org/2000/svg\" viewBox=\"0 0 {0:.0f} {1:.0f}\" width=\"{0:.0f}\" height=\"{1:.0f}\" "
         "font-family=\"sans-serif\" fill=\"#222\">\n<rect width=\"100%\" height=\"100%\" fill=\"#fff\"/>\n",
         width, height);
-    out += text((left + right) / 2, 24, "middle", plot.title, 15);
+    out += text(left, 24, "start", plot.title, 15);
 
     std::string grid, labels;
     for (const Tick& tick : xAxis.ticks(8)) {
@@ -150,9 +150,9 @@ std::string svg(const Plot& plot) {
             if (most < 0) continue;
             line += fmt::format("{}{:.1f} {:.1f}", line.empty() ? "M" : "L", left + (right - left) * (bin + 0.5) / stretches, error(most));
         }
-        out += fmt::format("<path d=\"{}\" stroke=\"{}\" stroke-width=\"1.8\" stroke-linecap=\"round\" opacity=\"0.35\"/>\n", points, colour);
+        out += fmt::format("<path d=\"{}\" stroke=\"{}\" stroke-width=\"2\" stroke-linecap=\"round\" opacity=\"0.5\"/>\n", points, colour);
         out += fmt::format("<path d=\"{}\" stroke=\"{}\" stroke-width=\"1.3\" fill=\"none\"/>\n", line, colour);
-        const double x = right - 90 * static_cast<double>(plot.curves.size() - index);
+        const double x = right - 60 - 90 * static_cast<double>(plot.curves.size() - index);
         out += fmt::format("<path d=\"M{:.1f} {:.1f}h18\" stroke=\"{}\" stroke-width=\"2.5\"/>\n", x, top - 14, colour);
         out += text(x + 23, top - 10, "start", curve.label);
         ++index;

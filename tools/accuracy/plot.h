@@ -22,7 +22,7 @@ struct Plot {
 
 // Dots for single points, a line for the largest error of each stretch of the axis. The axis of arguments is
 // logarithmic when they span many decades (negative arguments by their magnitude then), the axis of errors when the
-// errors do. At most some 40 kB.
+// errors do. At most some 25 kB.
 std::string svg(const Plot& plot);
 
 }  // namespace okt::accuracy

@@ -77,16 +77,31 @@ std::string rangesText(const Bound& bound) {
     return text;
 }
 
+// "0x3F800000 0x40000000, 0x3F000000 0x3F000000"
+std::string patterns(const Export& function, const Inputs& inputs) {
+    const int parts = isComplex(function.source) ? 2 : 1;
+    std::string text;
+    for (int k = 0; k < inputsOf(function); ++k) {
+        if (k > 0) text += k % parts == 0 ? ", " : " ";
+        text += bitPattern(inputs[static_cast<std::size_t>(k)], inputPart(function));
+    }
+    return text;
+}
+
+// Paths that made the same errors under the same bound share their rows.
 std::string tableRows(const Row& row) {
     std::string text;
-    for (const Measurement& m : row.measurements) {
+    const auto& list = row.measurements;
+    const bool same = list.size() == 2 && sameErrors(list[0], list[1]) && row.bound->block == row.bound->element;
+    for (std::size_t i = 0; i < (same ? 1 : list.size()); ++i) {
+        const Measurement& m = list[i];
         for (int k = 0; k < m.parts; ++k) {
             const auto part = static_cast<std::size_t>(k);
             const PartStatistics& s = m.part[part];
-            text += fmt::format("| {} | {} | {} | {} | {:.4f} | {:.4f} | {:.5g} | {:.5g} | {:.2f} % | {} |\n", row.bound->name,
-                                rangesText(*row.bound), pathName(m.path), partName(*m.function, k), s.mean, s.quantile99,
-                                s.largest.error, (*row.bound->of(m.path))[part], 100 * s.correctlyRounded,
-                                inputsText(*m.function, s.largest.inputs));
+            text += fmt::format("| {} | {} | {} | {} | {:.4f} | {:.4f} | {:.6g} | {} | {:.2f} % | {} |\n", row.bound->name,
+                                rangesText(*row.bound), same ? "both" : pathName(m.path), partName(*m.function, k), s.mean,
+                                s.quantile99, s.largest.error, (*row.bound->of(m.path))[part], 100 * s.correctlyRounded,
+                                patterns(*m.function, s.largest.inputs));
         }
     }
     return text;
