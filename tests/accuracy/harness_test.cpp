@@ -171,15 +171,29 @@ OktStatus fakeErfInv32(const Arguments& a) {  // four terms of the series: good 
     return oktStatusOk;
 }
 
-constexpr Export fakes[] = {
-    {"oktsAbs_64f_A53", "Abs", "64f", "A53", Form::U, Frame::plain, ElementType::Real64, ElementType::Real64, 0, 1, fakeAbs64},
-    {"oktsAdd_32f_A24", "Add", "32f", "A24", Form::B, Frame::plain, ElementType::Real32, ElementType::Real32, 0, 2, fakeAdd<float>},
-    {"oktsAdd_32fc_A24", "Add", "32fc", "A24", Form::B, Frame::plain, ElementType::Complex32, ElementType::Complex32, 0, 3, fakeAdd<Complex32>},
-    {"oktsPowx_64f_A50", "Powx", "64f", "A50", Form::S, Frame::mxcsr, ElementType::Real64, ElementType::Real64, 0, 4, fakePowx64},
-    {"oktsPowx_64f_A53", "Powx", "64f", "A53", Form::S, Frame::mxcsr, ElementType::Real64, ElementType::Real64, 0, 4, fakePowx64},
-    {"oktsModf_32f", "Modf", "32f", "", Form::D, Frame::plain, ElementType::Real32, ElementType::Real32, 0, 5, fakeModf32},
-    {"oktsSin_32f_A24", "Sin", "32f", "A24", Form::U, Frame::mxcsr, ElementType::Real32, ElementType::Real32, 0, 6, fakeSin32},
-    {"oktsErfInv_32f_A24", "ErfInv", "32f", "A24", Form::U, Frame::mxcsr, ElementType::Real32, ElementType::Real32, 0, 7, fakeErfInv32},
+Export fakeExport(std::string_view family, std::string_view type, std::string_view grade, std::string_view name, Form form,
+                  ElementType element, int routine, OktStatus (*call)(const Arguments&)) {
+    Export result{};
+    result.name = name;
+    result.family = family;
+    result.type = type;
+    result.grade = grade;
+    result.form = form;
+    result.source = result.destination = element;
+    result.routine = routine;
+    result.call = call;
+    return result;
+}
+
+const Export fakes[] = {
+    fakeExport("Abs", "64f", "A53", "oktsAbs_64f_A53", Form::U, ElementType::Real64, 1, fakeAbs64),
+    fakeExport("Add", "32f", "A24", "oktsAdd_32f_A24", Form::B, ElementType::Real32, 2, fakeAdd<float>),
+    fakeExport("Add", "32fc", "A24", "oktsAdd_32fc_A24", Form::B, ElementType::Complex32, 3, fakeAdd<Complex32>),
+    fakeExport("Powx", "64f", "A50", "oktsPowx_64f_A50", Form::S, ElementType::Real64, 4, fakePowx64),
+    fakeExport("Powx", "64f", "A53", "oktsPowx_64f_A53", Form::S, ElementType::Real64, 4, fakePowx64),
+    fakeExport("Modf", "32f", "", "oktsModf_32f", Form::D, ElementType::Real32, 5, fakeModf32),
+    fakeExport("Sin", "32f", "A24", "oktsSin_32f_A24", Form::U, ElementType::Real32, 6, fakeSin32),
+    fakeExport("ErfInv", "32f", "A24", "oktsErfInv_32f_A24", Form::U, ElementType::Real32, 7, fakeErfInv32),
 };
 
 const Export& fake(std::string_view name) {

@@ -141,9 +141,10 @@ double Distribution::magnitude(SplitMix64& random) {
     switch (kind_) {
         case Kind::list: return values_[turn_++ % values_.size()];
         case Kind::bits: {
-            const std::int64_t low = ordinal(low_, part_);
-            const std::uint64_t count = static_cast<std::uint64_t>(ordinal(high_, part_) - low) + 1;
-            return ofOrdinal(low + static_cast<std::int64_t>(random.next() % count), part_);
+            // Unsigned, as the whole double range has more values than a signed difference holds.
+            const auto low = static_cast<std::uint64_t>(ordinal(low_, part_));
+            const std::uint64_t count = static_cast<std::uint64_t>(ordinal(high_, part_)) - low + 1;
+            return ofOrdinal(static_cast<std::int64_t>(low + random.next() % count), part_);
         }
         case Kind::uniform: {
             const long double span = static_cast<long double>(high_) - low_;
