@@ -1,11 +1,14 @@
 #!/usr/bin/env python3
-"""Tables of the hyperbolic functions; the rows of tanh are fitted by Sollya, which must be on the PATH."""
+"""Tables of the hyperbolic functions and their inverses.
+
+The rows of tanh are fitted by Sollya, which must be on the PATH.
+"""
 import subprocess
 
 import mpmath
 from mpmath import mpf
 
-from tablegen import PRECISION, Table, bits64, emit, from_bits32, from_bits64, real64, truncated
+from tablegen import PRECISION, Table, bits64, emit, from_bits32, from_bits64, multiple, real64, truncated
 
 GENERATOR = "hyper_tables.py"
 POWERS = 64
@@ -252,4 +255,42 @@ emit(
         ),
     ],
     "Interval polynomials of the hyperbolic tangent.",
+)
+
+# The logarithm of the inverse functions: ln m = -ln c + ln(c m) with c near 1/m.
+
+LOG_ROWS = 128
+LN2_HEAD = from_bits64(0x3FE62E42FEFA3800)
+LN2_TAIL = from_bits64(0x3D2EF35793C76730)
+
+
+def log_row(i):
+    """Reciprocal of ten bits at the middle of the interval, -ln of it as head and tail, and a zero."""
+    c = multiple(1 / (1 + (i + mpf(1) / 2) / LOG_ROWS), -10)
+    value = -mpmath.log(c)
+    head = multiple(value, -42)
+    return [c, head, real64(value - head), mpf(0)]
+
+
+log_rows = [log_row(i) for i in range(LOG_ROWS)]
+
+assert LN2_HEAD == multiple(LN2_HEAD, -42) and real64(mpmath.log(2) - LN2_HEAD) == LN2_TAIL
+assert all(mpf(1) / 2 <= c < 1 for c, *_ in log_rows)
+for i, (c, *_) in enumerate(log_rows):
+    assert max(abs(c * (1 + mpf(i + end) / LOG_ROWS) - 1) for end in (0, 1)) < mpf("0.0047")
+
+emit(
+    "src/hyper/reciprocal_log_table.h",
+    GENERATOR,
+    [
+        Table(
+            "reciprocalLogTable",
+            "Real64",
+            sum(log_rows, []),
+            "Rows of four for the intervals of [1, 2) that the first seven significand bits name: c near 1/m, a\n"
+            "multiple of 2^-10; -ln c as a multiple of 2^-42 and a tail; a zero. |c m - 1| stays below 0.0047.",
+            4,
+        )
+    ],
+    "Reciprocals and their logarithms of the inverse hyperbolic functions.",
 )
