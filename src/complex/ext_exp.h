@@ -1,0 +1,214 @@
+// Exponential and hyperbolic functions in extended precision.
+//
+// e^x = 2^k*2^(j/256)*(1 + p), n = 256k + j = round(x*256/ln 2), r = x - n*ln 2/256, p = e^r - 1.
+#pragma once
+
+#include "complex/ext_common.h"
+
+namespace okt {
+
+namespace ext {
+
+struct ExpConstants {
+    static constexpr Real64 invLn2x256 = 369.3299304675746;
+    static constexpr Real64 ln2Over256Hi = 0.0027076061742263846; // 29 bits: its products with n are exact
+    static constexpr Real64 ln2Over256Lo = -1.6409824502660487e-13;
+    // (e^r - 1 - r)/r^2, |r| <= ln 2/512.
+    static constexpr Real64 c2 = 0.5, c3 = 0.16666666666665733, c4 = 0.0416666666666645, c5 = 0.008333335878865304,
+                            c6 = 0.001388889298015527;
+};
+
+// n and r of an argument.
+struct ExpReduced {
+    Real80 r;
+    std::int64_t n;
+};
+
+OKT_EXT ExpReduced expReduce(Real80 x) {
+    using C = ExpConstants;
+    Real80 m = roundBy(toInteger, x * C::invLn2x256);
+    return {(x - m * C::ln2Over256Hi) - m * C::ln2Over256Lo, asInteger(m)};
+}
+
+// 2^(j/256)*(1 + p), j = n mod 256, as a head of 32 bits and a low part.
+OKT_EXT Pair expAssemble(std::int64_t n, Real80 p) {
+    const Real64* row = tables::exp2Table + 2 * (n & 255);
+    Real80 hi = row[0], lo = row[1];
+    return {hi, p * (hi + lo) + lo};
+}
+
+// e^x but for the factor 2^floor(n/256).
+struct ExpParts {
+    Pair value;
+    std::int64_t n;
+};
+
+OKT_EXT ExpParts expParts(Real80 x) {
+    using C = ExpConstants;
+    auto [r, n] = expReduce(x);
+    Real80 s = r * r;
+    Real80 p = (((C::c6 * s + C::c4) * s + C::c2) + (C::c5 * s + C::c3) * r) * s + r;
+    return {expAssemble(n, p), n};
+}
+
+// v*2^k for every k that e^x can need: in two factors, as k may lie outside the exponents of normal numbers.
+OKT_EXT Real80 scaleWide(Real80 v, int k) {
+    int half = k >> 1;
+    return v * powerOfTwoExt(half) * powerOfTwoExt(k - half);
+}
+
+// Both of e^x and e^-x, each but for its factor 2^floor(n/256): -n and -r serve the second.
+struct ExpBoth {
+    Pair up, down;
+    std::int64_t n;
+};
+
+OKT_EXT ExpBoth expBoth(Real80 x) {
+    using C = ExpConstants;
+    auto [r, n] = expReduce(x);
+    Real80 s = r * r;
+    Real80 even = ((C::c6 * s + C::c4) * s + C::c2) * s;
+    Real80 odd = (C::c5 * s + C::c3) * s * r + r;
+    return {expAssemble(n, even + odd), expAssemble(-n, even - odd), n};
+}
+
+// Inverse factorials of the short series.
+inline constexpr Real64 expSeries9[8] = {0.5,
+                                         0x1.5555555555555p-3,
+                                         0x1.5555555555555p-5,
+                                         0x1.1111111111111p-7,
+                                         0x1.6c16c16c16c17p-10,
+                                         0x1.a01a01a01a01ap-13,
+                                         0x1.a01a01a01a01ap-16,
+                                         0x1.71de3a556c734p-19};
+inline constexpr Real64 expSeries5[4] = {0.5, 0x1.5555555555555p-3, 0x1.5555555555555p-5, 0x1.1111111111111p-7};
+
+// Arguments below 2^-5 in magnitude: 1 + x + x^2*(...), by tiers.
+inline Real80 expSmall(Real80 x, int exponent) {
+    if (exponent >= 0x3FF4) {
+        return 1.0 + (x + x * x * poly(x, expSeries9));
+    }
+    if (exponent >= 0x3FED) {
+        return 1.0 + (x + x * x * poly(x, expSeries5));
+    }
+    if (exponent >= 0x3FE5) {
+        return 1.0 + (x + x * x * (x * expSeries5[1] + 0.5));
+    }
+    if (exponent >= 0x3FBC) {
+        return 1.0 + (x + x * x * 0.5);
+    }
+    return 1.0 + x;
+}
+
+} // namespace ext
+
+// e^x. The argument may be a Real64, which saves a trip through memory for its exponent.
+template <class T>
+OKT_EXT Real80 expExt(T argument) {
+    int exponent = extExponent(argument);
+    Real80 x = argument;
+    if (exponent < 0x3FFA) {
+        return ext::expSmall(x, exponent);
+    }
+    if (exponent < 0x4008) { // |x| < 512: 2^k is a Real64
+        auto [value, n] = ext::expParts(x);
+        return (value.head + value.tail) * powerOfTwo64(static_cast<int>(n >> 8));
+    }
+    if (exponent == 0x7FFF) {
+        if (x != x) {
+            return x * 1.0;
+        }
+        return x > 0 ? x : Real80{0.0};
+    }
+    if (x > real80(0x400C, 0xB17217F7D1CF79ACU)) {
+        return opaque(ext::huge()) * ext::huge();
+    }
+    if (x < real80(0xC00C, 0xB220C44769C201E8U)) {
+        return opaque(ext::tiny()) * ext::tiny();
+    }
+    auto [value, n] = ext::expParts(x);
+    return ext::scaleWide(value.head + value.tail, static_cast<int>(n >> 8));
+}
+
+struct SinhCosh {
+    Real80 sinh, cosh;
+};
+
+// Both hyperbolic functions on one exponential.
+template <class T>
+OKT_EXT SinhCosh sinhCoshExt(T argument) {
+    using namespace ext;
+    int exponent = extExponent(argument);
+    Real80 x = argument;
+    if (exponent >= 0x3FFE && exponent < 0x4003) { // 1/2 <= |x| < 16
+        auto [up, down, n] = expBoth(absExt(x));
+        Real64 grow = powerOfTwo64(static_cast<int>(n >> 8) - 1);
+        Real64 shrink = powerOfTwo64(static_cast<int>((-n) >> 8) - 1);
+        // Both heads have 32 bits; here their sum and difference are exact.
+        Real80 a = up.head * grow, b = down.head * shrink;
+        Real80 al = up.tail * grow, bl = down.tail * shrink;
+        return {negateIf(signOf(argument), (a - b) + (al - bl)), (a + b) + (al + bl)};
+    }
+    if (exponent < 0x3FFE) {
+        Real80 z = x * x;
+        if (exponent >= 0x3FED) {
+            return {x + x * z * poly(z, tables::SinhWide, tables::Sinh),
+                    1.0 + (z * 0.5 + z * z * poly(z, tables::CoshWide, tables::Cosh))};
+        }
+        if (exponent >= 0x3FB4) {
+            return {x + x * z * tables::SinhWide[0], 1.0 + z * 0.5};
+        }
+        return {tinyOdd(x), x == 0 ? Real80{1.0} : 1.0 + opaque(tiny())};
+    }
+    if (exponent == 0x7FFF) {
+        return {x * 1.0, absExt(x) * 1.0};
+    }
+    Real80 a = absExt(x);
+    if (a > real80(0x400C, 0xB174DDC031AEC0E9U)) {
+        Real80 over = opaque(huge()) * huge();
+        return {negateIf(signOf(argument), over), over};
+    }
+    auto [value, n] = expParts(a);
+    if (exponent >= 0x4004) { // |x| >= 32: the smaller exponential is lost below the last place
+        Real80 half = scaleWide(value.head + value.tail, static_cast<int>(n >> 8) - 1);
+        return {negateIf(signOf(argument), half), half};
+    }
+    Real80 grow = powerOfTwoExt(static_cast<int>(n >> 8) - 1);
+    Real80 head = value.head * grow, low = value.tail * grow;
+    Real80 rest = 0.25 / (head + low); // e^-|x|/2
+    return {negateIf(signOf(argument), head + (low - rest)), head + (low + rest)};
+}
+
+template <class T>
+OKT_EXT Real80 sinhExt(T x) {
+    return sinhCoshExt(x).sinh;
+}
+
+template <class T>
+OKT_EXT Real80 coshExt(T x) {
+    return sinhCoshExt(x).cosh;
+}
+
+// Hyperbolic tangent.
+inline Real80 tanhExt(Real80 x) {
+    using namespace ext;
+    int exponent = extExponent(x);
+    if (exponent < 0x3FFE) {
+        Real80 z = x * x;
+        if (exponent >= 0x3FED) {
+            return x + x * z * poly(z, tables::TanhWide, tables::Tanh);
+        }
+        return exponent >= 0x3FB4 ? x + x * z * tables::TanhWide[0] : tinyOdd(x);
+    }
+    if (exponent >= 0x4004) {
+        return x != x ? x * 1.0 : negateIf(signOf(x), 1.0 - opaque(tiny()));
+    }
+    // 1 - 2/(e^2|x| + 1)
+    auto [value, n] = expParts(absExt(x) * 2.0);
+    Real80 grow = powerOfTwoExt(static_cast<int>(n >> 8));
+    Pair sum = fastTwoSum(value.head * grow, value.tail * grow);
+    Pair quotient = Pair{2.0, 0.0} / (sum + Pair{1.0, 0.0});
+    return negateIf(signOf(x), (1.0 - quotient.head) - quotient.tail);
+}
+
+} // namespace okt
