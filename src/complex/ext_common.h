@@ -19,7 +19,7 @@ namespace ext {
 
 // Adding and taking away 1.5*2^k rounds to a multiple of 2^(k-63).
 inline constexpr Real64 toMultiple31 = 6442450944.0;            // 1.5*2^32, multiples of 2^-31
-inline constexpr Real64 toMultiple41 = 6291456.0;               // 1.5*2^22, multiples of 2^-41
+inline constexpr Real64 toMultiple40 = 12582912.0;              // 1.5*2^23, multiples of 2^-40
 inline constexpr Real64 toMultiple11 = 6755399441055744.0;      // 1.5*2^52, multiples of 2^-11
 inline constexpr Real64 toInteger = 13835058055282163712.0;     // 1.5*2^63
 
@@ -37,7 +37,7 @@ inline Real80 pole(Real80 sign) { return sign / opaque(Real80{0.0}); }
 // x rounded to a multiple of the given magic constant's last place.
 OKT_EXT Real80 roundBy(Real80 magic, Real80 x) { return (x + magic) - magic; }
 
-// The leading 31 bits of x, whatever its magnitude.
+// The leading 31 or 32 bits of x, whatever its magnitude.
 OKT_EXT Real80 leading31(Real80 x) {
     Real80 big = x * toMultiple31;
     return (x + big) - big;

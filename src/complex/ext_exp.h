@@ -140,14 +140,17 @@ OKT_EXT SinhCosh sinhCoshExt(T argument) {
     using namespace ext;
     int exponent = extExponent(argument);
     Real80 x = argument;
-    if (exponent >= 0x3FFE && exponent < 0x4003) { // 1/2 <= |x| < 16
+    if (exponent >= 0x3FFE && exponent < 0x4004) { // 1/2 <= |x| < 32
         auto [up, down, n] = expBoth(absExt(x));
         Real64 grow = powerOfTwo64(static_cast<int>(n >> 8) - 1);
         Real64 shrink = powerOfTwo64(static_cast<int>((-n) >> 8) - 1);
-        // Both heads have 32 bits; here their sum and difference are exact.
         Real80 a = up.head * grow, b = down.head * shrink;
         Real80 al = up.tail * grow, bl = down.tail * shrink;
-        return {negateIf(signOf(argument), (a - b) + (al - bl)), (a + b) + (al + bl)};
+        if (exponent < 0x4002) { // both heads have 32 bits: below 8 their sum and difference are exact
+            return {negateIf(signOf(argument), (a - b) + (al - bl)), (a + b) + (al + bl)};
+        }
+        b += bl;
+        return {negateIf(signOf(argument), a + (al - b)), a + (al + b)};
     }
     if (exponent < 0x3FFE) {
         Real80 z = x * x;
@@ -169,14 +172,8 @@ OKT_EXT SinhCosh sinhCoshExt(T argument) {
         return {negateIf(signOf(argument), over), over};
     }
     auto [value, n] = expParts(a);
-    if (exponent >= 0x4004) { // |x| >= 32: the smaller exponential is lost below the last place
-        Real80 half = scaleWide(value.head + value.tail, static_cast<int>(n >> 8) - 1);
-        return {negateIf(signOf(argument), half), half};
-    }
-    Real80 grow = powerOfTwoExt(static_cast<int>(n >> 8) - 1);
-    Real80 head = value.head * grow, low = value.tail * grow;
-    Real80 rest = 0.25 / (head + low); // e^-|x|/2
-    return {negateIf(signOf(argument), head + (low - rest)), head + (low + rest)};
+    Real80 half = scaleWide(value.head + value.tail, static_cast<int>(n >> 8) - 1);
+    return {negateIf(signOf(argument), half), half}; // e^-|x| lies below the last place
 }
 
 template <class T>
@@ -207,8 +204,8 @@ inline Real80 tanhExt(Real80 x) {
     auto [value, n] = expParts(absExt(x) * 2.0);
     Real80 grow = powerOfTwoExt(static_cast<int>(n >> 8));
     Pair sum = fastTwoSum(value.head * grow, value.tail * grow);
-    Pair quotient = Pair{2.0, 0.0} / (sum + Pair{1.0, 0.0});
-    return negateIf(signOf(x), (1.0 - quotient.head) - quotient.tail);
+    Pair result = Pair{1.0, 0.0} + -(Pair{2.0, 0.0} / (sum + Pair{1.0, 0.0}));
+    return negateIf(signOf(x), result.head + result.tail);
 }
 
 } // namespace okt
