@@ -119,8 +119,8 @@ inline SinCos sinCosSmall(Real80 x, int exponent) {
     return {tinyOdd(x), x == 0 ? Real80{1.0} : 1.0 - opaque(tiny())};
 }
 
-// Sine and cosine of r = h + l, h of 11 bits: the leading terms h + s*h^3 and 1 - h^2/2 are exact, s being a short
-// value near -1/6, and all that is rounded is small beside them.
+// Sine and cosine of r = h + l, h of 11 bits: the leading terms s*h^3 and 1 - h^2/2 are exact, s being a short value
+// near -1/6, and all that is rounded is small beside them.
 OKT_EXT SinCos sinCosReduced(Pair r) {
     constexpr Real64 sixthShort = -0.1666259765625, sixthRest = -4.0690104166666664e-05;
     Real80 x = r.head;
@@ -130,9 +130,9 @@ OKT_EXT SinCos sinCosReduced(Pair r) {
     Real80 hh = h * h;
     Real80 both = (x + h) * l; // x^2 = hh + both
     Real80 sineRest = poly(z, tables::SineWide, tables::Sine) * z + sixthRest;
-    Real80 sine = (z * x * sineRest + (z * l + both * h) * sixthShort) + l;
+    Real80 sine = hh * h * sixthShort + ((z * x * sineRest + (z * l + both * h) * sixthShort) + r.tail);
     Real80 cosine = poly(z, tables::CosineWide, tables::Cosine) * (z * z) - both * 0.5;
-    return {(hh * h * sixthShort + h) + sine, (1.0 - hh * 0.5) + cosine};
+    return {x + sine, (1.0 - hh * 0.5) + cosine};
 }
 
 } // namespace ext
