@@ -12,6 +12,7 @@
 #include <utility>
 
 #define OKT_EXT inline __attribute__((always_inline))
+#define OKT_EXT_RARE inline __attribute__((noinline, cold))
 
 namespace okt {
 
@@ -56,24 +57,20 @@ OKT_EXT Real80 horner(Real80 z, const Real64 (&c)[N]) {
     }
 }
 
-// The polynomial with the coefficients c: by even and odd powers apart where that shortens the chain.
+// The polynomial with the coefficients c.
 template <std::size_t N>
 OKT_EXT Real80 poly(Real80 z, const Real64 (&c)[N]) {
-    if constexpr (N < 6) {
-        return horner<0, 1>(z, c);
-    } else {
-        Real80 w = z * z;
-        return horner<0, 2>(w, c) + horner<1, 2>(w, c) * z;
-    }
+    return horner<0, 1>(z, c);
 }
 
-// The same with leading coefficients in Real80.
+// The same with leading coefficients of two parts each: a pair costs one addition from memory more, an 80-bit
+// constant several operations of the load unit.
 template <std::size_t I = 0, std::size_t W, std::size_t N>
-OKT_EXT Real80 poly(Real80 z, const Real80 (&wide)[W], const Real64 (&c)[N]) {
+OKT_EXT Real80 poly(Real80 z, const Real64 (&wide)[W], const Real64 (&c)[N]) {
     if constexpr (I == W) {
         return poly(z, c);
     } else {
-        return poly<I + 1>(z, wide, c) * z + wide[I];
+        return (poly<I + 2>(z, wide, c) * z + wide[I + 1]) + wide[I];
     }
 }
 

@@ -84,7 +84,7 @@ inline constexpr Real64 expSeries9[8] = {0.5,
 inline constexpr Real64 expSeries5[4] = {0.5, 0x1.5555555555555p-3, 0x1.5555555555555p-5, 0x1.1111111111111p-7};
 
 // Arguments below 2^-5 in magnitude: 1 + x + x^2*(...), by tiers.
-inline Real80 expSmall(Real80 x, int exponent) {
+OKT_EXT Real80 expSmall(Real80 x, int exponent) {
     if (exponent >= 0x3FF4) {
         return 1.0 + (x + x * x * poly(x, expSeries9));
     }
@@ -100,19 +100,10 @@ inline Real80 expSmall(Real80 x, int exponent) {
     return 1.0 + x;
 }
 
-} // namespace ext
-
-// e^x. The argument may be a Real64, which saves a trip through memory for its exponent.
-template <class T>
-OKT_EXT Real80 expExt(T argument) {
-    int exponent = extExponent(argument);
-    Real80 x = argument;
+// Arguments of magnitude below 2^-5 or not below 512.
+OKT_EXT_RARE Real80 expFar(Real80 x, int exponent) {
     if (exponent < 0x3FFA) {
-        return ext::expSmall(x, exponent);
-    }
-    if (exponent < 0x4008) { // |x| < 512: 2^k is a Real64
-        auto [value, n] = ext::expParts(x);
-        return (value.head + value.tail) * powerOfTwo64(static_cast<int>(n >> 8));
+        return expSmall(x, exponent);
     }
     if (exponent == 0x7FFF) {
         if (x != x) {
@@ -121,59 +112,85 @@ OKT_EXT Real80 expExt(T argument) {
         return x > 0 ? x : Real80{0.0};
     }
     if (x > real80(0x400C, 0xB17217F7D1CF79ACU)) {
-        return opaque(ext::huge()) * ext::huge();
+        return opaque(huge()) * huge();
     }
     if (x < real80(0xC00C, 0xB220C44769C201E8U)) {
-        return opaque(ext::tiny()) * ext::tiny();
+        return opaque(tiny()) * tiny();
     }
-    auto [value, n] = ext::expParts(x);
-    return ext::scaleWide(value.head + value.tail, static_cast<int>(n >> 8));
+    auto [value, n] = expParts(x);
+    return scaleWide(value.head + value.tail, static_cast<int>(n >> 8));
+}
+
+} // namespace ext
+
+// e^x. The argument may be a Real64, which saves a trip through memory for its exponent.
+template <class T>
+OKT_EXT Real80 expExt(T argument) {
+    int exponent = extExponent(argument);
+    if (static_cast<unsigned>(exponent - 0x3FFA) >= 0x4008 - 0x3FFA) [[unlikely]] {
+        return ext::expFar(argument, exponent);
+    }
+    auto [value, n] = ext::expParts(argument); // |x| < 512: 2^k is a Real64
+    return (value.head + value.tail) * powerOfTwo64(static_cast<int>(n >> 8));
 }
 
 struct SinhCosh {
     Real80 sinh, cosh;
 };
 
+namespace ext {
+
+// Arguments of magnitude below 2^-18 or not below 32.
+OKT_EXT_RARE SinhCosh sinhCoshFar(Real80 x, int exponent) {
+    if (exponent < 0x3FED) {
+        if (exponent >= 0x3FB4) {
+            Real80 z = x * x;
+            return {x + x * z * tables::SinhWide[0], 1.0 + z * 0.5};
+        }
+        return {tinyOdd(x), x == 0 ? Real80{1.0} : 1.0 + opaque(tiny())};
+    }
+    Real80 a = absExt(x);
+    if (exponent == 0x7FFF) {
+        return {x * 1.0, a * 1.0};
+    }
+    if (a > real80(0x400C, 0xB174DDC031AEC0E9U)) {
+        Real80 over = opaque(huge()) * huge();
+        return {negateIf(signOf(x), over), over};
+    }
+    auto [value, n] = expParts(a);
+    Real80 half = scaleWide(value.head + value.tail, static_cast<int>(n >> 8) - 1);
+    return {negateIf(signOf(x), half), half}; // e^-|x| lies below the last place
+}
+
+} // namespace ext
+
 // Both hyperbolic functions on one exponential.
 template <class T>
 OKT_EXT SinhCosh sinhCoshExt(T argument) {
     using namespace ext;
     int exponent = extExponent(argument);
-    Real80 x = argument;
-    if (exponent >= 0x3FFE && exponent < 0x4004) { // 1/2 <= |x| < 32
-        auto [up, down, n] = expBoth(absExt(x));
-        Real64 grow = powerOfTwo64(static_cast<int>(n >> 8) - 1);
-        Real64 shrink = powerOfTwo64(static_cast<int>((-n) >> 8) - 1);
-        Real80 a = up.head * grow, b = down.head * shrink;
-        Real80 al = up.tail * grow, bl = down.tail * shrink;
-        if (exponent < 0x4002) { // both heads have 32 bits: below 8 their sum and difference are exact
-            return {negateIf(signOf(argument), (a - b) + (al - bl)), (a + b) + (al + bl)};
-        }
-        b += bl;
-        return {negateIf(signOf(argument), a + (al - b)), a + (al + b)};
+    if (static_cast<unsigned>(exponent - 0x3FED) >= 0x4004 - 0x3FED) [[unlikely]] {
+        return sinhCoshFar(argument, exponent);
     }
+    Real80 x = argument;
     if (exponent < 0x3FFE) {
         Real80 z = x * x;
-        if (exponent >= 0x3FED) {
-            return {x + x * z * poly(z, tables::SinhWide, tables::Sinh),
-                    1.0 + (z * 0.5 + z * z * poly(z, tables::CoshWide, tables::Cosh))};
-        }
-        if (exponent >= 0x3FB4) {
-            return {x + x * z * tables::SinhWide[0], 1.0 + z * 0.5};
-        }
-        return {tinyOdd(x), x == 0 ? Real80{1.0} : 1.0 + opaque(tiny())};
+        return {x + x * z * poly(z, tables::SinhWide, tables::Sinh),
+                1.0 + (z * 0.5 + z * z * poly(z, tables::CoshWide, tables::Cosh))};
     }
-    if (exponent == 0x7FFF) {
-        return {x * 1.0, absExt(x) * 1.0};
+    // 1/2 <= |x| < 32
+    auto [up, down, n] = expBoth(x);
+    Real64 grow = powerOfTwo64(static_cast<int>(n >> 8) - 1);
+    Real64 shrink = powerOfTwo64(static_cast<int>((-n) >> 8) - 1);
+    Real80 a = up.head * grow, al = up.tail * grow;
+    Real80 b = down.head * shrink, bl = down.tail * shrink;
+    // Both heads have 32 bits, but far apart their sum and difference may not be exact.
+    Real80 sum = a + b, difference = a - b;
+    if (exponent < 0x4002) {
+        return {difference + (al - bl), sum + (al + bl)};
     }
-    Real80 a = absExt(x);
-    if (a > real80(0x400C, 0xB174DDC031AEC0E9U)) {
-        Real80 over = opaque(huge()) * huge();
-        return {negateIf(signOf(argument), over), over};
-    }
-    auto [value, n] = expParts(a);
-    Real80 half = scaleWide(value.head + value.tail, static_cast<int>(n >> 8) - 1);
-    return {negateIf(signOf(argument), half), half}; // e^-|x| lies below the last place
+    Pair s = twoSum(a, b), d = twoSum(a, -b);
+    return {d.head + (d.tail + (al - bl)), s.head + (s.tail + (al + bl))};
 }
 
 template <class T>

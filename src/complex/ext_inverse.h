@@ -196,7 +196,7 @@ inline Real80 asinExt(T argument) {
         }
         Real80 z = x * x;
         if (exponent >= 0x3FED) {
-            return x + x * z * (tables::AsinWide[1] * z + tables::AsinWide[0]);
+            return x + x * z * (tables::AsinWide[2] * z + tables::AsinWide[0]);
         }
         return exponent >= 0x3FB4 ? x + x * z * tables::AsinWide[0] : tinyOdd(x);
     }

@@ -31,13 +31,14 @@ OKT_EXT Pair less(Pair r, Real80 piece) {
     return {head, r.tail + ((r.head - head) - piece)};
 }
 
-// 2^-17 <= a < 2^17.
+// a < 2^17. The tail is left unnormalised: it is small beside the head, if not below its last place.
 OKT_EXT Quarter reduceSmall(Real80 a) {
     using C = HalfPi;
     Real80 m = roundBy(toInteger, a * C::twoOverPi);
-    Pair r = less({a - m * C::a1, 0.0}, m * C::a2);
-    r = fastTwoSum(r.head, r.tail - m * C::a3);
-    return {r, static_cast<std::uint32_t>(asInteger(m))};
+    Real80 first = a - m * C::a1;
+    Real80 piece = m * C::a2;
+    Real80 head = first - piece;
+    return {{head, ((first - head) - piece) - m * C::a3}, static_cast<std::uint32_t>(asInteger(m))};
 }
 
 // 2^17 <= a < 2^30.
@@ -119,20 +120,39 @@ inline SinCos sinCosSmall(Real80 x, int exponent) {
     return {tinyOdd(x), x == 0 ? Real80{1.0} : 1.0 - opaque(tiny())};
 }
 
-// Sine and cosine of r = h + l, h of 11 bits: the leading terms s*h^3 and 1 - h^2/2 are exact, s being a short value
-// near -1/6, and all that is rounded is small beside them.
+// Sine and cosine of r. The head's square is taken in two parts, so that 1 - r^2/2 loses nothing.
 OKT_EXT SinCos sinCosReduced(Pair r) {
-    constexpr Real64 sixthShort = -0.1666259765625, sixthRest = -4.0690104166666664e-05;
     Real80 x = r.head;
-    Real80 h = roundBy(toMultiple11, x);
-    Real80 l = (x - h) + r.tail;
     Real80 z = x * x;
-    Real80 hh = h * h;
-    Real80 both = (x + h) * l; // x^2 = hh + both
-    Real80 sineRest = poly(z, tables::SineWide, tables::Sine) * z + sixthRest;
-    Real80 sine = hh * h * sixthShort + ((z * x * sineRest + (z * l + both * h) * sixthShort) + r.tail);
+    Real80 h = roundBy(toMultiple11, x);
+    Real80 both = ((x - h) + r.tail) * (x + h); // r^2 - h^2
+    Real80 one = 1.0 - h * h * 0.5;
     Real80 cosine = poly(z, tables::CosineWide, tables::Cosine) * (z * z) - both * 0.5;
-    return {x + sine, (1.0 - hh * 0.5) + cosine};
+    Real80 cube = x * z;
+    Real80 sine = poly(z, tables::SineWide, tables::Sine) * (cube * z) + cube * minusSixth;
+    return {x + (sine + r.tail * one), one + cosine};
+}
+
+// Signs and exchange by the quarter turns; negative is the sign of the argument.
+OKT_EXT SinCos inQuadrant(SinCos v, std::uint32_t turns, bool negative) {
+    static constexpr Real64 sign[2] = {1.0, -1.0};
+    bool swap = (turns & 1) != 0;
+    Real80 sine = swap ? v.cos : v.sin;
+    Real80 cosine = swap ? v.sin : v.cos;
+    return {sine * sign[(turns >> 1 & 1) ^ static_cast<std::uint32_t>(negative)], cosine * sign[(turns + 1) >> 1 & 1]};
+}
+
+// Arguments of magnitude below 2^-5 or not below 2^17.
+OKT_EXT_RARE SinCos sinCosFar(Real80 x, int exponent) {
+    if (exponent < 0x3FFA) {
+        return sinCosSmall(x, exponent);
+    }
+    if (exponent == 0x7FFF) {
+        Real80 nan = x != x ? x * 1.0 : x * opaque(Real80{0.0});
+        return {nan, nan};
+    }
+    auto [r, turns] = reduceQuarterPiExt(absExt(x), exponent);
+    return inQuadrant(sinCosReduced(r), turns, signOf(x));
 }
 
 } // namespace ext
@@ -142,22 +162,11 @@ template <class T>
 OKT_EXT SinCos sinCosExt(T argument) {
     using namespace ext;
     int exponent = extExponent(argument);
-    Real80 x = argument;
-    if (exponent < 0x3FFA) {
-        return sinCosSmall(x, exponent);
+    if (static_cast<unsigned>(exponent - 0x3FFA) >= 0x4010 - 0x3FFA) [[unlikely]] {
+        return sinCosFar(argument, exponent);
     }
-    if (exponent == 0x7FFF) {
-        Real80 nan = x != x ? x * 1.0 : x * opaque(Real80{0.0});
-        return {nan, nan};
-    }
-    auto [r, turns] = reduceQuarterPiExt(absExt(x), exponent);
-    auto [s, c] = sinCosReduced(r);
-    bool swap = (turns & 1) != 0;
-    Real80 sine = swap ? c : s;
-    Real80 cosine = swap ? s : c;
-    static constexpr Real64 sign[2] = {1.0, -1.0};
-    return {sine * sign[(turns >> 1 & 1) ^ static_cast<std::uint32_t>(signOf(argument))],
-            cosine * sign[(turns + 1) >> 1 & 1]};
+    auto [r, turns] = reduceSmall(absExt(Real80{argument}));
+    return inQuadrant(sinCosReduced(r), turns, signOf(argument));
 }
 
 template <class T>

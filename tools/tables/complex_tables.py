@@ -3,7 +3,7 @@
 import mpmath
 from mpmath import mp, mpf
 
-from tablegen import Table, emit, multiple, real32, real64, real80, truncated
+from tablegen import Table, emit, multiple, real32, real64, truncated
 
 
 def same(values, samples):
@@ -110,13 +110,25 @@ def fitted(function, low, high, count):
     return coefficients[:count]
 
 
-def pair(name, function, low, high, count, wide, about):
-    """Two tables of one polynomial: its first coefficients as Real80, the others as Real64."""
-    coefficients = fitted(function, low, high, count)
+def in_two_parts(coefficients):
+    """Each value as the nearest Real64 and the rest."""
+    for c in coefficients:
+        hi = real64(c)
+        yield hi
+        yield real64(c - hi)
+
+
+def polynomial(name, coefficients, wide, about):
+    """Two tables of one polynomial: its first coefficients as (hi, lo), the others as they are."""
     return [
-        Table(name + "Wide", "Real80", [real80(c) for c in coefficients[:wide]], about, 1),
+        Table(name + "Wide", "Real64", in_two_parts(coefficients[:wide]), about + "\nThe first coefficients as (hi, lo).", 2),
         Table(name, "Real64", [real64(c) for c in coefficients[wide:]], "The higher coefficients of the same.", 2),
     ]
+
+
+def pair(name, function, low, high, count, wide, about):
+    """The same of a fit."""
+    return polynomial(name, fitted(function, low, high, count), wide, about)
 
 
 def of_square(function, first):
@@ -159,34 +171,29 @@ for short, long, value in ((0.00830078125, 3.255208333333333e-05, sine[0]), (0.0
     assert abs(mpf(short) + mpf(long) - value) < mpf(2) ** -64, value
 same([cosine[1]], [-0.001388888888888889])
 
-SINE = "Sine: (sin r - r + r^3/6)/r^5 in powers of r^2, |r| <= pi/4; the first."
-COSINE = "Cosine: (cos r - 1 + r^2/2)/r^4 in powers of r^2, |r| <= pi/4; the first two."
-
 polynomials = [
-    Table("SineWide", "Real80", [real80(sine[0])], SINE, 1),
-    Table("Sine", "Real64", sine[1:], "The higher coefficients of the same.", 2),
-    Table("CosineWide", "Real80", [real80(c) for c in cosine[:2]], COSINE, 1),
-    Table("Cosine", "Real64", cosine[2:], "The higher coefficients of the same.", 2),
+    *polynomial("Sine", sine, 1, "Sine: (sin r - r + r^3/6)/r^5 in powers of r^2, |r| <= pi/4."),
+    *polynomial("Cosine", cosine, 2, "Cosine: (cos r - 1 + r^2/2)/r^4 in powers of r^2, |r| <= pi/4."),
     *pair("Log1p", log1p_rest, -mpf(1) / 16, mpf(1) / 15.9, 13, 1,
-          "ln(1 + t) = t - t^2/2 + t^3*P(t), |t| <= 1/16: the first of P."),
+          "ln(1 + t) = t - t^2/2 + t^3*P(t), |t| <= 1/16."),
     *pair("Asin", of_square(mpmath.asin, 1), 0, mpf(1) / 4, 18, 4,
-          "asin x = x + x^3*P(x^2), |x| <= 1/2: the first four of P."),
+          "asin x = x + x^3*P(x^2), |x| <= 1/2."),
     *pair("Asinh", of_square(mpmath.asinh, 1), 0, mpf(1) / 4, 17, 4,
-          "asinh x = x + x^3*P(x^2), |x| <= 1/2: the first four of P."),
+          "asinh x = x + x^3*P(x^2), |x| <= 1/2."),
     *pair("Acosh", acosh_rest, 0, mpf(1) / 4, 14, 4,
-          "acosh(1 + t) = sqrt(2t)*(1 + t*P(t)), 0 <= t <= 1/4: the first four of P."),
+          "acosh(1 + t) = sqrt(2t)*(1 + t*P(t)), 0 <= t <= 1/4."),
     *pair("Atanh", of_square(mpmath.atanh, 1), 0, mpf(1) / 16, 12, 3,
-          "atanh x = x + x^3*P(x^2), |x| <= 1/4: the first three of P."),
+          "atanh x = x + x^3*P(x^2), |x| <= 1/4."),
     *pair("Tanh", of_square(mpmath.tanh, 1), 0, mpf(1) / 4, 14, 4,
-          "tanh x = x + x^3*P(x^2), |x| <= 1/2: the first four of P."),
+          "tanh x = x + x^3*P(x^2), |x| <= 1/2."),
     *pair("Sinh", of_square(mpmath.sinh, 1), 0, mpf(1) / 4, 8, 2,
-          "sinh x = x + x^3*P(x^2), |x| <= 1/2: the first two of P."),
+          "sinh x = x + x^3*P(x^2), |x| <= 1/2."),
     *pair("Cosh", even_of_square(mpmath.cosh), 0, mpf(1) / 4, 7, 1,
-          "cosh x = 1 + x^2/2 + x^4*P(x^2), |x| <= 1/2: the first of P."),
+          "cosh x = 1 + x^2/2 + x^4*P(x^2), |x| <= 1/2."),
     *pair("Tangent", of_square(mpmath.tan, 1), 0, mpf(1) / 400, 7, 2,
-          "tan t = t + t^3*P(t^2), |t| <= 1/20: the first two of P."),
+          "tan t = t + t^3*P(t^2), |t| <= 1/20."),
     *pair("Cotangent", lambda z: (1 / mpmath.sqrt(z) - mpmath.cot(mpmath.sqrt(z))) / mpmath.sqrt(z), 0, mpf(1) / 400, 7, 2,
-          "-cot t = -1/t + t*P(t^2), |t| <= 1/20: the first two of P."),
+          "-cot t = -1/t + t*P(t^2), |t| <= 1/20."),
 ]
 
 emit(
