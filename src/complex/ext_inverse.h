@@ -6,6 +6,8 @@
 
 #include "complex/ext_common.h"
 
+#include <algorithm>
+
 namespace okt {
 
 namespace ext {
@@ -20,12 +22,8 @@ struct Octant {
     bool minus;
 };
 
-// Arctangent of s/l turned into the octant, for 2^-13 < s/l <= 1.
-OKT_EXT Real80 angleInOctant(Real80 s, Real80 l, Octant octant) {
-    Real80 m = roundBy(toInteger, s / l * 128.0);
-    auto k = static_cast<int>(asInteger(m));
-    Real80 ratio = m * 0x1p-7;
-    // Numerator exact in two parts, denominator as head and tail.
+// Close to an axis the quotient carries much of the result and is taken with its rest.
+OKT_EXT_RARE Real80 angleNearAxis(Real80 s, Real80 l, Real80 ratio, int k, Octant octant) {
     Real80 lh = leading31(l);
     Real80 n1 = s - lh * ratio;
     Real80 n2 = (l - lh) * ratio;
@@ -39,10 +37,33 @@ OKT_EXT Real80 angleInOctant(Real80 s, Real80 l, Octant octant) {
     Real80 ql = (((n1 - qh * dh) - n2) - qh * dl) * inverse;
     Real80 z = q * q;
     Real80 low = ql + q * z * poly(z, atanSeries);
-    static constexpr Real64 sign[2] = {1.0, -1.0};
-    Real64 direction = sign[octant.minus];
+    Real64 direction = octant.minus ? -1.0 : 1.0;
     const Real64* row = tables::atanTable + 2 * (octant.base + (octant.minus ? -k : k));
     return (qh * direction + row[0]) + (low * direction + row[1]);
+}
+
+// Arctangent of s/l turned into the octant, for 2^-13 < s/l <= 1. Short says that l has 53 bits, so that its product
+// with k needs no splitting.
+template <bool Short>
+OKT_EXT Real80 angleInOctant(Real80 s, Real80 l, Octant octant) {
+    Real80 m = roundBy(toInteger, s / l * 128.0);
+    auto k = static_cast<int>(asInteger(m));
+    Real80 ratio = m * 0x1p-7;
+    if (k < 8) [[unlikely]] {
+        return angleNearAxis(s, l, ratio, k, octant);
+    }
+    Real80 numerator;
+    if constexpr (Short) {
+        numerator = s - l * ratio;
+    } else {
+        Real80 lh = leading31(l);
+        numerator = (s - lh * ratio) - (l - lh) * ratio;
+    }
+    Real80 q = numerator / (s * ratio + l);
+    Real80 z = q * q;
+    static constexpr Real64 sign[2] = {1.0, -1.0};
+    const Real64* row = tables::atanTable + 2 * (octant.base + (octant.minus ? -k : k));
+    return ((q * z * poly(z, atanSeries) + q) * sign[octant.minus] + row[1]) + row[0];
 }
 
 // The same for a ratio of 2^-12 and less.
@@ -65,14 +86,14 @@ inline Real80 tableAngle(int row) { return tables::atanTable[2 * row] + Real80{t
 
 // Where the ratio is above 2^-13 or so the table's row serves, below it the direction of the axis.
 OKT_EXT Real80 angleByRatio(Real80 s, Real80 l, int apart, Octant octant) {
-    return apart <= 12 ? angleInOctant(s, l, octant) : smallAngleInOctant(s, l, octant);
+    return apart <= 12 ? angleInOctant<false>(s, l, octant) : smallAngleInOctant(s, l, octant);
 }
 
 // Octant of a direction by its steepness and its side.
 OKT_EXT Octant octantOf(bool steep, bool left) { return steep ? Octant{256, !left} : Octant{left ? 512 : 0, left}; }
 
 // Every argument of atan2Ext that is not of two ordinary magnitudes.
-inline Real80 atan2Rare(Real80 y, Real80 x) {
+OKT_EXT_RARE Real80 atan2Rare(Real80 y, Real80 x) {
     bool negative = signOf(y), left = signOf(x);
     if (y != y || x != x) {
         return y * x;
@@ -119,18 +140,42 @@ inline Real80 atan2Rare(Real80 y, Real80 x) {
 
 } // namespace ext
 
+namespace ext {
+
+// The magnitudes of two finite values in order; steep where the first is the larger. No branch: it would not be
+// foreseen.
+struct Ordered {
+    Real80 larger, smaller;
+    bool steep;
+};
+
+OKT_EXT Ordered ordered(Real64 y, Real64 x) {
+    std::uint64_t a = std::bit_cast<std::uint64_t>(absReal64(y)), b = std::bit_cast<std::uint64_t>(absReal64(x));
+    return {std::bit_cast<Real64>(std::max(a, b)), std::bit_cast<Real64>(std::min(a, b)), a > b};
+}
+
+OKT_EXT Ordered ordered(Real80 y, Real80 x) {
+    static constexpr Real64 weight[2] = {0.0, 1.0};
+    Real80 a = absExt(y), b = absExt(x);
+    bool steep = a > b;
+    Real64 first = weight[steep], second = weight[!steep];
+    return {a * first + b * second, a * second + b * first, steep};
+}
+
+} // namespace ext
+
 // Angle of the point (x, y).
 template <class T>
 OKT_EXT Real80 atan2Ext(T argumentY, T argumentX) {
     using namespace ext;
-    int ey = extExponent(argumentY), ex = extExponent(argumentX);
+    std::uint32_t fieldY = signExponent(argumentY), fieldX = signExponent(argumentX);
+    int ey = static_cast<int>(fieldY & 0x7FFF), ex = static_cast<int>(fieldX & 0x7FFF);
     // Zeros, subnormals, infinities and NaNs of either type lie outside these exponents.
     constexpr int lowest = sizeof(T) == 8 ? 0x3C00 : 0x1FFF;
-    if (ey > lowest && ex > lowest && ey < 0x5FFF && ex < 0x5FFF && static_cast<unsigned>(ey - ex + 12) <= 24) {
-        Real80 a = absExt(Real80{argumentY}), b = absExt(Real80{argumentX});
-        bool steep = a > b;
-        Real80 angle = angleInOctant(steep ? b : a, steep ? a : b, octantOf(steep, signOf(argumentX)));
-        return negateIf(signOf(argumentY), angle);
+    if (ey > lowest && ex > lowest && ey < 0x5FFF && ex < 0x5FFF && static_cast<unsigned>(ey - ex + 12) <= 24) [[likely]] {
+        auto [larger, smaller, steep] = ordered(argumentY, argumentX);
+        return negateIf(fieldY >> 15 != 0,
+                        angleInOctant<sizeof(T) == 8>(smaller, larger, octantOf(steep, fieldX >> 15 != 0)));
     }
     return atan2Rare(argumentY, argumentX);
 }

@@ -9,9 +9,9 @@ namespace okt {
 
 namespace ext {
 
-// ln((y + rest)*2^extra) for a positive normal y and a rest that is small beside it, the whole away from 1. Head terms
+// ln((y + rest)*2^extra) for a positive normal y, given by its bits, and a rest that is small beside it, the whole away from 1. Head terms
 // are multiples of 2^-43 and add up without error.
-OKT_EXT Real80 lnFar(Real80 y, Real80 rest, int extra = 0) {
+OKT_EXT Real80 lnFar(Bits80 bits, Real80 rest, int extra = 0) {
     constexpr Real64 ln2Hi = 0.6931471806019545, ln2Lo = -4.2009150726810846e-11;
     static constexpr Real64 series[6] = {-0.5,
                                          0x1.5555555555555p-2,
@@ -19,7 +19,6 @@ OKT_EXT Real80 lnFar(Real80 y, Real80 rest, int extra = 0) {
                                          0.19999999999446894,
                                          -0.16666787667321958,
                                          0.14285848730630113};
-    Bits80 bits = bitsOf(y);
     int n = bits.signExponent - 0x3FFF;
     Real80 m = real80(0x3FFF, bits.significand);
     std::size_t i = bits.significand >> 55 & 255;
@@ -71,12 +70,12 @@ inline Real80 logExt(Real80 x) {
     if (key - 0x3FFEF800U > 0x3FFF8800U - 0x3FFEF800U) {
         if (key < 0x7FFF8000U) {
             if (bits.signExponent != 0) {
-                return lnFar(x, 0.0);
+                return lnFar(bits, 0.0);
             }
             if (bits.significand == 0) {
                 return pole(-1.0);
             }
-            return lnFar(x * twoTo75, 0.0, -75); // a subnormal
+            return lnFar(bitsOf(x * twoTo75), 0.0, -75); // a subnormal
         }
         if (x == 0) {
             return pole(-1.0);
@@ -101,7 +100,7 @@ inline Real80 log1pExt(Real80 x) {
         return x == -1.0 ? pole(-1.0) : invalid();
     }
     Pair y = exponent < 0x3FFF ? fastTwoSum(1.0, x) : fastTwoSum(x, 1.0);
-    return lnFar(y.head, y.tail);
+    return lnFar(bitsOf(y.head), y.tail);
 }
 
 // Inverse hyperbolic sine.
@@ -122,7 +121,7 @@ inline Real80 asinhExt(T argument) {
     }
     Real80 a = absExt(x);
     if (exponent > 0x4025) {
-        return negateIf(signOf(argument), lnFar(a, 0.0, 1));
+        return negateIf(signOf(argument), lnFar(bitsOf(a), 0.0, 1));
     }
     Pair y;
     if (exponent < 0x400A) { // |x| + sqrt(x^2 + 1)
@@ -132,7 +131,7 @@ inline Real80 asinhExt(T argument) {
         Real80 inverse = 1.0 / twice;
         y = fastTwoSum(twice, inverse - inverse * inverse * inverse);
     }
-    return negateIf(signOf(argument), lnFar(y.head, y.tail));
+    return negateIf(signOf(argument), lnFar(bitsOf(y.head), y.tail));
 }
 
 // Inverse hyperbolic cosine.
@@ -160,15 +159,15 @@ inline Real80 acoshExt(T argument) {
     }
     if (exponent < 0x400A) { // x + sqrt(x^2 - 1)
         Pair y = root(twoProduct(x, x) + Pair{-1.0, 0.0}) + Pair{x, 0.0};
-        return lnFar(y.head, y.tail);
+        return lnFar(bitsOf(y.head), y.tail);
     }
     if (exponent < 0x4021) { // 2x - 1/(2x), with the next term of the series of the root
         Real80 twice = x + x;
         Real80 inverse = 1.0 / twice;
         Pair y = fastTwoSum(twice, -(inverse + inverse * inverse * inverse));
-        return lnFar(y.head, y.tail);
+        return lnFar(bitsOf(y.head), y.tail);
     }
-    return lnFar(x, 0.0, 1);
+    return lnFar(bitsOf(x), 0.0, 1);
 }
 
 // Inverse hyperbolic tangent.
@@ -195,7 +194,7 @@ inline Real80 atanhExt(Real80 x) {
         return a == 1.0 ? pole(x) : invalid();
     }
     Pair y = fastTwoSum(1.0, a) / fastTwoSum(1.0, -a);
-    return negateIf(signOf(x), 0.5 * lnFar(y.head, y.tail));
+    return negateIf(signOf(x), 0.5 * lnFar(bitsOf(y.head), y.tail));
 }
 
 } // namespace okt

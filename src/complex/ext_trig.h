@@ -133,13 +133,18 @@ OKT_EXT SinCos sinCosReduced(Pair r) {
     return {x + (sine + r.tail * one), one + cosine};
 }
 
-// Signs and exchange by the quarter turns; negative is the sign of the argument.
+// Signs and exchange by the quarter turns: a row of factors for each turn of a positive argument, then of a negative
+// one, as the turns are as good as random and a branch on them is not foreseen. Both values are finite and non-zero.
 OKT_EXT SinCos inQuadrant(SinCos v, std::uint32_t turns, bool negative) {
-    static constexpr Real64 sign[2] = {1.0, -1.0};
-    bool swap = (turns & 1) != 0;
-    Real80 sine = swap ? v.cos : v.sin;
-    Real80 cosine = swap ? v.sin : v.cos;
-    return {sine * sign[(turns >> 1 & 1) ^ static_cast<std::uint32_t>(negative)], cosine * sign[(turns + 1) >> 1 & 1]};
+    struct Factors {
+        Real64 sinOfSin, sinOfCos, cosOfSin, cosOfCos;
+    };
+    alignas(64) static constexpr Factors factors[8] = {
+        {1, 0, 0, 1},  {0, 1, -1, 0},  {-1, 0, 0, -1}, {0, -1, 1, 0},
+        {-1, 0, 0, 1}, {0, -1, -1, 0}, {1, 0, 0, -1},  {0, 1, 1, 0},
+    };
+    const Factors& f = factors[(turns & 3) + 4 * static_cast<std::uint32_t>(negative)];
+    return {v.sin * f.sinOfSin + v.cos * f.sinOfCos, v.sin * f.cosOfSin + v.cos * f.cosOfCos};
 }
 
 // Arguments of magnitude below 2^-5 or not below 2^17.

@@ -33,9 +33,7 @@ OKT_EXT Real80 squareHead(Real80 x) {
 
 // ln(a^2 + b^2).
 OKT_EXT Real80 lnOfSquares(Real64 a, Real64 b) {
-    Real64 absA = absReal64(a), absB = absReal64(b);
-    bool swap = magnitudeOf(absB) > magnitudeOf(absA);
-    Real80 major = swap ? absB : absA, minor = swap ? absA : absB;
+    auto [major, minor, unused] = ordered(b, a);
     Real80 majorSquare = major * major, minorSquare = minor * minor;
     Real80 s = majorSquare + minorSquare;
     if (absExt(s - 1.0) > 0x1.eb851eb851eb8p-6) {
