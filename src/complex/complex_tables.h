@@ -685,7 +685,7 @@ alignas(64) inline constexpr std::uint64_t fourOverPiSlices[265] = {
 // Sine: (sin r - r + r^3/6)/r^5 in powers of r^2, |r| <= pi/4.
 // The first coefficients as (hi, lo).
 alignas(64) inline constexpr Real64 SineWide[2] = {
-    0x1.1111111111111p-7, 0x1.1111111111111p-63,
+    0x1.1111111111111p-7, 0x1.2632632632632p-63,
 };
 
 // The higher coefficients of the same.

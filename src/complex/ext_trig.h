@@ -120,17 +120,19 @@ inline SinCos sinCosSmall(Real80 x, int exponent) {
     return {tinyOdd(x), x == 0 ? Real80{1.0} : 1.0 - opaque(tiny())};
 }
 
-// Sine and cosine of r. The head's square is taken in two parts, so that 1 - r^2/2 loses nothing.
+// Sine and cosine of r = h + l, h of 11 bits, so that 1 - h^2/2 and h^3 are exact and the square and the cube of r
+// lose little.
 OKT_EXT SinCos sinCosReduced(Pair r) {
     Real80 x = r.head;
     Real80 z = x * x;
     Real80 h = roundBy(toMultiple11, x);
-    Real80 both = ((x - h) + r.tail) * (x + h); // r^2 - h^2
-    Real80 one = 1.0 - h * h * 0.5;
+    Real80 l = (x - h) + r.tail;
+    Real80 hh = h * h;
+    Real80 both = l * (x + h); // r^2 - h^2
     Real80 cosine = poly(z, tables::CosineWide, tables::Cosine) * (z * z) - both * 0.5;
-    Real80 cube = x * z;
-    Real80 sine = poly(z, tables::SineWide, tables::Sine) * (cube * z) + cube * minusSixth;
-    return {x + (sine + r.tail * one), one + cosine};
+    Real80 cube = hh * h + (z * l + both * h);
+    Real80 sine = (poly(z, tables::SineWide, tables::Sine) * (cube * z) + r.tail) + cube * minusSixth;
+    return {x + sine, (1.0 - hh * 0.5) + cosine};
 }
 
 // Signs and exchange by the quarter turns: a row of factors for each turn of a positive argument, then of a negative
