@@ -6,7 +6,7 @@
 #pragma once
 
 #include "complex/complex_tables.h"
-#include "lanes/real80.h"
+#include "complex/ext_bits.h"
 
 #include <cstddef>
 #include <utility>

@@ -150,8 +150,8 @@ struct Ordered {
 };
 
 OKT_EXT Ordered ordered(Real64 y, Real64 x) {
-    std::uint64_t a = std::bit_cast<std::uint64_t>(absReal64(y)), b = std::bit_cast<std::uint64_t>(absReal64(x));
-    return {std::bit_cast<Real64>(std::max(a, b)), std::bit_cast<Real64>(std::min(a, b)), a > b};
+    std::uint64_t a = asBits(absReal64(y)), b = asBits(absReal64(x));
+    return {bits64(std::max(a, b)), bits64(std::min(a, b)), a > b};
 }
 
 OKT_EXT Ordered ordered(Real80 y, Real80 x) {

@@ -11,7 +11,7 @@ namespace ext {
 
 // ln((y + rest)*2^extra) for a positive normal y, given by its bits, and a rest that is small beside it, the whole away from 1. Head terms
 // are multiples of 2^-43 and add up without error.
-OKT_EXT Real80 lnFar(Bits80 bits, Real80 rest, int extra = 0) {
+OKT_EXT Real80 lnFar(Real80Bits bits, Real80 rest, int extra = 0) {
     constexpr Real64 ln2Hi = 0.6931471806019545, ln2Lo = -4.2009150726810846e-11;
     static constexpr Real64 series[6] = {-0.5,
                                          0x1.5555555555555p-2,
@@ -19,8 +19,8 @@ OKT_EXT Real80 lnFar(Bits80 bits, Real80 rest, int extra = 0) {
                                          0.19999999999446894,
                                          -0.16666787667321958,
                                          0.14285848730630113};
-    int n = bits.signExponent - 0x3FFF;
-    Real80 m = real80(0x3FFF, bits.significand);
+    int n = bits.signAndExponent - 0x3FFF;
+    Real80 m = significandOf(bits);
     std::size_t i = bits.significand >> 55 & 255;
     Real80 c = tables::mantissaRecip[i];
     Real80 hi = roundBy(toMultiple31, m);
@@ -63,13 +63,13 @@ inline Real80 lnNear(Real80 t, int exponent) {
 // ln x.
 inline Real80 logExt(Real80 x) {
     using namespace ext;
-    Bits80 bits = bitsOf(x);
+    Real80Bits bits = bitsOf(x);
     // Sign, exponent and the top 16 significand bits in one number.
-    std::uint32_t key = static_cast<std::uint32_t>(bits.signExponent) << 16 |
+    std::uint32_t key = static_cast<std::uint32_t>(bits.signAndExponent) << 16 |
                         static_cast<std::uint32_t>(bits.significand >> 48);
     if (key - 0x3FFEF800U > 0x3FFF8800U - 0x3FFEF800U) {
         if (key < 0x7FFF8000U) {
-            if (bits.signExponent != 0) {
+            if (bits.signAndExponent != 0) {
                 return lnFar(bits, 0.0);
             }
             if (bits.significand == 0) {

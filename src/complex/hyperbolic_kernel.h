@@ -86,12 +86,12 @@ inline Complex64 complexTanhSpecial(Real64 x, Real64 y) {
     if (isInf(x)) {
         Real64 one = withSign(1.0, x);
         if (isNaN(y)) {
-            discard(squared(y));
+            keepFlags(squared(y));
             return {one, 0.0};
         }
         if (isInf(y) || exponentField(y) < 0x3FF) {
             if (isSubnormal(y)) {
-                discard(opaque(y) + y);
+                keepFlags(opaque(y) + y);
             }
             return {one, withSign(0.0, y)};
         }
@@ -124,7 +124,7 @@ inline Complex64 complexTanhExtreme(Real64 x, Real64 y) {
     }
     Real64 sign = y;
     if (isSubnormal(y)) {
-        discard(opaque(y) + y);
+        keepFlags(opaque(y) + y);
     } else {
         auto [s, c] = sinCosExt(y);
         sign = narrow(s * c);

@@ -151,7 +151,7 @@ inline Complex64 complexAsinhSpecial(Real64 x, Real64 y) {
 
 // pi/2 with the sign of y, and the inexact flag.
 inline Real64 halfPiOf(Real64 y) {
-    discard(opaque(halfPi64) + smallestNormal64);
+    keepFlags(opaque(halfPi64) + smallestNormal64);
     return withSign(halfPi64, y);
 }
 
@@ -183,13 +183,13 @@ inline Complex64 complexAtanhSpecial(Real64 x, Real64 y) {
     }
     if (isInf(y)) {
         if (isSubnormal(x)) {
-            discard(opaque(0.5) + x);
+            keepFlags(opaque(0.5) + x);
         }
         return {zero, narrow(atanExt(y))};
     }
     if (isInf(x)) {
         if (isSubnormal(y)) {
-            discard(opaque(0.5) + y);
+            keepFlags(opaque(0.5) + y);
         }
         return {zero, halfPiOf(y)};
     }

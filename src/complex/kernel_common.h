@@ -4,7 +4,7 @@
 // result is rounded once, when it becomes a Real64.
 #pragma once
 
-#include "lanes/real80.h"
+#include "complex/ext_bits.h"
 
 #include <bit>
 #include <cstdint>
@@ -14,9 +14,8 @@ namespace okt {
 inline constexpr Real64 smallestNormal64 = 0x1p-1022;
 inline constexpr Real64 largestFinite64 = 0x1.fffffffffffffp+1023;
 
-inline std::uint64_t patternOf(Real64 x) { return std::bit_cast<std::uint64_t>(x); }
-inline std::uint64_t magnitudeOf(Real64 x) { return patternOf(x) & 0x7FFFFFFFFFFFFFFFU; }
-inline int exponentField(Real64 x) { return static_cast<int>(patternOf(x) >> 52) & 0x7FF; }
+inline std::uint64_t magnitudeOf(Real64 x) { return asBits(x) & 0x7FFFFFFFFFFFFFFFU; }
+inline int exponentField(Real64 x) { return static_cast<int>(asBits(x) >> 52) & 0x7FF; }
 
 inline bool isNaN(Real64 x) { return magnitudeOf(x) > 0x7FF0000000000000U; }
 inline bool isInf(Real64 x) { return magnitudeOf(x) == 0x7FF0000000000000U; }
@@ -27,9 +26,9 @@ inline bool isFiniteNonzero(Real64 x) { return magnitudeOf(x) - 1 < 0x7FEFFFFFFF
 
 // The pattern of x with the sign bit of y, and with its own sign bit turned.
 inline Real64 withSign(Real64 x, Real64 y) {
-    return std::bit_cast<Real64>(magnitudeOf(x) | (patternOf(y) & 0x8000000000000000U));
+    return bits64(magnitudeOf(x) | (asBits(y) & 0x8000000000000000U));
 }
-inline Real64 negated(Real64 x) { return std::bit_cast<Real64>(patternOf(x) ^ 0x8000000000000000U); }
+inline Real64 negated(Real64 x) { return bits64(asBits(x) ^ 0x8000000000000000U); }
 
 // The same, but a NaN keeps its bits: the quarter turns from one function to another never touch a NaN.
 inline Real64 negatedUnlessNaN(Real64 x) { return isNaN(x) ? x : negated(x); }
@@ -39,8 +38,8 @@ inline Real64 narrow(Real80 x) { return static_cast<Real64>(x); }
 // x*x in Real64: quietens a NaN, makes an infinity positive.
 inline Real64 squared(Real64 x) { return x * x; }
 
-inline void raiseUnderflow() { discard(opaque(smallestNormal64) * smallestNormal64); }
-inline void raiseInexact() { discard(opaque(largestFinite64) - smallestNormal64); }
+inline void raiseUnderflow() { keepFlags(opaque(smallestNormal64) * smallestNormal64); }
+inline void raiseInexact() { keepFlags(opaque(largestFinite64) - smallestNormal64); }
 
 // Ends a kernel: a subnormal part of the result raises the underflow flag.
 inline Complex64 closed(Complex64 result) {
