@@ -15,7 +15,7 @@ inline Complex64 complexExpSpecial(Complex64 z) {
     if (isZero(b)) {
         return {narrow(expExt(a)), b};
     }
-    if (isFinite(b)) { // a is zero, infinite or a NaN
+    if (isFinite(b)) {  // a is zero, infinite or a NaN
         Real80 e = expExt(a);
         bool plain = exponentField(b) == 0 && !isZero(a);
         return {narrow(e * cosExt(b)), narrow(plain ? e * b : e * sinExt(b))};
@@ -42,7 +42,7 @@ inline Complex64 complexExpExtreme(Complex64 z) {
     return {narrow(cosExt(b) * e), narrow(exponentField(b) == 0 ? e * b : sinExt(b) * e)};
 }
 
-} // namespace ext
+}  // namespace ext
 
 inline Complex64 complexExpKernel(Complex64 z) {
     if (!isFiniteNonzero(z.re) || !isFiniteNonzero(z.im)) [[unlikely]] {
@@ -56,4 +56,4 @@ inline Complex64 complexExpKernel(Complex64 z) {
     return closed({narrow(e * c), narrow(e * s)});
 }
 
-} // namespace okt
+}  // namespace okt

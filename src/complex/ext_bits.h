@@ -14,9 +14,7 @@ inline Real80 real80(std::uint16_t signAndExponent, std::uint64_t significand) {
 }
 
 // 2^k for the exponents of normal numbers, -16382 to 16383.
-inline Real80 powerOfTwoExt(int k) {
-    return real80(static_cast<std::uint16_t>(k + 0x3FFF), 0x8000000000000000U);
-}
+inline Real80 powerOfTwoExt(int k) { return real80(static_cast<std::uint16_t>(k + 0x3FFF), 0x8000000000000000U); }
 
 // 2^k for the exponents of normal Real64, -1022 to 1023.
 inline Real64 powerOfTwo64(int k) { return bits64(static_cast<std::uint64_t>(k + 1023) << 52); }
@@ -64,4 +62,4 @@ inline Real80 negateIf(bool negate, Real80 x) {
     return x * factor[negate];
 }
 
-} // namespace okt
+}  // namespace okt

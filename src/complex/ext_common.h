@@ -19,10 +19,10 @@ namespace okt {
 namespace ext {
 
 // Adding and taking away 1.5*2^k rounds to a multiple of 2^(k-63).
-inline constexpr Real64 toMultiple31 = 6442450944.0;            // 1.5*2^32, multiples of 2^-31
-inline constexpr Real64 toMultiple40 = 12582912.0;              // 1.5*2^23, multiples of 2^-40
-inline constexpr Real64 toMultiple11 = 6755399441055744.0;      // 1.5*2^52, multiples of 2^-11
-inline constexpr Real64 toInteger = 13835058055282163712.0;     // 1.5*2^63
+inline constexpr Real64 toMultiple31 = 6442450944.0;         // 1.5*2^32, multiples of 2^-31
+inline constexpr Real64 toMultiple40 = 12582912.0;           // 1.5*2^23, multiples of 2^-40
+inline constexpr Real64 toMultiple11 = 6755399441055744.0;   // 1.5*2^52, multiples of 2^-11
+inline constexpr Real64 toInteger = 13835058055282163712.0;  // 1.5*2^63
 
 inline constexpr Real64 twoTo75 = 3.777893186295716e22;
 inline constexpr Real64 twoToMinus75 = 2.6469779601696886e-23;
@@ -141,8 +141,8 @@ OKT_EXT Pair root(Pair a) {
     return fastTwoSum(s, (((a.head - p.head) - p.tail) + a.tail) / (s + s));
 }
 
-} // namespace ext
+}  // namespace ext
 
 OKT_EXT Real80 sqrtExt(Real80 x) { return ext::root(x); }
 
-} // namespace okt
+}  // namespace okt

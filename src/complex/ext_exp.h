@@ -1,6 +1,9 @@
 // Exponential and hyperbolic functions in extended precision.
 //
 // e^x = 2^k*2^(j/256)*(1 + p), n = 256k + j = round(x*256/ln 2), r = x - n*ln 2/256, p = e^r - 1.
+//
+// Largest errors seen, in ulp of the 64-bit significand: exp 0.52 at -0.0189776627728, sinh 0.56 at 0.452807527654,
+// cosh 0.58 at -0.498337368612, tanh 0.66 at -0.474513494259.
 #pragma once
 
 #include "complex/ext_common.h"
@@ -11,7 +14,7 @@ namespace ext {
 
 struct ExpConstants {
     static constexpr Real64 invLn2x256 = 369.3299304675746;
-    static constexpr Real64 ln2Over256Hi = 0.0027076061742263846; // 29 bits: its products with n are exact
+    static constexpr Real64 ln2Over256Hi = 0.0027076061742263846;  // 29 bits: its products with n are exact
     static constexpr Real64 ln2Over256Lo = -1.6409824502660487e-13;
     // (e^r - 1 - r)/r^2, |r| <= ln 2/512.
     static constexpr Real64 c2 = 0.5, c3 = 0.16666666666665733, c4 = 0.0416666666666645, c5 = 0.008333335878865304,
@@ -121,7 +124,7 @@ OKT_EXT_RARE Real80 expFar(Real80 x, int exponent) {
     return scaleWide(value.head + value.tail, static_cast<int>(n >> 8));
 }
 
-} // namespace ext
+}  // namespace ext
 
 // e^x. The argument may be a Real64, which saves a trip through memory for its exponent.
 template <class T>
@@ -130,7 +133,7 @@ OKT_EXT Real80 expExt(T argument) {
     if (static_cast<unsigned>(exponent - 0x3FFA) >= 0x4008 - 0x3FFA) [[unlikely]] {
         return ext::expFar(argument, exponent);
     }
-    auto [value, n] = ext::expParts(argument); // |x| < 512: 2^k is a Real64
+    auto [value, n] = ext::expParts(argument);  // |x| < 512: 2^k is a Real64
     return (value.head + value.tail) * powerOfTwo64(static_cast<int>(n >> 8));
 }
 
@@ -159,10 +162,10 @@ OKT_EXT_RARE SinhCosh sinhCoshFar(Real80 x, int exponent) {
     }
     auto [value, n] = expParts(a);
     Real80 half = scaleWide(value.head + value.tail, static_cast<int>(n >> 8) - 1);
-    return {negateIf(signOf(x), half), half}; // e^-|x| lies below the last place
+    return {negateIf(signOf(x), half), half};  // e^-|x| lies below the last place
 }
 
-} // namespace ext
+}  // namespace ext
 
 // Both hyperbolic functions on one exponential.
 template <class T>
@@ -225,4 +228,4 @@ inline Real80 tanhExt(Real80 x) {
     return negateIf(signOf(x), result.head + result.tail);
 }
 
-} // namespace okt
+}  // namespace okt

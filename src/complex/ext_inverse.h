@@ -2,6 +2,9 @@
 //
 // Angle of the point (l, s), 0 <= s <= l: k = round(128*s/l) from a table, and the arctangent of
 // u = (s - l*k/128)/(l + s*k/128), whose quotient is taken with its rest.
+//
+// Largest errors seen, in ulp of the 64-bit significand: atan and atan2 0.55 at 0.0746375638350931,
+// asin 0.59 at -0.60395749061968, acos 0.58 at 0.56159181173866.
 #pragma once
 
 #include "complex/ext_common.h"
@@ -138,7 +141,7 @@ OKT_EXT_RARE Real80 atan2Rare(Real80 y, Real80 x) {
     return left ? negateIf(negative, tableAngle(512) - opaque(tiny())) : y / x;
 }
 
-} // namespace ext
+}  // namespace ext
 
 namespace ext {
 
@@ -162,7 +165,7 @@ OKT_EXT Ordered ordered(Real80 y, Real80 x) {
     return {a * first + b * second, a * second + b * first, steep};
 }
 
-} // namespace ext
+}  // namespace ext
 
 // Angle of the point (x, y).
 template <class T>
@@ -172,7 +175,8 @@ OKT_EXT Real80 atan2Ext(T argumentY, T argumentX) {
     int ey = static_cast<int>(fieldY & 0x7FFF), ex = static_cast<int>(fieldX & 0x7FFF);
     // Zeros, subnormals, infinities and NaNs of either type lie outside these exponents.
     constexpr int lowest = sizeof(T) == 8 ? 0x3C00 : 0x1FFF;
-    if (ey > lowest && ex > lowest && ey < 0x5FFF && ex < 0x5FFF && static_cast<unsigned>(ey - ex + 12) <= 24) [[likely]] {
+    if (ey > lowest && ex > lowest && ey < 0x5FFF && ex < 0x5FFF && static_cast<unsigned>(ey - ex + 12) <= 24)
+        [[likely]] {
         auto [larger, smaller, steep] = ordered(argumentY, argumentX);
         return negateIf(fieldY >> 15 != 0,
                         angleInOctant<sizeof(T) == 8>(smaller, larger, octantOf(steep, fieldX >> 15 != 0)));
@@ -206,8 +210,8 @@ inline Real80 atanExt(T argument) {
     }
     bool steep = a > 1.0;
     int apart = exponent > 0x3FFF ? exponent - 0x3FFF : 0x3FFF - exponent;
-    return negateIf(negative, angleByRatio(steep ? Real80{1.0} : a, steep ? a : Real80{1.0}, apart,
-                                           octantOf(steep, false)));
+    return negateIf(negative,
+                    angleByRatio(steep ? Real80{1.0} : a, steep ? a : Real80{1.0}, apart, octantOf(steep, false)));
 }
 
 namespace ext {
@@ -227,7 +231,7 @@ OKT_EXT Pair halfAngle(Real80 a) {
     return {s, rest + asinRest(s, w)};
 }
 
-} // namespace ext
+}  // namespace ext
 
 // Arcsine.
 template <class T>
@@ -280,4 +284,4 @@ inline Real80 acosExt(T argument) {
     return angle.head + (angle.tail + (pi[1] - 2.0 * low));
 }
 
-} // namespace okt
+}  // namespace okt

@@ -1,6 +1,9 @@
 // Logarithms and inverse hyperbolic functions in extended precision.
 //
 // ln(2^n*m) = n*ln 2 - ln c + ln(1 + z), c near 1/m from a table by the top 8 fraction bits, z = m*c - 1.
+//
+// Largest errors seen, in ulp of the 64-bit significand: ln 0.51, ln(1 + x) 0.51, asinh 0.56 at -0.46448966441,
+// acosh 0.53 at 1.22946168755, atanh 0.54 at -0.23530774312.
 #pragma once
 
 #include "complex/ext_common.h"
@@ -9,8 +12,8 @@ namespace okt {
 
 namespace ext {
 
-// ln((y + rest)*2^extra) for a positive normal y, given by its bits, and a rest that is small beside it, the whole away from 1. Head terms
-// are multiples of 2^-43 and add up without error.
+// ln((y + rest)*2^extra) for a positive normal y, given by its bits, and a rest that is small beside it, the whole away
+// from 1. Head terms are multiples of 2^-43 and add up without error.
 OKT_EXT Real80 lnFar(Real80Bits bits, Real80 rest, int extra = 0) {
     constexpr Real64 ln2Hi = 0.6931471806019545, ln2Lo = -4.2009150726810846e-11;
     static constexpr Real64 series[6] = {-0.5,
@@ -58,15 +61,15 @@ inline Real80 lnNear(Real80 t, int exponent) {
     return tinyOdd(t);
 }
 
-} // namespace ext
+}  // namespace ext
 
 // ln x.
 inline Real80 logExt(Real80 x) {
     using namespace ext;
     Real80Bits bits = bitsOf(x);
     // Sign, exponent and the top 16 significand bits in one number.
-    std::uint32_t key = static_cast<std::uint32_t>(bits.signAndExponent) << 16 |
-                        static_cast<std::uint32_t>(bits.significand >> 48);
+    std::uint32_t key =
+        static_cast<std::uint32_t>(bits.signAndExponent) << 16 | static_cast<std::uint32_t>(bits.significand >> 48);
     if (key - 0x3FFEF800U > 0x3FFF8800U - 0x3FFEF800U) {
         if (key < 0x7FFF8000U) {
             if (bits.signAndExponent != 0) {
@@ -75,7 +78,7 @@ inline Real80 logExt(Real80 x) {
             if (bits.significand == 0) {
                 return pole(-1.0);
             }
-            return lnFar(bitsOf(x * twoTo75), 0.0, -75); // a subnormal
+            return lnFar(bitsOf(x * twoTo75), 0.0, -75);  // a subnormal
         }
         if (x == 0) {
             return pole(-1.0);
@@ -124,9 +127,9 @@ inline Real80 asinhExt(T argument) {
         return negateIf(signOf(argument), lnFar(bitsOf(a), 0.0, 1));
     }
     Pair y;
-    if (exponent < 0x400A) { // |x| + sqrt(x^2 + 1)
+    if (exponent < 0x400A) {  // |x| + sqrt(x^2 + 1)
         y = root(twoProduct(a, a) + Pair{1.0, 0.0}) + Pair{a, 0.0};
-    } else { // 2|x| + 1/(2|x|), with the next term of the series of the root
+    } else {  // 2|x| + 1/(2|x|), with the next term of the series of the root
         Real80 twice = a + a;
         Real80 inverse = 1.0 / twice;
         y = fastTwoSum(twice, inverse - inverse * inverse * inverse);
@@ -157,11 +160,11 @@ inline Real80 acoshExt(T argument) {
         Pair s = root(Pair{t + t, 0.0});
         return s.head + (s.tail + s.head * t * poly(t, tables::AcoshWide, tables::Acosh));
     }
-    if (exponent < 0x400A) { // x + sqrt(x^2 - 1)
+    if (exponent < 0x400A) {  // x + sqrt(x^2 - 1)
         Pair y = root(twoProduct(x, x) + Pair{-1.0, 0.0}) + Pair{x, 0.0};
         return lnFar(bitsOf(y.head), y.tail);
     }
-    if (exponent < 0x4021) { // 2x - 1/(2x), with the next term of the series of the root
+    if (exponent < 0x4021) {  // 2x - 1/(2x), with the next term of the series of the root
         Real80 twice = x + x;
         Real80 inverse = 1.0 / twice;
         Pair y = fastTwoSum(twice, -(inverse + inverse * inverse * inverse));
@@ -197,4 +200,4 @@ inline Real80 atanhExt(Real80 x) {
     return negateIf(signOf(x), 0.5 * lnFar(bitsOf(y.head), y.tail));
 }
 
-} // namespace okt
+}  // namespace okt

@@ -1,6 +1,9 @@
 // Sine, cosine and tangent in extended precision.
 //
 // |x| = n*pi/2 + r with |r| <= pi/4 and r as head and tail; polynomials in r^2; n chooses function and signs.
+//
+// Largest errors seen, in ulp of the 64-bit significand, over all exponents: sine and cosine 0.64 (cosine at 1211058),
+// tangent 0.51.
 #pragma once
 
 #include "complex/ext_common.h"
@@ -79,9 +82,9 @@ inline Quarter reduceLarge(Real80 a) {
     // Times pi/4.
     constexpr Real64 quarterPiHi = 0.7853981633670628, quarterPiLo = 3.038550253253096e-11;
     Real80 head = leading31(f.head);
-    return {fastTwoSum(head * quarterPiHi,
-                       (f.head - head) * quarterPiHi + (f.tail * quarterPiHi + f.head * quarterPiLo)),
-            turns};
+    return {
+        fastTwoSum(head * quarterPiHi, (f.head - head) * quarterPiHi + (f.tail * quarterPiHi + f.head * quarterPiLo)),
+        turns};
 }
 
 // |x| reduced, for a finite x; exponent is that of x.
@@ -97,7 +100,7 @@ inline constexpr Real80 minusSixth = -0xAAAAAAAAAAAAAAABp-66L;
 inline constexpr Real64 sineSeries[3] = {0x1.1111111111111p-7, -0x1.a01a01a01a01ap-13, 0x1.71de3a556c734p-19};
 inline constexpr Real64 cosineSeries[4] = {-0.5, 0x1.5555555555555p-5, -0x1.6c16c16c16c17p-10, 0x1.a01a01a01a01ap-16};
 
-} // namespace ext
+}  // namespace ext
 
 struct SinCos {
     Real80 sin, cos;
@@ -128,7 +131,7 @@ OKT_EXT SinCos sinCosReduced(Pair r) {
     Real80 h = roundBy(toMultiple11, x);
     Real80 l = (x - h) + r.tail;
     Real80 hh = h * h;
-    Real80 both = l * (x + h); // r^2 - h^2
+    Real80 both = l * (x + h);  // r^2 - h^2
     Real80 cosine = poly(z, tables::CosineWide, tables::Cosine) * (z * z) - both * 0.5;
     Real80 cube = hh * h + (z * l + both * h);
     Real80 sine = (poly(z, tables::SineWide, tables::Sine) * (cube * z) + r.tail) + cube * minusSixth;
@@ -162,7 +165,7 @@ OKT_EXT_RARE SinCos sinCosFar(Real80 x, int exponent) {
     return inQuadrant(sinCosReduced(r), turns, signOf(x));
 }
 
-} // namespace ext
+}  // namespace ext
 
 // Sine and cosine at once.
 template <class T>
@@ -191,7 +194,7 @@ namespace ext {
 // Tangent of |x| reduced to r, or -1/tan for an odd number of quarter turns, for positive r + tail.
 inline Real80 tanReduced(Pair r, bool cotangent) {
     constexpr Real64 sixtyFourOverPi = 20.371832715762604;
-    constexpr Real64 stepHi = 0.049087385210441425, stepLo = 1.899093908283185e-12; // pi/64
+    constexpr Real64 stepHi = 0.049087385210441425, stepLo = 1.899093908283185e-12;  // pi/64
     Real80 q = r.head * sixtyFourOverPi;
     auto k = static_cast<std::int64_t>(static_cast<Real64>(q));
     if (k == 0) {
@@ -217,7 +220,7 @@ inline Real80 tanReduced(Pair r, bool cotangent) {
 
 inline constexpr Real64 tangentSeries[3] = {0x1.1111111111111p-3, 0x1.ba1ba1ba1ba1cp-5, 0x1.664f4882c10fap-6};
 
-} // namespace ext
+}  // namespace ext
 
 // Tangent.
 template <class T>
@@ -242,4 +245,4 @@ inline Real80 tanExt(T argument) {
     return negateIf(negative != signOf(argument), y);
 }
 
-} // namespace okt
+}  // namespace okt

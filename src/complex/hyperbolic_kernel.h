@@ -133,7 +133,7 @@ inline Complex64 complexTanhExtreme(Real64 x, Real64 y) {
     return {re, withSign(0.0, sign)};
 }
 
-} // namespace ext
+}  // namespace ext
 
 inline Complex64 complexCoshKernel(Complex64 z) {
     Complex64 result;
@@ -181,4 +181,4 @@ inline Complex64 complexCosKernel(Complex64 z) { return complexCoshKernel(ext::t
 inline Complex64 complexSinKernel(Complex64 z) { return ext::turnedBack(complexSinhKernel(ext::turned(z))); }
 inline Complex64 complexTanKernel(Complex64 z) { return ext::turnedBack(complexTanhKernel(ext::turned(z))); }
 
-} // namespace okt
+}  // namespace okt

@@ -58,7 +58,7 @@ struct AngleAndLogarithm {
 OKT_EXT AngleAndLogarithm acosParts(Real64 x, Real64 y) {
     Distances d = distances(absReal64(x), absReal64(y));
     Real80 angle;
-    if (d.a < 0xA4467381D7DBF488p-64L * d.A) { // 0.6417
+    if (d.a < 0xA4467381D7DBF488p-64L * d.A) {  // 0.6417
         angle = acosExt(d.a / d.A);
     } else {
         Real80 v = otherLeg(d);
@@ -204,7 +204,7 @@ inline Complex64 complexAtanhSpecial(Real64 x, Real64 y) {
     return {narrow(atanhRealPart(wide, wide * wide, 0.0)), halfPiOf(y)};
 }
 
-} // namespace ext
+}  // namespace ext
 
 inline Complex64 complexAcosKernel(Complex64 z) {
     if (!isFiniteNonzero(z.re) || !isFiniteNonzero(z.im)) [[unlikely]] {
@@ -230,7 +230,7 @@ inline Complex64 complexAsinhKernel(Complex64 z) {
     // The roles of the parts are exchanged.
     ext::Distances d = ext::distances(absReal64(z.im), absReal64(z.re));
     Real80 angle;
-    if (d.a <= 0xE666666666666666p-64L * d.A) { // 0.9
+    if (d.a <= 0xE666666666666666p-64L * d.A) {  // 0.9
         angle = asinExt(d.a / d.A);
     } else {
         Real80 v = ext::otherLeg(d);
@@ -247,7 +247,7 @@ inline Complex64 complexAtanhKernel(Complex64 z) {
     Real80 x2 = x * x, y2 = y * y;
     Real80 d = (1.0 - x2) - y2;
     Real80 angle;
-    if (absExt(d) < 0x1.eb851eb851eb8p-6) { // close to the unit circle
+    if (absExt(d) < 0x1.eb851eb851eb8p-6) {  // close to the unit circle
         angle = atan2Ext(y, 1.0 + x) - atan2Ext(-y, 1.0 - x);
     } else {
         angle = atan2Ext(2.0 * y, d);
@@ -255,12 +255,8 @@ inline Complex64 complexAtanhKernel(Complex64 z) {
     return closed({narrow(ext::atanhRealPart(x, x2, y2)), narrow(angle * 0.5)});
 }
 
-inline Complex64 complexAsinKernel(Complex64 z) {
-    return ext::turnedBack(complexAsinhKernel(ext::turned(z)));
-}
+inline Complex64 complexAsinKernel(Complex64 z) { return ext::turnedBack(complexAsinhKernel(ext::turned(z))); }
 
-inline Complex64 complexAtanKernel(Complex64 z) {
-    return ext::turnedBack(complexAtanhKernel(ext::turned(z)));
-}
+inline Complex64 complexAtanKernel(Complex64 z) { return ext::turnedBack(complexAtanhKernel(ext::turned(z))); }
 
-} // namespace okt
+}  // namespace okt

@@ -25,9 +25,7 @@ inline bool isSubnormal(Real64 x) { return magnitudeOf(x) - 1 < 0x000FFFFFFFFFFF
 inline bool isFiniteNonzero(Real64 x) { return magnitudeOf(x) - 1 < 0x7FEFFFFFFFFFFFFFU; }
 
 // The pattern of x with the sign bit of y, and with its own sign bit turned.
-inline Real64 withSign(Real64 x, Real64 y) {
-    return bits64(magnitudeOf(x) | (asBits(y) & 0x8000000000000000U));
-}
+inline Real64 withSign(Real64 x, Real64 y) { return bits64(magnitudeOf(x) | (asBits(y) & 0x8000000000000000U)); }
 inline Real64 negated(Real64 x) { return bits64(asBits(x) ^ 0x8000000000000000U); }
 
 // The same, but a NaN keeps its bits: the quarter turns from one function to another never touch a NaN.
@@ -55,11 +53,11 @@ namespace ext {
 inline Complex64 turned(Complex64 z) { return {negatedUnlessNaN(z.im), z.re}; }
 inline Complex64 turnedBack(Complex64 z) { return {z.im, negatedUnlessNaN(z.re)}; }
 
-} // namespace ext
+}  // namespace ext
 
 inline constexpr Real64 pi64 = 0x1.921fb54442d18p+1;
 inline constexpr Real64 halfPi64 = 0x1.921fb54442d18p+0;
 inline constexpr Real64 quarterPi64 = 0x1.921fb54442d18p-1;
 inline constexpr Real64 threeQuarterPi64 = 0x1.2d97c7f3321d2p+1;
 
-} // namespace okt
+}  // namespace okt

@@ -27,7 +27,7 @@ inline Complex64 complexLogSpecial(Real64 a, Real64 b, Real80 angleFactor) {
 
 // High part of x for an exact square, 31 bits of the significand.
 OKT_EXT Real80 squareHead(Real80 x) {
-    Real80 p = x * 0x1.000000008p+33; // 2^33 + 1
+    Real80 p = x * 0x1.000000008p+33;  // 2^33 + 1
     return p - (p - x);
 }
 
@@ -48,7 +48,7 @@ OKT_EXT Real80 lnOfSquares(Real64 a, Real64 b) {
     return log1pExt((s - 1.0) + ((majorError + minorError) + sumError));
 }
 
-} // namespace ext
+}  // namespace ext
 
 inline Complex64 complexLogKernel(Complex64 z) {
     if (!isFinite(z.re) || !isFinite(z.im)) [[unlikely]] {
@@ -67,4 +67,4 @@ inline Complex64 complexLog10Kernel(Complex64 z) {
     return closed({narrow(ext::lnOfSquares(z.re, z.im) * 0.5 * log10E), narrow(angle * log10E)});
 }
 
-} // namespace okt
+}  // namespace okt

@@ -27,13 +27,13 @@ inline Complex64 complexSqrtSpecial(Real64 x, Real64 y) {
         Real64 t = narrow(sqrtExt(0.5 * Real80{absReal64(y)}));
         return {t, withSign(t, y)};
     }
-    if (signOf(x)) { // y is a zero from here on
+    if (signOf(x)) {  // y is a zero from here on
         return {0.0, withSign(narrow(sqrtExt(-Real80{x})), y)};
     }
     return {narrow(sqrtExt(Real80{x})), y};
 }
 
-} // namespace ext
+}  // namespace ext
 
 inline Complex64 complexSqrtKernel(Complex64 z) {
     if (!isFiniteNonzero(z.re) || !isFiniteNonzero(z.im)) [[unlikely]] {
@@ -55,4 +55,4 @@ inline Complex64 complexPowKernel(Complex64 a, Complex64 b) {
     return complexExpKernel({b.re * w.re - b.im * w.im, b.re * w.im + b.im * w.re});
 }
 
-} // namespace okt
+}  // namespace okt
