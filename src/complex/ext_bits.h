@@ -19,19 +19,9 @@ inline Real80 powerOfTwoExt(int k) { return real80(static_cast<std::uint16_t>(k 
 // 2^k for the exponents of normal Real64, -1022 to 1023.
 inline Real64 powerOfTwo64(int k) { return bits64(static_cast<std::uint64_t>(k + 1023) << 52); }
 
-// The pattern, each field read by a load of its own width: a wider one would wait until the store of ten bytes retires.
-inline Real80Bits bitsOf(Real80 x) {
-    union {
-        Real80 value;
-        Real80Bits bits;
-    } slot;
-    slot.value = x;
-    return {slot.bits.significand, static_cast<const volatile std::uint16_t&>(slot.bits.signAndExponent)};
-}
-
 // Sign and biased exponent in the 16 bits of Real80, for both types. A Real64 needs no trip through an 80-bit slot; its
 // infinities and NaNs get the exponent 0x7FFF, its subnormals that just below its smallest normal.
-inline std::uint32_t signExponent(Real80 x) { return bitsOf(x).signAndExponent; }
+inline std::uint32_t signExponent(Real80 x) { return asBits(x).signAndExponent; }
 inline std::uint32_t signExponent(Real64 x) {
     auto field = static_cast<std::uint32_t>(asBits(x) >> 52);
     std::uint32_t exponent = field & 0x7FF;

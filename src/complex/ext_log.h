@@ -66,7 +66,7 @@ inline Real80 lnNear(Real80 t, int exponent) {
 // ln x.
 inline Real80 logExt(Real80 x) {
     using namespace ext;
-    Real80Bits bits = bitsOf(x);
+    Real80Bits bits = asBits(x);
     // Sign, exponent and the top 16 significand bits in one number.
     std::uint32_t key =
         static_cast<std::uint32_t>(bits.signAndExponent) << 16 | static_cast<std::uint32_t>(bits.significand >> 48);
@@ -78,7 +78,7 @@ inline Real80 logExt(Real80 x) {
             if (bits.significand == 0) {
                 return pole(-1.0);
             }
-            return lnFar(bitsOf(x * twoTo75), 0.0, -75);  // a subnormal
+            return lnFar(asBits(x * twoTo75), 0.0, -75);  // a subnormal
         }
         if (x == 0) {
             return pole(-1.0);
@@ -103,7 +103,7 @@ inline Real80 log1pExt(Real80 x) {
         return x == -1.0 ? pole(-1.0) : invalid();
     }
     Pair y = exponent < 0x3FFF ? fastTwoSum(1.0, x) : fastTwoSum(x, 1.0);
-    return lnFar(bitsOf(y.head), y.tail);
+    return lnFar(asBits(y.head), y.tail);
 }
 
 // Inverse hyperbolic sine.
@@ -124,7 +124,7 @@ inline Real80 asinhExt(T argument) {
     }
     Real80 a = absExt(x);
     if (exponent > 0x4025) {
-        return negateIf(signOf(argument), lnFar(bitsOf(a), 0.0, 1));
+        return negateIf(signOf(argument), lnFar(asBits(a), 0.0, 1));
     }
     Pair y;
     if (exponent < 0x400A) {  // |x| + sqrt(x^2 + 1)
@@ -134,7 +134,7 @@ inline Real80 asinhExt(T argument) {
         Real80 inverse = 1.0 / twice;
         y = fastTwoSum(twice, inverse - inverse * inverse * inverse);
     }
-    return negateIf(signOf(argument), lnFar(bitsOf(y.head), y.tail));
+    return negateIf(signOf(argument), lnFar(asBits(y.head), y.tail));
 }
 
 // Inverse hyperbolic cosine.
@@ -162,15 +162,15 @@ inline Real80 acoshExt(T argument) {
     }
     if (exponent < 0x400A) {  // x + sqrt(x^2 - 1)
         Pair y = root(twoProduct(x, x) + Pair{-1.0, 0.0}) + Pair{x, 0.0};
-        return lnFar(bitsOf(y.head), y.tail);
+        return lnFar(asBits(y.head), y.tail);
     }
     if (exponent < 0x4021) {  // 2x - 1/(2x), with the next term of the series of the root
         Real80 twice = x + x;
         Real80 inverse = 1.0 / twice;
         Pair y = fastTwoSum(twice, -(inverse + inverse * inverse * inverse));
-        return lnFar(bitsOf(y.head), y.tail);
+        return lnFar(asBits(y.head), y.tail);
     }
-    return lnFar(bitsOf(x), 0.0, 1);
+    return lnFar(asBits(x), 0.0, 1);
 }
 
 // Inverse hyperbolic tangent.
@@ -197,7 +197,7 @@ inline Real80 atanhExt(Real80 x) {
         return a == 1.0 ? pole(x) : invalid();
     }
     Pair y = fastTwoSum(1.0, a) / fastTwoSum(1.0, -a);
-    return negateIf(signOf(x), 0.5 * lnFar(bitsOf(y.head), y.tail));
+    return negateIf(signOf(x), 0.5 * lnFar(asBits(y.head), y.tail));
 }
 
 }  // namespace okt

@@ -57,7 +57,7 @@ inline Quarter reduceMedium(Real80 a) {
 // Digits of a weight that would give multiples of 8 are left out; 256 bits of the product are kept, 3 of them integer.
 inline Quarter reduceLarge(Real80 a) {
     __extension__ using Wide = unsigned __int128;
-    Real80Bits bits = bitsOf(a);
+    Real80Bits bits = asBits(a);
     // The first digit of 4/pi whose product with the lowest bit of the significand weighs 4; 128 zeros stand in front.
     unsigned first = static_cast<unsigned>((bits.signAndExponent & 0x7FFF) - (0x3FFF + 63) - 2 + 128);
     const std::uint64_t* word = tables::fourOverPiSlices + (first >> 6);

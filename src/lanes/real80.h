@@ -16,10 +16,14 @@ struct Real80Bits {
     std::uint16_t signAndExponent;  // sign in bit 15, exponent biased by 16383
 };
 
+// Each field is read by a load of its own width: a wider one would wait until the store of ten bytes retires.
 inline Real80Bits asBits(Real80 x) {
-    Real80Bits bits;
-    __builtin_memcpy(&bits, &x, 10);
-    return bits;
+    union {
+        Real80 value;
+        Real80Bits bits;
+    } slot;
+    slot.value = x;
+    return {slot.bits.significand, static_cast<const volatile std::uint16_t&>(slot.bits.signAndExponent)};
 }
 
 inline Real80 fromBits(Real80Bits bits) {
@@ -28,17 +32,9 @@ inline Real80 fromBits(Real80Bits bits) {
     return x;
 }
 
-// The significand as a number in [1, 2). Building it in memory from two pieces and loading it as one would stall the
-// load until both are written; the integer load does not, and every step is exact.
+// The significand as a number in [1, 2), by an integer load; every step is exact.
 inline Real80 significandOf(Real80Bits bits) {
     return (static_cast<Real80>(static_cast<std::int64_t>(bits.significand)) + 0x1p64L) * 0x1p-63L;
-}
-
-// 2^k for a normal Real64 power at no cost, any other in two pieces.
-inline Real80 powerOfTwo(int k) {
-    if (static_cast<unsigned>(k + 1022) <= 2045u) [[likely]]
-        return bits64(static_cast<std::uint64_t>(k + 1023) << 52);
-    return fromBits({std::uint64_t{1} << 63, static_cast<std::uint16_t>(k + 16383)});
 }
 
 }  // namespace okt
