@@ -384,6 +384,113 @@ OKT_API OktStatus oktsSub_64fc_A53(const Complex64* src1, const Complex64* src2,
 
 /** @} */
 
+/** @defgroup PowersAndRoots Powers and roots
+ *  @{ */
+
+/**
+ * @brief 1 / square root, for each element.
+ *
+ * The approximation and the series of Sqrt. Errors below 0.985 ulp on 32f and 0.501 ulp on 64f; the last bit may follow
+ * the approximation of another processor model.
+ *
+ * Special values: a zero gives the infinity of its sign and oktStatusSingularity, plus infinity gives +0, a NaN itself,
+ * quiet; an element below zero gives the NaN 0xFFC00000 (64f: 0xFFF8000000000000) and oktStatusDomain.
+ *
+ * On 32f, elements are worked in blocks of four from the start of the array, the last len % 4 elements alone. A block with
+ * an element that is not positive, normal and finite is computed by root and division, with errors below 0.5001 ulp; so the
+ * last bit of an element can depend on its neighbours in the block. Inside one block an element below zero decides over a
+ * zero, whatever their order.
+ *
+ * dst may be src.
+ *
+ * @param[in] src source array of len Real32
+ * @param[out] dst destination array of len Real32
+ * @param[in] len number of elements, 1 or more
+ * @return oktStatusOk, oktStatusBadLength, oktStatusNullPointer, oktStatusDomain, oktStatusSingularity
+ */
+OKT_API OktStatus oktsInvSqrt_32f_A11(const Real32* src, Real32* dst, int32_t len);
+/** @copydoc oktsInvSqrt_32f_A11 */
+OKT_API OktStatus oktsInvSqrt_32f_A21(const Real32* src, Real32* dst, int32_t len);
+/** @copydoc oktsInvSqrt_32f_A11 */
+OKT_API OktStatus oktsInvSqrt_32f_A24(const Real32* src, Real32* dst, int32_t len);
+
+/**
+ * @brief 1 / square root, for each element.
+ *
+ * The approximation and the series of Sqrt. Errors below 0.985 ulp on 32f and 0.501 ulp on 64f; the last bit may follow
+ * the approximation of another processor model.
+ *
+ * Special values: a zero gives the infinity of its sign and oktStatusSingularity, plus infinity gives +0, a NaN itself,
+ * quiet; an element below zero gives the NaN 0xFFC00000 (64f: 0xFFF8000000000000) and oktStatusDomain.
+ *
+ * On 32f, elements are worked in blocks of four from the start of the array, the last len % 4 elements alone. A block with
+ * an element that is not positive, normal and finite is computed by root and division, with errors below 0.5001 ulp; so the
+ * last bit of an element can depend on its neighbours in the block. Inside one block an element below zero decides over a
+ * zero, whatever their order.
+ *
+ * dst may be src.
+ *
+ * @param[in] src source array of len Real64
+ * @param[out] dst destination array of len Real64
+ * @param[in] len number of elements, 1 or more
+ * @return oktStatusOk, oktStatusBadLength, oktStatusNullPointer, oktStatusDomain, oktStatusSingularity
+ */
+OKT_API OktStatus oktsInvSqrt_64f_A26(const Real64* src, Real64* dst, int32_t len);
+/** @copydoc oktsInvSqrt_64f_A26 */
+OKT_API OktStatus oktsInvSqrt_64f_A50(const Real64* src, Real64* dst, int32_t len);
+/** @copydoc oktsInvSqrt_64f_A26 */
+OKT_API OktStatus oktsInvSqrt_64f_A53(const Real64* src, Real64* dst, int32_t len);
+
+/**
+ * @brief Square root, for each element.
+ *
+ * By neither a root nor a division: a 12-bit approximation of 1/sqrt(x), cut so that the leading products are exact, and
+ * one evaluation of the binomial series. Errors below 0.761 ulp on 32f and 0.501 ulp on 64f (0.75 ulp where the source is
+ * subnormal on 64f); the last bit may follow the approximation of another processor model. Complex elements take the
+ * principal root.
+ *
+ * Real special values: a zero or plus infinity gives itself, a NaN itself, quiet; an element below zero gives the NaN
+ * 0xFFC00000 (64f: 0xFFF8000000000000) and oktStatusDomain, without the invalid flag.
+ *
+ * dst may be src.
+ *
+ * @param[in] src source array of len Real32
+ * @param[out] dst destination array of len Real32
+ * @param[in] len number of elements, 1 or more
+ * @return oktStatusOk, oktStatusBadLength, oktStatusNullPointer, oktStatusDomain
+ */
+OKT_API OktStatus oktsSqrt_32f_A11(const Real32* src, Real32* dst, int32_t len);
+/** @copydoc oktsSqrt_32f_A11 */
+OKT_API OktStatus oktsSqrt_32f_A21(const Real32* src, Real32* dst, int32_t len);
+/** @copydoc oktsSqrt_32f_A11 */
+OKT_API OktStatus oktsSqrt_32f_A24(const Real32* src, Real32* dst, int32_t len);
+
+/**
+ * @brief Square root, for each element.
+ *
+ * By neither a root nor a division: a 12-bit approximation of 1/sqrt(x), cut so that the leading products are exact, and
+ * one evaluation of the binomial series. Errors below 0.761 ulp on 32f and 0.501 ulp on 64f (0.75 ulp where the source is
+ * subnormal on 64f); the last bit may follow the approximation of another processor model. Complex elements take the
+ * principal root.
+ *
+ * Real special values: a zero or plus infinity gives itself, a NaN itself, quiet; an element below zero gives the NaN
+ * 0xFFC00000 (64f: 0xFFF8000000000000) and oktStatusDomain, without the invalid flag.
+ *
+ * dst may be src.
+ *
+ * @param[in] src source array of len Real64
+ * @param[out] dst destination array of len Real64
+ * @param[in] len number of elements, 1 or more
+ * @return oktStatusOk, oktStatusBadLength, oktStatusNullPointer, oktStatusDomain
+ */
+OKT_API OktStatus oktsSqrt_64f_A26(const Real64* src, Real64* dst, int32_t len);
+/** @copydoc oktsSqrt_64f_A26 */
+OKT_API OktStatus oktsSqrt_64f_A50(const Real64* src, Real64* dst, int32_t len);
+/** @copydoc oktsSqrt_64f_A26 */
+OKT_API OktStatus oktsSqrt_64f_A53(const Real64* src, Real64* dst, int32_t len);
+
+/** @} */
+
 #ifdef __cplusplus
 }
 #endif
