@@ -388,6 +388,90 @@ OKT_API OktStatus oktsSub_64fc_A53(const Complex64* src1, const Complex64* src2,
  *  @{ */
 
 /**
+ * @brief Cube root, for each element.
+ *
+ * The exponent is divided by three in integers; the significand goes through a polynomial (32f, in Real64) or a table of 32
+ * roots and a short series (64f). Errors below 0.91 ulp on 32f and 0.52 ulp on 64f.
+ *
+ * Special values: zeros and infinities give themselves, a NaN itself, quiet; negative elements give negative roots.
+ *
+ * dst may be src.
+ *
+ * @param[in] src source array of len Real32
+ * @param[out] dst destination array of len Real32
+ * @param[in] len number of elements, 1 or more
+ * @return oktStatusOk, oktStatusBadLength, oktStatusNullPointer
+ */
+OKT_API OktStatus oktsCbrt_32f_A11(const Real32* src, Real32* dst, int32_t len);
+/** @copydoc oktsCbrt_32f_A11 */
+OKT_API OktStatus oktsCbrt_32f_A21(const Real32* src, Real32* dst, int32_t len);
+/** @copydoc oktsCbrt_32f_A11 */
+OKT_API OktStatus oktsCbrt_32f_A24(const Real32* src, Real32* dst, int32_t len);
+
+/**
+ * @brief Cube root, for each element.
+ *
+ * The exponent is divided by three in integers; the significand goes through a polynomial (32f, in Real64) or a table of 32
+ * roots and a short series (64f). Errors below 0.91 ulp on 32f and 0.52 ulp on 64f.
+ *
+ * Special values: zeros and infinities give themselves, a NaN itself, quiet; negative elements give negative roots.
+ *
+ * dst may be src.
+ *
+ * @param[in] src source array of len Real64
+ * @param[out] dst destination array of len Real64
+ * @param[in] len number of elements, 1 or more
+ * @return oktStatusOk, oktStatusBadLength, oktStatusNullPointer
+ */
+OKT_API OktStatus oktsCbrt_64f_A26(const Real64* src, Real64* dst, int32_t len);
+/** @copydoc oktsCbrt_64f_A26 */
+OKT_API OktStatus oktsCbrt_64f_A50(const Real64* src, Real64* dst, int32_t len);
+/** @copydoc oktsCbrt_64f_A26 */
+OKT_API OktStatus oktsCbrt_64f_A53(const Real64* src, Real64* dst, int32_t len);
+
+/**
+ * @brief 1 / cube root, for each element.
+ *
+ * The method of Cbrt. Errors below 0.871 ulp on 32f and 0.545 ulp on 64f.
+ *
+ * Special values: a zero gives the infinity of its sign and oktStatusSingularity, an infinity the zero of its sign, a NaN
+ * itself, quiet; negative elements give negative results.
+ *
+ * dst may be src.
+ *
+ * @param[in] src source array of len Real32
+ * @param[out] dst destination array of len Real32
+ * @param[in] len number of elements, 1 or more
+ * @return oktStatusOk, oktStatusBadLength, oktStatusNullPointer, oktStatusSingularity
+ */
+OKT_API OktStatus oktsInvCbrt_32f_A11(const Real32* src, Real32* dst, int32_t len);
+/** @copydoc oktsInvCbrt_32f_A11 */
+OKT_API OktStatus oktsInvCbrt_32f_A21(const Real32* src, Real32* dst, int32_t len);
+/** @copydoc oktsInvCbrt_32f_A11 */
+OKT_API OktStatus oktsInvCbrt_32f_A24(const Real32* src, Real32* dst, int32_t len);
+
+/**
+ * @brief 1 / cube root, for each element.
+ *
+ * The method of Cbrt. Errors below 0.871 ulp on 32f and 0.545 ulp on 64f.
+ *
+ * Special values: a zero gives the infinity of its sign and oktStatusSingularity, an infinity the zero of its sign, a NaN
+ * itself, quiet; negative elements give negative results.
+ *
+ * dst may be src.
+ *
+ * @param[in] src source array of len Real64
+ * @param[out] dst destination array of len Real64
+ * @param[in] len number of elements, 1 or more
+ * @return oktStatusOk, oktStatusBadLength, oktStatusNullPointer, oktStatusSingularity
+ */
+OKT_API OktStatus oktsInvCbrt_64f_A26(const Real64* src, Real64* dst, int32_t len);
+/** @copydoc oktsInvCbrt_64f_A26 */
+OKT_API OktStatus oktsInvCbrt_64f_A50(const Real64* src, Real64* dst, int32_t len);
+/** @copydoc oktsInvCbrt_64f_A26 */
+OKT_API OktStatus oktsInvCbrt_64f_A53(const Real64* src, Real64* dst, int32_t len);
+
+/**
  * @brief 1 / square root, for each element.
  *
  * The approximation and the series of Sqrt. Errors below 0.985 ulp on 32f and 0.501 ulp on 64f; the last bit may follow
