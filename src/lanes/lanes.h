@@ -131,6 +131,28 @@ inline F32<1> narrow(F64<1> a) { return static_cast<Real32>(a.raw); }
 // The upper 32 bits of each 64-bit lane, in the low half of the lane.
 inline U64<1> highWords(U64<1> a) { return a.raw >> 32; }
 
+// Compares the upper words of 64-bit lanes as signed integers.
+inline Mask64<1> greaterSignedHigh(U64<1> a, U64<1> b) {
+    return {static_cast<std::int32_t>(a.raw >> 32) > static_cast<std::int32_t>(b.raw >> 32)};
+}
+// The upper words alone, as 32-bit lanes.
+inline U32<1> packHighWords(U64<1> a) { return static_cast<std::uint32_t>(a.raw >> 32); }
+
+// The product of the lower words.
+inline U64<1> mulLowWords(U64<1> a, U64<1> b) { return (a.raw & 0xFFFFFFFF) * (b.raw & 0xFFFFFFFF); }
+// The upper half of the product of the upper 16 bits of each lane, there; the lower 16 bits are zero.
+inline U32<1> mulHighHalves(U32<1> a, std::uint16_t b) { return ((a.raw >> 16) * b) & 0xFFFF0000; }
+
+// The 12-bit approximation of 1/sqrt of the Real32 in the upper word of each lane, there; the lower word is free.
+inline U64<1> rsqrtSeedHigh(U64<1> a) {
+    return static_cast<std::uint64_t>(asBits(rsqrtSeed(F32<1>(bits32(static_cast<std::uint32_t>(a.raw >> 32)))).raw)) << 32;
+}
+
+// The factor of each lane's digit 0 to 2 at `bit` of the lane. The table holds a row for every two lanes' digits: the
+// factors of d0 and d1 stand at row d0 + 4 d1.
+template <int bit>
+inline F64<1> gatherByDigitPairs(const Real64* table, U32<1> digits) { return table[2 * (digits.raw >> bit & 3)]; }
+
 // ---------------------------------------------------------------------------------------------------------------------
 // One register.
 
@@ -309,6 +331,18 @@ inline F32<4> recipSeed(F32<4> a) { return _mm_rcp_ps(a.raw); }
 
 inline U64<2> highWords(U64<2> a) { return _mm_srli_epi64(a.raw, 32); }
 
+inline Mask64<2> greaterSignedHigh(U64<2> a, U64<2> b) {
+    const __m128i words = _mm_cmpgt_epi32(a.raw, b.raw);
+    return {_mm_castsi128_pd(_mm_shuffle_epi32(words, _MM_SHUFFLE(3, 3, 1, 1)))};
+}
+inline U64<2> mulLowWords(U64<2> a, U64<2> b) { return _mm_mul_epu32(a.raw, b.raw); }
+inline U32<4> mulHighHalves(U32<4> a, std::uint16_t b) {
+    return _mm_mulhi_epu16(a.raw, _mm_set1_epi32(static_cast<int>(static_cast<std::uint32_t>(b) << 16)));
+}
+inline U64<2> rsqrtSeedHigh(U64<2> a) {
+    return _mm_castps_si128(_mm_rsqrt_ps(_mm_castsi128_ps(a.raw)));
+}
+
 // ---------------------------------------------------------------------------------------------------------------------
 // Wider than a register: a pair of halves.
 
@@ -383,6 +417,32 @@ inline Mask32<N> greaterSigned(U32<N> a, U32<N> b) { return {greaterSigned(a.lo,
 template <int N>
     requires Paired<U64<N>>
 inline U64<N> highWords(U64<N> a) { return {highWords(a.lo), highWords(a.hi)}; }
+template <int N>
+    requires Paired<U64<N>>
+inline Mask64<N> greaterSignedHigh(U64<N> a, U64<N> b) {
+    return {greaterSignedHigh(a.lo, b.lo), greaterSignedHigh(a.hi, b.hi)};
+}
+inline U32<4> packHighWords(U64<4> a) {
+    return _mm_castps_si128(_mm_shuffle_ps(_mm_castsi128_ps(a.lo.raw), _mm_castsi128_ps(a.hi.raw), _MM_SHUFFLE(3, 1, 3, 1)));
+}
+template <int N>
+    requires Paired<U32<N>>
+inline U32<N> packHighWords(U64<N> a) { return {packHighWords(a.lo), packHighWords(a.hi)}; }
+template <int N>
+    requires Paired<U64<N>>
+inline U64<N> mulLowWords(U64<N> a, U64<N> b) { return {mulLowWords(a.lo, b.lo), mulLowWords(a.hi, b.hi)}; }
+template <int N>
+    requires Paired<U32<N>>
+inline U32<N> mulHighHalves(U32<N> a, std::uint16_t b) { return {mulHighHalves(a.lo, b), mulHighHalves(a.hi, b)}; }
+// Four lanes share one instruction.
+inline U64<4> rsqrtSeedHigh(U64<4> a) {
+    const __m128i seed = _mm_castps_si128(_mm_rsqrt_ps(_mm_castsi128_ps(packHighWords(a).raw)));
+    return {_mm_unpacklo_epi32(_mm_setzero_si128(), seed), _mm_unpackhi_epi32(_mm_setzero_si128(), seed)};
+}
+template <int N>
+    requires(N > 4)
+inline U64<N> rsqrtSeedHigh(U64<N> a) { return {rsqrtSeedHigh(a.lo), rsqrtSeedHigh(a.hi)}; }
+
 template <int N>
     requires Paired<F32<N>>
 inline F32<N> rsqrtSeed(F32<N> a) { return {rsqrtSeed(a.lo), rsqrtSeed(a.hi)}; }
@@ -492,6 +552,22 @@ template <int N>
     requires Paired<U64<N>>
 inline F64<N> gatherAt(const Real64* table, U64<N> byteOffset) {
     return {gatherAt(table, byteOffset.lo), gatherAt(table, byteOffset.hi)};
+}
+
+template <int bit>
+inline F64<4> gatherByDigitPairs(const Real64* table, U32<4> digits) {
+    const __m128i first = _mm_and_si128(_mm_srli_epi32(digits.raw, bit), _mm_set1_epi32(3));
+    const __m128i rows = _mm_or_si128(_mm_slli_epi64(first, 4), _mm_srli_epi64(first, 26));  // in bytes, in the low half
+    const char* base = reinterpret_cast<const char*>(table);
+    const auto low = static_cast<unsigned>(_mm_extract_epi16(rows, 0));
+    const auto high = static_cast<unsigned>(_mm_extract_epi16(rows, 4));
+    return {F64<2>(_mm_load_pd(reinterpret_cast<const Real64*>(base + low))),
+            F64<2>(_mm_load_pd(reinterpret_cast<const Real64*>(base + high)))};
+}
+template <int bit, int N>
+    requires(N > 4)
+inline F64<N> gatherByDigitPairs(const Real64* table, U32<N> digits) {
+    return {gatherByDigitPairs<bit>(table, digits.lo), gatherByDigitPairs<bit>(table, digits.hi)};
 }
 
 // Interleaved pairs to two vectors of columns, and back.
