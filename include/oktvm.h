@@ -441,6 +441,62 @@ OKT_API OktStatus oktsExp_64f_A50(const Real64* src, Real64* dst, int32_t len);
 /** @copydoc oktsExp_64f_A26 */
 OKT_API OktStatus oktsExp_64f_A53(const Real64* src, Real64* dst, int32_t len);
 
+/**
+ * @brief Natural logarithm, for each element.
+ *
+ * @param[in] src source array of len Real32
+ * @param[out] dst destination array of len Real32
+ * @param[in] len number of elements, 1 or more
+ * @return oktStatusOk, oktStatusBadLength, oktStatusNullPointer, oktStatusDomain, oktStatusSingularity
+ */
+OKT_API OktStatus oktsLn_32f_A11(const Real32* src, Real32* dst, int32_t len);
+/** @copydoc oktsLn_32f_A11 */
+OKT_API OktStatus oktsLn_32f_A21(const Real32* src, Real32* dst, int32_t len);
+/** @copydoc oktsLn_32f_A11 */
+OKT_API OktStatus oktsLn_32f_A24(const Real32* src, Real32* dst, int32_t len);
+
+/**
+ * @brief Natural logarithm, for each element.
+ *
+ * @param[in] src source array of len Real64
+ * @param[out] dst destination array of len Real64
+ * @param[in] len number of elements, 1 or more
+ * @return oktStatusOk, oktStatusBadLength, oktStatusNullPointer, oktStatusDomain, oktStatusSingularity
+ */
+OKT_API OktStatus oktsLn_64f_A26(const Real64* src, Real64* dst, int32_t len);
+/** @copydoc oktsLn_64f_A26 */
+OKT_API OktStatus oktsLn_64f_A50(const Real64* src, Real64* dst, int32_t len);
+/** @copydoc oktsLn_64f_A26 */
+OKT_API OktStatus oktsLn_64f_A53(const Real64* src, Real64* dst, int32_t len);
+
+/**
+ * @brief Decimal logarithm, for each element.
+ *
+ * @param[in] src source array of len Real32
+ * @param[out] dst destination array of len Real32
+ * @param[in] len number of elements, 1 or more
+ * @return oktStatusOk, oktStatusBadLength, oktStatusNullPointer, oktStatusDomain, oktStatusSingularity
+ */
+OKT_API OktStatus oktsLog10_32f_A11(const Real32* src, Real32* dst, int32_t len);
+/** @copydoc oktsLog10_32f_A11 */
+OKT_API OktStatus oktsLog10_32f_A21(const Real32* src, Real32* dst, int32_t len);
+/** @copydoc oktsLog10_32f_A11 */
+OKT_API OktStatus oktsLog10_32f_A24(const Real32* src, Real32* dst, int32_t len);
+
+/**
+ * @brief Decimal logarithm, for each element.
+ *
+ * @param[in] src source array of len Real64
+ * @param[out] dst destination array of len Real64
+ * @param[in] len number of elements, 1 or more
+ * @return oktStatusOk, oktStatusBadLength, oktStatusNullPointer, oktStatusDomain, oktStatusSingularity
+ */
+OKT_API OktStatus oktsLog10_64f_A26(const Real64* src, Real64* dst, int32_t len);
+/** @copydoc oktsLog10_64f_A26 */
+OKT_API OktStatus oktsLog10_64f_A50(const Real64* src, Real64* dst, int32_t len);
+/** @copydoc oktsLog10_64f_A26 */
+OKT_API OktStatus oktsLog10_64f_A53(const Real64* src, Real64* dst, int32_t len);
+
 /** @} */
 
 #ifdef __cplusplus

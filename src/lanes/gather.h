@@ -1,6 +1,6 @@
-// Table lookups by the low bits of each lane's pattern.
+// Table lookups by an integer in each lane.
 //
-// The patterns go through memory: one store, and a narrow load a lane, keep the index work off the units that do the
+// The integers go through memory: one store, and a narrow load a lane, keep the index work off the units that do the
 // arithmetic, and leave the registers to it.
 #pragma once
 
@@ -57,12 +57,72 @@ inline Pair<F32<N>> pairs(const Real32* table, const std::uint32_t* n) {
     }
 }
 
+inline const Real64* at(const Real64* table, std::uint32_t byteOffset) {
+    return reinterpret_cast<const Real64*>(reinterpret_cast<const char*>(table) + byteOffset);
+}
+inline const Real32* at(const Real32* table, std::uint32_t byteOffset) {
+    return reinterpret_cast<const Real32*>(reinterpret_cast<const char*>(table) + byteOffset);
+}
+
+}  // namespace gathering
+
+// The four columns of table rows, lane by lane.
+template <class V>
+struct Columns {
+    V c0, c1, c2, c3;
+};
+
+namespace gathering {
+
+template <int N>
+inline Columns<F64<N>> rows(const Real64* table, const std::uint32_t* offset) {
+    if constexpr (N == 1) {
+        const Real64* row = at(table, offset[0]);
+        return {row[0], row[1], row[2], row[3]};
+    } else if constexpr (N == 2) {
+        const Real64* a = at(table, offset[0]);
+        const Real64* b = at(table, offset[1]);
+        const __m128d a01 = _mm_load_pd(a), a23 = _mm_load_pd(a + 2);
+        const __m128d b01 = _mm_load_pd(b), b23 = _mm_load_pd(b + 2);
+        return {_mm_unpacklo_pd(a01, b01), _mm_unpackhi_pd(a01, b01), _mm_unpacklo_pd(a23, b23), _mm_unpackhi_pd(a23, b23)};
+    } else {
+        const auto lo = rows<N / 2>(table, offset);
+        const auto hi = rows<N / 2>(table, offset + N / 2);
+        return {{lo.c0, hi.c0}, {lo.c1, hi.c1}, {lo.c2, hi.c2}, {lo.c3, hi.c3}};
+    }
+}
+
+template <int N>
+inline Columns<F32<N>> rows(const Real32* table, const std::uint32_t* offset) {
+    if constexpr (N == 1) {
+        const Real32* row = at(table, offset[0]);
+        return {row[0], row[1], row[2], row[3]};
+    } else if constexpr (N == 4) {
+        const __m128 a = _mm_load_ps(at(table, offset[0])), b = _mm_load_ps(at(table, offset[1]));
+        const __m128 c = _mm_load_ps(at(table, offset[2])), d = _mm_load_ps(at(table, offset[3]));
+        const __m128 ab01 = _mm_unpacklo_ps(a, b), ab23 = _mm_unpackhi_ps(a, b);
+        const __m128 cd01 = _mm_unpacklo_ps(c, d), cd23 = _mm_unpackhi_ps(c, d);
+        return {_mm_movelh_ps(ab01, cd01), _mm_movehl_ps(cd01, ab01), _mm_movelh_ps(ab23, cd23), _mm_movehl_ps(cd23, ab23)};
+    } else {
+        const auto lo = rows<N / 2>(table, offset);
+        const auto hi = rows<N / 2>(table, offset + N / 2);
+        return {{lo.c0, hi.c0}, {lo.c1, hi.c1}, {lo.c2, hi.c2}, {lo.c3, hi.c3}};
+    }
+}
+
 }  // namespace gathering
 
 // The pairs table[2j], table[2j + 1], where j is the number in the low `bits` bits of a lane.
 template <int bits, class T, int N>
 inline Pair<Vec<T, N>> gatherPairs(const T* table, const InMemory<Unsigned<T>, N>& n) {
     return gathering::pairs<bits, N>(table, n.lane);
+}
+
+
+// The rows of four at the given byte offsets.
+template <class T, int N>
+inline Columns<Vec<T, N>> gatherRows(const T* table, const InMemory<std::uint32_t, N>& byteOffset) {
+    return gathering::rows<N>(table, byteOffset.lane);
 }
 
 }  // namespace okt

@@ -120,6 +120,8 @@ template <class T>
 inline Vec<T, 1> select(Mask<8 * sizeof(T), 1> m, Vec<T, 1> yes, Vec<T, 1> no) { return m.raw ? yes : no; }
 template <class T>
 inline Vec<T, 1> zeroUnless(Mask<8 * sizeof(T), 1> m, Vec<T, 1> a) { return m.raw ? a : Vec<T, 1>(T{0}); }
+template <class T>
+inline Vec<T, 1> zeroIf(Mask<8 * sizeof(T), 1> m, Vec<T, 1> a) { return m.raw ? Vec<T, 1>(T{0}) : a; }
 
 // 12-bit approximations of 1/sqrt(x) and 1/x, as the processor gives them.
 inline F32<1> rsqrtSeed(F32<1> a) { return _mm_cvtss_f32(_mm_rsqrt_ss(_mm_set_ss(a.raw))); }
@@ -127,6 +129,10 @@ inline F32<1> recipSeed(F32<1> a) { return _mm_cvtss_f32(_mm_rcp_ss(_mm_set_ss(a
 
 inline F64<1> widen(F32<1> a) { return static_cast<Real64>(a.raw); }
 inline F32<1> narrow(F64<1> a) { return static_cast<Real32>(a.raw); }
+
+// Signed 32-bit integers to Real64, exact, and to Real32.
+inline F64<1> widenSigned(U32<1> a) { return static_cast<Real64>(static_cast<std::int32_t>(a.raw)); }
+inline F32<1> toReal32(U32<1> a) { return static_cast<Real32>(static_cast<std::int32_t>(a.raw)); }
 
 // The upper 32 bits of each 64-bit lane, in the low half of the lane.
 inline U64<1> highWords(U64<1> a) { return a.raw >> 32; }
@@ -305,6 +311,8 @@ inline Vec<T, N> select(Mask<8 * sizeof(T), N> m, Vec<T, N> yes, Vec<T, N> no) {
 }
 inline F64<2> zeroUnless(Mask64<2> m, F64<2> a) { return _mm_and_pd(m.raw, a.raw); }
 inline F32<4> zeroUnless(Mask32<4> m, F32<4> a) { return _mm_and_ps(m.raw, a.raw); }
+inline F64<2> zeroIf(Mask64<2> m, F64<2> a) { return _mm_andnot_pd(m.raw, a.raw); }
+inline F32<4> zeroIf(Mask32<4> m, F32<4> a) { return _mm_andnot_ps(m.raw, a.raw); }
 inline U64<2> zeroUnless(Mask64<2> m, U64<2> a) { return _mm_and_si128(_mm_castpd_si128(m.raw), a.raw); }
 inline U32<4> zeroUnless(Mask32<4> m, U32<4> a) { return _mm_and_si128(_mm_castps_si128(m.raw), a.raw); }
 
@@ -312,6 +320,8 @@ inline F32<4> rsqrtSeed(F32<4> a) { return _mm_rsqrt_ps(a.raw); }
 inline F32<4> recipSeed(F32<4> a) { return _mm_rcp_ps(a.raw); }
 
 inline U64<2> highWords(U64<2> a) { return _mm_srli_epi64(a.raw, 32); }
+
+inline F32<4> toReal32(U32<4> a) { return _mm_cvtepi32_ps(a.raw); }
 
 // ---------------------------------------------------------------------------------------------------------------------
 // Wider than a register: a pair of halves.
@@ -393,6 +403,15 @@ inline U32<4> packHighWords(U64<4> a) {
 template <int N>
     requires(N > 4)
 inline U32<N> packHighWords(U64<N> a) { return {packHighWords(a.lo), packHighWords(a.hi)}; }
+inline F64<4> widenSigned(U32<4> a) {
+    return {F64<2>(_mm_cvtepi32_pd(a.raw)), F64<2>(_mm_cvtepi32_pd(_mm_unpackhi_epi64(a.raw, a.raw)))};
+}
+template <int N>
+    requires Paired<U32<N>>
+inline F64<N> widenSigned(U32<N> a) { return {widenSigned(a.lo), widenSigned(a.hi)}; }
+template <int N>
+    requires Paired<U32<N>>
+inline F32<N> toReal32(U32<N> a) { return {toReal32(a.lo), toReal32(a.hi)}; }
 template <int N>
     requires Paired<F32<N>>
 inline F32<N> rsqrtSeed(F32<N> a) { return {rsqrtSeed(a.lo), rsqrtSeed(a.hi)}; }
@@ -420,6 +439,9 @@ template <class T, int N>
 inline Vec<T, N> zeroUnless(Mask<8 * sizeof(T), N> m, Vec<T, N> a) {
     return {zeroUnless(m.lo, a.lo), zeroUnless(m.hi, a.hi)};
 }
+template <class T, int N>
+    requires Paired<Vec<T, N>>
+inline Vec<T, N> zeroIf(Mask<8 * sizeof(T), N> m, Vec<T, N> a) { return {zeroIf(m.lo, a.lo), zeroIf(m.hi, a.hi)}; }
 
 // Real32 lanes to Real64 lanes, exact, and back with one rounding.
 inline F64<4> widen(F32<4> a) { return {F64<2>(_mm_cvtps_pd(a.raw)), F64<2>(_mm_cvtps_pd(_mm_movehl_ps(a.raw, a.raw)))}; }
