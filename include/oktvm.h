@@ -384,6 +384,67 @@ OKT_API OktStatus oktsSub_64fc_A53(const Complex64* src1, const Complex64* src2,
 
 /** @} */
 
+/** @defgroup Trigonometric Trigonometric
+ *  @{ */
+
+/**
+ * @brief Cosine, for each element.
+ *
+ * @param[in] src source array of len Real32
+ * @param[out] dst destination array of len Real32
+ * @param[in] len number of elements, 1 or more
+ * @return oktStatusOk, oktStatusBadLength, oktStatusNullPointer, oktStatusDomain
+ */
+OKT_API OktStatus oktsCos_32f_A11(const Real32* src, Real32* dst, int32_t len);
+/** @copydoc oktsCos_32f_A11 */
+OKT_API OktStatus oktsCos_32f_A21(const Real32* src, Real32* dst, int32_t len);
+/** @copydoc oktsCos_32f_A11 */
+OKT_API OktStatus oktsCos_32f_A24(const Real32* src, Real32* dst, int32_t len);
+
+/**
+ * @brief Cosine, for each element.
+ *
+ * @param[in] src source array of len Real64
+ * @param[out] dst destination array of len Real64
+ * @param[in] len number of elements, 1 or more
+ * @return oktStatusOk, oktStatusBadLength, oktStatusNullPointer, oktStatusDomain
+ */
+OKT_API OktStatus oktsCos_64f_A26(const Real64* src, Real64* dst, int32_t len);
+/** @copydoc oktsCos_64f_A26 */
+OKT_API OktStatus oktsCos_64f_A50(const Real64* src, Real64* dst, int32_t len);
+/** @copydoc oktsCos_64f_A26 */
+OKT_API OktStatus oktsCos_64f_A53(const Real64* src, Real64* dst, int32_t len);
+
+/**
+ * @brief Sine, for each element.
+ *
+ * @param[in] src source array of len Real32
+ * @param[out] dst destination array of len Real32
+ * @param[in] len number of elements, 1 or more
+ * @return oktStatusOk, oktStatusBadLength, oktStatusNullPointer, oktStatusDomain
+ */
+OKT_API OktStatus oktsSin_32f_A11(const Real32* src, Real32* dst, int32_t len);
+/** @copydoc oktsSin_32f_A11 */
+OKT_API OktStatus oktsSin_32f_A21(const Real32* src, Real32* dst, int32_t len);
+/** @copydoc oktsSin_32f_A11 */
+OKT_API OktStatus oktsSin_32f_A24(const Real32* src, Real32* dst, int32_t len);
+
+/**
+ * @brief Sine, for each element.
+ *
+ * @param[in] src source array of len Real64
+ * @param[out] dst destination array of len Real64
+ * @param[in] len number of elements, 1 or more
+ * @return oktStatusOk, oktStatusBadLength, oktStatusNullPointer, oktStatusDomain
+ */
+OKT_API OktStatus oktsSin_64f_A26(const Real64* src, Real64* dst, int32_t len);
+/** @copydoc oktsSin_64f_A26 */
+OKT_API OktStatus oktsSin_64f_A50(const Real64* src, Real64* dst, int32_t len);
+/** @copydoc oktsSin_64f_A26 */
+OKT_API OktStatus oktsSin_64f_A53(const Real64* src, Real64* dst, int32_t len);
+
+/** @} */
+
 #ifdef __cplusplus
 }
 #endif

@@ -130,6 +130,12 @@ inline F32<1> narrow(F64<1> a) { return static_cast<Real32>(a.raw); }
 
 // The upper 32 bits of each 64-bit lane, in the low half of the lane.
 inline U64<1> highWords(U64<1> a) { return a.raw >> 32; }
+// The same as 32-bit lanes side by side.
+inline U32<1> packHighWords(U64<1> a) { return static_cast<std::uint32_t>(a.raw >> 32); }
+
+// To a signed 32-bit integer by the rounding mode in force, and from one to Real64, exact.
+inline U32<1> roundToSigned(F32<1> a) { return static_cast<std::uint32_t>(_mm_cvtss_si32(_mm_set_ss(a.raw))); }
+inline F64<1> widenSigned(U32<1> a) { return static_cast<Real64>(static_cast<std::int32_t>(a.raw)); }
 
 // ---------------------------------------------------------------------------------------------------------------------
 // One register.
@@ -309,6 +315,8 @@ inline F32<4> recipSeed(F32<4> a) { return _mm_rcp_ps(a.raw); }
 
 inline U64<2> highWords(U64<2> a) { return _mm_srli_epi64(a.raw, 32); }
 
+inline U32<4> roundToSigned(F32<4> a) { return _mm_cvtps_epi32(a.raw); }
+
 // ---------------------------------------------------------------------------------------------------------------------
 // Wider than a register: a pair of halves.
 
@@ -384,6 +392,9 @@ template <int N>
     requires Paired<U64<N>>
 inline U64<N> highWords(U64<N> a) { return {highWords(a.lo), highWords(a.hi)}; }
 template <int N>
+    requires Paired<U32<N>>
+inline U32<N> roundToSigned(F32<N> a) { return {roundToSigned(a.lo), roundToSigned(a.hi)}; }
+template <int N>
     requires Paired<F32<N>>
 inline F32<N> rsqrtSeed(F32<N> a) { return {rsqrtSeed(a.lo), rsqrtSeed(a.hi)}; }
 template <int N>
@@ -420,6 +431,19 @@ inline F64<N> widen(F32<N> a) { return {widen(a.lo), widen(a.hi)}; }
 template <int N>
     requires(N > 4)
 inline F32<N> narrow(F64<N> a) { return {narrow(a.lo), narrow(a.hi)}; }
+
+inline U32<4> packHighWords(U64<4> a) {
+    return _mm_castps_si128(_mm_shuffle_ps(_mm_castsi128_ps(a.lo.raw), _mm_castsi128_ps(a.hi.raw), _MM_SHUFFLE(3, 1, 3, 1)));
+}
+template <int N>
+    requires(N > 4)
+inline U32<N> packHighWords(U64<N> a) { return {packHighWords(a.lo), packHighWords(a.hi)}; }
+inline F64<4> widenSigned(U32<4> a) {
+    return {F64<2>(_mm_cvtepi32_pd(a.raw)), F64<2>(_mm_cvtepi32_pd(_mm_unpackhi_epi64(a.raw, a.raw)))};
+}
+template <int N>
+    requires Paired<U32<N>>
+inline F64<N> widenSigned(U32<N> a) { return {widenSigned(a.lo), widenSigned(a.hi)}; }
 
 // ---------------------------------------------------------------------------------------------------------------------
 // Any width.
