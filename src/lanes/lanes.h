@@ -133,6 +133,9 @@ inline U64<1> highWords(U64<1> a) { return a.raw >> 32; }
 // The same as 32-bit lanes side by side.
 inline U32<1> packHighWords(U64<1> a) { return static_cast<std::uint32_t>(a.raw >> 32); }
 
+// The truth values of 32-bit lanes for 64-bit lanes.
+inline Mask64<1> widen(Mask32<1> m) { return {m.raw}; }
+
 // To a signed 32-bit integer by the rounding mode in force, and from one to Real64, exact.
 inline U32<1> roundToSigned(F32<1> a) { return static_cast<std::uint32_t>(_mm_cvtss_si32(_mm_set_ss(a.raw))); }
 inline F64<1> widenSigned(U32<1> a) { return static_cast<Real64>(static_cast<std::int32_t>(a.raw)); }
@@ -165,6 +168,23 @@ inline bool any(Mask32<4> m) { return laneBits(m) != 0; }
 inline bool all(Mask64<2> m) { return laneBits(m) == 3; }
 inline bool all(Mask32<4> m) { return laneBits(m) == 15; }
 
+// All lanes alike. GCC makes a constant anew from one element wherever it is used, at the cost of a shuffle; a value of
+// whose making it knows nothing is loaded whole and kept in a register over a loop.
+inline __m128d splat(Real64 x) {
+    __m128i raw = _mm_castpd_si128(_mm_set1_pd(x));
+#if !defined(__clang__)
+    asm("" : "+x"(raw));
+#endif
+    return _mm_castsi128_pd(raw);
+}
+inline __m128 splat(Real32 x) {
+    __m128i raw = _mm_castps_si128(_mm_set1_ps(x));
+#if !defined(__clang__)
+    asm("" : "+x"(raw));
+#endif
+    return _mm_castsi128_ps(raw);
+}
+
 template <>
 struct Vec<Real64, 2> {
     static constexpr int lanes = 2;
@@ -173,7 +193,7 @@ struct Vec<Real64, 2> {
 
     Vec() = default;
     Vec(__m128d x) : raw(x) {}
-    Vec(Real64 x) : raw(_mm_set1_pd(x)) {}
+    Vec(Real64 x) : raw(splat(x)) {}
     Vec(F64<1> low, F64<1> high) : raw(_mm_set_pd(high.raw, low.raw)) {}
     static Vec load(const Real64* from) { return _mm_loadu_pd(from); }
     static Vec loadAligned(const Real64* from) { return _mm_load_pd(from); }
@@ -200,7 +220,7 @@ struct Vec<Real32, 4> {
 
     Vec() = default;
     Vec(__m128 x) : raw(x) {}
-    Vec(Real32 x) : raw(_mm_set1_ps(x)) {}
+    Vec(Real32 x) : raw(splat(x)) {}
     static Vec load(const Real32* from) { return _mm_loadu_ps(from); }
     static Vec loadAligned(const Real32* from) { return _mm_load_ps(from); }
     void store(Real32* to) const { _mm_storeu_ps(to, raw); }
@@ -435,9 +455,18 @@ inline F32<N> narrow(F64<N> a) { return {narrow(a.lo), narrow(a.hi)}; }
 inline U32<4> packHighWords(U64<4> a) {
     return _mm_castps_si128(_mm_shuffle_ps(_mm_castsi128_ps(a.lo.raw), _mm_castsi128_ps(a.hi.raw), _MM_SHUFFLE(3, 1, 3, 1)));
 }
+inline U32<2> packHighWords(U64<2> a) { return {packHighWords(U64<1>(a[0])), packHighWords(U64<1>(a[1]))}; }
 template <int N>
     requires(N > 4)
 inline U32<N> packHighWords(U64<N> a) { return {packHighWords(a.lo), packHighWords(a.hi)}; }
+inline F32<2> narrow(F64<2> a) { return {narrow(F64<1>(a[0])), narrow(F64<1>(a[1]))}; }
+inline Mask64<2> widen(Mask32<2> m) {
+    return {_mm_castsi128_pd(_mm_set_epi64x(-static_cast<long long>(m.hi.raw), -static_cast<long long>(m.lo.raw)))};
+}
+inline Mask64<4> widen(Mask32<4> m) {
+    return {{_mm_castps_pd(_mm_unpacklo_ps(m.raw, m.raw))}, {_mm_castps_pd(_mm_unpackhi_ps(m.raw, m.raw))}};
+}
+inline Mask64<8> widen(Mask32<8> m) { return {widen(m.lo), widen(m.hi)}; }
 inline F64<4> widenSigned(U32<4> a) {
     return {F64<2>(_mm_cvtepi32_pd(a.raw)), F64<2>(_mm_cvtepi32_pd(_mm_unpackhi_epi64(a.raw, a.raw)))};
 }

@@ -31,7 +31,7 @@ inline F32<N> fittedSine(F32<N> x, U32<N> n, F64<N> d) {
 template <class Function>
 OktStatus loop64(const Real64* src, Real64* dst, std::int32_t len) {
     return mxcsrFrame(dst, src, len, [=](OktStatus& status) {
-        const auto tryLanes = [=]<int N>(std::integral_constant<int, N>, std::int32_t i) {
+        const auto tryLanes = [=]<int N>(std::integral_constant<int, N>, std::int32_t i) OKT_INLINE {
             const auto x = F64<N>::load(src + i);
             if (!inMainRange(x)) [[unlikely]]
                 return false;
@@ -42,14 +42,14 @@ OktStatus loop64(const Real64* src, Real64* dst, std::int32_t len) {
         const auto lane = [=, &status](std::int32_t i) {
             storeElement(dst + i, Function::lane(bits64(loadBits(src + i)), status));
         };
-        laneBlocks<4>(len, len & ~3, tryLanes, lane);
+        laneBlocks<4, 8>(len, len & ~3, tryLanes, lane);
     });
 }
 
 template <class Function>
 OktStatus loop32(const Real32* src, Real32* dst, std::int32_t len) {
     return mxcsrFrame(dst, src, len, [=](OktStatus& status) {
-        const auto tryLanes = [=]<int N>(std::integral_constant<int, N>, std::int32_t i) {
+        const auto tryLanes = [=]<int N>(std::integral_constant<int, N>, std::int32_t i) OKT_INLINE {
             const auto x = F32<N>::load(src + i);
             if (!inMainRange(x)) [[unlikely]]
                 return false;
@@ -61,7 +61,7 @@ OktStatus loop32(const Real32* src, Real32* dst, std::int32_t len) {
             storeElement(dst + i, Function::lane(bits32(loadBits(src + i)), status));
         };
         // A last block of one to four elements is a tail, also when it is whole.
-        laneBlocks<4>(len, len - 4, tryLanes, lane);
+        laneBlocks<4, 8>(len, len - 4, tryLanes, lane);
     });
 }
 
