@@ -496,6 +496,125 @@ OKT_API OktStatus oktsSub_64fc_A53(const Complex64* src1, const Complex64* src2,
 
 /** @} */
 
+/** @defgroup Trigonometric Trigonometric
+ *  @{ */
+
+/**
+ * @brief Cosine, for each element.
+ *
+ * @param[in] src source array of len Real32
+ * @param[out] dst destination array of len Real32
+ * @param[in] len number of elements, 1 or more
+ * @return oktStatusOk, oktStatusBadLength, oktStatusNullPointer, oktStatusDomain
+ */
+OKT_API OktStatus oktsCos_32f_A11(const Real32* src, Real32* dst, int32_t len);
+/** @copydoc oktsCos_32f_A11 */
+OKT_API OktStatus oktsCos_32f_A21(const Real32* src, Real32* dst, int32_t len);
+/** @copydoc oktsCos_32f_A11 */
+OKT_API OktStatus oktsCos_32f_A24(const Real32* src, Real32* dst, int32_t len);
+
+/**
+ * @brief Cosine, for each element.
+ *
+ * @param[in] src source array of len Real64
+ * @param[out] dst destination array of len Real64
+ * @param[in] len number of elements, 1 or more
+ * @return oktStatusOk, oktStatusBadLength, oktStatusNullPointer, oktStatusDomain
+ */
+OKT_API OktStatus oktsCos_64f_A26(const Real64* src, Real64* dst, int32_t len);
+/** @copydoc oktsCos_64f_A26 */
+OKT_API OktStatus oktsCos_64f_A50(const Real64* src, Real64* dst, int32_t len);
+/** @copydoc oktsCos_64f_A26 */
+OKT_API OktStatus oktsCos_64f_A53(const Real64* src, Real64* dst, int32_t len);
+
+/**
+ * @brief Sine, for each element.
+ *
+ * @param[in] src source array of len Real32
+ * @param[out] dst destination array of len Real32
+ * @param[in] len number of elements, 1 or more
+ * @return oktStatusOk, oktStatusBadLength, oktStatusNullPointer, oktStatusDomain
+ */
+OKT_API OktStatus oktsSin_32f_A11(const Real32* src, Real32* dst, int32_t len);
+/** @copydoc oktsSin_32f_A11 */
+OKT_API OktStatus oktsSin_32f_A21(const Real32* src, Real32* dst, int32_t len);
+/** @copydoc oktsSin_32f_A11 */
+OKT_API OktStatus oktsSin_32f_A24(const Real32* src, Real32* dst, int32_t len);
+
+/**
+ * @brief Sine, for each element.
+ *
+ * @param[in] src source array of len Real64
+ * @param[out] dst destination array of len Real64
+ * @param[in] len number of elements, 1 or more
+ * @return oktStatusOk, oktStatusBadLength, oktStatusNullPointer, oktStatusDomain
+ */
+OKT_API OktStatus oktsSin_64f_A26(const Real64* src, Real64* dst, int32_t len);
+/** @copydoc oktsSin_64f_A26 */
+OKT_API OktStatus oktsSin_64f_A50(const Real64* src, Real64* dst, int32_t len);
+/** @copydoc oktsSin_64f_A26 */
+OKT_API OktStatus oktsSin_64f_A53(const Real64* src, Real64* dst, int32_t len);
+
+/**
+ * @brief Sine and cosine of one source, for each element.
+ *
+ * @param[in] src source array of len Real32
+ * @param[out] dst1 first destination array of len Real32
+ * @param[out] dst2 second destination array of len Real32
+ * @param[in] len number of elements, 1 or more
+ * @return oktStatusOk, oktStatusBadLength, oktStatusNullPointer, oktStatusDomain
+ */
+OKT_API OktStatus oktsSinCos_32f_A11(const Real32* src, Real32* dst1, Real32* dst2, int32_t len);
+/** @copydoc oktsSinCos_32f_A11 */
+OKT_API OktStatus oktsSinCos_32f_A21(const Real32* src, Real32* dst1, Real32* dst2, int32_t len);
+/** @copydoc oktsSinCos_32f_A11 */
+OKT_API OktStatus oktsSinCos_32f_A24(const Real32* src, Real32* dst1, Real32* dst2, int32_t len);
+
+/**
+ * @brief Sine and cosine of one source, for each element.
+ *
+ * @param[in] src source array of len Real64
+ * @param[out] dst1 first destination array of len Real64
+ * @param[out] dst2 second destination array of len Real64
+ * @param[in] len number of elements, 1 or more
+ * @return oktStatusOk, oktStatusBadLength, oktStatusNullPointer, oktStatusDomain
+ */
+OKT_API OktStatus oktsSinCos_64f_A26(const Real64* src, Real64* dst1, Real64* dst2, int32_t len);
+/** @copydoc oktsSinCos_64f_A26 */
+OKT_API OktStatus oktsSinCos_64f_A50(const Real64* src, Real64* dst1, Real64* dst2, int32_t len);
+/** @copydoc oktsSinCos_64f_A26 */
+OKT_API OktStatus oktsSinCos_64f_A53(const Real64* src, Real64* dst1, Real64* dst2, int32_t len);
+
+/**
+ * @brief Tangent, for each element.
+ *
+ * @param[in] src source array of len Real32
+ * @param[out] dst destination array of len Real32
+ * @param[in] len number of elements, 1 or more
+ * @return oktStatusOk, oktStatusBadLength, oktStatusNullPointer, oktStatusDomain
+ */
+OKT_API OktStatus oktsTan_32f_A11(const Real32* src, Real32* dst, int32_t len);
+/** @copydoc oktsTan_32f_A11 */
+OKT_API OktStatus oktsTan_32f_A21(const Real32* src, Real32* dst, int32_t len);
+/** @copydoc oktsTan_32f_A11 */
+OKT_API OktStatus oktsTan_32f_A24(const Real32* src, Real32* dst, int32_t len);
+
+/**
+ * @brief Tangent, for each element.
+ *
+ * @param[in] src source array of len Real64
+ * @param[out] dst destination array of len Real64
+ * @param[in] len number of elements, 1 or more
+ * @return oktStatusOk, oktStatusBadLength, oktStatusNullPointer, oktStatusDomain
+ */
+OKT_API OktStatus oktsTan_64f_A26(const Real64* src, Real64* dst, int32_t len);
+/** @copydoc oktsTan_64f_A26 */
+OKT_API OktStatus oktsTan_64f_A50(const Real64* src, Real64* dst, int32_t len);
+/** @copydoc oktsTan_64f_A26 */
+OKT_API OktStatus oktsTan_64f_A53(const Real64* src, Real64* dst, int32_t len);
+
+/** @} */
+
 /** @defgroup PowersAndRoots Powers and roots
  *  @{ */
 
