@@ -1,0 +1,74 @@
+// The loop shapes. A family passes its pieces; which path an element takes is decided here and nowhere else.
+#pragma once
+
+#include "lanes/lanes.h"
+
+#include <cstdint>
+
+namespace okt {
+
+// Redo block: Block elements a pass. `tryBlock(src, dst)` works a whole block in lanes and returns false, having stored
+// nothing, when a lane is out of the main range; then every element of the block goes through `element(x, status)`, in
+// order, good ones too. The elements behind the last whole block take the same routine.
+template <int Block, class S, class D, class TryBlock, class Element>
+inline void redoBlock(const S* src, D* dst, std::int32_t len, const TryBlock& tryBlock, const Element& element,
+                      OktStatus& status) {
+    std::int32_t i = 0;
+    for (; i <= len - Block; i += Block) {
+        if (tryBlock(src + i, dst + i)) [[likely]]
+            continue;
+        for (std::int32_t j = i; j < i + Block; ++j) storeElement(dst + j, element(loadElement(src + j), status));
+    }
+    for (; i < len; ++i) storeElement(dst + i, element(loadElement(src + i), status));
+}
+
+// The same for two sources: `tryBlock(src1, src2, dst)`, `element(x, y, status)`.
+template <int Block, class S, class D, class TryBlock, class Element>
+inline void redoBlock(const S* src1, const S* src2, D* dst, std::int32_t len, const TryBlock& tryBlock,
+                      const Element& element, OktStatus& status) {
+    std::int32_t i = 0;
+    const auto one = [&](std::int32_t j) {
+        storeElement(dst + j, element(loadElement(src1 + j), loadElement(src2 + j), status));
+    };
+    for (; i <= len - Block; i += Block) {
+        if (tryBlock(src1 + i, src2 + i, dst + i)) [[likely]]
+            continue;
+        for (std::int32_t j = i; j < i + Block; ++j) one(j);
+    }
+    for (; i < len; ++i) one(i);
+}
+
+// Blend block: no branch in the block. `step<N>(x)` gives the result of N lanes, special cases blended in, and the mask
+// of the lanes that warn; every such lane stores `code`. The tail runs the same step on one lane.
+template <int Block, class S, class D, class Step>
+inline void blendBlock(const S* src, D* dst, std::int32_t len, OktStatus code, const Step& step, OktStatus& status) {
+    std::int32_t i = 0;
+    for (; i <= len - Block; i += Block) {
+        const auto [result, warned] = step(Vec<S, Block>::load(src + i));
+        result.store(dst + i);
+        if (any(warned)) [[unlikely]]
+            status = code;
+    }
+    for (; i < len; ++i) {
+        const auto [result, warned] = step(Vec<S, 1>::load(src + i));
+        result.store(dst + i);
+        if (any(warned)) [[unlikely]]
+            status = code;
+    }
+}
+
+// Element loop: `element(x, status)` computes one element completely. The kernel loop is this loop around a scalar
+// kernel that widens the element and narrows the result.
+template <class S, class D, class Element>
+inline void elementLoop(const S* src, D* dst, std::int32_t len, const Element& element, OktStatus& status) {
+    for (std::int32_t i = 0; i < len; ++i) storeElement(dst + i, element(loadElement(src + i), status));
+}
+
+template <class S, class D, class Element>
+inline void elementLoop(const S* src1, const S* src2, D* dst, std::int32_t len, const Element& element,
+                        OktStatus& status) {
+    for (std::int32_t i = 0; i < len; ++i)
+        storeElement(dst + i, element(loadElement(src1 + i), loadElement(src2 + i), status));
+}
+
+}  // namespace okt

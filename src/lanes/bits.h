@@ -1,0 +1,66 @@
+// Bit patterns of single elements, and element access that asks for no alignment.
+#pragma once
+
+#include "oktvm.h"
+
+#include <bit>
+#include <cstdint>
+#include <type_traits>
+
+namespace okt {
+
+constexpr Real32 bits32(std::uint32_t pattern) { return std::bit_cast<Real32>(pattern); }
+constexpr Real64 bits64(std::uint64_t pattern) { return std::bit_cast<Real64>(pattern); }
+
+constexpr std::uint32_t asBits(Real32 x) { return std::bit_cast<std::uint32_t>(x); }
+constexpr std::uint64_t asBits(Real64 x) { return std::bit_cast<std::uint64_t>(x); }
+
+// The upper and lower 32 bits of a Real64's pattern.
+constexpr std::uint32_t highWord(Real64 x) { return static_cast<std::uint32_t>(asBits(x) >> 32); }
+constexpr std::uint32_t lowWord(Real64 x) { return static_cast<std::uint32_t>(asBits(x)); }
+
+constexpr Real64 fromWords(std::uint32_t high, std::uint32_t low) {
+    return bits64(static_cast<std::uint64_t>(high) << 32 | low);
+}
+
+// Arrays may stand at any address, so elements are read and written through a type that promises no alignment.
+template <class T>
+struct UnalignedOf {
+    using Type __attribute__((aligned(1), may_alias)) = T;
+};
+
+template <class T>
+inline T loadElement(const T* from) {
+    return *reinterpret_cast<const typename UnalignedOf<T>::Type*>(from);
+}
+
+template <class T>
+inline void storeElement(T* to, T value) {
+    *reinterpret_cast<typename UnalignedOf<T>::Type*>(to) = value;
+}
+
+// The same for the bit pattern: an integer move, which leaves a signalling NaN as it is and raises nothing.
+inline std::uint32_t loadBits(const Real32* from) { return loadElement(reinterpret_cast<const std::uint32_t*>(from)); }
+inline std::uint64_t loadBits(const Real64* from) { return loadElement(reinterpret_cast<const std::uint64_t*>(from)); }
+inline void storeBits(Real32* to, std::uint32_t pattern) { storeElement(reinterpret_cast<std::uint32_t*>(to), pattern); }
+inline void storeBits(Real64* to, std::uint64_t pattern) { storeElement(reinterpret_cast<std::uint64_t*>(to), pattern); }
+
+// Hides a value from the optimiser: arithmetic on it is done at run time, where it stands.
+template <class T>
+inline T opaque(T value) {
+    if constexpr (sizeof(T) > 8)
+        asm volatile("" : "+t"(value));
+    else if constexpr (std::is_floating_point_v<T>)
+        asm volatile("" : "+x"(value));
+    else
+        asm volatile("" : "+r"(value));
+    return value;
+}
+
+// Keeps the operation that made the value, whose exception flags are wanted although nobody reads the result.
+template <class T>
+inline void keepFlags(T value) {
+    static_cast<void>(opaque(value));
+}
+
+}  // namespace okt

@@ -1,0 +1,497 @@
+// Lanes: one set of operations over one, two, four and more elements, so that a kernel's steps are written once.
+//
+//   F64<N>, F32<N>   N floating-point lanes
+//   U64<N>, U32<N>   N integer lanes: patterns, indices, masks in the making
+//   Mask64<N>, Mask32<N>   N truth values, from a comparison
+//
+// One lane is a scalar; the processor's own width (two Real64, four Real32) is a register; anything wider is a pair of
+// halves, worked one after the other, which also gives the processor independent chains to overlap. Every operator is
+// one IEEE operation in each lane. No intrinsic stands outside this folder.
+#pragma once
+
+#include "lanes/bits.h"
+
+#include <emmintrin.h>
+
+#include <cstddef>
+#include <type_traits>
+
+namespace okt {
+
+template <class T, int N>
+struct Vec;
+template <int Bits, int N>
+struct Mask;
+
+template <int N>
+using F64 = Vec<Real64, N>;
+template <int N>
+using F32 = Vec<Real32, N>;
+template <int N>
+using U64 = Vec<std::uint64_t, N>;
+template <int N>
+using U32 = Vec<std::uint32_t, N>;
+template <int N>
+using Mask64 = Mask<64, N>;
+template <int N>
+using Mask32 = Mask<32, N>;
+
+using F64x1 = F64<1>;
+using F64x2 = F64<2>;
+using F64x4 = F64<4>;
+using F32x1 = F32<1>;
+using F32x4 = F32<4>;
+using U64x2 = U64<2>;
+using U32x4 = U32<4>;
+
+// Lanes in one register of the processor.
+template <class T>
+inline constexpr int registerLanes = 16 / static_cast<int>(sizeof(T));
+
+template <class T>
+using Unsigned = std::conditional_t<sizeof(T) == 8, std::uint64_t, std::uint32_t>;
+
+// ---------------------------------------------------------------------------------------------------------------------
+// One lane.
+
+template <int Bits>
+struct Mask<Bits, 1> {
+    bool raw;
+    friend Mask operator&(Mask a, Mask b) { return {static_cast<bool>(a.raw & b.raw)}; }
+    friend Mask operator|(Mask a, Mask b) { return {static_cast<bool>(a.raw | b.raw)}; }
+    friend Mask operator~(Mask a) { return {!a.raw}; }
+};
+
+template <class T>
+struct Vec<T, 1> {
+    static constexpr int lanes = 1;
+    using Element = T;
+    T raw;
+
+    Vec() = default;
+    Vec(T x) : raw(x) {}
+    static Vec load(const T* from) { return loadElement(from); }
+    void store(T* to) const { storeElement(to, raw); }
+    T operator[](int) const { return raw; }
+
+    friend Vec operator+(Vec a, Vec b) { return a.raw + b.raw; }
+    friend Vec operator-(Vec a, Vec b) { return a.raw - b.raw; }
+    friend Vec operator*(Vec a, Vec b) requires std::is_floating_point_v<T> { return a.raw * b.raw; }
+    friend Vec operator/(Vec a, Vec b) requires std::is_floating_point_v<T> { return a.raw / b.raw; }
+    friend Vec operator&(Vec a, Vec b) requires std::is_integral_v<T> { return a.raw & b.raw; }
+    friend Vec operator|(Vec a, Vec b) requires std::is_integral_v<T> { return a.raw | b.raw; }
+    friend Vec operator^(Vec a, Vec b) requires std::is_integral_v<T> { return a.raw ^ b.raw; }
+    friend Vec operator~(Vec a) requires std::is_integral_v<T> { return static_cast<T>(~a.raw); }
+    friend Vec operator<<(Vec a, int n) requires std::is_integral_v<T> { return a.raw << n; }
+    friend Vec operator>>(Vec a, int n) requires std::is_integral_v<T> { return a.raw >> n; }
+
+    using M = Mask<8 * sizeof(T), 1>;
+    friend M operator==(Vec a, Vec b) { return {a.raw == b.raw}; }
+    friend M operator!=(Vec a, Vec b) { return {a.raw != b.raw}; }
+    friend M operator<(Vec a, Vec b) requires std::is_floating_point_v<T> { return {a.raw < b.raw}; }
+    friend M operator<=(Vec a, Vec b) requires std::is_floating_point_v<T> { return {a.raw <= b.raw}; }
+    friend M operator>(Vec a, Vec b) requires std::is_floating_point_v<T> { return {a.raw > b.raw}; }
+    friend M operator>=(Vec a, Vec b) requires std::is_floating_point_v<T> { return {a.raw >= b.raw}; }
+};
+
+inline F64<1> sqrt(F64<1> a) { return _mm_cvtsd_f64(_mm_sqrt_sd(_mm_setzero_pd(), _mm_set_sd(a.raw))); }
+inline F32<1> sqrt(F32<1> a) { return _mm_cvtss_f32(_mm_sqrt_ss(_mm_set_ss(a.raw))); }
+
+inline U64<1> asBits(F64<1> a) { return asBits(a.raw); }
+inline U32<1> asBits(F32<1> a) { return asBits(a.raw); }
+inline F64<1> asReal(U64<1> a) { return bits64(a.raw); }
+inline F32<1> asReal(U32<1> a) { return bits32(a.raw); }
+
+inline U32<1> shiftRightSigned(U32<1> a, int n) {
+    return static_cast<std::uint32_t>(static_cast<std::int32_t>(a.raw) >> n);
+}
+inline Mask32<1> greaterSigned(U32<1> a, U32<1> b) {
+    return {static_cast<std::int32_t>(a.raw) > static_cast<std::int32_t>(b.raw)};
+}
+
+template <int Bits>
+inline bool any(Mask<Bits, 1> m) { return m.raw; }
+template <int Bits>
+inline bool all(Mask<Bits, 1> m) { return m.raw; }
+template <int Bits>
+inline int laneBits(Mask<Bits, 1> m) { return m.raw; }
+
+template <class T>
+inline Vec<T, 1> select(Mask<8 * sizeof(T), 1> m, Vec<T, 1> yes, Vec<T, 1> no) { return m.raw ? yes : no; }
+template <class T>
+inline Vec<T, 1> zeroUnless(Mask<8 * sizeof(T), 1> m, Vec<T, 1> a) { return m.raw ? a : Vec<T, 1>(T{0}); }
+
+// 12-bit approximations of 1/sqrt(x) and 1/x, as the processor gives them.
+inline F32<1> rsqrtSeed(F32<1> a) { return _mm_cvtss_f32(_mm_rsqrt_ss(_mm_set_ss(a.raw))); }
+inline F32<1> recipSeed(F32<1> a) { return _mm_cvtss_f32(_mm_rcp_ss(_mm_set_ss(a.raw))); }
+
+inline F64<1> widen(F32<1> a) { return static_cast<Real64>(a.raw); }
+inline F32<1> narrow(F64<1> a) { return static_cast<Real32>(a.raw); }
+
+// The upper 32 bits of each 64-bit lane, in the low half of the lane.
+inline U64<1> highWords(U64<1> a) { return a.raw >> 32; }
+
+// ---------------------------------------------------------------------------------------------------------------------
+// One register.
+
+template <>
+struct Mask<64, 2> {
+    __m128d raw;
+    friend Mask operator&(Mask a, Mask b) { return {_mm_and_pd(a.raw, b.raw)}; }
+    friend Mask operator|(Mask a, Mask b) { return {_mm_or_pd(a.raw, b.raw)}; }
+    friend Mask operator~(Mask a) {
+        return {_mm_castsi128_pd(_mm_xor_si128(_mm_castpd_si128(a.raw), _mm_set1_epi32(-1)))};
+    }
+};
+
+template <>
+struct Mask<32, 4> {
+    __m128 raw;
+    friend Mask operator&(Mask a, Mask b) { return {_mm_and_ps(a.raw, b.raw)}; }
+    friend Mask operator|(Mask a, Mask b) { return {_mm_or_ps(a.raw, b.raw)}; }
+    friend Mask operator~(Mask a) { return {_mm_castsi128_ps(_mm_xor_si128(_mm_castps_si128(a.raw), _mm_set1_epi32(-1)))}; }
+};
+
+inline int laneBits(Mask64<2> m) { return _mm_movemask_pd(m.raw); }
+inline int laneBits(Mask32<4> m) { return _mm_movemask_ps(m.raw); }
+inline bool any(Mask64<2> m) { return laneBits(m) != 0; }
+inline bool any(Mask32<4> m) { return laneBits(m) != 0; }
+inline bool all(Mask64<2> m) { return laneBits(m) == 3; }
+inline bool all(Mask32<4> m) { return laneBits(m) == 15; }
+
+template <>
+struct Vec<Real64, 2> {
+    static constexpr int lanes = 2;
+    using Element = Real64;
+    __m128d raw;
+
+    Vec() = default;
+    Vec(__m128d x) : raw(x) {}
+    Vec(Real64 x) : raw(_mm_set1_pd(x)) {}
+    Vec(F64<1> low, F64<1> high) : raw(_mm_set_pd(high.raw, low.raw)) {}
+    static Vec load(const Real64* from) { return _mm_loadu_pd(from); }
+    static Vec loadAligned(const Real64* from) { return _mm_load_pd(from); }
+    void store(Real64* to) const { _mm_storeu_pd(to, raw); }
+    Real64 operator[](int i) const { return i == 0 ? _mm_cvtsd_f64(raw) : _mm_cvtsd_f64(_mm_unpackhi_pd(raw, raw)); }
+
+    friend Vec operator+(Vec a, Vec b) { return _mm_add_pd(a.raw, b.raw); }
+    friend Vec operator-(Vec a, Vec b) { return _mm_sub_pd(a.raw, b.raw); }
+    friend Vec operator*(Vec a, Vec b) { return _mm_mul_pd(a.raw, b.raw); }
+    friend Vec operator/(Vec a, Vec b) { return _mm_div_pd(a.raw, b.raw); }
+    friend Mask64<2> operator==(Vec a, Vec b) { return {_mm_cmpeq_pd(a.raw, b.raw)}; }
+    friend Mask64<2> operator!=(Vec a, Vec b) { return {_mm_cmpneq_pd(a.raw, b.raw)}; }
+    friend Mask64<2> operator<(Vec a, Vec b) { return {_mm_cmplt_pd(a.raw, b.raw)}; }
+    friend Mask64<2> operator<=(Vec a, Vec b) { return {_mm_cmple_pd(a.raw, b.raw)}; }
+    friend Mask64<2> operator>(Vec a, Vec b) { return {_mm_cmpgt_pd(a.raw, b.raw)}; }
+    friend Mask64<2> operator>=(Vec a, Vec b) { return {_mm_cmpge_pd(a.raw, b.raw)}; }
+};
+
+template <>
+struct Vec<Real32, 4> {
+    static constexpr int lanes = 4;
+    using Element = Real32;
+    __m128 raw;
+
+    Vec() = default;
+    Vec(__m128 x) : raw(x) {}
+    Vec(Real32 x) : raw(_mm_set1_ps(x)) {}
+    static Vec load(const Real32* from) { return _mm_loadu_ps(from); }
+    static Vec loadAligned(const Real32* from) { return _mm_load_ps(from); }
+    void store(Real32* to) const { _mm_storeu_ps(to, raw); }
+    Real32 operator[](int i) const {
+        alignas(16) Real32 out[4];
+        _mm_store_ps(out, raw);
+        return out[i];
+    }
+
+    friend Vec operator+(Vec a, Vec b) { return _mm_add_ps(a.raw, b.raw); }
+    friend Vec operator-(Vec a, Vec b) { return _mm_sub_ps(a.raw, b.raw); }
+    friend Vec operator*(Vec a, Vec b) { return _mm_mul_ps(a.raw, b.raw); }
+    friend Vec operator/(Vec a, Vec b) { return _mm_div_ps(a.raw, b.raw); }
+    friend Mask32<4> operator==(Vec a, Vec b) { return {_mm_cmpeq_ps(a.raw, b.raw)}; }
+    friend Mask32<4> operator!=(Vec a, Vec b) { return {_mm_cmpneq_ps(a.raw, b.raw)}; }
+    friend Mask32<4> operator<(Vec a, Vec b) { return {_mm_cmplt_ps(a.raw, b.raw)}; }
+    friend Mask32<4> operator<=(Vec a, Vec b) { return {_mm_cmple_ps(a.raw, b.raw)}; }
+    friend Mask32<4> operator>(Vec a, Vec b) { return {_mm_cmpgt_ps(a.raw, b.raw)}; }
+    friend Mask32<4> operator>=(Vec a, Vec b) { return {_mm_cmpge_ps(a.raw, b.raw)}; }
+};
+
+template <>
+struct Vec<std::uint64_t, 2> {
+    static constexpr int lanes = 2;
+    using Element = std::uint64_t;
+    __m128i raw;
+
+    Vec() = default;
+    Vec(__m128i x) : raw(x) {}
+    Vec(std::uint64_t x) : raw(_mm_set1_epi64x(static_cast<long long>(x))) {}
+    Vec(U64<1> low, U64<1> high)
+        : raw(_mm_set_epi64x(static_cast<long long>(high.raw), static_cast<long long>(low.raw))) {}
+    static Vec load(const std::uint64_t* from) { return _mm_loadu_si128(reinterpret_cast<const __m128i_u*>(from)); }
+    void store(std::uint64_t* to) const { _mm_storeu_si128(reinterpret_cast<__m128i_u*>(to), raw); }
+    std::uint64_t operator[](int i) const {
+        return static_cast<std::uint64_t>(_mm_cvtsi128_si64(i == 0 ? raw : _mm_unpackhi_epi64(raw, raw)));
+    }
+
+    friend Vec operator+(Vec a, Vec b) { return _mm_add_epi64(a.raw, b.raw); }
+    friend Vec operator-(Vec a, Vec b) { return _mm_sub_epi64(a.raw, b.raw); }
+    friend Vec operator&(Vec a, Vec b) { return _mm_and_si128(a.raw, b.raw); }
+    friend Vec operator|(Vec a, Vec b) { return _mm_or_si128(a.raw, b.raw); }
+    friend Vec operator^(Vec a, Vec b) { return _mm_xor_si128(a.raw, b.raw); }
+    friend Vec operator~(Vec a) { return _mm_xor_si128(a.raw, _mm_set1_epi32(-1)); }
+    friend Vec operator<<(Vec a, int n) { return _mm_slli_epi64(a.raw, n); }
+    friend Vec operator>>(Vec a, int n) { return _mm_srli_epi64(a.raw, n); }
+};
+
+template <>
+struct Vec<std::uint32_t, 4> {
+    static constexpr int lanes = 4;
+    using Element = std::uint32_t;
+    __m128i raw;
+
+    Vec() = default;
+    Vec(__m128i x) : raw(x) {}
+    Vec(std::uint32_t x) : raw(_mm_set1_epi32(static_cast<int>(x))) {}
+    static Vec load(const std::uint32_t* from) { return _mm_loadu_si128(reinterpret_cast<const __m128i_u*>(from)); }
+    void store(std::uint32_t* to) const { _mm_storeu_si128(reinterpret_cast<__m128i_u*>(to), raw); }
+    std::uint32_t operator[](int i) const {
+        alignas(16) std::uint32_t out[4];
+        _mm_store_si128(reinterpret_cast<__m128i*>(out), raw);
+        return out[i];
+    }
+
+    friend Vec operator+(Vec a, Vec b) { return _mm_add_epi32(a.raw, b.raw); }
+    friend Vec operator-(Vec a, Vec b) { return _mm_sub_epi32(a.raw, b.raw); }
+    friend Vec operator&(Vec a, Vec b) { return _mm_and_si128(a.raw, b.raw); }
+    friend Vec operator|(Vec a, Vec b) { return _mm_or_si128(a.raw, b.raw); }
+    friend Vec operator^(Vec a, Vec b) { return _mm_xor_si128(a.raw, b.raw); }
+    friend Vec operator~(Vec a) { return _mm_xor_si128(a.raw, _mm_set1_epi32(-1)); }
+    friend Vec operator<<(Vec a, int n) { return _mm_slli_epi32(a.raw, n); }
+    friend Vec operator>>(Vec a, int n) { return _mm_srli_epi32(a.raw, n); }
+    friend Mask32<4> operator==(Vec a, Vec b) { return {_mm_castsi128_ps(_mm_cmpeq_epi32(a.raw, b.raw))}; }
+};
+
+inline F64<2> sqrt(F64<2> a) { return _mm_sqrt_pd(a.raw); }
+inline F32<4> sqrt(F32<4> a) { return _mm_sqrt_ps(a.raw); }
+
+inline U64<2> asBits(F64<2> a) { return _mm_castpd_si128(a.raw); }
+inline U32<4> asBits(F32<4> a) { return _mm_castps_si128(a.raw); }
+inline F64<2> asReal(U64<2> a) { return _mm_castsi128_pd(a.raw); }
+inline F32<4> asReal(U32<4> a) { return _mm_castsi128_ps(a.raw); }
+
+inline U32<4> shiftRightSigned(U32<4> a, int n) { return _mm_srai_epi32(a.raw, n); }
+inline Mask32<4> greaterSigned(U32<4> a, U32<4> b) { return {_mm_castsi128_ps(_mm_cmpgt_epi32(a.raw, b.raw))}; }
+
+// The same 128 bits as two 64-bit or four 32-bit lanes.
+inline U32<4> asWords(U64<2> a) { return a.raw; }
+inline U64<2> asLongs(U32<4> a) { return a.raw; }
+
+template <class T, int N>
+    requires(N == registerLanes<T> && std::is_floating_point_v<T>)
+inline Vec<T, N> select(Mask<8 * sizeof(T), N> m, Vec<T, N> yes, Vec<T, N> no) {
+    if constexpr (sizeof(T) == 8)
+        return _mm_or_pd(_mm_and_pd(m.raw, yes.raw), _mm_andnot_pd(m.raw, no.raw));
+    else
+        return _mm_or_ps(_mm_and_ps(m.raw, yes.raw), _mm_andnot_ps(m.raw, no.raw));
+}
+template <class T, int N>
+    requires(N == registerLanes<T> && std::is_integral_v<T>)
+inline Vec<T, N> select(Mask<8 * sizeof(T), N> m, Vec<T, N> yes, Vec<T, N> no) {
+    return asBits(select(m, asReal(yes), asReal(no)));
+}
+inline F64<2> zeroUnless(Mask64<2> m, F64<2> a) { return _mm_and_pd(m.raw, a.raw); }
+inline F32<4> zeroUnless(Mask32<4> m, F32<4> a) { return _mm_and_ps(m.raw, a.raw); }
+inline U64<2> zeroUnless(Mask64<2> m, U64<2> a) { return _mm_and_si128(_mm_castpd_si128(m.raw), a.raw); }
+inline U32<4> zeroUnless(Mask32<4> m, U32<4> a) { return _mm_and_si128(_mm_castps_si128(m.raw), a.raw); }
+
+inline F32<4> rsqrtSeed(F32<4> a) { return _mm_rsqrt_ps(a.raw); }
+inline F32<4> recipSeed(F32<4> a) { return _mm_rcp_ps(a.raw); }
+
+inline U64<2> highWords(U64<2> a) { return _mm_srli_epi64(a.raw, 32); }
+
+// ---------------------------------------------------------------------------------------------------------------------
+// Wider than a register: a pair of halves.
+
+template <int Bits, int N>
+    requires(N > 1)
+struct Mask<Bits, N> {
+    Mask<Bits, N / 2> lo, hi;
+    friend Mask operator&(Mask a, Mask b) { return {a.lo & b.lo, a.hi & b.hi}; }
+    friend Mask operator|(Mask a, Mask b) { return {a.lo | b.lo, a.hi | b.hi}; }
+    friend Mask operator~(Mask a) { return {~a.lo, ~a.hi}; }
+};
+
+template <class T, int N>
+    requires(N > 1)
+struct Vec<T, N> {
+    static constexpr int lanes = N;
+    using Element = T;
+    using Half = Vec<T, N / 2>;
+    using M = Mask<8 * sizeof(T), N>;
+    Half lo, hi;
+
+    Vec() = default;
+    Vec(Half low, Half high) : lo(low), hi(high) {}
+    Vec(T x) : lo(x), hi(x) {}
+    static Vec load(const T* from) { return {Half::load(from), Half::load(from + N / 2)}; }
+    void store(T* to) const {
+        lo.store(to);
+        hi.store(to + N / 2);
+    }
+    T operator[](int i) const { return i < N / 2 ? lo[i] : hi[i - N / 2]; }
+
+    friend Vec operator+(Vec a, Vec b) { return {a.lo + b.lo, a.hi + b.hi}; }
+    friend Vec operator-(Vec a, Vec b) { return {a.lo - b.lo, a.hi - b.hi}; }
+    friend Vec operator*(Vec a, Vec b) { return {a.lo * b.lo, a.hi * b.hi}; }
+    friend Vec operator/(Vec a, Vec b) { return {a.lo / b.lo, a.hi / b.hi}; }
+    friend Vec operator&(Vec a, Vec b) { return {a.lo & b.lo, a.hi & b.hi}; }
+    friend Vec operator|(Vec a, Vec b) { return {a.lo | b.lo, a.hi | b.hi}; }
+    friend Vec operator^(Vec a, Vec b) { return {a.lo ^ b.lo, a.hi ^ b.hi}; }
+    friend Vec operator~(Vec a) { return {~a.lo, ~a.hi}; }
+    friend Vec operator<<(Vec a, int n) { return {a.lo << n, a.hi << n}; }
+    friend Vec operator>>(Vec a, int n) { return {a.lo >> n, a.hi >> n}; }
+    friend M operator==(Vec a, Vec b) { return {a.lo == b.lo, a.hi == b.hi}; }
+    friend M operator!=(Vec a, Vec b) { return {a.lo != b.lo, a.hi != b.hi}; }
+    friend M operator<(Vec a, Vec b) { return {a.lo < b.lo, a.hi < b.hi}; }
+    friend M operator<=(Vec a, Vec b) { return {a.lo <= b.lo, a.hi <= b.hi}; }
+    friend M operator>(Vec a, Vec b) { return {a.lo > b.lo, a.hi > b.hi}; }
+    friend M operator>=(Vec a, Vec b) { return {a.lo >= b.lo, a.hi >= b.hi}; }
+};
+
+// A type that is a pair of halves here.
+template <class V>
+concept Paired = requires(V v) { v.lo; v.hi; };
+
+template <class T, int N>
+    requires Paired<Vec<T, N>>
+inline Vec<T, N> sqrt(Vec<T, N> a) { return {sqrt(a.lo), sqrt(a.hi)}; }
+template <class T, int N>
+    requires Paired<Vec<T, N>>
+inline Vec<Unsigned<T>, N> asBits(Vec<T, N> a) { return {asBits(a.lo), asBits(a.hi)}; }
+template <int N>
+    requires Paired<U64<N>>
+inline F64<N> asReal(U64<N> a) { return {asReal(a.lo), asReal(a.hi)}; }
+template <int N>
+    requires Paired<U32<N>>
+inline F32<N> asReal(U32<N> a) { return {asReal(a.lo), asReal(a.hi)}; }
+template <int N>
+    requires Paired<U32<N>>
+inline U32<N> shiftRightSigned(U32<N> a, int n) { return {shiftRightSigned(a.lo, n), shiftRightSigned(a.hi, n)}; }
+template <int N>
+    requires Paired<U32<N>>
+inline Mask32<N> greaterSigned(U32<N> a, U32<N> b) { return {greaterSigned(a.lo, b.lo), greaterSigned(a.hi, b.hi)}; }
+template <int N>
+    requires Paired<U64<N>>
+inline U64<N> highWords(U64<N> a) { return {highWords(a.lo), highWords(a.hi)}; }
+template <int N>
+    requires Paired<F32<N>>
+inline F32<N> rsqrtSeed(F32<N> a) { return {rsqrtSeed(a.lo), rsqrtSeed(a.hi)}; }
+template <int N>
+    requires Paired<F32<N>>
+inline F32<N> recipSeed(F32<N> a) { return {recipSeed(a.lo), recipSeed(a.hi)}; }
+
+template <int Bits, int N>
+    requires Paired<Mask<Bits, N>>
+inline int laneBits(Mask<Bits, N> m) { return laneBits(m.lo) | laneBits(m.hi) << (N / 2); }
+template <int Bits, int N>
+    requires Paired<Mask<Bits, N>>
+inline bool any(Mask<Bits, N> m) { return any(m.lo | m.hi); }
+template <int Bits, int N>
+    requires Paired<Mask<Bits, N>>
+inline bool all(Mask<Bits, N> m) { return all(m.lo & m.hi); }
+
+template <class T, int N>
+    requires Paired<Vec<T, N>>
+inline Vec<T, N> select(Mask<8 * sizeof(T), N> m, Vec<T, N> yes, Vec<T, N> no) {
+    return {select(m.lo, yes.lo, no.lo), select(m.hi, yes.hi, no.hi)};
+}
+template <class T, int N>
+    requires Paired<Vec<T, N>>
+inline Vec<T, N> zeroUnless(Mask<8 * sizeof(T), N> m, Vec<T, N> a) {
+    return {zeroUnless(m.lo, a.lo), zeroUnless(m.hi, a.hi)};
+}
+
+// Real32 lanes to Real64 lanes, exact, and back with one rounding.
+inline F64<4> widen(F32<4> a) { return {F64<2>(_mm_cvtps_pd(a.raw)), F64<2>(_mm_cvtps_pd(_mm_movehl_ps(a.raw, a.raw)))}; }
+inline F32<4> narrow(F64<4> a) { return _mm_movelh_ps(_mm_cvtpd_ps(a.lo.raw), _mm_cvtpd_ps(a.hi.raw)); }
+template <int N>
+    requires Paired<F32<N>>
+inline F64<N> widen(F32<N> a) { return {widen(a.lo), widen(a.hi)}; }
+template <int N>
+    requires(N > 4)
+inline F32<N> narrow(F64<N> a) { return {narrow(a.lo), narrow(a.hi)}; }
+
+// ---------------------------------------------------------------------------------------------------------------------
+// Any width.
+
+template <class T, int N>
+    requires std::is_floating_point_v<T>
+inline Vec<T, N> signOf(Vec<T, N> a) {  // the sign bit alone
+    return asReal(asBits(a) & Vec<Unsigned<T>, N>(Unsigned<T>{1} << (8 * sizeof(T) - 1)));
+}
+template <class T, int N>
+    requires std::is_floating_point_v<T>
+inline Vec<T, N> abs(Vec<T, N> a) {
+    return asReal(asBits(a) & Vec<Unsigned<T>, N>(~(Unsigned<T>{1} << (8 * sizeof(T) - 1))));
+}
+template <class T, int N>
+    requires std::is_floating_point_v<T>
+inline Vec<T, N> operator-(Vec<T, N> a) {  // a flipped sign bit, no arithmetic
+    return asReal(asBits(a) ^ Vec<Unsigned<T>, N>(Unsigned<T>{1} << (8 * sizeof(T) - 1)));
+}
+template <class T, int N>
+    requires std::is_floating_point_v<T>
+inline Vec<T, N> operator&(Vec<T, N> a, Vec<Unsigned<T>, N> pattern) { return asReal(asBits(a) & pattern); }
+template <class T, int N>
+    requires std::is_floating_point_v<T>
+inline Vec<T, N> operator|(Vec<T, N> a, Vec<T, N> b) { return asReal(asBits(a) | asBits(b)); }
+template <class T, int N>
+    requires std::is_floating_point_v<T>
+inline Vec<T, N> operator^(Vec<T, N> a, Vec<T, N> b) { return asReal(asBits(a) ^ asBits(b)); }
+
+// Two columns, lane by lane.
+template <class V>
+struct Pair {
+    V first, second;
+};
+
+// The entries table[2·index] and table[2·index + 1], one aligned load a lane: index holds byte offsets.
+inline Pair<F64<1>> gatherPairAt(const Real64* table, U64<1> byteOffset) {
+    const auto* entry = reinterpret_cast<const Real64*>(reinterpret_cast<const char*>(table) + byteOffset.raw);
+    return {entry[0], entry[1]};
+}
+inline Pair<F64<2>> gatherPairAt(const Real64* table, U64<2> byteOffset) {
+    const char* base = reinterpret_cast<const char*>(table);
+    // The offsets fit 16 bits, and taking them as 16-bit fields spares a shuffle.
+    const auto low = static_cast<unsigned>(_mm_cvtsi128_si32(byteOffset.raw));
+    const auto high = static_cast<unsigned>(_mm_extract_epi16(byteOffset.raw, 4));
+    const __m128d a = _mm_load_pd(reinterpret_cast<const Real64*>(base + low));
+    const __m128d b = _mm_load_pd(reinterpret_cast<const Real64*>(base + high));
+    return {_mm_unpacklo_pd(a, b), _mm_unpackhi_pd(a, b)};
+}
+template <int N>
+    requires Paired<U64<N>>
+inline Pair<F64<N>> gatherPairAt(const Real64* table, U64<N> byteOffset) {
+    const auto lo = gatherPairAt(table, byteOffset.lo);
+    const auto hi = gatherPairAt(table, byteOffset.hi);
+    return {{lo.first, hi.first}, {lo.second, hi.second}};
+}
+
+// table[byteOffset / 8], one element a lane.
+inline F64<1> gatherAt(const Real64* table, U64<1> byteOffset) {
+    return *reinterpret_cast<const Real64*>(reinterpret_cast<const char*>(table) + byteOffset.raw);
+}
+inline F64<2> gatherAt(const Real64* table, U64<2> byteOffset) {
+    const char* base = reinterpret_cast<const char*>(table);
+    const auto low = static_cast<unsigned>(_mm_cvtsi128_si32(byteOffset.raw));
+    const auto high = static_cast<unsigned>(_mm_extract_epi16(byteOffset.raw, 4));
+    return _mm_loadh_pd(_mm_load_sd(reinterpret_cast<const Real64*>(base + low)),
+                        reinterpret_cast<const Real64*>(base + high));
+}
+template <int N>
+    requires Paired<U64<N>>
+inline F64<N> gatherAt(const Real64* table, U64<N> byteOffset) {
+    return {gatherAt(table, byteOffset.lo), gatherAt(table, byteOffset.hi)};
+}
+
+}  // namespace okt
