@@ -9,6 +9,8 @@
 
 #include <benchmark/benchmark.h>
 
+#include <unistd.h>
+
 #include <map>
 #include <memory>
 #include <string>
@@ -39,7 +41,7 @@ void report(benchmark::State& state, std::size_t length) {
 // The console table with two columns more. Ours comes before its peers.
 class RatioReporter : public benchmark::ConsoleReporter {
 public:
-    RatioReporter() : ConsoleReporter(OO_Defaults) {}
+    RatioReporter() : ConsoleReporter(isatty(1) ? OO_ColorTabular : OO_Tabular) {}
 
     void ReportRuns(const std::vector<Run>& runs) override {
         std::vector<Run> shown = runs;
@@ -54,9 +56,8 @@ public:
             const std::string& name = run.run_name.function_name;
             const std::size_t slash = name.rfind('/');
             const std::string key = name.substr(0, slash) + run.aggregate_name + std::to_string(run.repetition_index);
-            if (name.substr(slash + 1) == "oktvm")
-                ours_[key] = perElement;
-            else if (const auto found = ours_.find(key); found != ours_.end())
+            if (name.substr(slash + 1) == "oktvm") ours_[key] = perElement;
+            if (const auto found = ours_.find(key); found != ours_.end())
                 run.counters["ratio"] = benchmark::Counter(perElement / found->second);
         }
         ConsoleReporter::ReportRuns(shown);

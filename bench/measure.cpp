@@ -35,7 +35,6 @@ struct Candidate {
 
     // As many calls as fill a turn.
     void calibrate(const Arguments& arguments, double seconds) {
-        turn(arguments);
         for (double took = turn(arguments); took < seconds; took = turn(arguments)) {
             const double factor = took > 0 ? std::min(seconds / took * 1.1, 16.0) : 16.0;
             calls = static_cast<long>(static_cast<double>(calls) * factor) + 1;
@@ -63,7 +62,7 @@ Comparison measure(const Export& function, std::size_t length, const Effort& eff
     for (Candidate& candidate : candidates) candidate.calibrate(arguments, effort.secondsPerTurn);
 
     double spent = 0;
-    for (int round = 0; round < effort.rounds && (round < 3 || spent < effort.secondsPerPoint); ++round)
+    for (int round = 0; round < effort.rounds && (round < 2 || spent < effort.secondsPerPoint); ++round)
         for (Candidate& candidate : candidates) {
             candidate.rounds.push_back(candidate.turn(arguments));
             spent += candidate.rounds.back();

@@ -267,8 +267,9 @@ int main(int argc, char** argv) {
     const std::vector<const okt::Export*> all = routines();
     std::size_t done = 0;
     for (const okt::Export* function : all) {
-        fmt::print(stderr, "\r{} of {} routines: {:<32}", ++done, all.size(), function->name);
+        ++done;
         if (function->name.find(only) == std::string_view::npos) continue;
+        fmt::print(stderr, "{:>3} of {}: {}\n", done, all.size(), function->name);
         Routine routine{function, labelOf(*function), {}};
         for (const std::size_t length : {1, 2, 4, 8, 16, 32, 64, 128, 256, 512, 2048, 8192, 32768, 131072, 524288})
             if (length == tableLength || !quick || length == 1 || length == 64)
@@ -279,16 +280,15 @@ int main(int argc, char** argv) {
         if (found == groups.end()) found = groups.insert(groups.end(), {group, {}});
         found->routines.push_back(std::move(routine));
     }
-    fmt::print(stderr, "\n");
-
     fs::create_directories(docs / "performance");
     std::string text = fmt::format(
         "# Performance\n\n"
         "<!-- Written by the target performance-report; do not edit. -->\n\n"
-        "Measured on {}, code compiled by {}. A cell holds the ratio of the peer's time to ours, above 1 where oktvm is\n"
-        "faster, and in brackets the peer's nanoseconds an element. Ours and the peers take turns in rounds of a fraction\n"
-        "of a millisecond, and the best round of each counts. Grades that share a routine are measured once. Arguments are\n"
-        "spread over the ordinary range of each function.\n\n"
+        "Measured on {}, code compiled by {}.\n\n"
+        "A cell holds the ratio of the peer's time to ours, above 1 where oktvm is faster, and in brackets the peer's\n"
+        "nanoseconds an element. Ours and the peers take turns in rounds of a fraction of a millisecond, and the best round\n"
+        "of each counts. Grades that share a routine are measured once. Arguments are spread over the ordinary range of each\n"
+        "function.\n\n"
         "The peers: SLEEF's 1-ulp forms for SSE2 and AVX2 (0.5 ulp for Hypot and Sqrt, 1.5 ulp for Erfc), called once a\n"
         "vector; libm's function, or the C library's complex function, in a scalar loop; a scalar division loop that\n"
         "notices zero divisors; a plain loop that the compiler made SSE2 code of; a copy that moves the same arrays. oktvm\n"
@@ -318,5 +318,5 @@ int main(int argc, char** argv) {
         fmt::print(stderr, "cannot write {}\n", (docs / "performance.md").string());
         return 1;
     }
-    fmt::print("{} routines in {}\n", done, (docs / "performance.md").string());
+    fmt::print("wrote {}\n", (docs / "performance.md").string());
 }
