@@ -91,7 +91,298 @@ typedef struct OktLibraryVersion {
  */
 OKT_API const OktLibraryVersion* oktvmGetLibVersion(void);
 
+/** @defgroup Arithmetic Arithmetic
+ *  @{ */
 
+/**
+ * @brief Absolute value; of a complex element, its modulus, for each element.
+ *
+ * @param[in] src source array of len Real32
+ * @param[out] dst destination array of len Real32
+ * @param[in] len number of elements, 1 or more
+ * @return oktStatusOk, oktStatusBadLength, oktStatusNullPointer
+ */
+OKT_API OktStatus oktsAbs_32f_A24(const Real32* src, Real32* dst, int32_t len);
+
+/**
+ * @brief Absolute value; of a complex element, its modulus, for each element.
+ *
+ * @param[in] src source array of len Real64
+ * @param[out] dst destination array of len Real64
+ * @param[in] len number of elements, 1 or more
+ * @return oktStatusOk, oktStatusBadLength, oktStatusNullPointer
+ */
+OKT_API OktStatus oktsAbs_64f_A53(const Real64* src, Real64* dst, int32_t len);
+
+/**
+ * @brief Absolute value; of a complex element, its modulus, for each element.
+ *
+ * @param[in] src source array of len Complex32
+ * @param[out] dst destination array of len Real32
+ * @param[in] len number of elements, 1 or more
+ * @return oktStatusOk, oktStatusBadLength, oktStatusNullPointer
+ */
+OKT_API OktStatus oktsAbs_32fc_A11(const Complex32* src, Real32* dst, int32_t len);
+/** @copydoc oktsAbs_32fc_A11 */
+OKT_API OktStatus oktsAbs_32fc_A21(const Complex32* src, Real32* dst, int32_t len);
+/** @copydoc oktsAbs_32fc_A11 */
+OKT_API OktStatus oktsAbs_32fc_A24(const Complex32* src, Real32* dst, int32_t len);
+
+/**
+ * @brief Absolute value; of a complex element, its modulus, for each element.
+ *
+ * @param[in] src source array of len Complex64
+ * @param[out] dst destination array of len Real64
+ * @param[in] len number of elements, 1 or more
+ * @return oktStatusOk, oktStatusBadLength, oktStatusNullPointer
+ */
+OKT_API OktStatus oktsAbs_64fc_A26(const Complex64* src, Real64* dst, int32_t len);
+/** @copydoc oktsAbs_64fc_A26 */
+OKT_API OktStatus oktsAbs_64fc_A50(const Complex64* src, Real64* dst, int32_t len);
+/** @copydoc oktsAbs_64fc_A26 */
+OKT_API OktStatus oktsAbs_64fc_A53(const Complex64* src, Real64* dst, int32_t len);
+
+/**
+ * @brief Src1 + src2, for each element.
+ *
+ * @param[in] src1 first source array of len Real32
+ * @param[in] src2 second source array of len Real32
+ * @param[out] dst destination array of len Real32
+ * @param[in] len number of elements, 1 or more
+ * @return oktStatusOk, oktStatusBadLength, oktStatusNullPointer
+ */
+OKT_API OktStatus oktsAdd_32f_A24(const Real32* src1, const Real32* src2, Real32* dst, int32_t len);
+
+/**
+ * @brief Src1 + src2, for each element.
+ *
+ * @param[in] src1 first source array of len Real64
+ * @param[in] src2 second source array of len Real64
+ * @param[out] dst destination array of len Real64
+ * @param[in] len number of elements, 1 or more
+ * @return oktStatusOk, oktStatusBadLength, oktStatusNullPointer
+ */
+OKT_API OktStatus oktsAdd_64f_A53(const Real64* src1, const Real64* src2, Real64* dst, int32_t len);
+
+/**
+ * @brief Src1 + src2, for each element.
+ *
+ * @param[in] src1 first source array of len Complex32
+ * @param[in] src2 second source array of len Complex32
+ * @param[out] dst destination array of len Complex32
+ * @param[in] len number of elements, 1 or more
+ * @return oktStatusOk, oktStatusBadLength, oktStatusNullPointer
+ */
+OKT_API OktStatus oktsAdd_32fc_A24(const Complex32* src1, const Complex32* src2, Complex32* dst, int32_t len);
+
+/**
+ * @brief Src1 + src2, for each element.
+ *
+ * @param[in] src1 first source array of len Complex64
+ * @param[in] src2 second source array of len Complex64
+ * @param[out] dst destination array of len Complex64
+ * @param[in] len number of elements, 1 or more
+ * @return oktStatusOk, oktStatusBadLength, oktStatusNullPointer
+ */
+OKT_API OktStatus oktsAdd_64fc_A53(const Complex64* src1, const Complex64* src2, Complex64* dst, int32_t len);
+
+/**
+ * @brief Complex conjugate, for each element.
+ *
+ * @param[in] src source array of len Complex32
+ * @param[out] dst destination array of len Complex32
+ * @param[in] len number of elements, 1 or more
+ * @return oktStatusOk, oktStatusBadLength, oktStatusNullPointer
+ */
+OKT_API OktStatus oktsConj_32fc_A24(const Complex32* src, Complex32* dst, int32_t len);
+
+/**
+ * @brief Complex conjugate, for each element.
+ *
+ * @param[in] src source array of len Complex64
+ * @param[out] dst destination array of len Complex64
+ * @param[in] len number of elements, 1 or more
+ * @return oktStatusOk, oktStatusBadLength, oktStatusNullPointer
+ */
+OKT_API OktStatus oktsConj_64fc_A53(const Complex64* src, Complex64* dst, int32_t len);
+
+/**
+ * @brief Src1 / src2, for each element.
+ *
+ * @param[in] src1 first source array of len Complex32
+ * @param[in] src2 second source array of len Complex32
+ * @param[out] dst destination array of len Complex32
+ * @param[in] len number of elements, 1 or more
+ * @return oktStatusOk, oktStatusBadLength, oktStatusNullPointer
+ */
+OKT_API OktStatus oktsDiv_32fc_A11(const Complex32* src1, const Complex32* src2, Complex32* dst, int32_t len);
+/** @copydoc oktsDiv_32fc_A11 */
+OKT_API OktStatus oktsDiv_32fc_A21(const Complex32* src1, const Complex32* src2, Complex32* dst, int32_t len);
+/** @copydoc oktsDiv_32fc_A11 */
+OKT_API OktStatus oktsDiv_32fc_A24(const Complex32* src1, const Complex32* src2, Complex32* dst, int32_t len);
+
+/**
+ * @brief Src1 / src2, for each element.
+ *
+ * @param[in] src1 first source array of len Complex64
+ * @param[in] src2 second source array of len Complex64
+ * @param[out] dst destination array of len Complex64
+ * @param[in] len number of elements, 1 or more
+ * @return oktStatusOk, oktStatusBadLength, oktStatusNullPointer
+ */
+OKT_API OktStatus oktsDiv_64fc_A26(const Complex64* src1, const Complex64* src2, Complex64* dst, int32_t len);
+/** @copydoc oktsDiv_64fc_A26 */
+OKT_API OktStatus oktsDiv_64fc_A50(const Complex64* src1, const Complex64* src2, Complex64* dst, int32_t len);
+/** @copydoc oktsDiv_64fc_A26 */
+OKT_API OktStatus oktsDiv_64fc_A53(const Complex64* src1, const Complex64* src2, Complex64* dst, int32_t len);
+
+/**
+ * @brief Src1 times src2, for each element.
+ *
+ * @param[in] src1 first source array of len Real32
+ * @param[in] src2 second source array of len Real32
+ * @param[out] dst destination array of len Real32
+ * @param[in] len number of elements, 1 or more
+ * @return oktStatusOk, oktStatusBadLength, oktStatusNullPointer
+ */
+OKT_API OktStatus oktsMul_32f_A24(const Real32* src1, const Real32* src2, Real32* dst, int32_t len);
+
+/**
+ * @brief Src1 times src2, for each element.
+ *
+ * @param[in] src1 first source array of len Real64
+ * @param[in] src2 second source array of len Real64
+ * @param[out] dst destination array of len Real64
+ * @param[in] len number of elements, 1 or more
+ * @return oktStatusOk, oktStatusBadLength, oktStatusNullPointer
+ */
+OKT_API OktStatus oktsMul_64f_A53(const Real64* src1, const Real64* src2, Real64* dst, int32_t len);
+
+/**
+ * @brief Src1 times src2, for each element.
+ *
+ * @param[in] src1 first source array of len Complex32
+ * @param[in] src2 second source array of len Complex32
+ * @param[out] dst destination array of len Complex32
+ * @param[in] len number of elements, 1 or more
+ * @return oktStatusOk, oktStatusBadLength, oktStatusNullPointer
+ */
+OKT_API OktStatus oktsMul_32fc_A11(const Complex32* src1, const Complex32* src2, Complex32* dst, int32_t len);
+/** @copydoc oktsMul_32fc_A11 */
+OKT_API OktStatus oktsMul_32fc_A21(const Complex32* src1, const Complex32* src2, Complex32* dst, int32_t len);
+/** @copydoc oktsMul_32fc_A11 */
+OKT_API OktStatus oktsMul_32fc_A24(const Complex32* src1, const Complex32* src2, Complex32* dst, int32_t len);
+
+/**
+ * @brief Src1 times src2, for each element.
+ *
+ * @param[in] src1 first source array of len Complex64
+ * @param[in] src2 second source array of len Complex64
+ * @param[out] dst destination array of len Complex64
+ * @param[in] len number of elements, 1 or more
+ * @return oktStatusOk, oktStatusBadLength, oktStatusNullPointer
+ */
+OKT_API OktStatus oktsMul_64fc_A26(const Complex64* src1, const Complex64* src2, Complex64* dst, int32_t len);
+/** @copydoc oktsMul_64fc_A26 */
+OKT_API OktStatus oktsMul_64fc_A50(const Complex64* src1, const Complex64* src2, Complex64* dst, int32_t len);
+/** @copydoc oktsMul_64fc_A26 */
+OKT_API OktStatus oktsMul_64fc_A53(const Complex64* src1, const Complex64* src2, Complex64* dst, int32_t len);
+
+/**
+ * @brief Src1 times the conjugate of src2, for each element.
+ *
+ * @param[in] src1 first source array of len Complex32
+ * @param[in] src2 second source array of len Complex32
+ * @param[out] dst destination array of len Complex32
+ * @param[in] len number of elements, 1 or more
+ * @return oktStatusOk, oktStatusBadLength, oktStatusNullPointer
+ */
+OKT_API OktStatus oktsMulByConj_32fc_A11(const Complex32* src1, const Complex32* src2, Complex32* dst, int32_t len);
+/** @copydoc oktsMulByConj_32fc_A11 */
+OKT_API OktStatus oktsMulByConj_32fc_A21(const Complex32* src1, const Complex32* src2, Complex32* dst, int32_t len);
+/** @copydoc oktsMulByConj_32fc_A11 */
+OKT_API OktStatus oktsMulByConj_32fc_A24(const Complex32* src1, const Complex32* src2, Complex32* dst, int32_t len);
+
+/**
+ * @brief Src1 times the conjugate of src2, for each element.
+ *
+ * @param[in] src1 first source array of len Complex64
+ * @param[in] src2 second source array of len Complex64
+ * @param[out] dst destination array of len Complex64
+ * @param[in] len number of elements, 1 or more
+ * @return oktStatusOk, oktStatusBadLength, oktStatusNullPointer
+ */
+OKT_API OktStatus oktsMulByConj_64fc_A26(const Complex64* src1, const Complex64* src2, Complex64* dst, int32_t len);
+/** @copydoc oktsMulByConj_64fc_A26 */
+OKT_API OktStatus oktsMulByConj_64fc_A50(const Complex64* src1, const Complex64* src2, Complex64* dst, int32_t len);
+/** @copydoc oktsMulByConj_64fc_A26 */
+OKT_API OktStatus oktsMulByConj_64fc_A53(const Complex64* src1, const Complex64* src2, Complex64* dst, int32_t len);
+
+/**
+ * @brief Src squared, for each element.
+ *
+ * @param[in] src source array of len Real32
+ * @param[out] dst destination array of len Real32
+ * @param[in] len number of elements, 1 or more
+ * @return oktStatusOk, oktStatusBadLength, oktStatusNullPointer
+ */
+OKT_API OktStatus oktsSqr_32f_A24(const Real32* src, Real32* dst, int32_t len);
+
+/**
+ * @brief Src squared, for each element.
+ *
+ * @param[in] src source array of len Real64
+ * @param[out] dst destination array of len Real64
+ * @param[in] len number of elements, 1 or more
+ * @return oktStatusOk, oktStatusBadLength, oktStatusNullPointer
+ */
+OKT_API OktStatus oktsSqr_64f_A53(const Real64* src, Real64* dst, int32_t len);
+
+/**
+ * @brief Src1 - src2, for each element.
+ *
+ * @param[in] src1 first source array of len Real32
+ * @param[in] src2 second source array of len Real32
+ * @param[out] dst destination array of len Real32
+ * @param[in] len number of elements, 1 or more
+ * @return oktStatusOk, oktStatusBadLength, oktStatusNullPointer
+ */
+OKT_API OktStatus oktsSub_32f_A24(const Real32* src1, const Real32* src2, Real32* dst, int32_t len);
+
+/**
+ * @brief Src1 - src2, for each element.
+ *
+ * @param[in] src1 first source array of len Real64
+ * @param[in] src2 second source array of len Real64
+ * @param[out] dst destination array of len Real64
+ * @param[in] len number of elements, 1 or more
+ * @return oktStatusOk, oktStatusBadLength, oktStatusNullPointer
+ */
+OKT_API OktStatus oktsSub_64f_A53(const Real64* src1, const Real64* src2, Real64* dst, int32_t len);
+
+/**
+ * @brief Src1 - src2, for each element.
+ *
+ * @param[in] src1 first source array of len Complex32
+ * @param[in] src2 second source array of len Complex32
+ * @param[out] dst destination array of len Complex32
+ * @param[in] len number of elements, 1 or more
+ * @return oktStatusOk, oktStatusBadLength, oktStatusNullPointer
+ */
+OKT_API OktStatus oktsSub_32fc_A24(const Complex32* src1, const Complex32* src2, Complex32* dst, int32_t len);
+
+/**
+ * @brief Src1 - src2, for each element.
+ *
+ * @param[in] src1 first source array of len Complex64
+ * @param[in] src2 second source array of len Complex64
+ * @param[out] dst destination array of len Complex64
+ * @param[in] len number of elements, 1 or more
+ * @return oktStatusOk, oktStatusBadLength, oktStatusNullPointer
+ */
+OKT_API OktStatus oktsSub_64fc_A53(const Complex64* src1, const Complex64* src2, Complex64* dst, int32_t len);
+
+/** @} */
 
 #ifdef __cplusplus
 }

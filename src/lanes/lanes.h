@@ -494,4 +494,24 @@ inline F64<N> gatherAt(const Real64* table, U64<N> byteOffset) {
     return {gatherAt(table, byteOffset.lo), gatherAt(table, byteOffset.hi)};
 }
 
+// Interleaved pairs to two vectors of columns, and back.
+inline Pair<F32<4>> loadInterleaved(const Real32* from) {
+    const __m128 a = _mm_loadu_ps(from);
+    const __m128 b = _mm_loadu_ps(from + 4);
+    return {_mm_shuffle_ps(a, b, _MM_SHUFFLE(2, 0, 2, 0)), _mm_shuffle_ps(a, b, _MM_SHUFFLE(3, 1, 3, 1))};
+}
+inline void storeInterleaved(Real32* to, F32<4> first, F32<4> second) {
+    _mm_storeu_ps(to, _mm_unpacklo_ps(first.raw, second.raw));
+    _mm_storeu_ps(to + 4, _mm_unpackhi_ps(first.raw, second.raw));
+}
+inline Pair<F64<2>> loadInterleaved(const Real64* from) {
+    const __m128d a = _mm_loadu_pd(from);
+    const __m128d b = _mm_loadu_pd(from + 2);
+    return {_mm_unpacklo_pd(a, b), _mm_unpackhi_pd(a, b)};
+}
+inline void storeInterleaved(Real64* to, F64<2> first, F64<2> second) {
+    _mm_storeu_pd(to, _mm_unpacklo_pd(first.raw, second.raw));
+    _mm_storeu_pd(to + 2, _mm_unpackhi_pd(first.raw, second.raw));
+}
+
 }  // namespace okt

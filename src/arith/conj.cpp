@@ -1,0 +1,31 @@
+// Complex conjugate: the sign bit of every imaginary part inverted, by integer operations alone, so that a signalling
+// NaN stays signalling and no flag is raised.
+#include "arith/elementwise.h"
+
+namespace okt {
+namespace {
+
+OktStatus conj32(const Complex32* src, Complex32* dst, std::int32_t len) {
+    // One complex element is one 64-bit pattern, the imaginary part above.
+    return plainFrame(len, src, dst, [=](OktStatus&) {
+        const auto invert = [](auto z) { return z ^ decltype(z)(0x8000000000000000u); };
+        vectorLoop(invert, reinterpret_cast<std::uint64_t*>(dst), static_cast<std::size_t>(len),
+                   reinterpret_cast<const std::uint64_t*>(src));
+    });
+}
+
+OktStatus conj64(const Complex64* src, Complex64* dst, std::int32_t len) {
+    return plainFrame(len, src, dst, [=](OktStatus&) {
+        const U64x2 imaginarySign(U64<1>(0), U64<1>(0x8000000000000000u));
+        for (std::int32_t i = 0; i < len; ++i)
+            (U64x2::load(patterns(&src->re) + 2 * static_cast<std::size_t>(i)) ^ imaginarySign)
+                .store(patterns(&dst->re) + 2 * static_cast<std::size_t>(i));
+    });
+}
+
+}  // namespace
+
+OKT_EXPORT(Conj, 32fc, conj32)
+OKT_EXPORT(Conj, 64fc, conj64)
+
+}  // namespace okt

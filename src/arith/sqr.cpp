@@ -1,0 +1,19 @@
+// Squares: one IEEE multiplication an element.
+#include "arith/elementwise.h"
+
+namespace okt {
+namespace {
+
+template <class T>
+OktStatus sqr(const T* src, T* dst, std::int32_t len) {
+    return plainFrame(len, src, dst, [=](OktStatus&) {
+        vectorLoop([](auto x) { return x * x; }, dst, static_cast<std::size_t>(len), src);
+    });
+}
+
+}  // namespace
+
+OKT_EXPORT(Sqr, 32f, sqr)
+OKT_EXPORT(Sqr, 64f, sqr)
+
+}  // namespace okt

@@ -1,0 +1,19 @@
+// Differences: one IEEE subtraction a real.
+#include "arith/elementwise.h"
+
+namespace okt {
+namespace {
+
+template <class T>
+OktStatus sub(const T* src1, const T* src2, T* dst, std::int32_t len) {
+    return elementwise(src1, src2, dst, len, [](auto a, auto b) { return a - b; });
+}
+
+}  // namespace
+
+OKT_EXPORT(Sub, 32f, sub)
+OKT_EXPORT(Sub, 64f, sub)
+OKT_EXPORT(Sub, 32fc, sub)
+OKT_EXPORT(Sub, 64fc, sub)
+
+}  // namespace okt

@@ -1,0 +1,48 @@
+// The loop of the functions that are one instruction an element: eight elements a pass, the destination aligned.
+#pragma once
+
+#include "lanes/lanes.h"
+
+#include <cstddef>
+#include <cstdint>
+#include <iterator>
+
+namespace okt {
+
+inline constexpr std::size_t vectorLoopPass = 8;
+
+// An ascending scalar loop reads what it has written before when the destination starts less than a pass above a
+// source. In every other position, the same address included, whole passes give the scalar loop's results.
+template <class T>
+inline bool smearsForward(const T* src, const T* dst) {
+    const auto above = reinterpret_cast<std::uintptr_t>(dst) - reinterpret_cast<std::uintptr_t>(src);
+    return above - 1 < vectorLoopPass * sizeof(T) - 1;  // wraps around for 0 and for a destination below
+}
+
+// dst[i] = operation(src[i]...) for count elements, ascending. `operation` is generic over the lanes. Loads of the
+// sources are unaligned; stores are aligned once the elements before the first 16-byte boundary are done, unless the
+// destination stands at an odd address, where no boundary can be reached.
+template <class T, class Operation, class... Source>
+inline void vectorLoop(const Operation& operation, T* dst, std::size_t count, const Source*... src) {
+    using Register = Vec<T, registerLanes<T>>;
+    std::size_t i = 0;
+    const auto scalarUntil = [&](std::size_t end) {
+        for (; i < end; ++i) operation(Vec<T, 1>::load(src + i)...).store(dst + i);
+    };
+    const std::size_t misalignment = reinterpret_cast<std::uintptr_t>(dst) % 16;
+    const std::size_t peel = misalignment % sizeof(T) == 0 ? (16 - misalignment) % 16 / sizeof(T) : 0;
+
+    if (count >= peel + vectorLoopPass && !(smearsForward(src, dst) || ...)) {
+        scalarUntil(peel);
+        const std::size_t end = count - (count - peel) % vectorLoopPass;
+        for (; i < end; i += vectorLoopPass) {
+            Register results[vectorLoopPass / registerLanes<T>];
+            for (std::size_t k = 0; k < std::size(results); ++k)
+                results[k] = operation(Register::load(src + i + k * registerLanes<T>)...);
+            for (std::size_t k = 0; k < std::size(results); ++k) results[k].store(dst + i + k * registerLanes<T>);
+        }
+    }
+    scalarUntil(count);
+}
+
+}  // namespace okt

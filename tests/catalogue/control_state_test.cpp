@@ -1,0 +1,73 @@
+// What every export computes under, and what its caller finds in MXCSR and the x87 control word afterwards.
+#include "support/call.h"
+#include "support/control_state.h"
+
+#include <thread>
+
+namespace okt::test {
+namespace {
+
+class ControlStateOf : public testing::TestWithParam<const Export*> {};
+INSTANTIATE_TEST_SUITE_P(Control, ControlStateOf, testing::ValuesIn(builtExports()), exportName);
+
+// The bits of MXCSR that the export's frame clears for the length of the call.
+std::uint32_t clearedBits(Frame frame) {
+    switch (frame) {
+        case Frame::mxcsr: return 0xE040;
+        case Frame::doubleGuard: return 0xE000;
+        default: return 0;
+    }
+}
+
+TEST_P(ControlStateOf, LeavesTheControlRegistersAsItFoundThem) {
+    const Export& f = *GetParam();
+    for (const std::int32_t len : {3, 40}) {
+        const Sources sources = mixedSources(f, len, 300);
+        for (const ControlState& state : allControlStates()) {
+            ControlState after;
+            {
+                const ScopedControlState scope(state);
+                call(f, sources, len);
+                after = controlState();
+            }
+            ASSERT_EQ(after.x87, state.x87) << f.name;
+            ASSERT_EQ(after.mxcsr & ~stickyFlags, state.mxcsr & ~stickyFlags) << f.name;
+            ASSERT_EQ(after.mxcsr & state.mxcsr & stickyFlags, state.mxcsr & stickyFlags) << f.name << " cleared a flag";
+            if (state.mxcsr & clearedBits(f.frame)) {
+                ASSERT_EQ(after.mxcsr, state.mxcsr) << f.name << " kept a flag";
+            }
+        }
+    }
+}
+
+TEST_P(ControlStateOf, ComputesTheSameUnderEverySettingItsGuardCovers) {
+    const Export& f = *GetParam();
+    const std::int32_t len = 67;
+    const Sources sources = mixedSources(f, len, 301);
+    const Outcome expected = call(f, sources, len);
+    for (const ControlState& state : allControlStates()) {
+        // What the guard does not cover stays at the default; without an x87 guard there is no x87 arithmetic either.
+        const std::uint32_t covered = clearedBits(f.frame) | stickyFlags;
+        const ScopedControlState scope({(state.mxcsr & covered) | defaultMxcsr, state.x87});
+        const Outcome actual = call(f, sources, len);
+        ASSERT_TRUE(sameOutcome(f, sources, expected, actual)) << std::hex << "MXCSR " << state.mxcsr << ", x87 " << state.x87;
+    }
+}
+
+TEST_P(ControlStateOf, RunsOnEightThreadsOverSharedSources) {
+    const Export& f = *GetParam();
+    const std::int32_t len = 501;
+    const Sources sources = mixedSources(f, len, 302);
+    const Outcome expected = call(f, sources, len);
+    std::vector<Outcome> outcomes(8);
+    std::vector<std::thread> threads;
+    for (Outcome& outcome : outcomes)
+        threads.emplace_back([&] {
+            for (int repeat = 0; repeat < 4; ++repeat) outcome = call(f, sources, len);
+        });
+    for (std::thread& thread : threads) thread.join();
+    for (const Outcome& outcome : outcomes) EXPECT_TRUE(sameOutcome(f, sources, expected, outcome));
+}
+
+}  // namespace
+}  // namespace okt::test

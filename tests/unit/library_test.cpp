@@ -1,0 +1,66 @@
+// The library as a whole: version record, catalogue counts.
+#include "registry.h"
+
+#include <gtest/gtest.h>
+
+#include <cstring>
+#include <map>
+#include <set>
+
+namespace okt::test {
+namespace {
+
+TEST(Version, RecordHoldsItsConstants) {
+    const OktLibraryVersion* version = oktvmGetLibVersion();
+    EXPECT_EQ(version, oktvmGetLibVersion());
+    EXPECT_EQ(version->majorVersion, 6);
+    EXPECT_EQ(version->minorVersion, 1);
+    EXPECT_EQ(version->buildMajor, 137);
+    EXPECT_EQ(version->buildCounter, 761);
+    EXPECT_EQ(std::memcmp(version->cpuTag, "mx\0\0", 4), 0);
+    EXPECT_STREQ(version->fileName, "oktvmmx-6.1.dll");
+    EXPECT_STREQ(version->versionText, "6.1 build 137.36");
+    EXPECT_STREQ(version->buildDate, "Sep 29 2009");
+}
+
+TEST(Version, PointersStandAtTheirNaturalAlignmentAndTheGapIsZero) {
+    EXPECT_EQ(offsetof(OktLibraryVersion, cpuTag), 16u);
+    EXPECT_EQ(offsetof(OktLibraryVersion, fileName), 24u);
+    std::uint32_t gap;
+    std::memcpy(&gap, reinterpret_cast<const char*>(oktvmGetLibVersion()) + 20, 4);
+    EXPECT_EQ(gap, 0u);
+}
+
+TEST(Catalogue, CountsOfFamiliesTypesAndNames) {
+    std::map<std::string_view, int> byType;
+    std::set<std::string_view> families, names;
+    for (const CatalogueEntry& entry : catalogue()) {
+        ++byType[entry.type];
+        families.insert(entry.family);
+        names.insert(entry.name);
+    }
+    EXPECT_EQ(families.size(), 52u);
+    EXPECT_EQ(names.size(), 390u);
+    EXPECT_EQ(byType["32f"], 120);
+    EXPECT_EQ(byType["64f"], 120);
+    EXPECT_EQ(byType["32fc"], 75);
+    EXPECT_EQ(byType["64fc"], 75);
+}
+
+TEST(Catalogue, TopGradeFamiliesAndTheRoundingGroupHaveNoOtherNames) {
+    std::set<std::string_view> names;
+    for (const CatalogueEntry& entry : catalogue()) names.insert(entry.name);
+    for (const char* name : {"oktsAdd_32f_A11", "oktsSqr_64f_A26", "oktsConj_32fc_A11", "oktsCeil_32fc", "oktsCeil_32f_A24",
+                             "oktsMul_32f_A11", "oktsAbs_64f_A26"})
+        EXPECT_FALSE(names.contains(name)) << name;
+    for (const char* name : {"oktsCeil_32f", "oktsAbs_32fc_A11", "oktsMul_64fc_A26", "oktsAdd_64fc_A53"})
+        EXPECT_TRUE(names.contains(name)) << name;
+}
+
+TEST(Catalogue, StatusTypeIsASigned32BitInteger) {
+    static_assert(std::is_same_v<OktStatus, std::int32_t>);
+    EXPECT_EQ(statusName(oktStatusDomain), "oktStatusDomain");
+}
+
+}  // namespace
+}  // namespace okt::test
