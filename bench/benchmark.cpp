@@ -50,8 +50,9 @@ public:
             const auto length = lengths.find(run.run_name.function_name);
             if (length == lengths.end() || run.error_occurred) continue;
             if (run.run_type == Run::RT_Aggregate && run.aggregate_unit != benchmark::kTime) continue;
-            const double perElement = run.GetAdjustedCPUTime() * benchmark::GetTimeUnitMultiplier(benchmark::kNanosecond) /
-                                      benchmark::GetTimeUnitMultiplier(run.time_unit) / static_cast<double>(length->second);
+            const double perElement =
+                run.GetAdjustedCPUTime() * benchmark::GetTimeUnitMultiplier(benchmark::kNanosecond) /
+                benchmark::GetTimeUnitMultiplier(run.time_unit) / static_cast<double>(length->second);
             run.counters["ns"] = benchmark::Counter(perElement);
             const std::string& name = run.run_name.function_name;
             const std::size_t slash = name.rfind('/');
@@ -78,8 +79,9 @@ int main(int argc, char** argv) {
         benchmark::RegisterBenchmark(name.c_str(), body);
     };
     for (const okt::Export* function : routines()) {
-        for (const std::size_t length : {std::size_t{1}, std::size_t{4}, std::size_t{16}, std::size_t{64}, std::size_t{256},
-                                         std::size_t{2048}, std::size_t{32768}, lengthBeyondCache(*function)}) {
+        for (const std::size_t length :
+             {std::size_t{1}, std::size_t{4}, std::size_t{16}, std::size_t{64}, std::size_t{256}, std::size_t{2048},
+              std::size_t{32768}, lengthBeyondCache(*function)}) {
             const std::string prefix = std::string(function->name) + "/" + std::to_string(length) + "/";
             add(prefix + "oktvm", length, [function, length](benchmark::State& state) {
                 const okt::Arguments& arguments = argumentsFor(*function, length);

@@ -15,7 +15,8 @@ namespace {
 
 using Clock = std::chrono::steady_clock;
 
-double secondsFor(void (*run)(const Arguments&), OktStatus (*call)(const Arguments&), const Arguments& arguments, long calls) {
+double secondsFor(void (*run)(const Arguments&), OktStatus (*call)(const Arguments&), const Arguments& arguments,
+                  long calls) {
     const auto start = Clock::now();
     if (call) {
         for (long i = 0; i < calls; ++i) call(arguments);

@@ -29,8 +29,8 @@ struct Comparison {
 
 struct Effort {
     int rounds = 25;
-    double secondsPerTurn = 60e-6; // a turn holds as many calls as fit in this time, at least one
-    double secondsPerPoint = 0.1;  // rounds stop early when all turns together took longer, after 2 at least
+    double secondsPerTurn = 60e-6;  // a turn holds as many calls as fit in this time, at least one
+    double secondsPerPoint = 0.1;   // rounds stop early when all turns together took longer, after 2 at least
 };
 
 Comparison measure(const Export& function, std::size_t length, const Effort& effort = {});

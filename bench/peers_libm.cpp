@@ -26,7 +26,6 @@ void divisionLoop(const Arguments& a) {
     lastStatus = status;
 }
 
-
 }  // namespace
 
 std::vector<Peer> libmPeers() {
@@ -39,9 +38,8 @@ std::vector<Peer> libmPeers() {
     rows.binary("Atan2", "atan2", [](auto y, auto x) { return std::atan2(y, x); });
     rows.unary("Atanh", "atanh", [](auto x) { return std::atanh(x); });
     rows.unary("Cbrt", "cbrt", [](auto x) { return std::cbrt(x); });
-    rows.unary("CdfNorm", "0.5 erfc(-x/sqrt 2)", []<class T>(T x) {
-        return T(0.5) * std::erfc(-x * (std::numbers::sqrt2_v<T> / 2));
-    });
+    rows.unary("CdfNorm", "0.5 erfc(-x/sqrt 2)",
+               []<class T>(T x) { return T(0.5) * std::erfc(-x * (std::numbers::sqrt2_v<T> / 2)); });
     rows.unary("Ceil", "ceil", [](auto x) { return std::ceil(x); });
     rows.unary("Cos", "cos", [](auto x) { return std::cos(x); });
     rows.unary("Cosh", "cosh", [](auto x) { return std::cosh(x); });

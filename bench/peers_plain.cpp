@@ -9,30 +9,29 @@
 namespace okt::bench {
 namespace {
 
-
 // Loops are spelled out, one function each: the restricted pointers must be locals for the compiler to believe them.
-#define OKT_PLAIN_UNARY(name, expression)                                          \
-    template <class Real>                                                          \
-    void name(const Arguments& a) {                                                \
-        const Real* __restrict__ src = static_cast<const Real*>(a.src1);           \
-        Real* __restrict__ dst = static_cast<Real*>(a.dst1);                       \
-        for (std::int32_t i = 0; i < a.len; ++i) {                                 \
-            const Real x = src[i];                                                 \
-            dst[i] = expression;                                                   \
-        }                                                                          \
+#define OKT_PLAIN_UNARY(name, expression)                                \
+    template <class Real>                                                \
+    void name(const Arguments& a) {                                      \
+        const Real* __restrict__ src = static_cast<const Real*>(a.src1); \
+        Real* __restrict__ dst = static_cast<Real*>(a.dst1);             \
+        for (std::int32_t i = 0; i < a.len; ++i) {                       \
+            const Real x = src[i];                                       \
+            dst[i] = expression;                                         \
+        }                                                                \
     }
 
-#define OKT_PLAIN_BINARY(name, Real, reals, expression)                            \
-    template <class Real>                                                          \
-    void name(const Arguments& a) {                                                \
-        const Real* __restrict__ src1 = static_cast<const Real*>(a.src1);          \
-        const Real* __restrict__ src2 = static_cast<const Real*>(a.src2);          \
-        Real* __restrict__ dst = static_cast<Real*>(a.dst1);                       \
-        const std::ptrdiff_t count = std::ptrdiff_t{a.len} * (reals);              \
-        for (std::ptrdiff_t i = 0; i < count; ++i) {                               \
-            const Real x = src1[i], y = src2[i];                                   \
-            dst[i] = expression;                                                   \
-        }                                                                          \
+#define OKT_PLAIN_BINARY(name, Real, reals, expression)                   \
+    template <class Real>                                                 \
+    void name(const Arguments& a) {                                       \
+        const Real* __restrict__ src1 = static_cast<const Real*>(a.src1); \
+        const Real* __restrict__ src2 = static_cast<const Real*>(a.src2); \
+        Real* __restrict__ dst = static_cast<Real*>(a.dst1);              \
+        const std::ptrdiff_t count = std::ptrdiff_t{a.len} * (reals);     \
+        for (std::ptrdiff_t i = 0; i < count; ++i) {                      \
+            const Real x = src1[i], y = src2[i];                          \
+            dst[i] = expression;                                          \
+        }                                                                 \
     }
 
 OKT_PLAIN_UNARY(absolute, std::fabs(x))
@@ -129,7 +128,8 @@ std::vector<Peer> plainPeers() {
     for (const std::string_view family : {"Add", "Sub", "Mul"})
         both(family, false, copy, "two arrays read, one written", copyBoth<std::uint32_t>, copyBoth<std::uint64_t>);
     for (const std::string_view family : {"Add", "Sub"})
-        both(family, true, copy, "two arrays read, one written", copyBothPairs<std::uint32_t>, copyBothPairs<std::uint64_t>);
+        both(family, true, copy, "two arrays read, one written", copyBothPairs<std::uint32_t>,
+             copyBothPairs<std::uint64_t>);
     return peers;
 }
 

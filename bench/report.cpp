@@ -91,8 +91,8 @@ public:
                             width, height)) {}
 
     void line(double x1, double y1, double x2, double y2, std::string_view colour, double width = 1) {
-        text_ += fmt::format("<path d=\"M{:.1f} {:.1f}L{:.1f} {:.1f}\" stroke=\"{}\" stroke-width=\"{}\"/>\n", x1, y1, x2, y2,
-                             colour, width);
+        text_ += fmt::format("<path d=\"M{:.1f} {:.1f}L{:.1f} {:.1f}\" stroke=\"{}\" stroke-width=\"{}\"/>\n", x1, y1,
+                             x2, y2, colour, width);
     }
     void dot(double x, double y, std::string_view colour) {
         text_ += fmt::format("<circle cx=\"{:.1f}\" cy=\"{:.1f}\" r=\"4\" fill=\"{}\"/>\n", x, y, colour);
@@ -102,8 +102,10 @@ public:
         for (const auto& [x, y] : points) path += fmt::format("{}{:.1f} {:.1f}", path.empty() ? "M" : "L", x, y);
         text_ += fmt::format("<path d=\"{}\" fill=\"none\" stroke=\"{}\" stroke-width=\"{}\"/>\n", path, colour, width);
     }
-    void label(double x, double y, std::string_view text, std::string_view anchor = "start", std::string_view more = "") {
-        text_ += fmt::format("<text x=\"{:.1f}\" y=\"{:.1f}\" text-anchor=\"{}\" {}>{}</text>\n", x, y, anchor, more, text);
+    void label(double x, double y, std::string_view text, std::string_view anchor = "start",
+               std::string_view more = "") {
+        text_ +=
+            fmt::format("<text x=\"{:.1f}\" y=\"{:.1f}\" text-anchor=\"{}\" {}>{}</text>\n", x, y, anchor, more, text);
     }
     void save(const fs::path& path) { std::ofstream(path) << text_ << "</svg>\n"; }
 
@@ -145,19 +147,23 @@ void plotRatios(const Group& group, const fs::path& path) {
     high = std::exp2(std::ceil(std::log2(high)));
     const double left = 130, right = 690, top = 46, step = 18;
     const double bottom = top + step * static_cast<double>(group.routines.size());
-    const auto place = [&](double ratio) { return left + (right - left) * std::log2(ratio / low) / std::log2(high / low); };
+    const auto place = [&](double ratio) {
+        return left + (right - left) * std::log2(ratio / low) / std::log2(high / low);
+    };
     Svg svg(right + 20, bottom + 34);
     legend(svg, left, 18, librariesIn(group));
     for (double tick = low; tick <= high; tick *= 2) {
         svg.line(place(tick), top - 6, place(tick), bottom, tick == 1 ? "#444444" : "#dddddd", tick == 1 ? 1.5 : 1);
         svg.label(place(tick), bottom + 14, fmt::format("{:g}", tick), "middle");
     }
-    svg.label((left + right) / 2, bottom + 28, "time of the peer over time of oktvm: right of 1 oktvm is faster", "middle");
+    svg.label((left + right) / 2, bottom + 28, "time of the peer over time of oktvm: right of 1 oktvm is faster",
+              "middle");
     double y = top + step / 2;
     for (const Routine& routine : group.routines) {
         svg.line(left, y, right, y, "#eeeeee");
         svg.label(left - 8, y + 4, routine.label, "end");
-        for (const PeerTime& peer : routine.at(tableLength)->peers) svg.dot(place(peer.ratio), y, colourOf(peer.peer.library));
+        for (const PeerTime& peer : routine.at(tableLength)->peers)
+            svg.dot(place(peer.ratio), y, colourOf(peer.peer.library));
         y += step;
     }
     svg.save(path);
@@ -189,16 +195,18 @@ void plotLengths(const Group& group, const fs::path& path) {
         low = std::pow(10, std::floor(std::log10(low)));
         high = std::pow(10, std::ceil(std::log10(high)));
         const double longest = std::log2(static_cast<double>(routine.lengths.back().length));
-        const auto placeX = [&](std::size_t length) { return x0 + w * std::log2(static_cast<double>(length)) / longest; };
+        const auto placeX = [&](std::size_t length) {
+            return x0 + w * std::log2(static_cast<double>(length)) / longest;
+        };
         const auto placeY = [&](double ns) { return y0 + h - h * std::log10(ns / low) / std::log10(high / low); };
         for (double tick = low; tick <= high * 1.01; tick *= 10) {
             svg.line(x0, placeY(tick), x0 + w, placeY(tick), "#dddddd");
-            svg.label(x0 - 4, placeY(tick) + 4, fmt::format("{:g}", tick), "end", "font-size=\"9\"");
+            svg.label(x0 - 4, placeY(tick) + 3, fmt::format("{:g}", tick), "end", "font-size=\"9\"");
         }
         for (int power = 0; power <= longest; power += 8) {
             const double x = x0 + w * power / longest;
             svg.line(x, y0, x, y0 + h, "#eeeeee");
-            svg.label(x, y0 + h + 11, fmt::format("2^{}", power), "middle", "font-size=\"9\"");
+            svg.label(x, y0 + h + 13, fmt::format("2^{}", power), "middle", "font-size=\"9\"");
         }
         svg.label(x0, y0 - 4, routine.label, "start", "font-weight=\"bold\"");
         for (const std::string_view library : used) {
@@ -217,7 +225,8 @@ void plotLengths(const Group& group, const fs::path& path) {
 }
 
 // A Markdown table of one length.
-std::string table(const Group& group, const std::vector<std::string_view>& used, const Comparison* (*choose)(const Routine&)) {
+std::string table(const Group& group, const std::vector<std::string_view>& used,
+                  const Comparison* (*choose)(const Routine&)) {
     std::string text = "| Function | ns an element |";
     for (const std::string_view library : used) text += fmt::format(" {} |", library);
     text += "\n| --- | ---: |";
@@ -286,13 +295,18 @@ int main(int argc, char** argv) {
         "<!-- Written by the target performance-report; do not edit. -->\n\n"
         "Measured on {}, code compiled by {}.\n\n"
         "A cell holds the ratio of the peer's time to ours, above 1 where oktvm is faster, and in brackets the peer's\n"
-        "nanoseconds an element. Ours and the peers take turns in rounds of a fraction of a millisecond, and the best round\n"
-        "of each counts. Grades that share a routine are measured once. Arguments are spread over the ordinary range of each\n"
+        "nanoseconds an element. Ours and the peers take turns in rounds of a fraction of a millisecond, and the best "
+        "round\n"
+        "of each counts. Grades that share a routine are measured once. Arguments are spread over the ordinary range "
+        "of each\n"
         "function.\n\n"
-        "The peers: SLEEF's 1-ulp forms for SSE2 and AVX2 (0.5 ulp for Hypot and Sqrt, 1.5 ulp for Erfc), called once a\n"
+        "The peers: SLEEF's 1-ulp forms for SSE2 and AVX2 (0.5 ulp for Hypot and Sqrt, 1.5 ulp for Erfc), called once "
+        "a\n"
         "vector; libm's function, or the C library's complex function, in a scalar loop; a scalar division loop that\n"
-        "notices zero divisors; a plain loop that the compiler made SSE2 code of; a copy that moves the same arrays. oktvm\n"
-        "itself uses nothing beyond SSE2. A star marks SLEEF's exponential as a yardstick where SLEEF has no counterpart.\n",
+        "notices zero divisors; a plain loop that the compiler made SSE2 code of; a copy that moves the same arrays. "
+        "oktvm\n"
+        "itself uses nothing beyond SSE2. A star marks SLEEF's exponential as a yardstick where SLEEF has no "
+        "counterpart.\n",
         processorName(),
 #if defined(__clang__)
         fmt::format("Clang {}", __clang_version__)
@@ -308,8 +322,9 @@ int main(int argc, char** argv) {
         text += table(group, used, [](const Routine& r) -> const Comparison* { return &r.lengths.back(); });
         plotRatios(group, docs / "performance" / (slug(group.name) + "-ratios.svg"));
         plotLengths(group, docs / "performance" / (slug(group.name) + "-lengths.svg"));
-        text += fmt::format("![Ratios of {0}](performance/{1}-ratios.svg)\n\n![{0} over the length](performance/{1}-lengths.svg)\n",
-                            group.name, slug(group.name));
+        text += fmt::format(
+            "![Ratios of {0}](performance/{1}-ratios.svg)\n\n![{0} over the length](performance/{1}-lengths.svg)\n",
+            group.name, slug(group.name));
     }
     std::ofstream file(docs / "performance.md");
     file << text;

@@ -57,11 +57,11 @@ constexpr FamilyRanges realRanges[] = {
 
 // Families that are not named here take both parts from -10 to 10.
 constexpr FamilyRanges complexRanges[] = {
-    {"Acos", {even(-2, 2), {}}},   {"Acosh", {even(-2, 2), {}}},           {"Asin", {even(-2, 2), {}}},
-    {"Asinh", {even(-2, 2), {}}},  {"Atan", {even(-2, 2), {}}},            {"Atanh", {even(-2, 2), {}}},
-    {"Cos", {even(-5, 5), {}}},    {"Cosh", {even(-5, 5), {}}},            {"Pow", {even(-3, 3), even(-3, 3)}},
-    {"Powx", {even(-3, 3), {}}},   {"Sin", {even(-5, 5), {}}},             {"Sinh", {even(-5, 5), {}}},
-    {"Tan", {even(-5, 5), {}}},    {"Tanh", {even(-5, 5), {}}},
+    {"Acos", {even(-2, 2), {}}},  {"Acosh", {even(-2, 2), {}}}, {"Asin", {even(-2, 2), {}}},
+    {"Asinh", {even(-2, 2), {}}}, {"Atan", {even(-2, 2), {}}},  {"Atanh", {even(-2, 2), {}}},
+    {"Cos", {even(-5, 5), {}}},   {"Cosh", {even(-5, 5), {}}},  {"Pow", {even(-3, 3), even(-3, 3)}},
+    {"Powx", {even(-3, 3), {}}},  {"Sin", {even(-5, 5), {}}},   {"Sinh", {even(-5, 5), {}}},
+    {"Tan", {even(-5, 5), {}}},   {"Tanh", {even(-5, 5), {}}},
 };
 
 // A fixed sequence: every run measures the same arguments.

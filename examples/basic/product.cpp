@@ -11,8 +11,8 @@ int main() {
     const std::vector<std::complex<double>> reference = {{1, 1}, {2, 0}, {0, -4}};
 
     auto* values = reinterpret_cast<Complex64*>(spectrum.data());
-    const OktStatus status = oktsMulByConj_64fc_A53(values, reinterpret_cast<const Complex64*>(reference.data()), values,
-                                                    static_cast<std::int32_t>(spectrum.size()));
+    const OktStatus status = oktsMulByConj_64fc_A53(values, reinterpret_cast<const Complex64*>(reference.data()),
+                                                    values, static_cast<std::int32_t>(spectrum.size()));
     if (status != oktStatusOk) {
         std::cerr << "status " << status << '\n';
         return 1;

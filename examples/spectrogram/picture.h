@@ -14,7 +14,8 @@ constexpr std::uint8_t paper = 250, ink = 251, faint = 252;
 
 class Picture {
 public:
-    Picture(int width, int height) : width_(width), height_(height), pixels_(static_cast<std::size_t>(width * height), paper) {}
+    Picture(int width, int height)
+        : width_(width), height_(height), pixels_(static_cast<std::size_t>(width * height), paper) {}
 
     int width() const { return width_; }
     int height() const { return height_; }

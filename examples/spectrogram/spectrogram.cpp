@@ -67,7 +67,8 @@ Signal syntheticSignal() {
         phase1 += 2 * std::numbers::pi * 200 * std::exp2(2.2 * t) / signal.rate;
         phase2 += 2 * std::numbers::pi * (6500 + 1800 * std::sin(2 * std::numbers::pi * 1.5 * t)) / signal.rate;
         double sample = 0.15 * std::sin(phase2) * (0.6 + 0.4 * std::cos(2 * std::numbers::pi * 3 * t));
-        for (int overtone = 1; overtone <= 8; ++overtone) sample += 0.4 * std::sin(overtone * phase1) / (overtone * overtone);
+        for (int overtone = 1; overtone <= 8; ++overtone)
+            sample += 0.4 * std::sin(overtone * phase1) / (overtone * overtone);
         if (i == count / 2) sample += 0.9;
         signal.samples.push_back(sample);
     }
@@ -96,9 +97,9 @@ Spectrum transform(const Signal& signal) {
     s.coefficients.resize(s.windows * s.bins);
 
     const int size = static_cast<int>(s.size), bins = static_cast<int>(s.bins), count = static_cast<int>(s.windows);
-    fftw_plan plan = fftw_plan_many_dft_r2c(1, &size, count, windows.data(), nullptr, 1, size,
-                                            reinterpret_cast<fftw_complex*>(s.coefficients.data()), nullptr, 1, bins,
-                                            FFTW_ESTIMATE);
+    fftw_plan plan =
+        fftw_plan_many_dft_r2c(1, &size, count, windows.data(), nullptr, 1, size,
+                               reinterpret_cast<fftw_complex*>(s.coefficients.data()), nullptr, 1, bins, FFTW_ESTIMATE);
     if (!plan) throw std::runtime_error("FFTW has no plan for this size");
     for (std::size_t w = 0; w < s.windows; ++w)
         for (std::size_t i = 0; i < s.size; ++i) windows[w * s.size + i] = hann[i] * signal.samples[w * s.hop + i];
@@ -164,12 +165,21 @@ void writeNpy(const fs::path& path, const std::vector<double>& values, std::size
                          std::to_string(columns) + "), }";
     header.resize((header.size() + 10) / 64 * 64 + 53, ' ');
     header += '\n';
-    const unsigned char start[] = {0x93, 'N', 'U', 'M', 'P', 'Y', 1, 0, static_cast<unsigned char>(header.size() & 0xFF),
+    const unsigned char start[] = {0x93,
+                                   'N',
+                                   'U',
+                                   'M',
+                                   'P',
+                                   'Y',
+                                   1,
+                                   0,
+                                   static_cast<unsigned char>(header.size() & 0xFF),
                                    static_cast<unsigned char>(header.size() >> 8)};
     const std::unique_ptr<std::FILE, int (*)(std::FILE*)> file(std::fopen(path.string().c_str(), "wb"), std::fclose);
     if (!file || std::fwrite(start, 1, sizeof start, file.get()) != sizeof start ||
         std::fwrite(header.data(), 1, header.size(), file.get()) != header.size() ||
-        std::fwrite(values.data(), sizeof(double), values.size(), file.get()) != values.size() || std::fflush(file.get()) != 0)
+        std::fwrite(values.data(), sizeof(double), values.size(), file.get()) != values.size() ||
+        std::fflush(file.get()) != 0)
         throw std::runtime_error("cannot write " + path.string());
 }
 
@@ -209,7 +219,8 @@ spectrogram::Picture draw(const Signal& signal, const Spectrum& s, const std::ve
         const auto w = static_cast<std::size_t>(std::clamp(std::lround(at), 0L, static_cast<long>(s.windows) - 1));
         for (int y = 0; y < height; ++y) {
             const double frequency = (height - 0.5 - y) / height * topFrequency;
-            const double bin = std::min(frequency / signal.rate * static_cast<double>(s.size), static_cast<double>(s.bins - 1));
+            const double bin =
+                std::min(frequency / signal.rate * static_cast<double>(s.size), static_cast<double>(s.bins - 1));
             const auto below = static_cast<std::size_t>(bin);
             const std::size_t above = std::min(below + 1, s.bins - 1);
             const double part = bin - static_cast<double>(below);
@@ -278,9 +289,7 @@ int run(const std::string& input, const fs::path& output) {
     if (const okt::Export* log10 = okt::findExport("oktsLog10_64f_A53")) {
         const Call c = compare(
             decibels,
-            [&](double* to, std::int32_t len) {
-                return log10->call({.src1 = floored.data(), .dst1 = to, .len = len});
-            },
+            [&](double* to, std::int32_t len) { return log10->call({.src1 = floored.data(), .dst1 = to, .len = len}); },
             [&](double* to) {
                 for (std::size_t i = 0; i < count; ++i) to[i] = std::log10(floored[i]);
             });

@@ -27,14 +27,16 @@ void checkFiles(const ApplyRequest& request) {
     const Export& function = *request.function;
     const auto expect = [&](const std::string& given, bool wanted, std::string_view option, std::string_view what) {
         if (given.empty() && wanted) fail(exitUsage, "{} needs {} for its {}", function.name, option, what);
-        if (!given.empty() && !wanted) fail(exitUsage, "{} has no {}: {} does not belong here", function.name, what, option);
+        if (!given.empty() && !wanted)
+            fail(exitUsage, "{} has no {}: {} does not belong here", function.name, what, option);
     };
     expect(request.in2, function.form == Form::B, "--in2", "second source");
     expect(request.scalar, function.form == Form::S, "--scalar", "scalar");
     expect(request.out2, function.form == Form::D, "--out2", "second destination");
     if (!request.out2.empty()) {
         std::error_code ignored;
-        if (request.out == request.out2 || fs::weakly_canonical(request.out, ignored) == fs::weakly_canonical(request.out2, ignored))
+        if (request.out == request.out2 ||
+            fs::weakly_canonical(request.out, ignored) == fs::weakly_canonical(request.out2, ignored))
             fail(exitUsage, "--out and --out2 name the same file");
     }
     if (request.piece < 1) fail(exitUsage, "--piece must be at least 1");

@@ -213,15 +213,16 @@ public:
         std::size_t length = 0;
         for (std::size_t i = 0; i < lengthBytes; ++i) length |= std::size_t{start[8 + i]} << (8 * i);
         constexpr std::size_t longest = 1 << 20;
-        if (length > longest) fail(exitFile, "{} is a .npy file with a header of {} bytes, which is too long", name, length);
+        if (length > longest)
+            fail(exitFile, "{} is a .npy file with a header of {} bytes, which is too long", name, length);
         std::string text(length, '\0');
         if (source_.readBytes(text.data(), length) < length) truncatedHeader();
 
         const auto header = NpyHeaderParser(text).parse();
         if (!header) fail(exitFile, "the header of {} cannot be read as that of a .npy file", name);
         if (header->descr != numpyName(type))
-            fail(exitFile, "{} holds elements of type '{}', but {} ('{}') is expected", name, header->descr, typeName(type),
-                 numpyName(type));
+            fail(exitFile, "{} holds elements of type '{}', but {} ('{}') is expected", name, header->descr,
+                 typeName(type), numpyName(type));
         shape_ = header->shape;
         constexpr std::size_t mostDimensions = 64;
         if (shape_.extents.size() > mostDimensions)
@@ -353,7 +354,8 @@ public:
             fail(exitFile, "cannot write {}: it is not a regular file", given_.string());
         permissions_ = status.permissions();
         for (int attempt = 0;; ++attempt) {
-            temporary_ = path_.parent_path() / fmt::format(".{}.{}.{}.tmp", path_.filename().string(), getpid(), attempt);
+            temporary_ =
+                path_.parent_path() / fmt::format(".{}.{}.{}.tmp", path_.filename().string(), getpid(), attempt);
             file_.reset(std::fopen(temporary_.string().c_str(), "wbx"));
             if (file_) break;
             if (errno != EEXIST || attempt == 100) fail(exitFile, "cannot write {}: {}", given_.string(), reason());

@@ -43,8 +43,8 @@ public:
         drawn_ = true;
         constexpr int width = 30;
         const int filled = static_cast<int>(share * width);
-        fmt::print(stderr, "\r[{:#<{}}{:.<{}}] {:3.0f}%  {} elements\x1b[K", "", filled, "", width - filled, 100 * share,
-                   elements);
+        fmt::print(stderr, "\r[{:#<{}}{:.<{}}] {:3.0f}%  {} elements\x1b[K", "", filled, "", width - filled,
+                   100 * share, elements);
         std::fflush(stderr);
     }
 
@@ -61,7 +61,8 @@ struct ApplyOptions {
 };
 
 int runApply(ApplyOptions& options) {
-    static const std::map<std::string, Format> formats = {{"npy", Format::npy}, {"raw", Format::raw}, {"csv", Format::csv}};
+    static const std::map<std::string, Format> formats = {
+        {"npy", Format::npy}, {"raw", Format::raw}, {"csv", Format::csv}};
     options.request.function = &requireExport(options.name);
     if (!options.inFormat.empty()) options.request.inFormat = formats.at(options.inFormat);
     if (!options.outFormat.empty()) options.request.outFormat = formats.at(options.outFormat);
@@ -102,9 +103,10 @@ Command addApply(CLI::App& app) {
         ->check(CLI::IsMember({"npy", "raw", "csv"}));
     command->add_option("--out-format", options->outFormat, "Format of the destinations, whatever their names")
         ->check(CLI::IsMember({"npy", "raw", "csv"}));
-    command->add_option("--piece", request.piece,
-                        "Elements of one call. Where a function's block and element paths differ in the last bit, the "
-                        "end of a piece counts as the end of an array")
+    command
+        ->add_option("--piece", request.piece,
+                     "Elements of one call. Where a function's block and element paths differ in the last bit, the "
+                     "end of a piece counts as the end of an array")
         ->capture_default_str();
     command->add_flag("--fail-on-warning", options->failOnWarning, "Exit code 3 when a piece warned");
     command->add_flag("--quiet", options->quiet, "No summary");

@@ -26,8 +26,8 @@ int bench(const BenchOptions& options) {
     okt::bench::Effort effort;
     effort.rounds = options.rounds;
     for (const Export* function : functions) {
-        fmt::print("{}\n{:>10}  {:<12}  {:<28}  {:>10}  {:>10}  {:>7}\n", function->name, "length", "library", "function",
-                   "best ns", "median ns", "ratio");
+        fmt::print("{}\n{:>10}  {:<12}  {:<28}  {:>10}  {:>10}  {:>7}\n", function->name, "length", "library",
+                   "function", "best ns", "median ns", "ratio");
         for (const std::int64_t length : options.lengths) {
             const auto c = okt::bench::measure(*function, static_cast<std::size_t>(length), effort);
             fmt::print("{:>10}  {:<12}  {:<28}  {:>10.3f}  {:>10.3f}\n", length, "oktvm", function->name, c.ours.best,

@@ -41,8 +41,7 @@ int eval(const EvalOptions& options) {
     const std::size_t sources = function.form == Form::B ? 2 : 1;
     if (options.values.size() % sources != 0)
         fail(exitUsage, "{} takes its values in pairs, src1 src2; there are {}", function.name, options.values.size());
-    if (function.form == Form::S && options.scalar.empty())
-        fail(exitUsage, "{} needs --scalar", function.name);
+    if (function.form == Form::S && options.scalar.empty()) fail(exitUsage, "{} needs --scalar", function.name);
     if (function.form != Form::S && !options.scalar.empty())
         fail(exitUsage, "{} has no scalar: --scalar does not belong here", function.name);
 

@@ -30,7 +30,7 @@ int list(const ListOptions& options) {
     std::vector<const CatalogueEntry*> chosen;
     for (const CatalogueEntry& entry : catalogue()) {
         if (!options.pattern.empty() && !matches(options.pattern, entry.name)) continue;
-        if (!options.family.empty() && !matches(options.family + "*", entry.family)) continue;
+        if (!options.family.empty() && !matchesWhole(options.family, entry.family)) continue;
         if (!options.type.empty() && options.type != entry.type) continue;
         if (!options.group.empty() && !matches(options.group, entry.group)) continue;
         if (!options.form.empty() && options.form != entry.form) continue;
@@ -50,8 +50,8 @@ int list(const ListOptions& options) {
         warnings = std::max(warnings, entry->warnings.size());
     }
     if (!chosen.empty())
-        fmt::print("{:<{}}  {:<5}  {:<14}  {:<12}  {:<{}}  {}\n", "name", name, "built", "arguments", "frame", "warnings",
-                   warnings, "computes");
+        fmt::print("{:<{}}  {:<5}  {:<14}  {:<12}  {:<{}}  {}\n", "name", name, "built", "arguments", "frame",
+                   "warnings", warnings, "computes");
     for (const CatalogueEntry* entry : chosen)
         fmt::print("{:<{}}  {:<5}  {:<14}  {:<12}  {:<{}}  {}\n", entry->name, name, entry->built ? "yes" : "no",
                    signature(entry->form), entry->frame, entry->warnings.empty() ? "-" : entry->warnings, warnings,
@@ -66,7 +66,7 @@ Command addList(CLI::App& app) {
     auto options = std::make_shared<ListOptions>();
     CLI::App* command = app.add_subcommand("list", "Show the catalogue of functions");
     command->add_option("pattern", options->pattern, "Part of the name, or a pattern with * and ?");
-    command->add_option("--family", options->family, "Beginning of the family's name");
+    command->add_option("--family", options->family, "The family's name, or a pattern with * and ?");
     command->add_option("--type", options->type, "Element type")->check(CLI::IsMember({"32f", "64f", "32fc", "64fc"}));
     command->add_option("--group", options->group, "Part of the group's name (Arithmetic, Trigonometric, ...)");
     command->add_option("--form", options->form, "U one source, B two sources, S source and scalar, D two destinations")

@@ -45,15 +45,25 @@ Words split(std::string_view name) {
     return {lower.substr(0, underscore), lower.substr(underscore + 1)};
 }
 
+// After a mismatch only the latest star need take one letter more, so the time is bounded by the lengths' product.
 bool glob(std::string_view pattern, std::string_view text) {
-    if (pattern.empty()) return text.empty();
-    if (pattern.front() == '*') {
-        for (std::size_t i = 0; i <= text.size(); ++i)
-            if (glob(pattern.substr(1), text.substr(i))) return true;
-        return false;
+    std::size_t p = 0, t = 0, star = std::string_view::npos, taken = 0;
+    while (t < text.size()) {
+        if (p < pattern.size() && pattern[p] == '*') {
+            star = p++;
+            taken = t;
+        } else if (p < pattern.size() && (pattern[p] == '?' || pattern[p] == text[t])) {
+            ++p;
+            ++t;
+        } else if (star != std::string_view::npos) {
+            p = star + 1;
+            t = ++taken;
+        } else {
+            return false;
+        }
     }
-    return !text.empty() && (pattern.front() == '?' || pattern.front() == text.front()) &&
-           glob(pattern.substr(1), text.substr(1));
+    while (p < pattern.size() && pattern[p] == '*') ++p;
+    return p == pattern.size();
 }
 
 }  // namespace
@@ -80,14 +90,16 @@ std::vector<std::string_view> nearestNames(std::string_view typed, std::span<con
         candidates.push_back({family, rest, name, have.rest.substr(0, have.rest.find('_'))});
     }
     std::ranges::stable_sort(candidates, [&](const Candidate& a, const Candidate& b) {
-        return std::tuple(a.family, a.rest, order(a.type), b.name) < std::tuple(b.family, b.rest, order(b.type), a.name);
+        return std::tuple(a.family, a.rest, order(a.type), b.name) <
+               std::tuple(b.family, b.rest, order(b.type), a.name);
     });
     std::vector<std::string_view> nearest;
     const Candidate* previous = nullptr;
     for (const Candidate& candidate : candidates) {
         if (nearest.size() == most) break;
         const bool lowerGrade = want.rest.empty() && previous && previous->family == candidate.family &&
-                                previous->type == candidate.type && split(previous->name).family == split(candidate.name).family;
+                                previous->type == candidate.type &&
+                                split(previous->name).family == split(candidate.name).family;
         if (!lowerGrade) nearest.push_back(candidate.name);
         previous = &candidate;
     }
@@ -106,10 +118,12 @@ const Export& requireExport(std::string_view name) {
     fail(exitUsage, "there is no function {}; did you mean {}?", name, fmt::join(nearest, ", "));
 }
 
+bool matchesWhole(std::string_view pattern, std::string_view text) { return glob(lowerCase(pattern), lowerCase(text)); }
+
 bool matches(std::string_view pattern, std::string_view text) {
-    const std::string p = lowerCase(pattern), t = lowerCase(text);
-    if (p.find_first_of("*?") == std::string::npos) return t.find(p) != std::string::npos;
-    return glob(p, t);
+    if (pattern.find_first_of("*?") == std::string_view::npos)
+        return lowerCase(text).find(lowerCase(pattern)) != std::string::npos;
+    return matchesWhole(pattern, text);
 }
 
 }  // namespace okt::tool

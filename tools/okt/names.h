@@ -17,7 +17,10 @@ std::vector<std::string_view> nearestNames(std::string_view typed, std::span<con
 // The built export of that name, or a ToolError that tells what the user may have meant.
 const Export& requireExport(std::string_view name);
 
-// Shell pattern with * and ?, case ignored; a pattern without either matches any part of the text.
+// Shell pattern with * and ?, case ignored, for the whole text.
+bool matchesWhole(std::string_view pattern, std::string_view text);
+
+// The same, but a pattern without wildcards matches any part of the text.
 bool matches(std::string_view pattern, std::string_view text);
 
 }  // namespace okt::tool

@@ -10,10 +10,10 @@
 namespace okt::tool {
 
 enum ExitCode {
-    exitOk = 0,           // computed; warnings are told on stderr
-    exitFile = 1,         // a file could not be read or written, or does not hold what it should
-    exitUsage = 2,        // wrong arguments or an unknown function
-    exitWarned = 3,       // computed, elements warned, and the caller asked to be told by the exit code
+    exitOk = 0,            // computed; warnings are told on stderr
+    exitFile = 1,          // a file could not be read or written, or does not hold what it should
+    exitUsage = 2,         // wrong arguments or an unknown function
+    exitWarned = 3,        // computed, elements warned, and the caller asked to be told by the exit code
     exitInterrupted = 130  // interrupted by a signal, nothing written
 };
 
