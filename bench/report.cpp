@@ -280,8 +280,8 @@ int main(int argc, char** argv) {
         if (function->name.find(only) == std::string_view::npos) continue;
         fmt::print(stderr, "{:>3} of {}: {}\n", done, all.size(), function->name);
         Routine routine{function, labelOf(*function), {}};
-        for (const std::size_t length : {1, 2, 4, 8, 16, 32, 64, 128, 256, 512, 2048, 8192, 32768, 131072, 524288})
-            if (length == tableLength || !quick || length == 1 || length == 64)
+        for (const int length : {1, 2, 4, 8, 16, 32, 64, 128, 256, 512, 2048, 8192, 32768, 131072, 524288})
+            if (static_cast<std::size_t>(length) == tableLength || !quick || length == 1 || length == 64)
                 routine.lengths.push_back(measure(*function, static_cast<std::size_t>(length), effort));
         routine.lengths.push_back(measure(*function, lengthBeyondCache(*function), effort));
         const std::string group = groupOf(*function);
