@@ -209,6 +209,69 @@ OKT_API OktStatus oktsConj_64fc_A53(const Complex64* src, Complex64* dst, int32_
 /**
  * @brief Src1 / src2, for each element.
  *
+ * Real elements: one IEEE division under the caller's MXCSR, correctly rounded. A finite element divided by a zero gives the
+ * infinity or NaN of the division and oktStatusSingularity, 0/0 too; an infinity or a NaN divided by a zero does not warn.
+ * With the caller's denormals-are-zero set a subnormal divisor gives the results of a zero on both types and warns on 64f
+ * alone.
+ *
+ * Complex elements: src1 times the conjugate of src2, times 1/|src2|^2, on 32fc in Real64, on 64fc in extended precision with
+ * compensated numerators. No status.
+ *
+ * dst may be a source. On complex elements in place the imaginary part is computed from what the real part's store left,
+ * except on 64fc where all four parts are finite and not zero.
+ *
+ * @param[in] src1 first source array of len Real32
+ * @param[in] src2 second source array of len Real32
+ * @param[out] dst destination array of len Real32
+ * @param[in] len number of elements, 1 or more
+ * @return oktStatusOk, oktStatusBadLength, oktStatusNullPointer, oktStatusSingularity
+ */
+OKT_API OktStatus oktsDiv_32f_A11(const Real32* src1, const Real32* src2, Real32* dst, int32_t len);
+/** @copydoc oktsDiv_32f_A11 */
+OKT_API OktStatus oktsDiv_32f_A21(const Real32* src1, const Real32* src2, Real32* dst, int32_t len);
+/** @copydoc oktsDiv_32f_A11 */
+OKT_API OktStatus oktsDiv_32f_A24(const Real32* src1, const Real32* src2, Real32* dst, int32_t len);
+
+/**
+ * @brief Src1 / src2, for each element.
+ *
+ * Real elements: one IEEE division under the caller's MXCSR, correctly rounded. A finite element divided by a zero gives the
+ * infinity or NaN of the division and oktStatusSingularity, 0/0 too; an infinity or a NaN divided by a zero does not warn.
+ * With the caller's denormals-are-zero set a subnormal divisor gives the results of a zero on both types and warns on 64f
+ * alone.
+ *
+ * Complex elements: src1 times the conjugate of src2, times 1/|src2|^2, on 32fc in Real64, on 64fc in extended precision with
+ * compensated numerators. No status.
+ *
+ * dst may be a source. On complex elements in place the imaginary part is computed from what the real part's store left,
+ * except on 64fc where all four parts are finite and not zero.
+ *
+ * @param[in] src1 first source array of len Real64
+ * @param[in] src2 second source array of len Real64
+ * @param[out] dst destination array of len Real64
+ * @param[in] len number of elements, 1 or more
+ * @return oktStatusOk, oktStatusBadLength, oktStatusNullPointer, oktStatusSingularity
+ */
+OKT_API OktStatus oktsDiv_64f_A26(const Real64* src1, const Real64* src2, Real64* dst, int32_t len);
+/** @copydoc oktsDiv_64f_A26 */
+OKT_API OktStatus oktsDiv_64f_A50(const Real64* src1, const Real64* src2, Real64* dst, int32_t len);
+/** @copydoc oktsDiv_64f_A26 */
+OKT_API OktStatus oktsDiv_64f_A53(const Real64* src1, const Real64* src2, Real64* dst, int32_t len);
+
+/**
+ * @brief Src1 / src2, for each element.
+ *
+ * Real elements: one IEEE division under the caller's MXCSR, correctly rounded. A finite element divided by a zero gives the
+ * infinity or NaN of the division and oktStatusSingularity, 0/0 too; an infinity or a NaN divided by a zero does not warn.
+ * With the caller's denormals-are-zero set a subnormal divisor gives the results of a zero on both types and warns on 64f
+ * alone.
+ *
+ * Complex elements: src1 times the conjugate of src2, times 1/|src2|^2, on 32fc in Real64, on 64fc in extended precision with
+ * compensated numerators. No status.
+ *
+ * dst may be a source. On complex elements in place the imaginary part is computed from what the real part's store left,
+ * except on 64fc where all four parts are finite and not zero.
+ *
  * @param[in] src1 first source array of len Complex32
  * @param[in] src2 second source array of len Complex32
  * @param[out] dst destination array of len Complex32
@@ -224,6 +287,17 @@ OKT_API OktStatus oktsDiv_32fc_A24(const Complex32* src1, const Complex32* src2,
 /**
  * @brief Src1 / src2, for each element.
  *
+ * Real elements: one IEEE division under the caller's MXCSR, correctly rounded. A finite element divided by a zero gives the
+ * infinity or NaN of the division and oktStatusSingularity, 0/0 too; an infinity or a NaN divided by a zero does not warn.
+ * With the caller's denormals-are-zero set a subnormal divisor gives the results of a zero on both types and warns on 64f
+ * alone.
+ *
+ * Complex elements: src1 times the conjugate of src2, times 1/|src2|^2, on 32fc in Real64, on 64fc in extended precision with
+ * compensated numerators. No status.
+ *
+ * dst may be a source. On complex elements in place the imaginary part is computed from what the real part's store left,
+ * except on 64fc where all four parts are finite and not zero.
+ *
  * @param[in] src1 first source array of len Complex64
  * @param[in] src2 second source array of len Complex64
  * @param[out] dst destination array of len Complex64
@@ -235,6 +309,44 @@ OKT_API OktStatus oktsDiv_64fc_A26(const Complex64* src1, const Complex64* src2,
 OKT_API OktStatus oktsDiv_64fc_A50(const Complex64* src1, const Complex64* src2, Complex64* dst, int32_t len);
 /** @copydoc oktsDiv_64fc_A26 */
 OKT_API OktStatus oktsDiv_64fc_A53(const Complex64* src1, const Complex64* src2, Complex64* dst, int32_t len);
+
+/**
+ * @brief 1 / src, for each element.
+ *
+ * One IEEE division under the caller's MXCSR, correctly rounded. A zero gives the infinity of its sign and
+ * oktStatusSingularity; a subnormal whose reciprocal overflows gives an infinity and oktStatusOk.
+ *
+ * dst may be src.
+ *
+ * @param[in] src source array of len Real32
+ * @param[out] dst destination array of len Real32
+ * @param[in] len number of elements, 1 or more
+ * @return oktStatusOk, oktStatusBadLength, oktStatusNullPointer, oktStatusSingularity
+ */
+OKT_API OktStatus oktsInv_32f_A11(const Real32* src, Real32* dst, int32_t len);
+/** @copydoc oktsInv_32f_A11 */
+OKT_API OktStatus oktsInv_32f_A21(const Real32* src, Real32* dst, int32_t len);
+/** @copydoc oktsInv_32f_A11 */
+OKT_API OktStatus oktsInv_32f_A24(const Real32* src, Real32* dst, int32_t len);
+
+/**
+ * @brief 1 / src, for each element.
+ *
+ * One IEEE division under the caller's MXCSR, correctly rounded. A zero gives the infinity of its sign and
+ * oktStatusSingularity; a subnormal whose reciprocal overflows gives an infinity and oktStatusOk.
+ *
+ * dst may be src.
+ *
+ * @param[in] src source array of len Real64
+ * @param[out] dst destination array of len Real64
+ * @param[in] len number of elements, 1 or more
+ * @return oktStatusOk, oktStatusBadLength, oktStatusNullPointer, oktStatusSingularity
+ */
+OKT_API OktStatus oktsInv_64f_A26(const Real64* src, Real64* dst, int32_t len);
+/** @copydoc oktsInv_64f_A26 */
+OKT_API OktStatus oktsInv_64f_A50(const Real64* src, Real64* dst, int32_t len);
+/** @copydoc oktsInv_64f_A26 */
+OKT_API OktStatus oktsInv_64f_A53(const Real64* src, Real64* dst, int32_t len);
 
 /**
  * @brief Src1 times src2, for each element.
@@ -381,6 +493,543 @@ OKT_API OktStatus oktsSub_32fc_A24(const Complex32* src1, const Complex32* src2,
  * @return oktStatusOk, oktStatusBadLength, oktStatusNullPointer
  */
 OKT_API OktStatus oktsSub_64fc_A53(const Complex64* src1, const Complex64* src2, Complex64* dst, int32_t len);
+
+/** @} */
+
+/** @defgroup PowersAndRoots Powers and roots
+ *  @{ */
+
+/**
+ * @brief Cube root, for each element.
+ *
+ * The exponent is divided by three in integers; the significand goes through a polynomial (32f, in Real64) or a table of 32
+ * roots and a short series (64f). Errors below 0.91 ulp on 32f and 0.52 ulp on 64f.
+ *
+ * Special values: zeros and infinities give themselves, a NaN itself, quiet; negative elements give negative roots.
+ *
+ * dst may be src.
+ *
+ * @param[in] src source array of len Real32
+ * @param[out] dst destination array of len Real32
+ * @param[in] len number of elements, 1 or more
+ * @return oktStatusOk, oktStatusBadLength, oktStatusNullPointer
+ */
+OKT_API OktStatus oktsCbrt_32f_A11(const Real32* src, Real32* dst, int32_t len);
+/** @copydoc oktsCbrt_32f_A11 */
+OKT_API OktStatus oktsCbrt_32f_A21(const Real32* src, Real32* dst, int32_t len);
+/** @copydoc oktsCbrt_32f_A11 */
+OKT_API OktStatus oktsCbrt_32f_A24(const Real32* src, Real32* dst, int32_t len);
+
+/**
+ * @brief Cube root, for each element.
+ *
+ * The exponent is divided by three in integers; the significand goes through a polynomial (32f, in Real64) or a table of 32
+ * roots and a short series (64f). Errors below 0.91 ulp on 32f and 0.52 ulp on 64f.
+ *
+ * Special values: zeros and infinities give themselves, a NaN itself, quiet; negative elements give negative roots.
+ *
+ * dst may be src.
+ *
+ * @param[in] src source array of len Real64
+ * @param[out] dst destination array of len Real64
+ * @param[in] len number of elements, 1 or more
+ * @return oktStatusOk, oktStatusBadLength, oktStatusNullPointer
+ */
+OKT_API OktStatus oktsCbrt_64f_A26(const Real64* src, Real64* dst, int32_t len);
+/** @copydoc oktsCbrt_64f_A26 */
+OKT_API OktStatus oktsCbrt_64f_A50(const Real64* src, Real64* dst, int32_t len);
+/** @copydoc oktsCbrt_64f_A26 */
+OKT_API OktStatus oktsCbrt_64f_A53(const Real64* src, Real64* dst, int32_t len);
+
+/**
+ * @brief 1 / cube root, for each element.
+ *
+ * The method of Cbrt. Errors below 0.871 ulp on 32f and 0.545 ulp on 64f.
+ *
+ * Special values: a zero gives the infinity of its sign and oktStatusSingularity, an infinity the zero of its sign, a NaN
+ * itself, quiet; negative elements give negative results.
+ *
+ * dst may be src.
+ *
+ * @param[in] src source array of len Real32
+ * @param[out] dst destination array of len Real32
+ * @param[in] len number of elements, 1 or more
+ * @return oktStatusOk, oktStatusBadLength, oktStatusNullPointer, oktStatusSingularity
+ */
+OKT_API OktStatus oktsInvCbrt_32f_A11(const Real32* src, Real32* dst, int32_t len);
+/** @copydoc oktsInvCbrt_32f_A11 */
+OKT_API OktStatus oktsInvCbrt_32f_A21(const Real32* src, Real32* dst, int32_t len);
+/** @copydoc oktsInvCbrt_32f_A11 */
+OKT_API OktStatus oktsInvCbrt_32f_A24(const Real32* src, Real32* dst, int32_t len);
+
+/**
+ * @brief 1 / cube root, for each element.
+ *
+ * The method of Cbrt. Errors below 0.871 ulp on 32f and 0.545 ulp on 64f.
+ *
+ * Special values: a zero gives the infinity of its sign and oktStatusSingularity, an infinity the zero of its sign, a NaN
+ * itself, quiet; negative elements give negative results.
+ *
+ * dst may be src.
+ *
+ * @param[in] src source array of len Real64
+ * @param[out] dst destination array of len Real64
+ * @param[in] len number of elements, 1 or more
+ * @return oktStatusOk, oktStatusBadLength, oktStatusNullPointer, oktStatusSingularity
+ */
+OKT_API OktStatus oktsInvCbrt_64f_A26(const Real64* src, Real64* dst, int32_t len);
+/** @copydoc oktsInvCbrt_64f_A26 */
+OKT_API OktStatus oktsInvCbrt_64f_A50(const Real64* src, Real64* dst, int32_t len);
+/** @copydoc oktsInvCbrt_64f_A26 */
+OKT_API OktStatus oktsInvCbrt_64f_A53(const Real64* src, Real64* dst, int32_t len);
+
+/**
+ * @brief 1 / square root, for each element.
+ *
+ * The approximation and the series of Sqrt. Errors below 0.985 ulp on 32f and 0.501 ulp on 64f; the last bit may follow
+ * the approximation of another processor model.
+ *
+ * Special values: a zero gives the infinity of its sign and oktStatusSingularity, plus infinity gives +0, a NaN itself,
+ * quiet; an element below zero gives the NaN 0xFFC00000 (64f: 0xFFF8000000000000) and oktStatusDomain.
+ *
+ * On 32f, elements are worked in blocks of four from the start of the array, the last len % 4 elements alone. A block with
+ * an element that is not positive, normal and finite is computed by root and division, with errors below 0.5001 ulp; so the
+ * last bit of an element can depend on its neighbours in the block. Inside one block an element below zero decides over a
+ * zero, whatever their order.
+ *
+ * dst may be src.
+ *
+ * @param[in] src source array of len Real32
+ * @param[out] dst destination array of len Real32
+ * @param[in] len number of elements, 1 or more
+ * @return oktStatusOk, oktStatusBadLength, oktStatusNullPointer, oktStatusDomain, oktStatusSingularity
+ */
+OKT_API OktStatus oktsInvSqrt_32f_A11(const Real32* src, Real32* dst, int32_t len);
+/** @copydoc oktsInvSqrt_32f_A11 */
+OKT_API OktStatus oktsInvSqrt_32f_A21(const Real32* src, Real32* dst, int32_t len);
+/** @copydoc oktsInvSqrt_32f_A11 */
+OKT_API OktStatus oktsInvSqrt_32f_A24(const Real32* src, Real32* dst, int32_t len);
+
+/**
+ * @brief 1 / square root, for each element.
+ *
+ * The approximation and the series of Sqrt. Errors below 0.985 ulp on 32f and 0.501 ulp on 64f; the last bit may follow
+ * the approximation of another processor model.
+ *
+ * Special values: a zero gives the infinity of its sign and oktStatusSingularity, plus infinity gives +0, a NaN itself,
+ * quiet; an element below zero gives the NaN 0xFFC00000 (64f: 0xFFF8000000000000) and oktStatusDomain.
+ *
+ * On 32f, elements are worked in blocks of four from the start of the array, the last len % 4 elements alone. A block with
+ * an element that is not positive, normal and finite is computed by root and division, with errors below 0.5001 ulp; so the
+ * last bit of an element can depend on its neighbours in the block. Inside one block an element below zero decides over a
+ * zero, whatever their order.
+ *
+ * dst may be src.
+ *
+ * @param[in] src source array of len Real64
+ * @param[out] dst destination array of len Real64
+ * @param[in] len number of elements, 1 or more
+ * @return oktStatusOk, oktStatusBadLength, oktStatusNullPointer, oktStatusDomain, oktStatusSingularity
+ */
+OKT_API OktStatus oktsInvSqrt_64f_A26(const Real64* src, Real64* dst, int32_t len);
+/** @copydoc oktsInvSqrt_64f_A26 */
+OKT_API OktStatus oktsInvSqrt_64f_A50(const Real64* src, Real64* dst, int32_t len);
+/** @copydoc oktsInvSqrt_64f_A26 */
+OKT_API OktStatus oktsInvSqrt_64f_A53(const Real64* src, Real64* dst, int32_t len);
+
+/**
+ * @brief Square root, for each element.
+ *
+ * By neither a root nor a division: a 12-bit approximation of 1/sqrt(x), cut so that the leading products are exact, and
+ * one evaluation of the binomial series. Errors below 0.761 ulp on 32f and 0.501 ulp on 64f (0.75 ulp where the source is
+ * subnormal on 64f); the last bit may follow the approximation of another processor model. Complex elements take the
+ * principal root.
+ *
+ * Real special values: a zero or plus infinity gives itself, a NaN itself, quiet; an element below zero gives the NaN
+ * 0xFFC00000 (64f: 0xFFF8000000000000) and oktStatusDomain, without the invalid flag.
+ *
+ * dst may be src.
+ *
+ * @param[in] src source array of len Real32
+ * @param[out] dst destination array of len Real32
+ * @param[in] len number of elements, 1 or more
+ * @return oktStatusOk, oktStatusBadLength, oktStatusNullPointer, oktStatusDomain
+ */
+OKT_API OktStatus oktsSqrt_32f_A11(const Real32* src, Real32* dst, int32_t len);
+/** @copydoc oktsSqrt_32f_A11 */
+OKT_API OktStatus oktsSqrt_32f_A21(const Real32* src, Real32* dst, int32_t len);
+/** @copydoc oktsSqrt_32f_A11 */
+OKT_API OktStatus oktsSqrt_32f_A24(const Real32* src, Real32* dst, int32_t len);
+
+/**
+ * @brief Square root, for each element.
+ *
+ * By neither a root nor a division: a 12-bit approximation of 1/sqrt(x), cut so that the leading products are exact, and
+ * one evaluation of the binomial series. Errors below 0.761 ulp on 32f and 0.501 ulp on 64f (0.75 ulp where the source is
+ * subnormal on 64f); the last bit may follow the approximation of another processor model. Complex elements take the
+ * principal root.
+ *
+ * Real special values: a zero or plus infinity gives itself, a NaN itself, quiet; an element below zero gives the NaN
+ * 0xFFC00000 (64f: 0xFFF8000000000000) and oktStatusDomain, without the invalid flag.
+ *
+ * dst may be src.
+ *
+ * @param[in] src source array of len Real64
+ * @param[out] dst destination array of len Real64
+ * @param[in] len number of elements, 1 or more
+ * @return oktStatusOk, oktStatusBadLength, oktStatusNullPointer, oktStatusDomain
+ */
+OKT_API OktStatus oktsSqrt_64f_A26(const Real64* src, Real64* dst, int32_t len);
+/** @copydoc oktsSqrt_64f_A26 */
+OKT_API OktStatus oktsSqrt_64f_A50(const Real64* src, Real64* dst, int32_t len);
+/** @copydoc oktsSqrt_64f_A26 */
+OKT_API OktStatus oktsSqrt_64f_A53(const Real64* src, Real64* dst, int32_t len);
+
+/** @} */
+
+/** @defgroup Rounding Rounding
+ *  @{ */
+
+/**
+ * @brief Round towards plus infinity, for each element.
+ *
+ * Exact. Infinities and zeros give themselves; a negative fraction gives -0. On 32f a NaN comes through bit for bit, a
+ * signalling one too; on 64f it comes out quiet, and a signalling one raises invalid. On 32f an element of magnitude 1 to
+ * 2^22 that is no integer raises inexact; nothing else does.
+ *
+ * dst may be src.
+ *
+ * @param[in] src source array of len Real32
+ * @param[out] dst destination array of len Real32
+ * @param[in] len number of elements, 1 or more
+ * @return oktStatusOk, oktStatusBadLength, oktStatusNullPointer
+ */
+OKT_API OktStatus oktsCeil_32f(const Real32* src, Real32* dst, int32_t len);
+
+/**
+ * @brief Round towards plus infinity, for each element.
+ *
+ * Exact. Infinities and zeros give themselves; a negative fraction gives -0. On 32f a NaN comes through bit for bit, a
+ * signalling one too; on 64f it comes out quiet, and a signalling one raises invalid. On 32f an element of magnitude 1 to
+ * 2^22 that is no integer raises inexact; nothing else does.
+ *
+ * dst may be src.
+ *
+ * @param[in] src source array of len Real64
+ * @param[out] dst destination array of len Real64
+ * @param[in] len number of elements, 1 or more
+ * @return oktStatusOk, oktStatusBadLength, oktStatusNullPointer
+ */
+OKT_API OktStatus oktsCeil_64f(const Real64* src, Real64* dst, int32_t len);
+
+/**
+ * @brief Round towards minus infinity, for each element.
+ *
+ * Exact. Infinities and zeros give themselves; a positive fraction gives +0. On 32f a NaN comes through bit for bit, a
+ * signalling one too; on 64f it comes out quiet, and a signalling one raises invalid. On 32f an element of magnitude 1 to
+ * 2^22 that is no integer raises inexact; nothing else does.
+ *
+ * dst may be src.
+ *
+ * @param[in] src source array of len Real32
+ * @param[out] dst destination array of len Real32
+ * @param[in] len number of elements, 1 or more
+ * @return oktStatusOk, oktStatusBadLength, oktStatusNullPointer
+ */
+OKT_API OktStatus oktsFloor_32f(const Real32* src, Real32* dst, int32_t len);
+
+/**
+ * @brief Round towards minus infinity, for each element.
+ *
+ * Exact. Infinities and zeros give themselves; a positive fraction gives +0. On 32f a NaN comes through bit for bit, a
+ * signalling one too; on 64f it comes out quiet, and a signalling one raises invalid. On 32f an element of magnitude 1 to
+ * 2^22 that is no integer raises inexact; nothing else does.
+ *
+ * dst may be src.
+ *
+ * @param[in] src source array of len Real64
+ * @param[out] dst destination array of len Real64
+ * @param[in] len number of elements, 1 or more
+ * @return oktStatusOk, oktStatusBadLength, oktStatusNullPointer
+ */
+OKT_API OktStatus oktsFloor_64f(const Real64* src, Real64* dst, int32_t len);
+
+/**
+ * @brief Integer and fraction parts, for each element.
+ *
+ * dst1 gets the part towards zero, dst2 the fraction; both carry the element's sign and both are exact. An infinity gives
+ * itself and a zero; a NaN comes out quiet in both.
+ *
+ * Either destination may be src.
+ *
+ * @param[in] src source array of len Real32
+ * @param[out] dst1 first destination array of len Real32
+ * @param[out] dst2 second destination array of len Real32
+ * @param[in] len number of elements, 1 or more
+ * @return oktStatusOk, oktStatusBadLength, oktStatusNullPointer
+ */
+OKT_API OktStatus oktsModf_32f(const Real32* src, Real32* dst1, Real32* dst2, int32_t len);
+
+/**
+ * @brief Integer and fraction parts, for each element.
+ *
+ * dst1 gets the part towards zero, dst2 the fraction; both carry the element's sign and both are exact. An infinity gives
+ * itself and a zero; a NaN comes out quiet in both.
+ *
+ * Either destination may be src.
+ *
+ * @param[in] src source array of len Real64
+ * @param[out] dst1 first destination array of len Real64
+ * @param[out] dst2 second destination array of len Real64
+ * @param[in] len number of elements, 1 or more
+ * @return oktStatusOk, oktStatusBadLength, oktStatusNullPointer
+ */
+OKT_API OktStatus oktsModf_64f(const Real64* src, Real64* dst1, Real64* dst2, int32_t len);
+
+/**
+ * @brief Round to integer in the current rounding mode, for each element.
+ *
+ * By the rounding mode of the caller's MXCSR; halves go to even when that is to nearest. Rint and NearbyInt are one routine:
+ * both raise inexact on every call, whatever the elements are. Infinities and zeros give themselves; a result of zero has the
+ * element's sign. On 32f a NaN comes through bit for bit, a signalling one too; on 64f it comes out quiet, and a signalling
+ * one raises invalid. Denormals-are-zero does not act: a subnormal rounded up gives 1.
+ *
+ * dst may be src.
+ *
+ * @param[in] src source array of len Real32
+ * @param[out] dst destination array of len Real32
+ * @param[in] len number of elements, 1 or more
+ * @return oktStatusOk, oktStatusBadLength, oktStatusNullPointer
+ */
+OKT_API OktStatus oktsNearbyInt_32f(const Real32* src, Real32* dst, int32_t len);
+
+/**
+ * @brief Round to integer in the current rounding mode, for each element.
+ *
+ * By the rounding mode of the caller's MXCSR; halves go to even when that is to nearest. Rint and NearbyInt are one routine:
+ * both raise inexact on every call, whatever the elements are. Infinities and zeros give themselves; a result of zero has the
+ * element's sign. On 32f a NaN comes through bit for bit, a signalling one too; on 64f it comes out quiet, and a signalling
+ * one raises invalid. Denormals-are-zero does not act: a subnormal rounded up gives 1.
+ *
+ * dst may be src.
+ *
+ * @param[in] src source array of len Real64
+ * @param[out] dst destination array of len Real64
+ * @param[in] len number of elements, 1 or more
+ * @return oktStatusOk, oktStatusBadLength, oktStatusNullPointer
+ */
+OKT_API OktStatus oktsNearbyInt_64f(const Real64* src, Real64* dst, int32_t len);
+
+/**
+ * @brief Round to integer in the current rounding mode, for each element.
+ *
+ * By the rounding mode of the caller's MXCSR; halves go to even when that is to nearest. Rint and NearbyInt are one routine:
+ * both raise inexact on every call, whatever the elements are. Infinities and zeros give themselves; a result of zero has the
+ * element's sign. On 32f a NaN comes through bit for bit, a signalling one too; on 64f it comes out quiet, and a signalling
+ * one raises invalid. Denormals-are-zero does not act: a subnormal rounded up gives 1.
+ *
+ * dst may be src.
+ *
+ * @param[in] src source array of len Real32
+ * @param[out] dst destination array of len Real32
+ * @param[in] len number of elements, 1 or more
+ * @return oktStatusOk, oktStatusBadLength, oktStatusNullPointer
+ */
+OKT_API OktStatus oktsRint_32f(const Real32* src, Real32* dst, int32_t len);
+
+/**
+ * @brief Round to integer in the current rounding mode, for each element.
+ *
+ * By the rounding mode of the caller's MXCSR; halves go to even when that is to nearest. Rint and NearbyInt are one routine:
+ * both raise inexact on every call, whatever the elements are. Infinities and zeros give themselves; a result of zero has the
+ * element's sign. On 32f a NaN comes through bit for bit, a signalling one too; on 64f it comes out quiet, and a signalling
+ * one raises invalid. Denormals-are-zero does not act: a subnormal rounded up gives 1.
+ *
+ * dst may be src.
+ *
+ * @param[in] src source array of len Real64
+ * @param[out] dst destination array of len Real64
+ * @param[in] len number of elements, 1 or more
+ * @return oktStatusOk, oktStatusBadLength, oktStatusNullPointer
+ */
+OKT_API OktStatus oktsRint_64f(const Real64* src, Real64* dst, int32_t len);
+
+/**
+ * @brief Round to nearest integer, for each element.
+ *
+ * Halves are rounded away from zero. Exact. Infinities and zeros give themselves; a magnitude below one half gives the zero of
+ * its sign. On 32f a NaN comes through bit for bit, a signalling one too; on 64f it comes out quiet, and a signalling one
+ * raises invalid. Inexact is never raised.
+ *
+ * dst may be src.
+ *
+ * @param[in] src source array of len Real32
+ * @param[out] dst destination array of len Real32
+ * @param[in] len number of elements, 1 or more
+ * @return oktStatusOk, oktStatusBadLength, oktStatusNullPointer
+ */
+OKT_API OktStatus oktsRound_32f(const Real32* src, Real32* dst, int32_t len);
+
+/**
+ * @brief Round to nearest integer, for each element.
+ *
+ * Halves are rounded away from zero. Exact. Infinities and zeros give themselves; a magnitude below one half gives the zero of
+ * its sign. On 32f a NaN comes through bit for bit, a signalling one too; on 64f it comes out quiet, and a signalling one
+ * raises invalid. Inexact is never raised.
+ *
+ * dst may be src.
+ *
+ * @param[in] src source array of len Real64
+ * @param[out] dst destination array of len Real64
+ * @param[in] len number of elements, 1 or more
+ * @return oktStatusOk, oktStatusBadLength, oktStatusNullPointer
+ */
+OKT_API OktStatus oktsRound_64f(const Real64* src, Real64* dst, int32_t len);
+
+/**
+ * @brief Round towards zero, for each element.
+ *
+ * Exact. Infinities and zeros give themselves; a fraction gives the zero of its sign. On 32f a NaN comes through bit for bit,
+ * a signalling one too; on 64f it comes out quiet, and a signalling one raises invalid. Inexact is never raised.
+ *
+ * dst may be src.
+ *
+ * @param[in] src source array of len Real32
+ * @param[out] dst destination array of len Real32
+ * @param[in] len number of elements, 1 or more
+ * @return oktStatusOk, oktStatusBadLength, oktStatusNullPointer
+ */
+OKT_API OktStatus oktsTrunc_32f(const Real32* src, Real32* dst, int32_t len);
+
+/**
+ * @brief Round towards zero, for each element.
+ *
+ * Exact. Infinities and zeros give themselves; a fraction gives the zero of its sign. On 32f a NaN comes through bit for bit,
+ * a signalling one too; on 64f it comes out quiet, and a signalling one raises invalid. Inexact is never raised.
+ *
+ * dst may be src.
+ *
+ * @param[in] src source array of len Real64
+ * @param[out] dst destination array of len Real64
+ * @param[in] len number of elements, 1 or more
+ * @return oktStatusOk, oktStatusBadLength, oktStatusNullPointer
+ */
+OKT_API OktStatus oktsTrunc_64f(const Real64* src, Real64* dst, int32_t len);
+
+/** @} */
+
+/** @defgroup ExponentialsAndLogarithms Exponentials and logarithms
+ *  @{ */
+
+/**
+ * @brief E to the power src, for each element.
+ *
+ * Real elements: the argument is split into a multiple of ln 2/128 (32f) or ln 2/64 (64f) and a rest; a table of powers of
+ * two is joined with a polynomial in the rest (P. T. P. Tang, Table-driven implementation of the exponential function in
+ * IEEE floating-point arithmetic, ACM TOMS 15, 1989). Errors below 0.57 ulp on 32f and 0.53 ulp on 64f; subnormal results of
+ * 64f below 0.76 ulp. On 32f every argument from -103.27893829345703 down gives zero, although the smallest subnormal would
+ * be nearer to some.
+ *
+ * Special values: +Inf gives +Inf, -Inf gives +0, both without a warning. An overflowing element gives +Inf and
+ * oktStatusOverflow; a subnormal or zero result gives oktStatusUnderflow. A NaN comes back quiet with sign and payload on
+ * 32f; on 64f every NaN gives the pattern of all ones and raises no flag. On 32f an overflow and a result of zero raise the
+ * IEEE flag of their warning, on 64f they raise none.
+ *
+ * dst may be src. The source is only read, and nothing behind its end is read.
+ *
+ * @param[in] src source array of len Real32
+ * @param[out] dst destination array of len Real32
+ * @param[in] len number of elements, 1 or more
+ * @return oktStatusOk, oktStatusBadLength, oktStatusNullPointer, oktStatusOverflow, oktStatusUnderflow
+ */
+OKT_API OktStatus oktsExp_32f_A11(const Real32* src, Real32* dst, int32_t len);
+/** @copydoc oktsExp_32f_A11 */
+OKT_API OktStatus oktsExp_32f_A21(const Real32* src, Real32* dst, int32_t len);
+/** @copydoc oktsExp_32f_A11 */
+OKT_API OktStatus oktsExp_32f_A24(const Real32* src, Real32* dst, int32_t len);
+
+/**
+ * @brief E to the power src, for each element.
+ *
+ * Real elements: the argument is split into a multiple of ln 2/128 (32f) or ln 2/64 (64f) and a rest; a table of powers of
+ * two is joined with a polynomial in the rest (P. T. P. Tang, Table-driven implementation of the exponential function in
+ * IEEE floating-point arithmetic, ACM TOMS 15, 1989). Errors below 0.57 ulp on 32f and 0.53 ulp on 64f; subnormal results of
+ * 64f below 0.76 ulp. On 32f every argument from -103.27893829345703 down gives zero, although the smallest subnormal would
+ * be nearer to some.
+ *
+ * Special values: +Inf gives +Inf, -Inf gives +0, both without a warning. An overflowing element gives +Inf and
+ * oktStatusOverflow; a subnormal or zero result gives oktStatusUnderflow. A NaN comes back quiet with sign and payload on
+ * 32f; on 64f every NaN gives the pattern of all ones and raises no flag. On 32f an overflow and a result of zero raise the
+ * IEEE flag of their warning, on 64f they raise none.
+ *
+ * dst may be src. The source is only read, and nothing behind its end is read.
+ *
+ * @param[in] src source array of len Real64
+ * @param[out] dst destination array of len Real64
+ * @param[in] len number of elements, 1 or more
+ * @return oktStatusOk, oktStatusBadLength, oktStatusNullPointer, oktStatusOverflow, oktStatusUnderflow
+ */
+OKT_API OktStatus oktsExp_64f_A26(const Real64* src, Real64* dst, int32_t len);
+/** @copydoc oktsExp_64f_A26 */
+OKT_API OktStatus oktsExp_64f_A50(const Real64* src, Real64* dst, int32_t len);
+/** @copydoc oktsExp_64f_A26 */
+OKT_API OktStatus oktsExp_64f_A53(const Real64* src, Real64* dst, int32_t len);
+
+/**
+ * @brief Natural logarithm, for each element.
+ *
+ * @param[in] src source array of len Real32
+ * @param[out] dst destination array of len Real32
+ * @param[in] len number of elements, 1 or more
+ * @return oktStatusOk, oktStatusBadLength, oktStatusNullPointer, oktStatusDomain, oktStatusSingularity
+ */
+OKT_API OktStatus oktsLn_32f_A11(const Real32* src, Real32* dst, int32_t len);
+/** @copydoc oktsLn_32f_A11 */
+OKT_API OktStatus oktsLn_32f_A21(const Real32* src, Real32* dst, int32_t len);
+/** @copydoc oktsLn_32f_A11 */
+OKT_API OktStatus oktsLn_32f_A24(const Real32* src, Real32* dst, int32_t len);
+
+/**
+ * @brief Natural logarithm, for each element.
+ *
+ * @param[in] src source array of len Real64
+ * @param[out] dst destination array of len Real64
+ * @param[in] len number of elements, 1 or more
+ * @return oktStatusOk, oktStatusBadLength, oktStatusNullPointer, oktStatusDomain, oktStatusSingularity
+ */
+OKT_API OktStatus oktsLn_64f_A26(const Real64* src, Real64* dst, int32_t len);
+/** @copydoc oktsLn_64f_A26 */
+OKT_API OktStatus oktsLn_64f_A50(const Real64* src, Real64* dst, int32_t len);
+/** @copydoc oktsLn_64f_A26 */
+OKT_API OktStatus oktsLn_64f_A53(const Real64* src, Real64* dst, int32_t len);
+
+/**
+ * @brief Decimal logarithm, for each element.
+ *
+ * @param[in] src source array of len Real32
+ * @param[out] dst destination array of len Real32
+ * @param[in] len number of elements, 1 or more
+ * @return oktStatusOk, oktStatusBadLength, oktStatusNullPointer, oktStatusDomain, oktStatusSingularity
+ */
+OKT_API OktStatus oktsLog10_32f_A11(const Real32* src, Real32* dst, int32_t len);
+/** @copydoc oktsLog10_32f_A11 */
+OKT_API OktStatus oktsLog10_32f_A21(const Real32* src, Real32* dst, int32_t len);
+/** @copydoc oktsLog10_32f_A11 */
+OKT_API OktStatus oktsLog10_32f_A24(const Real32* src, Real32* dst, int32_t len);
+
+/**
+ * @brief Decimal logarithm, for each element.
+ *
+ * @param[in] src source array of len Real64
+ * @param[out] dst destination array of len Real64
+ * @param[in] len number of elements, 1 or more
+ * @return oktStatusOk, oktStatusBadLength, oktStatusNullPointer, oktStatusDomain, oktStatusSingularity
+ */
+OKT_API OktStatus oktsLog10_64f_A26(const Real64* src, Real64* dst, int32_t len);
+/** @copydoc oktsLog10_64f_A26 */
+OKT_API OktStatus oktsLog10_64f_A50(const Real64* src, Real64* dst, int32_t len);
+/** @copydoc oktsLog10_64f_A26 */
+OKT_API OktStatus oktsLog10_64f_A53(const Real64* src, Real64* dst, int32_t len);
 
 /** @} */
 
