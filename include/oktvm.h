@@ -661,6 +661,58 @@ OKT_API OktStatus oktsCbrt_64f_A50(const Real64* src, Real64* dst, int32_t len);
 OKT_API OktStatus oktsCbrt_64f_A53(const Real64* src, Real64* dst, int32_t len);
 
 /**
+ * @brief Square root of src1 squared plus src2 squared, for each element.
+ *
+ * Without a root or a division, under the caller's MXCSR: a seed from a table, three multiplicative steps and an exact
+ * correction. On 32f in Real64, errors below 0.5001 ulp. On 64f below 1.3 ulp but for two bands, which are settled behaviour:
+ * where the larger biased exponent is 500 to 511 nothing is scaled, the sum of squares can be subnormal and the result is then
+ * about 2^-511 whatever the sources (1e-157 and 0 give 1.0548e-154); and where the sum of squares overflows, for equal sources
+ * from 9.4807519e153 on, for one large source from 1.3407807929942597e154 on, the result is 2^512 (1.3407807929942597e154).
+ *
+ * An infinity in either source gives plus infinity, also beside a NaN; two zeros give +0; of two NaNs that of src1 comes out,
+ * quiet. No status.
+ *
+ * dst may be a source.
+ *
+ * @param[in] src1 first source array of len Real32
+ * @param[in] src2 second source array of len Real32
+ * @param[out] dst destination array of len Real32
+ * @param[in] len number of elements, 1 or more
+ * @return oktStatusOk, oktStatusBadLength, oktStatusNullPointer
+ */
+OKT_API OktStatus oktsHypot_32f_A11(const Real32* src1, const Real32* src2, Real32* dst, int32_t len);
+/** @copydoc oktsHypot_32f_A11 */
+OKT_API OktStatus oktsHypot_32f_A21(const Real32* src1, const Real32* src2, Real32* dst, int32_t len);
+/** @copydoc oktsHypot_32f_A11 */
+OKT_API OktStatus oktsHypot_32f_A24(const Real32* src1, const Real32* src2, Real32* dst, int32_t len);
+
+/**
+ * @brief Square root of src1 squared plus src2 squared, for each element.
+ *
+ * Without a root or a division, under the caller's MXCSR: a seed from a table, three multiplicative steps and an exact
+ * correction. On 32f in Real64, errors below 0.5001 ulp. On 64f below 1.3 ulp but for two bands, which are settled behaviour:
+ * where the larger biased exponent is 500 to 511 nothing is scaled, the sum of squares can be subnormal and the result is then
+ * about 2^-511 whatever the sources (1e-157 and 0 give 1.0548e-154); and where the sum of squares overflows, for equal sources
+ * from 9.4807519e153 on, for one large source from 1.3407807929942597e154 on, the result is 2^512 (1.3407807929942597e154).
+ *
+ * An infinity in either source gives plus infinity, also beside a NaN; two zeros give +0; of two NaNs that of src1 comes out,
+ * quiet. No status.
+ *
+ * dst may be a source.
+ *
+ * @param[in] src1 first source array of len Real64
+ * @param[in] src2 second source array of len Real64
+ * @param[out] dst destination array of len Real64
+ * @param[in] len number of elements, 1 or more
+ * @return oktStatusOk, oktStatusBadLength, oktStatusNullPointer
+ */
+OKT_API OktStatus oktsHypot_64f_A26(const Real64* src1, const Real64* src2, Real64* dst, int32_t len);
+/** @copydoc oktsHypot_64f_A26 */
+OKT_API OktStatus oktsHypot_64f_A50(const Real64* src1, const Real64* src2, Real64* dst, int32_t len);
+/** @copydoc oktsHypot_64f_A26 */
+OKT_API OktStatus oktsHypot_64f_A53(const Real64* src1, const Real64* src2, Real64* dst, int32_t len);
+
+/**
  * @brief 1 / cube root, for each element.
  *
  * The method of Cbrt. Errors below 0.871 ulp on 32f and 0.545 ulp on 64f.
@@ -755,6 +807,96 @@ OKT_API OktStatus oktsInvSqrt_64f_A26(const Real64* src, Real64* dst, int32_t le
 OKT_API OktStatus oktsInvSqrt_64f_A50(const Real64* src, Real64* dst, int32_t len);
 /** @copydoc oktsInvSqrt_64f_A26 */
 OKT_API OktStatus oktsInvSqrt_64f_A53(const Real64* src, Real64* dst, int32_t len);
+
+/**
+ * @brief Src to the power 2/3, for each element.
+ *
+ * The cube root of the magnitude in double-length Real64 arithmetic under the caller's MXCSR, and its square. Errors below
+ * 0.5001 ulp on 32f and 0.504 ulp on 64f.
+ *
+ * The function is even: a negative element gives the result of its magnitude, without a status. A zero gives +0, an infinity
+ * plus infinity, a NaN itself, quiet.
+ *
+ * dst may be src.
+ *
+ * @param[in] src source array of len Real32
+ * @param[out] dst destination array of len Real32
+ * @param[in] len number of elements, 1 or more
+ * @return oktStatusOk, oktStatusBadLength, oktStatusNullPointer
+ */
+OKT_API OktStatus oktsPow2o3_32f_A11(const Real32* src, Real32* dst, int32_t len);
+/** @copydoc oktsPow2o3_32f_A11 */
+OKT_API OktStatus oktsPow2o3_32f_A21(const Real32* src, Real32* dst, int32_t len);
+/** @copydoc oktsPow2o3_32f_A11 */
+OKT_API OktStatus oktsPow2o3_32f_A24(const Real32* src, Real32* dst, int32_t len);
+
+/**
+ * @brief Src to the power 2/3, for each element.
+ *
+ * The cube root of the magnitude in double-length Real64 arithmetic under the caller's MXCSR, and its square. Errors below
+ * 0.5001 ulp on 32f and 0.504 ulp on 64f.
+ *
+ * The function is even: a negative element gives the result of its magnitude, without a status. A zero gives +0, an infinity
+ * plus infinity, a NaN itself, quiet.
+ *
+ * dst may be src.
+ *
+ * @param[in] src source array of len Real64
+ * @param[out] dst destination array of len Real64
+ * @param[in] len number of elements, 1 or more
+ * @return oktStatusOk, oktStatusBadLength, oktStatusNullPointer
+ */
+OKT_API OktStatus oktsPow2o3_64f_A26(const Real64* src, Real64* dst, int32_t len);
+/** @copydoc oktsPow2o3_64f_A26 */
+OKT_API OktStatus oktsPow2o3_64f_A50(const Real64* src, Real64* dst, int32_t len);
+/** @copydoc oktsPow2o3_64f_A26 */
+OKT_API OktStatus oktsPow2o3_64f_A53(const Real64* src, Real64* dst, int32_t len);
+
+/**
+ * @brief Src to the power 3/2, for each element.
+ *
+ * The square root to more than the working precision, by the steps of complex Abs, and its cube, in Real64 under the caller's
+ * MXCSR. Errors below 0.5001 ulp on 32f and 0.508 ulp on 64f (0.75 ulp where the result is subnormal).
+ *
+ * A zero gives itself, plus infinity itself, a NaN itself, quiet; an element below zero gives the NaN of 0/0 and
+ * oktStatusDomain. Overflow gives plus infinity and no status. With the caller's denormals-are-zero set a subnormal, negative
+ * ones too, comes out unchanged and does not warn.
+ *
+ * dst may be src.
+ *
+ * @param[in] src source array of len Real32
+ * @param[out] dst destination array of len Real32
+ * @param[in] len number of elements, 1 or more
+ * @return oktStatusOk, oktStatusBadLength, oktStatusNullPointer, oktStatusDomain
+ */
+OKT_API OktStatus oktsPow3o2_32f_A11(const Real32* src, Real32* dst, int32_t len);
+/** @copydoc oktsPow3o2_32f_A11 */
+OKT_API OktStatus oktsPow3o2_32f_A21(const Real32* src, Real32* dst, int32_t len);
+/** @copydoc oktsPow3o2_32f_A11 */
+OKT_API OktStatus oktsPow3o2_32f_A24(const Real32* src, Real32* dst, int32_t len);
+
+/**
+ * @brief Src to the power 3/2, for each element.
+ *
+ * The square root to more than the working precision, by the steps of complex Abs, and its cube, in Real64 under the caller's
+ * MXCSR. Errors below 0.5001 ulp on 32f and 0.508 ulp on 64f (0.75 ulp where the result is subnormal).
+ *
+ * A zero gives itself, plus infinity itself, a NaN itself, quiet; an element below zero gives the NaN of 0/0 and
+ * oktStatusDomain. Overflow gives plus infinity and no status. With the caller's denormals-are-zero set a subnormal, negative
+ * ones too, comes out unchanged and does not warn.
+ *
+ * dst may be src.
+ *
+ * @param[in] src source array of len Real64
+ * @param[out] dst destination array of len Real64
+ * @param[in] len number of elements, 1 or more
+ * @return oktStatusOk, oktStatusBadLength, oktStatusNullPointer, oktStatusDomain
+ */
+OKT_API OktStatus oktsPow3o2_64f_A26(const Real64* src, Real64* dst, int32_t len);
+/** @copydoc oktsPow3o2_64f_A26 */
+OKT_API OktStatus oktsPow3o2_64f_A50(const Real64* src, Real64* dst, int32_t len);
+/** @copydoc oktsPow3o2_64f_A26 */
+OKT_API OktStatus oktsPow3o2_64f_A53(const Real64* src, Real64* dst, int32_t len);
 
 /**
  * @brief Square root, for each element.
