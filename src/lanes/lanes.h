@@ -567,6 +567,15 @@ template <class T, int N>
     requires std::is_floating_point_v<T>
 inline Vec<T, N> operator^(Vec<T, N> a, Vec<T, N> b) { return asReal(asBits(a) ^ asBits(b)); }
 
+// The truth values of 32-bit lanes for 64-bit ones.
+inline Mask64<1> widenMask(Mask32<1> m) { return {m.raw}; }
+inline Mask64<4> widenMask(Mask32<4> m) {
+    return {Mask64<2>{_mm_castps_pd(_mm_unpacklo_ps(m.raw, m.raw))}, Mask64<2>{_mm_castps_pd(_mm_unpackhi_ps(m.raw, m.raw))}};
+}
+template <int N>
+    requires Paired<Mask32<N>>
+inline Mask64<N> widenMask(Mask32<N> m) { return {widenMask(m.lo), widenMask(m.hi)}; }
+
 // Two columns, lane by lane.
 template <class V>
 struct Pair {
