@@ -130,6 +130,8 @@ inline F32<1> narrow(F64<1> a) { return static_cast<Real32>(a.raw); }
 
 // The upper 32 bits of each 64-bit lane, in the low half of the lane.
 inline U64<1> highWords(U64<1> a) { return a.raw >> 32; }
+// The same as 32-bit lanes side by side.
+inline U32<1> packHighWords(U64<1> a) { return static_cast<std::uint32_t>(a.raw >> 32); }
 
 // ---------------------------------------------------------------------------------------------------------------------
 // One register.
@@ -228,6 +230,7 @@ struct Vec<std::uint64_t, 2> {
     Vec(U64<1> low, U64<1> high)
         : raw(_mm_set_epi64x(static_cast<long long>(high.raw), static_cast<long long>(low.raw))) {}
     static Vec load(const std::uint64_t* from) { return _mm_loadu_si128(reinterpret_cast<const __m128i_u*>(from)); }
+    static Vec loadAligned(const std::uint64_t* from) { return _mm_load_si128(reinterpret_cast<const __m128i*>(from)); }
     void store(std::uint64_t* to) const { _mm_storeu_si128(reinterpret_cast<__m128i_u*>(to), raw); }
     std::uint64_t operator[](int i) const {
         return static_cast<std::uint64_t>(_mm_cvtsi128_si64(i == 0 ? raw : _mm_unpackhi_epi64(raw, raw)));
@@ -253,6 +256,7 @@ struct Vec<std::uint32_t, 4> {
     Vec(__m128i x) : raw(x) {}
     Vec(std::uint32_t x) : raw(_mm_set1_epi32(static_cast<int>(x))) {}
     static Vec load(const std::uint32_t* from) { return _mm_loadu_si128(reinterpret_cast<const __m128i_u*>(from)); }
+    static Vec loadAligned(const std::uint32_t* from) { return _mm_load_si128(reinterpret_cast<const __m128i*>(from)); }
     void store(std::uint32_t* to) const { _mm_storeu_si128(reinterpret_cast<__m128i_u*>(to), raw); }
     std::uint32_t operator[](int i) const {
         alignas(16) std::uint32_t out[4];
@@ -383,6 +387,12 @@ inline Mask32<N> greaterSigned(U32<N> a, U32<N> b) { return {greaterSigned(a.lo,
 template <int N>
     requires Paired<U64<N>>
 inline U64<N> highWords(U64<N> a) { return {highWords(a.lo), highWords(a.hi)}; }
+inline U32<4> packHighWords(U64<4> a) {
+    return _mm_castps_si128(_mm_shuffle_ps(_mm_castsi128_ps(a.lo.raw), _mm_castsi128_ps(a.hi.raw), _MM_SHUFFLE(3, 1, 3, 1)));
+}
+template <int N>
+    requires(N > 4)
+inline U32<N> packHighWords(U64<N> a) { return {packHighWords(a.lo), packHighWords(a.hi)}; }
 template <int N>
     requires Paired<F32<N>>
 inline F32<N> rsqrtSeed(F32<N> a) { return {rsqrtSeed(a.lo), rsqrtSeed(a.hi)}; }

@@ -1,0 +1,68 @@
+// Table lookups by the low bits of each lane's pattern.
+//
+// The patterns go through memory: one store, and a narrow load a lane, keep the index work off the units that do the
+// arithmetic, and leave the registers to it.
+#pragma once
+
+#include "lanes/lanes.h"
+
+namespace okt {
+
+// Lanes put into memory, where the compiler has to fetch them from.
+template <class T, int N>
+struct InMemory {
+    alignas(16) T lane[N];
+    explicit InMemory(Vec<T, N> v) {
+        v.store(lane);
+        if constexpr (N > 1) asm("" : "+m"(lane));
+    }
+    operator Vec<T, N>() const { return Vec<T, N>::load(lane); }
+};
+
+namespace gathering {
+
+template <int bits>
+inline std::size_t lowBits(std::uint64_t pattern) { return static_cast<unsigned>(pattern) & ((1u << bits) - 1); }
+
+template <int bits, int N>
+inline Pair<F64<N>> pairs(const Real64* table, const std::uint64_t* n) {
+    if constexpr (N == 1) {
+        const Real64* entry = table + 2 * lowBits<bits>(n[0]);
+        return {entry[0], entry[1]};
+    } else if constexpr (N == 2) {
+        const __m128d low = _mm_load_pd(table + 2 * lowBits<bits>(n[0]));
+        const __m128d high = _mm_load_pd(table + 2 * lowBits<bits>(n[1]));
+        return {_mm_unpacklo_pd(low, high), _mm_unpackhi_pd(low, high)};
+    } else {
+        const auto low = pairs<bits, N / 2>(table, n);
+        const auto high = pairs<bits, N / 2>(table, n + N / 2);
+        return {{low.first, high.first}, {low.second, high.second}};
+    }
+}
+
+template <int bits, int N>
+inline Pair<F32<N>> pairs(const Real32* table, const std::uint32_t* n) {
+    if constexpr (N == 1) {
+        const Real32* entry = table + 2 * lowBits<bits>(n[0]);
+        return {entry[0], entry[1]};
+    } else if constexpr (N == 4) {
+        const auto entry = [&](int i) { return reinterpret_cast<const Real64*>(table + 2 * lowBits<bits>(n[i])); };
+        const __m128 low = _mm_castpd_ps(_mm_loadh_pd(_mm_load_sd(entry(0)), entry(1)));
+        const __m128 high = _mm_castpd_ps(_mm_loadh_pd(_mm_load_sd(entry(2)), entry(3)));
+        return {_mm_shuffle_ps(low, high, _MM_SHUFFLE(2, 0, 2, 0)), _mm_shuffle_ps(low, high, _MM_SHUFFLE(3, 1, 3, 1))};
+    } else {
+        const auto low = pairs<bits, N / 2>(table, n);
+        const auto high = pairs<bits, N / 2>(table, n + N / 2);
+        return {{low.first, high.first}, {low.second, high.second}};
+    }
+}
+
+}  // namespace gathering
+
+// The pairs table[2j], table[2j + 1], where j is the number in the low `bits` bits of a lane.
+template <int bits, class T, int N>
+inline Pair<Vec<T, N>> gatherPairs(const T* table, const InMemory<Unsigned<T>, N>& n) {
+    return gathering::pairs<bits, N>(table, n.lane);
+}
+
+}  // namespace okt
