@@ -166,7 +166,7 @@ OktStatus expm1_32(const Real32* src, Real32* dst, std::int32_t len) {
                 return false;
             const F64<8> wide = widen(x);
             const Mask32<8> small = greaterSigned(U32<8>(c.mainFirst32), magnitude);
-            narrow(ordinary<false>(c, wide, widenMask(small), any(small))).store(to);
+            narrow(ordinary<false>(c, wide, widen(small), any(small))).store(to);
             return true;
         };
         const auto element = [](Real32 x, OktStatus& warning) {
@@ -185,7 +185,7 @@ OktStatus expm1_64(const Real64* src, Real64* dst, std::int32_t len) {
             if (!c.ordinary64.holdsAll(high)) [[unlikely]]
                 return false;
             const Mask32<8> small = greaterSigned(U32<8>(c.mainFirst64), high);
-            ordinary<true>(c, x, widenMask(small), any(small)).store(to);
+            ordinary<true>(c, x, widen(small), any(small)).store(to);
             return true;
         };
         packedElementLoop<8>(src, dst, len, tryBlock, expm1Element<true>, status);

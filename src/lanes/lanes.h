@@ -108,6 +108,10 @@ inline U32<1> shiftRightSigned(U32<1> a, int n) {
 inline Mask32<1> greaterSigned(U32<1> a, U32<1> b) {
     return {static_cast<std::int32_t>(a.raw) > static_cast<std::int32_t>(b.raw)};
 }
+// Signed 32-bit integers to Real64, exact.
+inline F64<1> toReal64(U32<1> a) { return static_cast<Real64>(static_cast<std::int32_t>(a.raw)); }
+// The lower 32 bits of each 64-bit lane, side by side.
+inline U32<1> packLowWords(U64<1> a) { return static_cast<std::uint32_t>(a.raw); }
 
 template <int Bits>
 inline bool any(Mask<Bits, 1> m) { return m.raw; }
@@ -447,6 +451,18 @@ inline U32<N> shiftRightSigned(U32<N> a, int n) { return {shiftRightSigned(a.lo,
 template <int N>
     requires Paired<U32<N>>
 inline Mask32<N> greaterSigned(U32<N> a, U32<N> b) { return {greaterSigned(a.lo, b.lo), greaterSigned(a.hi, b.hi)}; }
+inline F64<4> toReal64(U32<4> a) {
+    return {F64<2>(_mm_cvtepi32_pd(a.raw)), F64<2>(_mm_cvtepi32_pd(_mm_unpackhi_epi64(a.raw, a.raw)))};
+}
+template <int N>
+    requires Paired<U32<N>>
+inline F64<N> toReal64(U32<N> a) { return {toReal64(a.lo), toReal64(a.hi)}; }
+inline U32<4> packLowWords(U64<4> a) {
+    return _mm_castps_si128(_mm_shuffle_ps(_mm_castsi128_ps(a.lo.raw), _mm_castsi128_ps(a.hi.raw), _MM_SHUFFLE(2, 0, 2, 0)));
+}
+template <int N>
+    requires(N > 4)
+inline U32<N> packLowWords(U64<N> a) { return {packLowWords(a.lo), packLowWords(a.hi)}; }
 template <int N>
     requires Paired<U64<N>>
 inline U64<N> highWords(U64<N> a) { return {highWords(a.lo), highWords(a.hi)}; }
@@ -567,14 +583,12 @@ template <class T, int N>
     requires std::is_floating_point_v<T>
 inline Vec<T, N> operator^(Vec<T, N> a, Vec<T, N> b) { return asReal(asBits(a) ^ asBits(b)); }
 
-// The truth values of 32-bit lanes for 64-bit ones.
-inline Mask64<1> widenMask(Mask32<1> m) { return {m.raw}; }
-inline Mask64<4> widenMask(Mask32<4> m) {
-    return {Mask64<2>{_mm_castps_pd(_mm_unpacklo_ps(m.raw, m.raw))}, Mask64<2>{_mm_castps_pd(_mm_unpackhi_ps(m.raw, m.raw))}};
-}
+// Lanes outside first .. last, as unsigned numbers; the range may wrap around, so that it serves signed numbers, too.
 template <int N>
-    requires Paired<Mask32<N>>
-inline Mask64<N> widenMask(Mask32<N> m) { return {widenMask(m.lo), widenMask(m.hi)}; }
+inline Mask32<N> outside(U32<N> a, std::uint32_t first, std::uint32_t last) {
+    constexpr std::uint32_t lowest = 0x80000000;  // in a signed comparison
+    return greaterSigned(a + U32<N>(lowest - first), U32<N>(lowest + (last - first)));
+}
 
 // Two columns, lane by lane.
 template <class V>
