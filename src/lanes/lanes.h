@@ -133,6 +133,9 @@ inline U64<1> highWords(U64<1> a) { return a.raw >> 32; }
 // The same as 32-bit lanes side by side.
 inline U32<1> packHighWords(U64<1> a) { return static_cast<std::uint32_t>(a.raw >> 32); }
 
+// Lanes with the sign bit set.
+inline Mask32<1> negativeLanes(U32<1> a) { return {static_cast<std::int32_t>(a.raw) < 0}; }
+
 // The truth values of 32-bit lanes for 64-bit lanes.
 inline Mask64<1> widen(Mask32<1> m) { return {m.raw}; }
 
@@ -335,6 +338,7 @@ inline F32<4> recipSeed(F32<4> a) { return _mm_rcp_ps(a.raw); }
 
 inline U64<2> highWords(U64<2> a) { return _mm_srli_epi64(a.raw, 32); }
 
+inline Mask32<4> negativeLanes(U32<4> a) { return {_mm_castsi128_ps(_mm_srai_epi32(a.raw, 31))}; }
 inline U32<4> roundToSigned(F32<4> a) { return _mm_cvtps_epi32(a.raw); }
 
 // ---------------------------------------------------------------------------------------------------------------------
@@ -411,6 +415,9 @@ inline Mask32<N> greaterSigned(U32<N> a, U32<N> b) { return {greaterSigned(a.lo,
 template <int N>
     requires Paired<U64<N>>
 inline U64<N> highWords(U64<N> a) { return {highWords(a.lo), highWords(a.hi)}; }
+template <int N>
+    requires Paired<U32<N>>
+inline Mask32<N> negativeLanes(U32<N> a) { return {negativeLanes(a.lo), negativeLanes(a.hi)}; }
 template <int N>
     requires Paired<U32<N>>
 inline U32<N> roundToSigned(F32<N> a) { return {roundToSigned(a.lo), roundToSigned(a.hi)}; }
