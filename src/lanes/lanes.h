@@ -161,6 +161,9 @@ inline U64<1> rsqrtSeedHigh(U64<1> a) {
 // factors of d0 and d1 stand at row d0 + 4 d1.
 template <int bit>
 inline F64<1> gatherByDigitPairs(const Real64* table, U32<1> digits) { return table[2 * (digits.raw >> bit & 3)]; }
+// Lanes with the sign bit set.
+inline Mask32<1> negativeLanes(U32<1> a) { return {static_cast<std::int32_t>(a.raw) < 0}; }
+
 // The truth values of 32-bit lanes for 64-bit lanes.
 inline Mask64<1> widen(Mask32<1> m) { return {m.raw}; }
 
@@ -378,6 +381,7 @@ inline U64<2> rsqrtSeedHigh(U64<2> a) {
     return _mm_castps_si128(_mm_rsqrt_ps(_mm_castsi128_ps(a.raw)));
 }
 inline F32<4> toReal32(U32<4> a) { return _mm_cvtepi32_ps(a.raw); }
+inline Mask32<4> negativeLanes(U32<4> a) { return {_mm_castsi128_ps(_mm_srai_epi32(a.raw, 31))}; }
 inline U32<4> roundToSigned(F32<4> a) { return _mm_cvtps_epi32(a.raw); }
 
 // ---------------------------------------------------------------------------------------------------------------------
@@ -501,6 +505,9 @@ template <int N>
     requires(N > 4)
 inline U64<N> rsqrtSeedHigh(U64<N> a) { return {rsqrtSeedHigh(a.lo), rsqrtSeedHigh(a.hi)}; }
 
+template <int N>
+    requires Paired<U32<N>>
+inline Mask32<N> negativeLanes(U32<N> a) { return {negativeLanes(a.lo), negativeLanes(a.hi)}; }
 template <int N>
     requires Paired<U32<N>>
 inline U32<N> roundToSigned(F32<N> a) { return {roundToSigned(a.lo), roundToSigned(a.hi)}; }

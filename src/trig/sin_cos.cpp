@@ -59,13 +59,11 @@ inline SineAndCosine<F32<N>> fittedSineAndCosine(F32<N> x) {
     const F32<N> s = narrow((((F64<N>(Fit::a3) * z + Fit::a2) * z + Fit::a1) * z + 1.0) * r);
     const F32<N> c = narrow((((F64<N>(Fit::b4) * z + Fit::b3) * z + Fit::b2) * z + Fit::b1) * z + 1.0);
 
-    const U32<N> k = asBits(t);
-    const U32<N> parity = k & U32<N>(1);
-    const Mask32<N> odd = parity == U32<N>(1);
-    const U32<N> second(2);
-    const U32<N> sineSign = (k & second) << 30;
-    const U32<N> cosineSign = ((k + parity) & second) << 30;
-    return {select(odd, c, s) ^ asReal(sineSign), select(odd, s, c) ^ asReal(cosineSign)};
+    // An odd n exchanges the two. The sine is negative where bit 1 of n is set, the cosine where bits 0 and 1 differ.
+    const U32<N> parity = asBits(t) << 31;
+    const U32<N> exchange = (asBits(s) ^ asBits(c)) & shiftRightSigned(parity, 31);
+    const U32<N> sineSign = (asBits(t) << 30) & U32<N>(0x80000000);
+    return {asReal(asBits(s) ^ exchange ^ sineSign), asReal(asBits(c) ^ exchange ^ (sineSign ^ parity))};
 }
 
 OktStatus sinCos32(const Real32* src, Real32* sines, Real32* cosines, std::int32_t len) {
@@ -84,7 +82,7 @@ OktStatus sinCos32(const Real32* src, Real32* sines, Real32* cosines, std::int32
             storeElement(sines + i, result.sine);
             storeElement(cosines + i, result.cosine);
         };
-        laneBlocks<4, 4>(len, len & ~3, tryLanes, lane);
+        laneBlocks<4, 8>(len, len & ~3, tryLanes, lane);
     });
 }
 

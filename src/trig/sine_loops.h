@@ -42,7 +42,7 @@ OktStatus loop64(const Real64* src, Real64* dst, std::int32_t len) {
         const auto lane = [=, &status](std::int32_t i) {
             storeElement(dst + i, Function::lane(bits64(loadBits(src + i)), status));
         };
-        laneBlocks<4, 8>(len, len & ~3, tryLanes, lane);
+        laneBlocks<4, 4>(len, len & ~3, tryLanes, lane);
     });
 }
 

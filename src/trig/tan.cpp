@@ -130,7 +130,7 @@ OktStatus tan64(const Real64* src, Real64* dst, std::int32_t len) {
         const auto lane = [=, &status](std::int32_t i) {
             storeElement(dst + i, tanLane64(bits64(loadBits(src + i)), status));
         };
-        laneBlocks<2, 4>(len, len & ~1, tryLanes, lane);
+        laneBlocks<2, 2>(len, len & ~1, tryLanes, lane);
     });
 }
 
@@ -154,8 +154,9 @@ inline F32<N> fittedTangent(F32<N> x) {
     const F64<N> z = r * r;
     const F64<N> s = (r * Fit::n1) * z + r;
     const F64<N> c = (z * Fit::d2 + Fit::d1) * z + 1.0;
-    const F64<N> exchange = zeroUnless(widen((k & U32<N>(1)) == U32<N>(1)), s ^ c);
-    return narrow((s ^ exchange) / (c ^ exchange)) ^ asReal(k << 31);
+    const U32<N> parity = k << 31;
+    const F64<N> exchange = zeroUnless(widen(negativeLanes(parity)), s ^ c);
+    return narrow((s ^ exchange) / (c ^ exchange)) ^ asReal(parity);
 }
 
 OktStatus tan32(const Real32* src, Real32* dst, std::int32_t len) {
@@ -170,7 +171,7 @@ OktStatus tan32(const Real32* src, Real32* dst, std::int32_t len) {
         const auto lane = [=, &status](std::int32_t i) {
             storeElement(dst + i, tanLane32(bits32(loadBits(src + i)), status));
         };
-        laneBlocks<2, 4>(len, len & ~1, tryLanes, lane);
+        laneBlocks<2, 8>(len, len & ~1, tryLanes, lane);
     });
 }
 
