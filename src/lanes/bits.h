@@ -7,6 +7,9 @@
 #include <cstdint>
 #include <type_traits>
 
+// Behind the parameters of a lambda: its body belongs into the loop that calls it.
+#define OKT_INLINE __attribute__((always_inline))
+
 namespace okt {
 
 constexpr Real32 bits32(std::uint32_t pattern) { return std::bit_cast<Real32>(pattern); }

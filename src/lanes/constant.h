@@ -36,6 +36,16 @@ using Pattern64 = Constant<std::uint64_t>;
 constexpr Constant32 spread32(std::uint32_t pattern) { return bits32(pattern); }
 constexpr Constant64 spread64(std::uint64_t pattern) { return bits64(pattern); }
 
+// The 32-bit integers from `first` to before `end`, tested by one subtraction and one signed comparison.
+struct WordRange {
+    Pattern32 origin, last;
+    constexpr WordRange(std::uint32_t first, std::uint32_t end)
+        : origin(first + 0x80000000u), last(end - first + 0x7FFFFFFFu) {}
+
+    template <int N>
+    bool holdsAll(U32<N> w) const { return !any(greaterSigned(w - origin, U32<N>(last))); }
+};
+
 template <class Constants>
 inline const Constants& inMemory(const Constants& constants) { return *opaque(&constants); }
 

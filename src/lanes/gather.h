@@ -125,4 +125,48 @@ inline Columns<Vec<T, N>> gatherRows(const T* table, const InMemory<std::uint32_
     return gathering::rows<N>(table, byteOffset.lane);
 }
 
+namespace gathering {
+
+template <std::size_t stride>
+inline const Real64* entryAt(const Real64* table, std::uint32_t offset) {
+    return reinterpret_cast<const Real64*>(reinterpret_cast<const char*>(table) + stride * offset);
+}
+
+template <std::size_t stride, int N>
+inline F64<N> elementsAt(const Real64* table, const std::uint32_t* offset) {
+    if constexpr (N == 1)
+        return *entryAt<stride>(table, offset[0]);
+    else
+        return {elementsAt<stride, N / 2>(table, offset), elementsAt<stride, N / 2>(table, offset + N / 2)};
+}
+
+template <std::size_t stride, int N>
+inline Pair<F64<N>> pairsAt(const Real64* table, const std::uint32_t* offset) {
+    if constexpr (N == 1) {
+        const Real64* entry = entryAt<stride>(table, offset[0]);
+        return {entry[0], entry[1]};
+    } else if constexpr (N == 2) {
+        const __m128d low = _mm_load_pd(entryAt<stride>(table, offset[0]));
+        const __m128d high = _mm_load_pd(entryAt<stride>(table, offset[1]));
+        return {_mm_unpacklo_pd(low, high), _mm_unpackhi_pd(low, high)};
+    } else {
+        const auto low = pairsAt<stride, N / 2>(table, offset);
+        const auto high = pairsAt<stride, N / 2>(table, offset + N / 2);
+        return {{low.first, high.first}, {low.second, high.second}};
+    }
+}
+
+}  // namespace gathering
+
+// The elements, and the pairs of elements, that stand stride · offset bytes behind the table's start. A stride of 1, 2,
+// 4 or 8 costs nothing, so that tables with entries of different sizes share their offsets.
+template <std::size_t stride, int N>
+inline F64<N> gatherAt(const Real64* table, const InMemory<std::uint32_t, N>& offset) {
+    return gathering::elementsAt<stride, N>(table, offset.lane);
+}
+template <std::size_t stride, int N>
+inline Pair<F64<N>> gatherPairsAt(const Real64* table, const InMemory<std::uint32_t, N>& offset) {
+    return gathering::pairsAt<stride, N>(table, offset.lane);
+}
+
 }  // namespace okt

@@ -108,6 +108,10 @@ inline U32<1> shiftRightSigned(U32<1> a, int n) {
 inline Mask32<1> greaterSigned(U32<1> a, U32<1> b) {
     return {static_cast<std::int32_t>(a.raw) > static_cast<std::int32_t>(b.raw)};
 }
+// Signed 32-bit integers to Real64, exact.
+inline F64<1> toReal64(U32<1> a) { return static_cast<Real64>(static_cast<std::int32_t>(a.raw)); }
+// The lower 32 bits of each 64-bit lane, side by side.
+inline U32<1> packLowWords(U64<1> a) { return static_cast<std::uint32_t>(a.raw); }
 
 template <int Bits>
 inline bool any(Mask<Bits, 1> m) { return m.raw; }
@@ -157,6 +161,14 @@ inline U64<1> rsqrtSeedHigh(U64<1> a) {
 // factors of d0 and d1 stand at row d0 + 4 d1.
 template <int bit>
 inline F64<1> gatherByDigitPairs(const Real64* table, U32<1> digits) { return table[2 * (digits.raw >> bit & 3)]; }
+// Lanes with the sign bit set.
+inline Mask32<1> negativeLanes(U32<1> a) { return {static_cast<std::int32_t>(a.raw) < 0}; }
+
+// The truth values of 32-bit lanes for 64-bit lanes.
+inline Mask64<1> widen(Mask32<1> m) { return {m.raw}; }
+
+// To a signed 32-bit integer by the rounding mode in force.
+inline U32<1> roundToSigned(F32<1> a) { return static_cast<std::uint32_t>(_mm_cvtss_si32(_mm_set_ss(a.raw))); }
 
 // ---------------------------------------------------------------------------------------------------------------------
 // One register.
@@ -186,6 +198,23 @@ inline bool any(Mask32<4> m) { return laneBits(m) != 0; }
 inline bool all(Mask64<2> m) { return laneBits(m) == 3; }
 inline bool all(Mask32<4> m) { return laneBits(m) == 15; }
 
+// All lanes alike. GCC makes a constant anew from one element wherever it is used, at the cost of a shuffle; a value of
+// whose making it knows nothing is loaded whole and kept in a register over a loop.
+inline __m128d splat(Real64 x) {
+    __m128i raw = _mm_castpd_si128(_mm_set1_pd(x));
+#if !defined(__clang__)
+    asm("" : "+x"(raw));
+#endif
+    return _mm_castsi128_pd(raw);
+}
+inline __m128 splat(Real32 x) {
+    __m128i raw = _mm_castps_si128(_mm_set1_ps(x));
+#if !defined(__clang__)
+    asm("" : "+x"(raw));
+#endif
+    return _mm_castsi128_ps(raw);
+}
+
 template <>
 struct Vec<Real64, 2> {
     static constexpr int lanes = 2;
@@ -194,7 +223,7 @@ struct Vec<Real64, 2> {
 
     Vec() = default;
     Vec(__m128d x) : raw(x) {}
-    Vec(Real64 x) : raw(_mm_set1_pd(x)) {}
+    Vec(Real64 x) : raw(splat(x)) {}
     Vec(F64<1> low, F64<1> high) : raw(_mm_set_pd(high.raw, low.raw)) {}
     static Vec load(const Real64* from) { return _mm_loadu_pd(from); }
     static Vec loadAligned(const Real64* from) { return _mm_load_pd(from); }
@@ -221,7 +250,7 @@ struct Vec<Real32, 4> {
 
     Vec() = default;
     Vec(__m128 x) : raw(x) {}
-    Vec(Real32 x) : raw(_mm_set1_ps(x)) {}
+    Vec(Real32 x) : raw(splat(x)) {}
     static Vec load(const Real32* from) { return _mm_loadu_ps(from); }
     static Vec loadAligned(const Real32* from) { return _mm_load_ps(from); }
     void store(Real32* to) const { _mm_storeu_ps(to, raw); }
@@ -352,6 +381,8 @@ inline U64<2> rsqrtSeedHigh(U64<2> a) {
     return _mm_castps_si128(_mm_rsqrt_ps(_mm_castsi128_ps(a.raw)));
 }
 inline F32<4> toReal32(U32<4> a) { return _mm_cvtepi32_ps(a.raw); }
+inline Mask32<4> negativeLanes(U32<4> a) { return {_mm_castsi128_ps(_mm_srai_epi32(a.raw, 31))}; }
+inline U32<4> roundToSigned(F32<4> a) { return _mm_cvtps_epi32(a.raw); }
 
 // ---------------------------------------------------------------------------------------------------------------------
 // Wider than a register: a pair of halves.
@@ -424,6 +455,18 @@ inline U32<N> shiftRightSigned(U32<N> a, int n) { return {shiftRightSigned(a.lo,
 template <int N>
     requires Paired<U32<N>>
 inline Mask32<N> greaterSigned(U32<N> a, U32<N> b) { return {greaterSigned(a.lo, b.lo), greaterSigned(a.hi, b.hi)}; }
+inline F64<4> toReal64(U32<4> a) {
+    return {F64<2>(_mm_cvtepi32_pd(a.raw)), F64<2>(_mm_cvtepi32_pd(_mm_unpackhi_epi64(a.raw, a.raw)))};
+}
+template <int N>
+    requires Paired<U32<N>>
+inline F64<N> toReal64(U32<N> a) { return {toReal64(a.lo), toReal64(a.hi)}; }
+inline U32<4> packLowWords(U64<4> a) {
+    return _mm_castps_si128(_mm_shuffle_ps(_mm_castsi128_ps(a.lo.raw), _mm_castsi128_ps(a.hi.raw), _MM_SHUFFLE(2, 0, 2, 0)));
+}
+template <int N>
+    requires(N > 4)
+inline U32<N> packLowWords(U64<N> a) { return {packLowWords(a.lo), packLowWords(a.hi)}; }
 template <int N>
     requires Paired<U64<N>>
 inline U64<N> highWords(U64<N> a) { return {highWords(a.lo), highWords(a.hi)}; }
@@ -462,6 +505,12 @@ template <int N>
     requires(N > 4)
 inline U64<N> rsqrtSeedHigh(U64<N> a) { return {rsqrtSeedHigh(a.lo), rsqrtSeedHigh(a.hi)}; }
 
+template <int N>
+    requires Paired<U32<N>>
+inline Mask32<N> negativeLanes(U32<N> a) { return {negativeLanes(a.lo), negativeLanes(a.hi)}; }
+template <int N>
+    requires Paired<U32<N>>
+inline U32<N> roundToSigned(F32<N> a) { return {roundToSigned(a.lo), roundToSigned(a.hi)}; }
 template <int N>
     requires Paired<F32<N>>
 inline F32<N> rsqrtSeed(F32<N> a) { return {rsqrtSeed(a.lo), rsqrtSeed(a.hi)}; }
@@ -503,6 +552,16 @@ template <int N>
     requires(N > 4)
 inline F32<N> narrow(F64<N> a) { return {narrow(a.lo), narrow(a.hi)}; }
 
+inline U32<2> packHighWords(U64<2> a) { return {packHighWords(U64<1>(a[0])), packHighWords(U64<1>(a[1]))}; }
+inline F32<2> narrow(F64<2> a) { return {narrow(F64<1>(a[0])), narrow(F64<1>(a[1]))}; }
+inline Mask64<2> widen(Mask32<2> m) {
+    return {_mm_castsi128_pd(_mm_set_epi64x(-static_cast<long long>(m.hi.raw), -static_cast<long long>(m.lo.raw)))};
+}
+inline Mask64<4> widen(Mask32<4> m) {
+    return {{_mm_castps_pd(_mm_unpacklo_ps(m.raw, m.raw))}, {_mm_castps_pd(_mm_unpackhi_ps(m.raw, m.raw))}};
+}
+inline Mask64<8> widen(Mask32<8> m) { return {widen(m.lo), widen(m.hi)}; }
+
 // ---------------------------------------------------------------------------------------------------------------------
 // Any width.
 
@@ -530,6 +589,13 @@ inline Vec<T, N> operator|(Vec<T, N> a, Vec<T, N> b) { return asReal(asBits(a) |
 template <class T, int N>
     requires std::is_floating_point_v<T>
 inline Vec<T, N> operator^(Vec<T, N> a, Vec<T, N> b) { return asReal(asBits(a) ^ asBits(b)); }
+
+// Lanes outside first .. last, as unsigned numbers; the range may wrap around, so that it serves signed numbers, too.
+template <int N>
+inline Mask32<N> outside(U32<N> a, std::uint32_t first, std::uint32_t last) {
+    constexpr std::uint32_t lowest = 0x80000000;  // in a signed comparison
+    return greaterSigned(a + U32<N>(lowest - first), U32<N>(lowest + (last - first)));
+}
 
 // Two columns, lane by lane.
 template <class V>
