@@ -1,5 +1,6 @@
 // Spectra multiplied with the conjugate of a reference, in C++: std::complex has the layout of Complex64, so its
-// arrays pass as they are. The result replaces one of the sources.
+// arrays pass as they are. The result goes to an array of its own: complex products store the real part of an element
+// before they read the sources of the imaginary part, so they do not work in place.
 #include <oktvm.h>
 
 #include <complex>
@@ -7,15 +8,16 @@
 #include <vector>
 
 int main() {
-    std::vector<std::complex<double>> spectrum = {{1, 2}, {3, -1}, {0.5, 0.25}};
+    const std::vector<std::complex<double>> spectrum = {{1, 2}, {3, -1}, {0.5, 0.25}};
     const std::vector<std::complex<double>> reference = {{1, 1}, {2, 0}, {0, -4}};
+    std::vector<std::complex<double>> product(spectrum.size());
 
-    auto* values = reinterpret_cast<Complex64*>(spectrum.data());
-    const OktStatus status = oktsMulByConj_64fc_A53(values, reinterpret_cast<const Complex64*>(reference.data()),
-                                                    values, static_cast<std::int32_t>(spectrum.size()));
+    const OktStatus status = oktsMulByConj_64fc_A53(
+        reinterpret_cast<const Complex64*>(spectrum.data()), reinterpret_cast<const Complex64*>(reference.data()),
+        reinterpret_cast<Complex64*>(product.data()), static_cast<std::int32_t>(spectrum.size()));
     if (status != oktStatusOk) {
         std::cerr << "status " << status << '\n';
         return 1;
     }
-    for (const auto& z : spectrum) std::cout << z << '\n';
+    for (const auto& z : product) std::cout << z << '\n';
 }

@@ -1,8 +1,8 @@
 // Spectrogram of a recording: windows of the signal are transformed with FFTW, and one call each of the library turns
 // all coefficients of all windows into magnitudes, decibels and phases.
 //
-//   spectrogram RECORDING [OUTPUT-DIRECTORY]     a sound file that libsndfile reads
-//   spectrogram --synthetic [OUTPUT-DIRECTORY]   a made-up signal: gliding tones with overtones, and a click
+//   spectrogram RECORDING [--out DIRECTORY]     a sound file that libsndfile reads
+//   spectrogram --synthetic [--out DIRECTORY]   a made-up signal: gliding tones with overtones, and a click
 //
 // Writes magnitudes.npy, decibels.npy, phases.npy (windows by frequencies) and spectrogram.png.
 #include "picture.h"
@@ -323,13 +323,23 @@ int run(const std::string& input, const fs::path& output) {
 }  // namespace
 
 int main(int argc, char** argv) {
-    const std::string first = argc > 1 ? argv[1] : "";
-    if (argc < 2 || argc > 3 || (first.starts_with('-') && first != "--synthetic")) {
-        std::fprintf(stderr, "usage: spectrogram RECORDING|--synthetic [OUTPUT-DIRECTORY]\n");
+    const std::vector<std::string> arguments(argv + 1, argv + argc);
+    std::string input, output = ".";
+    bool understood = true;
+    for (std::size_t i = 0; i < arguments.size(); ++i) {
+        if (arguments[i] == "--out" && i + 1 < arguments.size())
+            output = arguments[++i];
+        else if (input.empty() && (arguments[i] == "--synthetic" || !arguments[i].starts_with('-')))
+            input = arguments[i];
+        else
+            understood = false;
+    }
+    if (input.empty() || !understood) {
+        std::fprintf(stderr, "usage: spectrogram RECORDING|--synthetic [--out DIRECTORY]\n");
         return 2;
     }
     try {
-        return run(first, argc > 2 ? argv[2] : ".");
+        return run(input, output);
     } catch (const std::exception& error) {
         std::fprintf(stderr, "spectrogram: %s\n", error.what());
         return EXIT_FAILURE;

@@ -136,10 +136,33 @@ TEST_F(CommandLine, FileErrorsGiveCode1AndLeaveNoFile) {
     EXPECT_CONTAINS(o.err, "cannot write");
 }
 
+TEST_F(CommandLine, AccuracyMeasuresBothPathsAndPlots) {
+    const Outcome o = okt("accuracy oktsAbs_64fc_A53 --points 500 --range 'uniform -3 3' --plot " + path("a.svg"));
+    EXPECT_EQ(o.code, 0) << o.err;
+    EXPECT_CONTAINS(o.out, "uniform -3 3");
+    EXPECT_CONTAINS(o.out, "block");
+    EXPECT_CONTAINS(o.out, "element");
+    EXPECT_CONTAINS(get("a.svg"), "<svg");
+    // Sums of two elements are rounded once: no error beyond half a unit.
+    EXPECT_CONTAINS(okt("accuracy oktsAdd_64f_A53 --points 500").out, "100.000%");
+}
+
+TEST_F(CommandLine, AccuracyRefusesWrongRanges) {
+    Outcome o = okt("accuracy oktsAdd_64f_A53 --points 10 --range 'uniform 0 1'");
+    EXPECT_EQ(o.code, 2);
+    EXPECT_CONTAINS(o.err, "takes two arguments");
+    o = okt("accuracy oktsSqr_64f_A53 --points 10 --range 'unifrom 0 1'");
+    EXPECT_EQ(o.code, 2);
+    EXPECT_CONTAINS(o.err, "unifrom");
+    o = okt("accuracy oktsSqr_64f_A53 --points 10 --plot " + path("no/a.svg"));
+    EXPECT_EQ(o.code, 1);
+    EXPECT_CONTAINS(o.err, "cannot write");
+}
+
 TEST_F(CommandLine, HelpAndVersion) {
     const Outcome help = okt("--help");
     EXPECT_EQ(help.code, 0);
-    for (const char* command : {"list", "eval", "apply"}) EXPECT_CONTAINS(help.out, command);
+    for (const char* command : {"list", "eval", "apply", "accuracy"}) EXPECT_CONTAINS(help.out, command);
     EXPECT_EQ(okt("--version").out, "6.1 build 137.36\n");
 }
 

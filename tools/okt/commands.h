@@ -12,6 +12,7 @@ using Command = std::function<int()>;
 Command addList(CLI::App& app);
 Command addEval(CLI::App& app);
 Command addApply(CLI::App& app);
+Command addAccuracy(CLI::App& app);
 #ifdef OKT_TOOL_BENCH
 Command addBench(CLI::App& app);
 #endif

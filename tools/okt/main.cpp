@@ -58,6 +58,7 @@ int main(int argc, char** argv) {
     commands["list"] = addList(app);
     commands["eval"] = addEval(app);
     commands["apply"] = addApply(app);
+    commands["accuracy"] = addAccuracy(app);
 #ifdef OKT_TOOL_BENCH
     commands["bench"] = addBench(app);
 #endif
