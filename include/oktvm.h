@@ -496,6 +496,125 @@ OKT_API OktStatus oktsSub_64fc_A53(const Complex64* src1, const Complex64* src2,
 
 /** @} */
 
+/** @defgroup Trigonometric Trigonometric
+ *  @{ */
+
+/**
+ * @brief Cosine, for each element.
+ *
+ * @param[in] src source array of len Real32
+ * @param[out] dst destination array of len Real32
+ * @param[in] len number of elements, 1 or more
+ * @return oktStatusOk, oktStatusBadLength, oktStatusNullPointer, oktStatusDomain
+ */
+OKT_API OktStatus oktsCos_32f_A11(const Real32* src, Real32* dst, int32_t len);
+/** @copydoc oktsCos_32f_A11 */
+OKT_API OktStatus oktsCos_32f_A21(const Real32* src, Real32* dst, int32_t len);
+/** @copydoc oktsCos_32f_A11 */
+OKT_API OktStatus oktsCos_32f_A24(const Real32* src, Real32* dst, int32_t len);
+
+/**
+ * @brief Cosine, for each element.
+ *
+ * @param[in] src source array of len Real64
+ * @param[out] dst destination array of len Real64
+ * @param[in] len number of elements, 1 or more
+ * @return oktStatusOk, oktStatusBadLength, oktStatusNullPointer, oktStatusDomain
+ */
+OKT_API OktStatus oktsCos_64f_A26(const Real64* src, Real64* dst, int32_t len);
+/** @copydoc oktsCos_64f_A26 */
+OKT_API OktStatus oktsCos_64f_A50(const Real64* src, Real64* dst, int32_t len);
+/** @copydoc oktsCos_64f_A26 */
+OKT_API OktStatus oktsCos_64f_A53(const Real64* src, Real64* dst, int32_t len);
+
+/**
+ * @brief Sine, for each element.
+ *
+ * @param[in] src source array of len Real32
+ * @param[out] dst destination array of len Real32
+ * @param[in] len number of elements, 1 or more
+ * @return oktStatusOk, oktStatusBadLength, oktStatusNullPointer, oktStatusDomain
+ */
+OKT_API OktStatus oktsSin_32f_A11(const Real32* src, Real32* dst, int32_t len);
+/** @copydoc oktsSin_32f_A11 */
+OKT_API OktStatus oktsSin_32f_A21(const Real32* src, Real32* dst, int32_t len);
+/** @copydoc oktsSin_32f_A11 */
+OKT_API OktStatus oktsSin_32f_A24(const Real32* src, Real32* dst, int32_t len);
+
+/**
+ * @brief Sine, for each element.
+ *
+ * @param[in] src source array of len Real64
+ * @param[out] dst destination array of len Real64
+ * @param[in] len number of elements, 1 or more
+ * @return oktStatusOk, oktStatusBadLength, oktStatusNullPointer, oktStatusDomain
+ */
+OKT_API OktStatus oktsSin_64f_A26(const Real64* src, Real64* dst, int32_t len);
+/** @copydoc oktsSin_64f_A26 */
+OKT_API OktStatus oktsSin_64f_A50(const Real64* src, Real64* dst, int32_t len);
+/** @copydoc oktsSin_64f_A26 */
+OKT_API OktStatus oktsSin_64f_A53(const Real64* src, Real64* dst, int32_t len);
+
+/**
+ * @brief Sine and cosine of one source, for each element.
+ *
+ * @param[in] src source array of len Real32
+ * @param[out] dst1 first destination array of len Real32
+ * @param[out] dst2 second destination array of len Real32
+ * @param[in] len number of elements, 1 or more
+ * @return oktStatusOk, oktStatusBadLength, oktStatusNullPointer, oktStatusDomain
+ */
+OKT_API OktStatus oktsSinCos_32f_A11(const Real32* src, Real32* dst1, Real32* dst2, int32_t len);
+/** @copydoc oktsSinCos_32f_A11 */
+OKT_API OktStatus oktsSinCos_32f_A21(const Real32* src, Real32* dst1, Real32* dst2, int32_t len);
+/** @copydoc oktsSinCos_32f_A11 */
+OKT_API OktStatus oktsSinCos_32f_A24(const Real32* src, Real32* dst1, Real32* dst2, int32_t len);
+
+/**
+ * @brief Sine and cosine of one source, for each element.
+ *
+ * @param[in] src source array of len Real64
+ * @param[out] dst1 first destination array of len Real64
+ * @param[out] dst2 second destination array of len Real64
+ * @param[in] len number of elements, 1 or more
+ * @return oktStatusOk, oktStatusBadLength, oktStatusNullPointer, oktStatusDomain
+ */
+OKT_API OktStatus oktsSinCos_64f_A26(const Real64* src, Real64* dst1, Real64* dst2, int32_t len);
+/** @copydoc oktsSinCos_64f_A26 */
+OKT_API OktStatus oktsSinCos_64f_A50(const Real64* src, Real64* dst1, Real64* dst2, int32_t len);
+/** @copydoc oktsSinCos_64f_A26 */
+OKT_API OktStatus oktsSinCos_64f_A53(const Real64* src, Real64* dst1, Real64* dst2, int32_t len);
+
+/**
+ * @brief Tangent, for each element.
+ *
+ * @param[in] src source array of len Real32
+ * @param[out] dst destination array of len Real32
+ * @param[in] len number of elements, 1 or more
+ * @return oktStatusOk, oktStatusBadLength, oktStatusNullPointer, oktStatusDomain
+ */
+OKT_API OktStatus oktsTan_32f_A11(const Real32* src, Real32* dst, int32_t len);
+/** @copydoc oktsTan_32f_A11 */
+OKT_API OktStatus oktsTan_32f_A21(const Real32* src, Real32* dst, int32_t len);
+/** @copydoc oktsTan_32f_A11 */
+OKT_API OktStatus oktsTan_32f_A24(const Real32* src, Real32* dst, int32_t len);
+
+/**
+ * @brief Tangent, for each element.
+ *
+ * @param[in] src source array of len Real64
+ * @param[out] dst destination array of len Real64
+ * @param[in] len number of elements, 1 or more
+ * @return oktStatusOk, oktStatusBadLength, oktStatusNullPointer, oktStatusDomain
+ */
+OKT_API OktStatus oktsTan_64f_A26(const Real64* src, Real64* dst, int32_t len);
+/** @copydoc oktsTan_64f_A26 */
+OKT_API OktStatus oktsTan_64f_A50(const Real64* src, Real64* dst, int32_t len);
+/** @copydoc oktsTan_64f_A26 */
+OKT_API OktStatus oktsTan_64f_A53(const Real64* src, Real64* dst, int32_t len);
+
+/** @} */
+
 /** @defgroup PowersAndRoots Powers and roots
  *  @{ */
 
@@ -1057,6 +1176,121 @@ OKT_API OktStatus oktsTrunc_32f(const Real32* src, Real32* dst, int32_t len);
  * @return oktStatusOk, oktStatusBadLength, oktStatusNullPointer
  */
 OKT_API OktStatus oktsTrunc_64f(const Real64* src, Real64* dst, int32_t len);
+
+/** @} */
+
+/** @defgroup ExponentialsAndLogarithms Exponentials and logarithms
+ *  @{ */
+
+/**
+ * @brief E to the power src, for each element.
+ *
+ * Real elements: the argument is split into a multiple of ln 2/128 (32f) or ln 2/64 (64f) and a rest; a table of powers of
+ * two is joined with a polynomial in the rest (P. T. P. Tang, Table-driven implementation of the exponential function in
+ * IEEE floating-point arithmetic, ACM TOMS 15, 1989). Errors below 0.57 ulp on 32f and 0.53 ulp on 64f; subnormal results of
+ * 64f below 0.76 ulp. On 32f every argument from -103.27893829345703 down gives zero, although the smallest subnormal would
+ * be nearer to some.
+ *
+ * Special values: +Inf gives +Inf, -Inf gives +0, both without a warning. An overflowing element gives +Inf and
+ * oktStatusOverflow; a subnormal or zero result gives oktStatusUnderflow. A NaN comes back quiet with sign and payload on
+ * 32f; on 64f every NaN gives the pattern of all ones and raises no flag. On 32f an overflow and a result of zero raise the
+ * IEEE flag of their warning, on 64f they raise none.
+ *
+ * dst may be src. The source is only read, and nothing behind its end is read.
+ *
+ * @param[in] src source array of len Real32
+ * @param[out] dst destination array of len Real32
+ * @param[in] len number of elements, 1 or more
+ * @return oktStatusOk, oktStatusBadLength, oktStatusNullPointer, oktStatusOverflow, oktStatusUnderflow
+ */
+OKT_API OktStatus oktsExp_32f_A11(const Real32* src, Real32* dst, int32_t len);
+/** @copydoc oktsExp_32f_A11 */
+OKT_API OktStatus oktsExp_32f_A21(const Real32* src, Real32* dst, int32_t len);
+/** @copydoc oktsExp_32f_A11 */
+OKT_API OktStatus oktsExp_32f_A24(const Real32* src, Real32* dst, int32_t len);
+
+/**
+ * @brief E to the power src, for each element.
+ *
+ * Real elements: the argument is split into a multiple of ln 2/128 (32f) or ln 2/64 (64f) and a rest; a table of powers of
+ * two is joined with a polynomial in the rest (P. T. P. Tang, Table-driven implementation of the exponential function in
+ * IEEE floating-point arithmetic, ACM TOMS 15, 1989). Errors below 0.57 ulp on 32f and 0.53 ulp on 64f; subnormal results of
+ * 64f below 0.76 ulp. On 32f every argument from -103.27893829345703 down gives zero, although the smallest subnormal would
+ * be nearer to some.
+ *
+ * Special values: +Inf gives +Inf, -Inf gives +0, both without a warning. An overflowing element gives +Inf and
+ * oktStatusOverflow; a subnormal or zero result gives oktStatusUnderflow. A NaN comes back quiet with sign and payload on
+ * 32f; on 64f every NaN gives the pattern of all ones and raises no flag. On 32f an overflow and a result of zero raise the
+ * IEEE flag of their warning, on 64f they raise none.
+ *
+ * dst may be src. The source is only read, and nothing behind its end is read.
+ *
+ * @param[in] src source array of len Real64
+ * @param[out] dst destination array of len Real64
+ * @param[in] len number of elements, 1 or more
+ * @return oktStatusOk, oktStatusBadLength, oktStatusNullPointer, oktStatusOverflow, oktStatusUnderflow
+ */
+OKT_API OktStatus oktsExp_64f_A26(const Real64* src, Real64* dst, int32_t len);
+/** @copydoc oktsExp_64f_A26 */
+OKT_API OktStatus oktsExp_64f_A50(const Real64* src, Real64* dst, int32_t len);
+/** @copydoc oktsExp_64f_A26 */
+OKT_API OktStatus oktsExp_64f_A53(const Real64* src, Real64* dst, int32_t len);
+
+/**
+ * @brief Natural logarithm, for each element.
+ *
+ * @param[in] src source array of len Real32
+ * @param[out] dst destination array of len Real32
+ * @param[in] len number of elements, 1 or more
+ * @return oktStatusOk, oktStatusBadLength, oktStatusNullPointer, oktStatusDomain, oktStatusSingularity
+ */
+OKT_API OktStatus oktsLn_32f_A11(const Real32* src, Real32* dst, int32_t len);
+/** @copydoc oktsLn_32f_A11 */
+OKT_API OktStatus oktsLn_32f_A21(const Real32* src, Real32* dst, int32_t len);
+/** @copydoc oktsLn_32f_A11 */
+OKT_API OktStatus oktsLn_32f_A24(const Real32* src, Real32* dst, int32_t len);
+
+/**
+ * @brief Natural logarithm, for each element.
+ *
+ * @param[in] src source array of len Real64
+ * @param[out] dst destination array of len Real64
+ * @param[in] len number of elements, 1 or more
+ * @return oktStatusOk, oktStatusBadLength, oktStatusNullPointer, oktStatusDomain, oktStatusSingularity
+ */
+OKT_API OktStatus oktsLn_64f_A26(const Real64* src, Real64* dst, int32_t len);
+/** @copydoc oktsLn_64f_A26 */
+OKT_API OktStatus oktsLn_64f_A50(const Real64* src, Real64* dst, int32_t len);
+/** @copydoc oktsLn_64f_A26 */
+OKT_API OktStatus oktsLn_64f_A53(const Real64* src, Real64* dst, int32_t len);
+
+/**
+ * @brief Decimal logarithm, for each element.
+ *
+ * @param[in] src source array of len Real32
+ * @param[out] dst destination array of len Real32
+ * @param[in] len number of elements, 1 or more
+ * @return oktStatusOk, oktStatusBadLength, oktStatusNullPointer, oktStatusDomain, oktStatusSingularity
+ */
+OKT_API OktStatus oktsLog10_32f_A11(const Real32* src, Real32* dst, int32_t len);
+/** @copydoc oktsLog10_32f_A11 */
+OKT_API OktStatus oktsLog10_32f_A21(const Real32* src, Real32* dst, int32_t len);
+/** @copydoc oktsLog10_32f_A11 */
+OKT_API OktStatus oktsLog10_32f_A24(const Real32* src, Real32* dst, int32_t len);
+
+/**
+ * @brief Decimal logarithm, for each element.
+ *
+ * @param[in] src source array of len Real64
+ * @param[out] dst destination array of len Real64
+ * @param[in] len number of elements, 1 or more
+ * @return oktStatusOk, oktStatusBadLength, oktStatusNullPointer, oktStatusDomain, oktStatusSingularity
+ */
+OKT_API OktStatus oktsLog10_64f_A26(const Real64* src, Real64* dst, int32_t len);
+/** @copydoc oktsLog10_64f_A26 */
+OKT_API OktStatus oktsLog10_64f_A50(const Real64* src, Real64* dst, int32_t len);
+/** @copydoc oktsLog10_64f_A26 */
+OKT_API OktStatus oktsLog10_64f_A53(const Real64* src, Real64* dst, int32_t len);
 
 /** @} */
 

@@ -7,6 +7,7 @@
 // Largest errors seen: Complex32 0.5000 ulp (correctly rounded in every sample), Complex64 0.5005 ulp.
 #include "arith/complex_parts.h"
 #include "arith/elementwise.h"
+#include "frame/loops.h"
 #include "root/seed_root.h"
 
 namespace okt {
@@ -46,7 +47,7 @@ T modulusOfSpecial(T re, T im) {
     return im * im;
 }
 
-Real32 modulus(ComplexOf<Real32> z) {
+Real32 modulus(Complex32 z) {
     if (isSpecial(z.re) || isSpecial(z.im)) return modulusOfSpecial(z.re, z.im);
     return narrow(modulusOfFinite(widen(F32x1(z.re)), widen(F32x1(z.im)))).raw;
 }
@@ -61,32 +62,47 @@ bool modulusOfFour(const Complex32* src, Real32* dst) {
 }
 
 OktStatus absComplex32(const Complex32* src, Real32* dst, std::int32_t len) {
-    return x87Frame<53>(len, src, dst, [=](OktStatus&) {
-        const auto one = [=](std::int32_t i) { storeElement(dst + i, modulus(loadParts(src + i))); };
-        std::int32_t i = 0;
-        for (; i <= len - 4; i += 4)
-            if (!modulusOfFour(src + i, dst + i)) [[unlikely]]
-                for (std::int32_t j = i; j < i + 4; ++j) one(j);
-        for (; i < len; ++i) one(i);
+    return x87Frame<53>(len, src, dst, [=](OktStatus& status) {
+        redoBlock<4>(src, dst, len, modulusOfFour, [](Complex32 z, OktStatus&) { return modulus(z); }, status);
     });
 }
 
-Real64 modulus(ComplexOf<Real64> z) {
-    if (isSpecial(z.re) || isSpecial(z.im)) return modulusOfSpecial(z.re, z.im);
-    // By the bits: a comparison would be done on the Real64 parts, where the caller's denormals-are-zero acts.
-    if ((asBits(z.re) | asBits(z.im)) << 1 == 0) return 0.0;
-    const Real80 x = z.re, y = z.im;
-    const Real80Bits s = asBits(x * x + y * y);
+// By the pattern: a compare of floats would count a subnormal as zero under the caller's denormals-are-zero.
+bool isZero(Real64 x) { return asBits(x) << 1 == 0; }
+
+// From the sum's own pattern: any exponent, any significand.
+[[gnu::noinline, gnu::cold]] Real64 modulusBySlots(Real80 sum) {
+    const Real80Bits s = asBits(sum);
     const unsigned odd = ~static_cast<unsigned>(s.signAndExponent) & 1u;  // the bias is odd
-    const auto m2 = fromBits({s.significand, static_cast<std::uint16_t>(16383 + odd)});
-    const auto scale = fromBits({1ull << 63, static_cast<std::uint16_t>((s.signAndExponent + 16383u) >> 1)});
+    const Real80 m2 = fromBits({s.significand, static_cast<std::uint16_t>(16383 + odd)});
+    const Real80 scale = fromBits({std::uint64_t{1} << 63, static_cast<std::uint16_t>((s.signAndExponent + 16383u) >> 1)});
     const Real80 seed = tables::InvRootSeed[odd << 8 | (s.significand >> 55 & 0xFF)];
     return static_cast<Real64>(rootOfSignificand<Real80>(m2, seed).value() * scale);
 }
 
+Real64 modulus(Complex64 z) {
+    if (isSpecial(z.re) || isSpecial(z.im)) return modulusOfSpecial(z.re, z.im);
+    const Real80 x = z.re, y = z.im;
+    const Real80 sum = x * x + y * y;
+    // Where the sum, rounded to Real64, is a normal number and no carry can have reached its leading bits, exponent and
+    // index come from there: the load of eight bytes follows its store at once, while one from an extended slot waits
+    // until the store retires and so chains one element to the next.
+    const std::uint64_t rounded = asBits(static_cast<Real64>(sum));
+    const bool plain = (rounded << 20) != 0 && (rounded >> 52) - 2 <= 2042;
+    if (!plain) [[unlikely]] {
+        if (isZero(z.re) && isZero(z.im)) return 0.0;
+        return modulusBySlots(sum);
+    }
+    const std::uint64_t flipped = rounded ^ 0x0010000000000000;
+    const std::uint64_t half = ((rounded >> 52) + 1023) >> 1;  // the exponent field of 2^k, the sum being 4^k m2
+    const Real80 m2 = sum * bits64((3 * 1023 - 2 * half) << 52);
+    const Real80 seed = tables::InvRootSeed[flipped >> 44 & 0x1FF];
+    return static_cast<Real64>(rootOfSignificand<Real80>(m2, seed).value() * bits64(half << 52));
+}
+
 OktStatus absComplex64(const Complex64* src, Real64* dst, std::int32_t len) {
-    return x87Frame<64>(len, src, dst, [=](OktStatus&) {
-        for (std::int32_t i = 0; i < len; ++i) storeElement(dst + i, modulus(loadParts(src + i)));
+    return x87Frame<64>(len, src, dst, [=](OktStatus& status) {
+        elementLoop(src, dst, len, [](Complex64 z, OktStatus&) { return modulus(z); }, status);
     });
 }
 

@@ -148,7 +148,7 @@ inline bool isZeroOrNotFinite(Real64 x) {
 
 // Elements with such a part take plain extended arithmetic.
 inline bool needsSimplePath(ComplexOf<Real64> a, ComplexOf<Real64> b) {
-    return isZeroOrNotFinite(a.re) | isZeroOrNotFinite(a.im) | isZeroOrNotFinite(b.re) | isZeroOrNotFinite(b.im);
+    return isZeroOrNotFinite(a.re) || isZeroOrNotFinite(a.im) || isZeroOrNotFinite(b.re) || isZeroOrNotFinite(b.im);
 }
 
 // A complex product by the formulas re(a, b) and im(a, b). The path is chosen once an element.

@@ -18,8 +18,7 @@ OktStatus conj64(const Complex64* src, Complex64* dst, std::int32_t len) {
     return plainFrame(len, src, dst, [=](OktStatus&) {
         const U64x2 imaginarySign(U64<1>(0), U64<1>(0x8000000000000000u));
         for (std::int32_t i = 0; i < len; ++i)
-            (U64x2::load(patterns(&src->re) + 2 * static_cast<std::size_t>(i)) ^ imaginarySign)
-                .store(patterns(&dst->re) + 2 * static_cast<std::size_t>(i));
+            (U64x2::load(patterns(parts(src + i))) ^ imaginarySign).store(patterns(parts(dst + i)));
     });
 }
 

@@ -39,6 +39,33 @@ inline void redoBlock(const S* src1, const S* src2, D* dst, std::int32_t len, co
     for (; i < len; ++i) one(i);
 }
 
+// Redo block with a lane path apart from the element routine: a block that fails its range test goes through
+// `lane(i)` element by element, in order; the elements behind the blocks take the main path's steps one at a time, each
+// with its own range test. `tryLanes(lanes<N>, i)` works the elements i to i + N - 1 and returns false, having stored
+// nothing, when one of them is out of range. Blocks begin while `i < blocksEnd`. Several blocks that pass together are
+// worked side by side, AtOnce elements in all, which changes nothing but the time.
+template <int N>
+inline constexpr std::integral_constant<int, N> lanes{};
+
+template <int Block, int AtOnce, class TryLanes, class Lane>
+inline void laneBlocks(std::int32_t len, std::int32_t blocksEnd, const TryLanes& tryLanes, const Lane& lane) {
+    static_assert(AtOnce % Block == 0);
+    std::int32_t i = 0;
+    while (i < blocksEnd) {
+        if constexpr (AtOnce != Block) {
+            if (i < blocksEnd - (AtOnce - Block) && tryLanes(lanes<AtOnce>, i)) [[likely]] {
+                i += AtOnce;
+                continue;
+            }
+        }
+        if (!tryLanes(lanes<Block>, i)) [[unlikely]]
+            for (std::int32_t j = i; j < i + Block; ++j) lane(j);
+        i += Block;
+    }
+    for (; i < len; ++i)
+        if (!tryLanes(lanes<1>, i)) lane(i);
+}
+
 // Blend block: no branch in the block. `step<N>(x)` gives the result of N lanes, special cases blended in, and the mask
 // of the lanes that warn; every such lane stores `code`. The tail runs the same step on one lane.
 template <int Block, class S, class D, class Step>

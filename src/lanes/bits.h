@@ -7,6 +7,9 @@
 #include <cstdint>
 #include <type_traits>
 
+// Behind the parameters of a lambda: its body belongs into the loop that calls it.
+#define OKT_INLINE __attribute__((always_inline))
+
 namespace okt {
 
 constexpr Real32 bits32(std::uint32_t pattern) { return std::bit_cast<Real32>(pattern); }
@@ -25,18 +28,18 @@ constexpr Real64 fromWords(std::uint32_t high, std::uint32_t low) {
 
 // Arrays may stand at any address, so elements are read and written through a type that promises no alignment.
 template <class T>
-struct UnalignedOf {
-    using Type __attribute__((aligned(1), may_alias)) = T;
+struct __attribute__((packed, may_alias)) Unaligned {
+    T value;
 };
 
 template <class T>
 inline T loadElement(const T* from) {
-    return *reinterpret_cast<const typename UnalignedOf<T>::Type*>(from);
+    return reinterpret_cast<const Unaligned<T>*>(from)->value;
 }
 
 template <class T>
 inline void storeElement(T* to, T value) {
-    *reinterpret_cast<typename UnalignedOf<T>::Type*>(to) = value;
+    reinterpret_cast<Unaligned<T>*>(to)->value = value;
 }
 
 // The same for the bit pattern: an integer move, which leaves a signalling NaN as it is and raises nothing.

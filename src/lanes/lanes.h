@@ -120,6 +120,8 @@ template <class T>
 inline Vec<T, 1> select(Mask<8 * sizeof(T), 1> m, Vec<T, 1> yes, Vec<T, 1> no) { return m.raw ? yes : no; }
 template <class T>
 inline Vec<T, 1> zeroUnless(Mask<8 * sizeof(T), 1> m, Vec<T, 1> a) { return m.raw ? a : Vec<T, 1>(T{0}); }
+template <class T>
+inline Vec<T, 1> zeroIf(Mask<8 * sizeof(T), 1> m, Vec<T, 1> a) { return m.raw ? Vec<T, 1>(T{0}) : a; }
 
 // 12-bit approximations of 1/sqrt(x) and 1/x, as the processor gives them.
 inline F32<1> rsqrtSeed(F32<1> a) { return _mm_cvtss_f32(_mm_rsqrt_ss(_mm_set_ss(a.raw))); }
@@ -128,16 +130,19 @@ inline F32<1> recipSeed(F32<1> a) { return _mm_cvtss_f32(_mm_rcp_ss(_mm_set_ss(a
 inline F64<1> widen(F32<1> a) { return static_cast<Real64>(a.raw); }
 inline F32<1> narrow(F64<1> a) { return static_cast<Real32>(a.raw); }
 
+// Signed 32-bit integers to Real64, exact, and to Real32.
+inline F64<1> widenSigned(U32<1> a) { return static_cast<Real64>(static_cast<std::int32_t>(a.raw)); }
+inline F32<1> toReal32(U32<1> a) { return static_cast<Real32>(static_cast<std::int32_t>(a.raw)); }
+
 // The upper 32 bits of each 64-bit lane, in the low half of the lane.
 inline U64<1> highWords(U64<1> a) { return a.raw >> 32; }
+// The same as 32-bit lanes side by side.
+inline U32<1> packHighWords(U64<1> a) { return static_cast<std::uint32_t>(a.raw >> 32); }
 
 // Compares the upper words of 64-bit lanes as signed integers.
 inline Mask64<1> greaterSignedHigh(U64<1> a, U64<1> b) {
     return {static_cast<std::int32_t>(a.raw >> 32) > static_cast<std::int32_t>(b.raw >> 32)};
 }
-// The upper words alone, as 32-bit lanes.
-inline U32<1> packHighWords(U64<1> a) { return static_cast<std::uint32_t>(a.raw >> 32); }
-
 // The product of the lower words.
 inline U64<1> mulLowWords(U64<1> a, U64<1> b) { return (a.raw & 0xFFFFFFFF) * (b.raw & 0xFFFFFFFF); }
 // The upper half of the product of the upper 16 bits of each lane, there; the lower 16 bits are zero.
@@ -152,6 +157,11 @@ inline U64<1> rsqrtSeedHigh(U64<1> a) {
 // factors of d0 and d1 stand at row d0 + 4 d1.
 template <int bit>
 inline F64<1> gatherByDigitPairs(const Real64* table, U32<1> digits) { return table[2 * (digits.raw >> bit & 3)]; }
+// The truth values of 32-bit lanes for 64-bit lanes.
+inline Mask64<1> widen(Mask32<1> m) { return {m.raw}; }
+
+// To a signed 32-bit integer by the rounding mode in force.
+inline U32<1> roundToSigned(F32<1> a) { return static_cast<std::uint32_t>(_mm_cvtss_si32(_mm_set_ss(a.raw))); }
 
 // ---------------------------------------------------------------------------------------------------------------------
 // One register.
@@ -181,6 +191,23 @@ inline bool any(Mask32<4> m) { return laneBits(m) != 0; }
 inline bool all(Mask64<2> m) { return laneBits(m) == 3; }
 inline bool all(Mask32<4> m) { return laneBits(m) == 15; }
 
+// All lanes alike. GCC makes a constant anew from one element wherever it is used, at the cost of a shuffle; a value of
+// whose making it knows nothing is loaded whole and kept in a register over a loop.
+inline __m128d splat(Real64 x) {
+    __m128i raw = _mm_castpd_si128(_mm_set1_pd(x));
+#if !defined(__clang__)
+    asm("" : "+x"(raw));
+#endif
+    return _mm_castsi128_pd(raw);
+}
+inline __m128 splat(Real32 x) {
+    __m128i raw = _mm_castps_si128(_mm_set1_ps(x));
+#if !defined(__clang__)
+    asm("" : "+x"(raw));
+#endif
+    return _mm_castsi128_ps(raw);
+}
+
 template <>
 struct Vec<Real64, 2> {
     static constexpr int lanes = 2;
@@ -189,7 +216,7 @@ struct Vec<Real64, 2> {
 
     Vec() = default;
     Vec(__m128d x) : raw(x) {}
-    Vec(Real64 x) : raw(_mm_set1_pd(x)) {}
+    Vec(Real64 x) : raw(splat(x)) {}
     Vec(F64<1> low, F64<1> high) : raw(_mm_set_pd(high.raw, low.raw)) {}
     static Vec load(const Real64* from) { return _mm_loadu_pd(from); }
     static Vec loadAligned(const Real64* from) { return _mm_load_pd(from); }
@@ -216,7 +243,7 @@ struct Vec<Real32, 4> {
 
     Vec() = default;
     Vec(__m128 x) : raw(x) {}
-    Vec(Real32 x) : raw(_mm_set1_ps(x)) {}
+    Vec(Real32 x) : raw(splat(x)) {}
     static Vec load(const Real32* from) { return _mm_loadu_ps(from); }
     static Vec loadAligned(const Real32* from) { return _mm_load_ps(from); }
     void store(Real32* to) const { _mm_storeu_ps(to, raw); }
@@ -250,6 +277,7 @@ struct Vec<std::uint64_t, 2> {
     Vec(U64<1> low, U64<1> high)
         : raw(_mm_set_epi64x(static_cast<long long>(high.raw), static_cast<long long>(low.raw))) {}
     static Vec load(const std::uint64_t* from) { return _mm_loadu_si128(reinterpret_cast<const __m128i_u*>(from)); }
+    static Vec loadAligned(const std::uint64_t* from) { return _mm_load_si128(reinterpret_cast<const __m128i*>(from)); }
     void store(std::uint64_t* to) const { _mm_storeu_si128(reinterpret_cast<__m128i_u*>(to), raw); }
     std::uint64_t operator[](int i) const {
         return static_cast<std::uint64_t>(_mm_cvtsi128_si64(i == 0 ? raw : _mm_unpackhi_epi64(raw, raw)));
@@ -275,6 +303,7 @@ struct Vec<std::uint32_t, 4> {
     Vec(__m128i x) : raw(x) {}
     Vec(std::uint32_t x) : raw(_mm_set1_epi32(static_cast<int>(x))) {}
     static Vec load(const std::uint32_t* from) { return _mm_loadu_si128(reinterpret_cast<const __m128i_u*>(from)); }
+    static Vec loadAligned(const std::uint32_t* from) { return _mm_load_si128(reinterpret_cast<const __m128i*>(from)); }
     void store(std::uint32_t* to) const { _mm_storeu_si128(reinterpret_cast<__m128i_u*>(to), raw); }
     std::uint32_t operator[](int i) const {
         alignas(16) std::uint32_t out[4];
@@ -323,6 +352,8 @@ inline Vec<T, N> select(Mask<8 * sizeof(T), N> m, Vec<T, N> yes, Vec<T, N> no) {
 }
 inline F64<2> zeroUnless(Mask64<2> m, F64<2> a) { return _mm_and_pd(m.raw, a.raw); }
 inline F32<4> zeroUnless(Mask32<4> m, F32<4> a) { return _mm_and_ps(m.raw, a.raw); }
+inline F64<2> zeroIf(Mask64<2> m, F64<2> a) { return _mm_andnot_pd(m.raw, a.raw); }
+inline F32<4> zeroIf(Mask32<4> m, F32<4> a) { return _mm_andnot_ps(m.raw, a.raw); }
 inline U64<2> zeroUnless(Mask64<2> m, U64<2> a) { return _mm_and_si128(_mm_castpd_si128(m.raw), a.raw); }
 inline U32<4> zeroUnless(Mask32<4> m, U32<4> a) { return _mm_and_si128(_mm_castps_si128(m.raw), a.raw); }
 
@@ -342,6 +373,8 @@ inline U32<4> mulHighHalves(U32<4> a, std::uint16_t b) {
 inline U64<2> rsqrtSeedHigh(U64<2> a) {
     return _mm_castps_si128(_mm_rsqrt_ps(_mm_castsi128_ps(a.raw)));
 }
+inline F32<4> toReal32(U32<4> a) { return _mm_cvtepi32_ps(a.raw); }
+inline U32<4> roundToSigned(F32<4> a) { return _mm_cvtps_epi32(a.raw); }
 
 // ---------------------------------------------------------------------------------------------------------------------
 // Wider than a register: a pair of halves.
@@ -417,17 +450,29 @@ inline Mask32<N> greaterSigned(U32<N> a, U32<N> b) { return {greaterSigned(a.lo,
 template <int N>
     requires Paired<U64<N>>
 inline U64<N> highWords(U64<N> a) { return {highWords(a.lo), highWords(a.hi)}; }
-template <int N>
-    requires Paired<U64<N>>
-inline Mask64<N> greaterSignedHigh(U64<N> a, U64<N> b) {
-    return {greaterSignedHigh(a.lo, b.lo), greaterSignedHigh(a.hi, b.hi)};
+inline U32<4> packLowWords(U64<4> a) {
+    return _mm_castps_si128(_mm_shuffle_ps(_mm_castsi128_ps(a.lo.raw), _mm_castsi128_ps(a.hi.raw), _MM_SHUFFLE(2, 0, 2, 0)));
 }
 inline U32<4> packHighWords(U64<4> a) {
     return _mm_castps_si128(_mm_shuffle_ps(_mm_castsi128_ps(a.lo.raw), _mm_castsi128_ps(a.hi.raw), _MM_SHUFFLE(3, 1, 3, 1)));
 }
 template <int N>
-    requires Paired<U32<N>>
+    requires(N > 4)
 inline U32<N> packHighWords(U64<N> a) { return {packHighWords(a.lo), packHighWords(a.hi)}; }
+inline F64<4> widenSigned(U32<4> a) {
+    return {F64<2>(_mm_cvtepi32_pd(a.raw)), F64<2>(_mm_cvtepi32_pd(_mm_unpackhi_epi64(a.raw, a.raw)))};
+}
+template <int N>
+    requires Paired<U32<N>>
+inline F64<N> widenSigned(U32<N> a) { return {widenSigned(a.lo), widenSigned(a.hi)}; }
+template <int N>
+    requires Paired<U32<N>>
+inline F32<N> toReal32(U32<N> a) { return {toReal32(a.lo), toReal32(a.hi)}; }
+template <int N>
+    requires Paired<U64<N>>
+inline Mask64<N> greaterSignedHigh(U64<N> a, U64<N> b) {
+    return {greaterSignedHigh(a.lo, b.lo), greaterSignedHigh(a.hi, b.hi)};
+}
 template <int N>
     requires Paired<U64<N>>
 inline U64<N> mulLowWords(U64<N> a, U64<N> b) { return {mulLowWords(a.lo, b.lo), mulLowWords(a.hi, b.hi)}; }
@@ -443,6 +488,9 @@ template <int N>
     requires(N > 4)
 inline U64<N> rsqrtSeedHigh(U64<N> a) { return {rsqrtSeedHigh(a.lo), rsqrtSeedHigh(a.hi)}; }
 
+template <int N>
+    requires Paired<U32<N>>
+inline U32<N> roundToSigned(F32<N> a) { return {roundToSigned(a.lo), roundToSigned(a.hi)}; }
 template <int N>
     requires Paired<F32<N>>
 inline F32<N> rsqrtSeed(F32<N> a) { return {rsqrtSeed(a.lo), rsqrtSeed(a.hi)}; }
@@ -470,6 +518,9 @@ template <class T, int N>
 inline Vec<T, N> zeroUnless(Mask<8 * sizeof(T), N> m, Vec<T, N> a) {
     return {zeroUnless(m.lo, a.lo), zeroUnless(m.hi, a.hi)};
 }
+template <class T, int N>
+    requires Paired<Vec<T, N>>
+inline Vec<T, N> zeroIf(Mask<8 * sizeof(T), N> m, Vec<T, N> a) { return {zeroIf(m.lo, a.lo), zeroIf(m.hi, a.hi)}; }
 
 // Real32 lanes to Real64 lanes, exact, and back with one rounding.
 inline F64<4> widen(F32<4> a) { return {F64<2>(_mm_cvtps_pd(a.raw)), F64<2>(_mm_cvtps_pd(_mm_movehl_ps(a.raw, a.raw)))}; }
@@ -480,6 +531,16 @@ inline F64<N> widen(F32<N> a) { return {widen(a.lo), widen(a.hi)}; }
 template <int N>
     requires(N > 4)
 inline F32<N> narrow(F64<N> a) { return {narrow(a.lo), narrow(a.hi)}; }
+
+inline U32<2> packHighWords(U64<2> a) { return {packHighWords(U64<1>(a[0])), packHighWords(U64<1>(a[1]))}; }
+inline F32<2> narrow(F64<2> a) { return {narrow(F64<1>(a[0])), narrow(F64<1>(a[1]))}; }
+inline Mask64<2> widen(Mask32<2> m) {
+    return {_mm_castsi128_pd(_mm_set_epi64x(-static_cast<long long>(m.hi.raw), -static_cast<long long>(m.lo.raw)))};
+}
+inline Mask64<4> widen(Mask32<4> m) {
+    return {{_mm_castps_pd(_mm_unpacklo_ps(m.raw, m.raw))}, {_mm_castps_pd(_mm_unpackhi_ps(m.raw, m.raw))}};
+}
+inline Mask64<8> widen(Mask32<8> m) { return {widen(m.lo), widen(m.hi)}; }
 
 // ---------------------------------------------------------------------------------------------------------------------
 // Any width.

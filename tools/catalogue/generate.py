@@ -38,6 +38,7 @@ class Routine:
         self.frame = row["frame"]
         self.warnings = row["warnings"].split()
         self.built = row["built"]
+        self.seed = row.get("seed", False)
         element = ELEMENT[self.type]
         # Abs and Arg of a complex source give a real destination, CIS of a real source a complex one.
         self.source = PART[element] if self.family == "CIS" else element
@@ -200,7 +201,8 @@ def export_list(families):
                 warnings = " | ".join("warns" + w for w in routine.warnings) or "warnsNothing"
                 out.append(
                     f'OKT_EXPORT_ROW({name}, "{routine.family}", "{routine.type}", "{grade}", {routine.form}, '
-                    f"{FRAME[routine.frame]}, {routine.source}, {routine.destination}, {warnings}, {routine_number})"
+                    f"{FRAME[routine.frame]}, {routine.source}, {routine.destination}, {warnings}, {routine_number}, "
+                    f"{'true' if routine.seed else 'false'})"
                 )
             routine_number += 1
     return "\n".join(out) + "\n"

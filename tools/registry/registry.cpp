@@ -38,9 +38,9 @@ struct Caller<Function> {
 };
 
 constexpr Export builtExports[] = {
-#define OKT_EXPORT_ROW(function, family, type, grade, form, frame, source, destination, warnings, routine)          \
+#define OKT_EXPORT_ROW(function, family, type, grade, form, frame, source, destination, warnings, routine, seed)    \
     {#function, family, type, grade, Form::form, Frame::frame, ElementType::source, ElementType::destination,     \
-     warnings, routine, &Caller<&function>::call},
+     warnings, routine, seed, &Caller<&function>::call},
 #include "export_list.inc"
 #undef OKT_EXPORT_ROW
 };

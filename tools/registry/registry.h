@@ -48,6 +48,7 @@ struct Export {
     ElementType source, destination;
     unsigned warnings;  // a set of Warnings
     int routine;        // exports with the same number are one routine
+    bool seed;          // last bits follow the processor's approximate reciprocals
     OktStatus (*call)(const Arguments&);
 };
 

@@ -1,0 +1,41 @@
+// Cosine.
+#include "trig/sine_loops.h"
+
+namespace okt {
+namespace {
+
+[[gnu::noinline, gnu::cold]] Real64 cosLane64(Real64 x, OktStatus& status) {
+    if (!sine::isFinite(x)) return sine::ofNonFinite(x, status);
+    if (sine::isTiny(x)) return sine::cosineOfTiny(x);
+    return sine::laneAngle(x).cosine();
+}
+
+[[gnu::noinline, gnu::cold]] Real32 cosLane32(Real32 x, OktStatus& status) {
+    if (sine::isInfinite(x)) return sine::ofInfinity32(status);
+    const Real64 wide = x;
+    if (!sine::isFinite(wide)) return static_cast<Real32>(wide * wide);
+    if (sine::isTiny(wide)) return static_cast<Real32>(sine::cosineOfTiny(wide));
+    return static_cast<Real32>(sine::laneAngle(wide).cosine());
+}
+
+struct Cosine {
+    static constexpr const Real64* table = tables::cosTable;
+    static Real64 lane(Real64 x, OktStatus& status) { return cosLane64(x, status); }
+    static Real32 lane(Real32 x, OktStatus& status) { return cosLane32(x, status); }
+
+    // cos x = (-1)^n·sin(x - (n - 1/2)·pi) with n = round((x + pi/2)/pi)
+    template <int N>
+    static U32<N> halfTurns(F32<N> x) {
+        constexpr Real32 halfPi32 = bits32(0x3FC90FDB);
+        return roundToSigned((x + halfPi32) * sine::oneOverPi32);
+    }
+    template <class V>
+    static V centre(V n) { return n - 0.5; }
+};
+
+}  // namespace
+
+OKT_EXPORT(Cos, 32f, sine::loop32<Cosine>)
+OKT_EXPORT(Cos, 64f, sine::loop64<Cosine>)
+
+}  // namespace okt

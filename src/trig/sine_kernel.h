@@ -1,0 +1,193 @@
+// Sines and cosines: the table method in Real64, at 64 or 128 steps a turn, and the lane paths that take what the block
+// loops leave: huge, infinite and NaN elements and their neighbours.
+//
+// x = n·step + r + rl, and with B the angle of row n of the table
+//     sin x = sin B + cos B·sin r + (cos r - 1)·sin B,
+// where sin B is a head and a tail, and cos B = cosHead + cosTail with a power of two for cosHead, so that cosHead·r is
+// exact. The leading sum sinHead + cosHead·r + cosTail·r is carried as b with its rounding errors la and lb; the series
+// are the plain Taylor coefficients.
+#pragma once
+
+#include "frame/status_flag.h"
+#include "lanes/lanes.h"
+#include "tables/sin_cos_table.h"
+#include "trig/reduce_quarter_pi.h"
+#include "trig/sin_cos_tables.h"
+
+#include <cstdint>
+
+namespace okt::sine {
+
+inline constexpr Real64 roundShifter = bits64(0x4338000000000000);  // 1.5·2^52: the sum's low bits hold the integer
+
+// pi/32 in three parts, products of the first two with n are exact; and 1/3!, 1/5!, 1/7!, 1/9!, 1/2!, 1/4!, 1/6!, 1/8!.
+struct Steps64 {
+    static constexpr int rows = 64;
+    static constexpr Real64 inverse = bits64(0x40245F306DC9C883);  // 32/pi
+    static constexpr Real64 part1 = bits64(0x3FB921FB54400000);
+    static constexpr Real64 part2 = bits64(0x3D90B4611A600000);
+    static constexpr Real64 part3 = bits64(0x3B63198A2E037073);
+};
+
+// pi/64, the same.
+struct Steps128 {
+    static constexpr int rows = 128;
+    static constexpr Real64 inverse = bits64(0x40345F306DC9C883);  // 64/pi
+    static constexpr Real64 part1 = bits64(0x3FA921FB54400000);
+    static constexpr Real64 part2 = bits64(0x3D80B4611A600000);
+    static constexpr Real64 part3 = bits64(0x3B53198A2E037073);
+};
+
+struct Taylor {
+    static constexpr Real64 s1 = bits64(0xBFC5555555555555);  // -1/3!
+    static constexpr Real64 s2 = bits64(0x3F81111111111111);  // 1/5!
+    static constexpr Real64 s3 = bits64(0xBF2A01A01A01A01A);  // -1/7!
+    static constexpr Real64 s4 = bits64(0x3EC71DE3A556C734);  // 1/9!
+    static constexpr Real64 c1 = bits64(0xBFE0000000000000);  // -1/2!
+    static constexpr Real64 c2 = bits64(0x3FA5555555555555);  // 1/4!
+    static constexpr Real64 c3 = bits64(0xBF56C16C16C16C17);  // -1/6!
+    static constexpr Real64 c4 = bits64(0x3EFA01A01A01A01A);  // 1/8!
+};
+
+template <int N>
+struct Reduced {
+    F64<N> r, rl;
+    U64<N> row;  // the row's number in the low bits
+};
+
+template <class Steps, int N>
+inline Reduced<N> reduce(F64<N> x) {
+    const F64<N> t = x * Steps::inverse + roundShifter;
+    const F64<N> n = t - roundShifter;
+    const F64<N> r1 = x - n * Steps::part1;
+    const F64<N> p2 = n * Steps::part2;
+    const F64<N> r = r1 - p2;
+    return {r, ((r1 - r) - p2) - n * Steps::part3, asBits(t)};
+}
+
+// sin r - r and cos r - 1, but for the factors cos B and sin B.
+template <int N>
+struct Series {
+    F64<N> sine, cosine;
+};
+
+template <class Steps, int N>
+inline Series<N> series(F64<N> r) {
+    const F64<N> z = r * r;
+    if constexpr (Steps::rows == 64) {
+        const F64<N> s = ((F64<N>(Taylor::s4) * z + Taylor::s3) * z + Taylor::s2) * z + Taylor::s1;
+        const F64<N> c = ((F64<N>(Taylor::c4) * z + Taylor::c3) * z + Taylor::c2) * z + Taylor::c1;
+        return {s * z * r, c * z};
+    } else {
+        const F64<N> s = (F64<N>(Taylor::s3) * z + Taylor::s2) * z + Taylor::s1;
+        const F64<N> c = (F64<N>(Taylor::c3) * z + Taylor::c2) * z + Taylor::c1;
+        return {s * z * r, c * z};
+    }
+}
+
+// The summands of the result, largest last.
+template <int N>
+struct Summands {
+    F64<N> ps, pc, e, la, lb, b;
+    F64<N> mainSum() const { return ((((la + e) + lb) + ps) + pc) + b; }
+    F64<N> laneSum() const { return ((((ps + pc) + e) + la) + lb) + b; }
+};
+
+// The row at byteOffset of the table: cosTail, sinHead, sinTail, cosHead.
+template <int N>
+inline Summands<N> summands(const Real64* table, U64<N> byteOffset, F64<N> r, F64<N> rl, const Series<N>& poly) {
+    const auto [cosTail, sinHead] = gatherPairAt(table, byteOffset);
+    const auto [sinTail, cosHead] = gatherPairAt(table + 2, byteOffset);
+    const F64<N> cosine = cosHead + cosTail;
+    const F64<N> headPart = cosHead * r;
+    const F64<N> tailPart = cosTail * r;
+    const F64<N> a = sinHead + headPart;
+    const F64<N> b = a + tailPart;
+    return {poly.sine * cosine,
+            poly.cosine * sinHead,
+            (cosine - sinHead * r) * rl + sinTail,
+            (sinHead - a) + headPart,
+            (a - b) + tailPart,
+            b};
+}
+
+// Byte offset of a row, `quarters` of a turn further on.
+template <class Steps, int N>
+inline U64<N> rowOffset(U64<N> row, int quarters = 0) {
+    constexpr auto rows = static_cast<std::uint64_t>(Steps::rows);
+    if (quarters != 0) row = row + U64<N>(rows / 4 * static_cast<std::uint64_t>(quarters));
+    return (row & U64<N>(rows - 1)) << 5;
+}
+
+// |x| below 90112 in every lane; NaNs and infinities are not.
+template <int N>
+inline bool inMainRange(F64<N> x) {
+    const U32<N> magnitude = packHighWords(asBits(x)) & U32<N>(0x7FFFFFFF);
+    return !any(greaterSigned(magnitude, U32<N>(0x40F5FFFF)));
+}
+
+// |x| up to 10000.0 in every lane.
+template <int N>
+inline bool inMainRange(F32<N> x) {
+    return !any(greaterSigned(asBits(x) & U32<N>(0x7FFFFFFF), U32<N>(0x461C4000)));
+}
+
+// ---------------------------------------------------------------------------------------------------------------------
+// Lane paths: one element, reduced by reduceQuarterPi from 2^17 up.
+
+struct LaneAngle {
+    F64<1> r, rl;
+    U64<1> row;
+    Series<1> poly;
+
+    Real64 sine() const { return at(0); }
+    Real64 cosine() const { return at(1); }
+
+private:
+    Real64 at(int quarters) const {
+        return summands(tables::sinCosLaneTable, rowOffset<Steps64>(row, quarters), r, rl, poly).laneSum().raw;
+    }
+};
+
+inline std::uint32_t biasedExponent(Real64 x) { return highWord(x) >> 20 & 0x7FF; }
+
+// For finite x; below 2^-252 the functions have steps of their own.
+inline LaneAngle laneAngle(Real64 x) {
+    QuarterPiReduction reduction{x, 0.0, 0};
+    if (biasedExponent(x) >= 1040) reduction = reduceQuarterPi(x);
+    const Reduced<1> reduced = reduce<Steps64>(F64<1>(reduction.head));
+    return {reduced.r, reduced.rl + reduction.tail, reduced.row + U64<1>(std::uint64_t{16} * reduction.quadrant),
+            series<Steps64>(reduced.r)};
+}
+
+inline bool isTiny(Real64 x) { return biasedExponent(x) < 771; }
+
+// Rounds like x and raises inexact; a zero comes back as it is.
+inline Real64 sineOfTiny(Real64 x) {
+    if (x == 0.0) return x;
+    return (bits64(0x4360000000000000) * x - x) * bits64(0x3C80000000000000);  // 2^55, 2^-55
+}
+inline Real64 cosineOfTiny(Real64 x) { return 1.0 - abs(F64<1>(x)).raw; }
+
+inline bool isInfinite(Real32 x) { return (asBits(x) & 0x7FFFFFFF) == 0x7F800000; }
+inline bool isInfinite(Real64 x) { return (asBits(x) & 0x7FFFFFFFFFFFFFFF) == 0x7FF0000000000000; }
+inline bool isFinite(Real64 x) { return biasedExponent(x) != 0x7FF; }
+
+// An infinity has no sine: the default NaN with invalid raised, and the status. A NaN comes back quiet.
+inline Real64 ofNonFinite(Real64 x, OktStatus& status) {
+    const Real64 result = x - x;
+    if (isInfinite(x)) {
+        raiseStatusFlag64(oktStatusDomain);
+        status = oktStatusDomain;
+    }
+    return result;
+}
+
+// The Real32 lane paths give an infinity of either sign this NaN.
+inline Real32 ofInfinity32(OktStatus& status) {
+    raiseStatusFlag32(oktStatusDomain);
+    status = oktStatusDomain;
+    return bits32(0xFFC00000);
+}
+
+}  // namespace okt::sine

@@ -1,0 +1,182 @@
+// Tangent.
+//
+// Real32: x = n·pi/2 + r, |r| <= pi/4, and a quotient of two polynomials s/c in Real64, turned to -c/s for odd n.
+// Real64: x = n·pi/32 + r + rl, and a polynomial of fifteen about each of the 32 angles B = n·pi/32 of a period. In the
+// rows next to a pole the reciprocal -1/(distance of the pole) is split off and added back from a reduction of its own:
+// with yh the distance cut to 35 bits and R = 1/yh, the head of R less the row's constant is exact, and the rest of
+// the reciprocal is R·((1 - yh·Rh) - e).
+// Largest errors seen: WORST
+#include "frame/frame.h"
+#include "frame/loops.h"
+#include "frame/status_flag.h"
+#include "trig/reduce_quarter_pi.h"
+#include "trig/sine_kernel.h"
+#include "trig/tan_table.h"
+
+namespace okt {
+namespace {
+
+// ---------------------------------------------------------------------------------------------------------------------
+// Real64
+
+struct C {
+    static constexpr Real64 thirtyTwoOverPi = bits64(0x40245F306DC9C883);   // 32/pi
+    static constexpr Real64 roundShifter = bits64(0x4338000000000000);     // 1.5·2^52: rounds to an integer
+    static constexpr Real64 roundShifter16 = bits64(0x4378000000000000);   // 1.5·2^56: rounds to a multiple of 16
+
+    // pi/32 in three parts for the row's reduction and for the pole's.
+    static constexpr Real64 tanStep1 = 0.09817477042452083;
+    static constexpr Real64 tanStep2 = 1.6020900947399724e-13;
+    static constexpr Real64 tanStep3 = 6.601874416867142e-25;
+    static constexpr Real64 poleStep1 = 0.0981747704247482;
+    static constexpr Real64 poleStep2Neg = -6.716466596861444e-14;
+    static constexpr Real64 poleStep2Pos = 6.716466596857464e-14;  // makes the distance's head; the last digits differ
+    static constexpr Real64 poleStep3 = 3.9801982271943437e-26;
+};
+
+// The tangent of x + lo + quarters·pi/2, |x| below 12800 and not tiny.
+template <int N>
+inline F64<N> tangent(F64<N> x, F64<N> lo, U64<N> quarters) {
+    const F64<N> u = x * C::thirtyTwoOverPi;
+    const F64<N> t = F64<N>(C::roundShifter) + u;
+    const F64<N> n = t - C::roundShifter;
+    const F64<N> w = F64<N>(C::roundShifter16) + u;
+    const F64<N> m = w - C::roundShifter16;  // the multiple of 16 next to u: the nearest pole or zero
+
+    // A row has twenty entries of eight bytes.
+    const U64<N> row = (asBits(t) + (quarters << 4)) & U64<N>(31);
+    const U64<N> offset = (row << 7) + (row << 5);
+    const auto entries = [&](int first) OKT_INLINE { return gatherPairAt(tables::tanRows + first, offset); };
+
+    const F64<N> a = x - n * C::tanStep1;
+    const F64<N> second = n * C::tanStep2;
+    const F64<N> r = a - second;
+    const F64<N> rl = (((a - r) - second) - n * C::tanStep3) + lo;
+
+    const F64<N> g = m * C::poleStep2Neg;
+    const F64<N> b = x - m * C::poleStep1;
+    const F64<N> y = m * C::poleStep2Pos + b;
+    const F64<N> v = b - g;
+    const F64<N> yh = y & U64<N>(~std::uint64_t{0x3FFFF});
+    const F64<N> R = F64<N>(1.0) / yh;
+    const F64<N> e = (((((b - v) - g) - m * C::poleStep3) + lo) + (v - yh)) * R;
+
+    const auto [T0, T1] = entries(0);
+    const auto [T2, T3] = entries(2);
+    const auto [T4, T5] = entries(4);
+    const auto [T6, T7] = entries(6);
+    const auto [T8, T9] = entries(8);
+    const auto [T10, T11] = entries(10);
+    const auto [T12, T13] = entries(12);
+    const auto [T14, T15] = entries(14);
+    const auto [T16, T17] = entries(16);
+    const auto [T18, T19] = entries(18);
+
+    const F64<N> z = r * r;
+    const F64<N> z2 = z * z;
+    const F64<N> z3 = r * z2;
+    const F64<N> A = ((T5 * r + T3) * z + T7 * z2) + ((T11 * r + T9) + T13 * z) * z3;
+    const F64<N> C = (z2 * z2) * ((((T1 * r + T0) + (T4 * r + T2) * z) + T6 * z2) + z3 * ((T10 * r + T8) + T12 * z));
+
+    const F64<N> p1 = T16 * r;
+    const F64<N> p2 = r * T17;
+    const F64<N> s = p1 + p2;
+    const F64<N> polynomial = (A + C) + (((p2 + (p1 - s)) + T15) + (T16 + T17) * rl);
+
+    const F64<N> Rh = R & asBits(T19);
+    const F64<N> d = yh * Rh;
+    const F64<N> h = Rh - T14;
+    const F64<N> g2 = s - h;
+    const F64<N> s2 = s - (h + g2);
+    return g2 + ((polynomial + s2) - T18 * R * ((F64<N>(1.0) - d) - e));
+}
+
+// Finite, of any size.
+inline Real64 tangentOfFinite(Real64 x) {
+    if (x == 0.0) return x;
+    if (sine::isTiny(x)) return sine::sineOfTiny(x);  // rounds like x
+    QuarterPiReduction reduction{x, 0.0, 0};
+    if ((highWord(x) >> 16 & 0x7FFF) >= 0x40C9) reduction = reduceQuarterPi(x);
+    return tangent<1>(reduction.head, reduction.tail, std::uint64_t{reduction.quadrant}).raw;
+}
+
+[[gnu::noinline, gnu::cold]] Real64 tanLane64(Real64 x, OktStatus& status) {
+    return sine::isFinite(x) ? tangentOfFinite(x) : sine::ofNonFinite(x, status);
+}
+
+[[gnu::noinline, gnu::cold]] Real32 tanLane32(Real32 x, OktStatus& status) {
+    if (sine::isInfinite(x)) return sine::ofInfinity32(status);
+    return static_cast<Real32>(tanLane64(x, status));
+}
+
+// |x| in [2^-252, 12800) in every lane. Below, where 1/yh might be infinite, the lane path knows the result.
+template <int N>
+inline bool inMainRange(F64<N> x) {
+    constexpr std::uint32_t lowest = 771u << 20;
+    constexpr std::uint32_t bias = 0x80000000u - lowest;  // magnitudes below wrap around to the top
+    const U32<N> magnitude = packHighWords(asBits(x)) & U32<N>(0x7FFFFFFF);
+    return !any(greaterSigned(magnitude + U32<N>(bias), U32<N>(0x40C90000u - 1 + bias)));
+}
+
+OktStatus tan64(const Real64* src, Real64* dst, std::int32_t len) {
+    return mxcsrFrame(dst, src, len, [=](OktStatus& status) {
+        const auto tryLanes = [=]<int N>(std::integral_constant<int, N>, std::int32_t i) OKT_INLINE {
+            const auto x = F64<N>::load(src + i);
+            if (!inMainRange(x)) [[unlikely]]
+                return false;
+            tangent<N>(x, F64<N>(0.0), U64<N>(0)).store(dst + i);
+            return true;
+        };
+        const auto lane = [=, &status](std::int32_t i) {
+            storeElement(dst + i, tanLane64(bits64(loadBits(src + i)), status));
+        };
+        laneBlocks<2, 4>(len, len & ~1, tryLanes, lane);
+    });
+}
+
+// ---------------------------------------------------------------------------------------------------------------------
+// Real32
+
+struct Fit {
+    static constexpr Real32 twoOverPi32 = bits32(0x3F22F983);      // 2/pi
+    static constexpr Real64 halfPi1 = bits64(0x3FF921FB54440000);  // pi/2, the head: products with n are exact
+    static constexpr Real64 halfPi2 = bits64(0x3D868C234C4C6629);  // pi/2, the rest
+    static constexpr Real64 n1 = bits64(0xBFB8867706ED6612);       // numerator r + n1·r^3
+    static constexpr Real64 d1 = bits64(0xBFDB76F5E7F08C11);       // denominator 1 + d1·r^2 + d2·r^4
+    static constexpr Real64 d2 = bits64(0x3F83E66EA6AA37F2);
+};
+
+template <int N>
+inline F32<N> fittedTangent(F32<N> x) {
+    const U32<N> k = roundToSigned(x * Fit::twoOverPi32);
+    const F64<N> n = widenSigned(k);
+    const F64<N> r = (widen(x) - n * Fit::halfPi1) - n * Fit::halfPi2;
+    const F64<N> z = r * r;
+    const F64<N> s = (r * Fit::n1) * z + r;
+    const F64<N> c = (z * Fit::d2 + Fit::d1) * z + 1.0;
+    const F64<N> exchange = zeroUnless(widen((k & U32<N>(1)) == U32<N>(1)), s ^ c);
+    return narrow((s ^ exchange) / (c ^ exchange)) ^ asReal(k << 31);
+}
+
+OktStatus tan32(const Real32* src, Real32* dst, std::int32_t len) {
+    return mxcsrFrame(dst, src, len, [=](OktStatus& status) {
+        const auto tryLanes = [=]<int N>(std::integral_constant<int, N>, std::int32_t i) OKT_INLINE {
+            const auto x = F32<N>::load(src + i);
+            if (!sine::inMainRange(x)) [[unlikely]]
+                return false;
+            fittedTangent(x).store(dst + i);
+            return true;
+        };
+        const auto lane = [=, &status](std::int32_t i) {
+            storeElement(dst + i, tanLane32(bits32(loadBits(src + i)), status));
+        };
+        laneBlocks<2, 4>(len, len & ~1, tryLanes, lane);
+    });
+}
+
+}  // namespace
+
+OKT_EXPORT(Tan, 32f, tan32)
+OKT_EXPORT(Tan, 64f, tan64)
+
+}  // namespace okt

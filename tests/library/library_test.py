@@ -1,0 +1,121 @@
+#!/usr/bin/env python3
+"""Tests of the built library as a file: what it exports and needs, how it installs, and that derived files are fresh.
+
+The build directory and the compilers come from the environment: OKT_BUILD_DIR, CC, CXX, CMAKE.
+"""
+import os
+import pathlib
+import re
+import subprocess
+import sys
+import tempfile
+import unittest
+
+ROOT = pathlib.Path(__file__).resolve().parents[2]
+BUILD = pathlib.Path(os.environ.get("OKT_BUILD_DIR", ROOT / "build"))
+CC, CXX, CMAKE = (os.environ.get(*pair) for pair in (("CC", "gcc"), ("CXX", "g++"), ("CMAKE", "cmake")))
+LIBRARY = BUILD / "liboktvmmx.so"
+
+sys.path.insert(0, str(ROOT / "tools" / "catalogue"))
+import generate  # noqa: E402
+
+
+def output(*command, **options):
+    result = subprocess.run(list(map(str, command)), capture_output=True, text=True, **options)
+    if result.returncode != 0:
+        raise AssertionError(f"{command} failed:\n{result.stdout}\n{result.stderr}")
+    return result.stdout
+
+
+class SharedObject(unittest.TestCase):
+    def test_link_names_and_soname(self):
+        self.assertEqual((BUILD / "liboktvmmx.so").resolve().name, "liboktvmmx.so.6.1")
+        self.assertIn("[liboktvmmx.so.6]", output("readelf", "-d", LIBRARY))
+
+    def test_exports_are_the_built_names_of_the_catalogue(self):
+        lines = output("nm", "-D", "--defined-only", LIBRARY).splitlines()
+        names = sorted(line.split()[-1] for line in lines)
+        self.assertEqual(names, generate.exported_names(generate.load()))
+
+    def test_depends_on_nothing(self):
+        self.assertEqual(output("nm", "-D", "--undefined-only", LIBRARY), "")
+        self.assertNotIn("NEEDED", output("readelf", "-d", LIBRARY))
+
+    def test_has_no_start_up_code_and_no_writable_data(self):
+        sections = re.findall(r"\] (\.\S+)", output("readelf", "-SW", LIBRARY))
+        for unwanted in (".init_array", ".fini_array", ".ctors", ".init", ".fini", ".data", ".bss", ".tbss", ".tdata"):
+            self.assertNotIn(unwanted, sections)
+
+    def test_tables_need_no_relocation(self):
+        # The version record holds the only three pointers of the library.
+        relocations = re.findall(r"R_X86_64_\w+", output("readelf", "-rW", LIBRARY))
+        self.assertEqual(relocations, ["R_X86_64_RELATIVE"] * 3)
+
+    def test_code_is_sse2_and_x87(self):
+        text = output("objdump", "-d", "--no-show-raw-insn", LIBRARY)
+        self.assertIsNone(re.search(r"%ymm|%zmm|\bv(add|mul|mov)[sp][sd]\b", text))
+
+
+class Derived(unittest.TestCase):
+    def test_header_and_catalogue_page_are_fresh(self):
+        families = generate.load()
+        self.assertEqual((ROOT / "include/oktvm.h").read_text(), generate.header(families))
+        self.assertEqual((ROOT / "docs/catalogue.md").read_text(), generate.docs(families))
+
+    def test_all_names_have_ordinals_in_byte_order(self):
+        lines = generate.module_definition(generate.load()).splitlines()[1:]
+        names = [line.split()[0] for line in lines]
+        self.assertEqual(names, sorted(names, key=str.encode))
+        self.assertEqual([line.split()[1] for line in lines], [f"@{i}" for i in range(1, len(lines) + 1)])
+        everything = generate.exported_names(generate.load(), built_only=False)
+        self.assertEqual(len(everything), 391)
+        self.assertEqual((everything[0], everything[-1]), ("oktsAbs_32f_A24", "oktvmGetLibVersion"))
+
+    def test_tables_are_what_their_generators_give(self):
+        generators = sorted((ROOT / "tools/tables").glob("*_tables.py"))
+        self.assertTrue(generators)
+        for generator in generators:
+            with self.subTest(generator=generator.name):
+                output("/usr/bin/python3", generator, "--check")
+
+    def test_digests_are_those_stored(self):
+        stored = (ROOT / "tests/digest/digests.txt").read_text()
+        self.assertEqual(output(BUILD / "tests/okt_digest", "--stored"), stored)
+
+
+EXPECTED = "0 5 13 6.1 build 137.36\n"
+
+
+class Installed(unittest.TestCase):
+    @classmethod
+    def setUpClass(cls):
+        cls.directory = tempfile.TemporaryDirectory()
+        cls.prefix = pathlib.Path(cls.directory.name) / "installed"
+        output(CMAKE, "--install", BUILD, "--prefix", cls.prefix)
+        cls.libraries = next(cls.prefix.rglob("liboktvmmx.so")).parent
+        cls.environment = {**os.environ, "LD_LIBRARY_PATH": str(cls.libraries)}
+
+    @classmethod
+    def tearDownClass(cls):
+        cls.directory.cleanup()
+
+    def test_consumer_through_the_cmake_package(self):
+        build = pathlib.Path(self.directory.name) / "consumer"
+        consumer = ROOT / "tests/library/consumer"
+        output(CMAKE, "-S", consumer, "-B", build, f"-DCMAKE_PREFIX_PATH={self.prefix}",
+               f"-DCMAKE_C_COMPILER={CC}", f"-DCMAKE_CXX_COMPILER={CXX}")
+        output(CMAKE, "--build", build)
+        for program in ("consumer_c", "consumer_cpp"):
+            self.assertEqual(output(build / program, env=self.environment), EXPECTED)
+
+    def test_consumer_through_pkg_config(self):
+        environment = {**self.environment, "PKG_CONFIG_PATH": str(self.libraries / "pkgconfig")}
+        flags = output("pkg-config", "--cflags", "--libs", "oktvm", env=environment).split()
+        for compiler, source in ((CC, "consumer.c"), (CXX, "consumer.cpp")):
+            program = pathlib.Path(self.directory.name) / f"{source}.out"
+            output(compiler, ROOT / "tests/library/consumer" / source, "-o", program, *flags)
+            self.assertEqual(output(program, env=environment), EXPECTED)
+
+
+if __name__ == "__main__":
+    unittest.main()
