@@ -29,6 +29,44 @@ TEST(Hypot, RaisesTheFlagsOfTheModel) {
     expectModelFlags(oktsHypot_64f_A53, model::Hypot_64f);
 }
 
+// Roots at and beside a Real32 or a midpoint between two, where the processor's root must not stand in for the steps:
+// multiples of Pythagorean triples, one source zero, and second sources that lift the first by half a unit in the last place.
+TEST(Hypot, RootsBesideARoundingBoundaryAreThoseOfTheModel) {
+    Random random(17);
+    std::vector<Real32> src1, src2;
+    for (int i = 0; i < 2000; ++i) {
+        const auto scale = static_cast<Real32>(1 + random.below(1u << 20));
+        src1.push_back(3 * scale);
+        src2.push_back(4 * scale);
+        src1.push_back(ofMagnitude<Real32>(random, -60, 60));
+        src2.push_back(0.0f);
+        const Real32 x = std::abs(ofMagnitude<Real32>(random, 0, 0));
+        for (const double units : {0.5, 1.0, 1.5}) {
+            const double sum = static_cast<double>(x) + units * 0x1p-23;
+            const auto y = static_cast<Real32>(std::sqrt((sum - x) * (sum + x)));
+            for (int step = -4; step <= 4; ++step) {
+                src1.push_back(x);
+                src2.push_back(bits32(asBits(y) + static_cast<std::uint32_t>(step)));
+            }
+        }
+    }
+    std::vector<Real32> expected(src1.size()), actual(src1.size());
+    underEveryMxcsr([&] {
+        model::Hypot_32f(src1.data(), src2.data(), expected.data(), static_cast<std::int32_t>(src1.size()));
+        oktsHypot_32f_A24(src1.data(), src2.data(), actual.data(), static_cast<std::int32_t>(src1.size()));
+        for (std::size_t i = 0; i < src1.size(); ++i)
+            ASSERT_TRUE(sameBits(actual[i], asBits(expected[i]))) << src1[i] << ' ' << src2[i];
+        // A block whose roots are all exact raises inexact only where the steps do.
+        for (const Real32 axis : {1.0f, 2.0f, 4.0f, 3.0f, 16.0f, 0x1p-20f}) {
+            std::vector<Real32> x(4, axis), y(4, 0.0f), dst(4);
+            const std::uint32_t control = _mm_getcsr();
+            EXPECT_EQ(flagsRaised([&] { oktsHypot_32f_A24(x.data(), y.data(), dst.data(), 4); }, control),
+                      flagsRaised([&] { model::Hypot_32f(x.data(), y.data(), dst.data(), 4); }, control))
+                << axis;
+        }
+    });
+}
+
 TEST(Hypot, SpecialValues) {
     constexpr std::uint32_t inf = 0x7F800000, minusInf = 0xFF800000, nan = 0x7FC54321, one = 0x3F800000;
     expectRows<Real32>(oktsHypot_32f_A24, 3,
