@@ -71,10 +71,9 @@ struct Constants {
     Pattern32 tableFirst = 0x3FB24000;
     Pattern32 tableLast = 0x435FFFFF;       // 2^55
     Pattern32 belowMinusOne = 0x03700000;   // less for negative elements, which end at -1
-    WordRange medium{0x3F900000, 0x3FB24000};
-    WordRange small{0x3F200000, 0x3F900000};
-    WordRange least{0x3C600000, 0x3F200000};
-    WordRange ordinary{0x3C600000, 0x43600000};
+    Pattern32 mediumFirst = 0x3F900000;
+    Pattern32 smallFirst = 0x3F200000;
+    Pattern32 ordinaryFirst = 0x3C600000;
 };
 constexpr Constants constants;
 
@@ -197,81 +196,124 @@ inline F64<N> leastRange(const Constants& c, F64<N> x) {
     return x - opaque(tiny) * opaque(tiny);  // x, inexact and underflow
 }
 
-// Lanes of several ranges: the table's lanes together, with a harmless value in the others, which follow one by one. Every
-// range is inexact and raises nothing else.
-template <int N>
-[[gnu::noinline]] void mixedLanes(const Constants& c, F64<N> x, Mask64<N> inTable, Real64* result) {
-    alignas(16) Real64 lane[N];
-    x.store(lane);
-    tableRange(c, select(inTable, x, F64<N>(1.0))).store(result);
-    OktStatus none = oktStatusOk;
-    for (int i = 0, others = ~laneBits(inTable); i < N; ++i)
-        if (others >> i & 1) result[i] = log1pElement(lane[i], none);
+// Ordinary elements, 2^-57 to 2^55 and above -1, take the steps of their range in lanes. The elements of a chunk are listed
+// by range and worked eight of a range at a time. No operation of a range raises anything but inexact, which every element
+// raises, so that the order leaves no trace.
+constexpr int chunkLength = 128;
+constexpr int rangeCount = 4;
+
+struct Chunk {
+    alignas(16) Real64 x[chunkLength];
+    alignas(16) Real64 result[chunkLength];
+    alignas(16) std::uint32_t range[chunkLength];
+};
+
+struct Lanes {
+    U32<8> magnitude;
+    bool ordinary, allInTable;
+};
+
+inline Lanes classify(const Constants& c, F64<8> x) {
+    const U32<8> hx = packHighWords(asBits(x));
+    const U32<8> ix = hx & c.magnitude;
+    const U32<8> last = U32<8>(c.tableLast) - (shiftRightSigned(hx, 31) & c.belowMinusOne);
+    const Mask32<8> outside = greaterSigned(ix, last) | greaterSigned(U32<8>(c.ordinaryFirst), ix);
+    return {ix, !any(outside), !any(greaterSigned(U32<8>(c.tableFirst), ix))};
 }
 
-// All lanes, unless one is out of the ordinary, 2^-57 to 2^55 and above -1.
-template <int N>
-inline bool ordinary(const Constants& c, F64<N> x, F64<N>& result) {
-    const U32<N> hx = packHighWords(asBits(x));
-    const U32<N> ix = hx & c.magnitude;
-    const U32<N> last = U32<N>(c.tableLast) - (shiftRightSigned(hx, 31) & c.belowMinusOne);
-    const Mask32<N> above = greaterSigned(ix, last);
-    const Mask32<N> below = greaterSigned(U32<N>(c.tableFirst), ix);
-    if (!any(above | below)) [[likely]] {
-        result = tableRange(c, x);
+// 0 for the table range to 3 for the least one.
+inline U32<8> rangeNumber(const Constants& c, U32<8> ix) {
+    const U32<8> one(1);
+    return (zeroUnless(greaterSigned(U32<8>(c.tableFirst), ix), one) +
+            zeroUnless(greaterSigned(U32<8>(c.mediumFirst), ix), one)) +
+           zeroUnless(greaterSigned(U32<8>(c.smallFirst), ix), one);
+}
+
+// Eight of the listed places at a time; the last group is filled up with its last place.
+template <class Range>
+inline void workList(Chunk& chunk, std::uint8_t* place, int count, const Range& range) {
+    if (count == 0) return;
+    for (int i = 0; i < 8; ++i) place[count + i] = place[count - 1];
+    for (int i = 0; i < count; i += 8)
+        scatterPlaces<8>(chunk.result, place + i, range(gatherPlaces<8>(chunk.x, place + i)));
+}
+
+[[gnu::noinline]] void workByRange(const Constants& c, Chunk& chunk) {
+    std::uint8_t place[rangeCount][chunkLength + 8];
+    int count[rangeCount] = {};
+    for (int i = 0; i < chunkLength; ++i) {
+        const std::uint32_t range = chunk.range[i];
+        place[range][count[range]++] = static_cast<std::uint8_t>(i);
+    }
+    workList(chunk, place[0], count[0], [&c](F64<8> x) { return tableRange(c, x); });
+    workList(chunk, place[1], count[1], [&c](F64<8> x) { return mediumRange(c, x); });
+    workList(chunk, place[2], count[2], [&c](F64<8> x) { return smallRange(c, x); });
+    workList(chunk, place[3], count[3], [&c](F64<8> x) { return leastRange(c, x); });
+}
+
+inline F64<8> loadWide(const Real32* from) { return widen(F32<8>::load(from)); }
+inline F64<8> loadWide(const Real64* from) { return F64<8>::load(from); }
+inline void storeNarrow(Real32* to, F64<8> x) { narrow(x).store(to); }
+inline void storeNarrow(Real64* to, F64<8> x) { x.store(to); }
+
+template <class T>
+inline bool chunkOfOrdinary(const Constants& c, const T* from, T* to) {
+    Chunk chunk;
+    bool ordinary = true, allInTable = true;
+    for (int i = 0; i < chunkLength; i += 8) {
+        const F64<8> x = loadWide(from + i);
+        const Lanes lanes = classify(c, x);
+        ordinary &= lanes.ordinary;
+        allInTable &= lanes.allInTable;
+        x.store(chunk.x + i);
+        rangeNumber(c, lanes.magnitude).store(chunk.range + i);
+    }
+    if (!ordinary) [[unlikely]]
+        return false;
+    if (allInTable) {
+        for (int i = 0; i < chunkLength; i += 8) storeNarrow(to + i, tableRange(c, F64<8>::load(chunk.x + i)));
         return true;
     }
-    if (any(above) || !c.ordinary.holdsAll(ix)) return false;
-    if (c.medium.holdsAll(ix))
-        result = mediumRange(c, x);
-    else if (c.small.holdsAll(ix))
-        result = smallRange(c, x);
-    else if (c.least.holdsAll(ix))
-        result = leastRange(c, x);
-    else if (all(below))
-        return false;
-    else {
-        alignas(16) Real64 lane[N];
-        mixedLanes(c, x, ~widenMask(below), lane);
-        result = F64<N>::load(lane);
-    }
+    workByRange(c, chunk);
+    for (int i = 0; i < chunkLength; i += 8) storeNarrow(to + i, F64<8>::load(chunk.result + i));
     return true;
 }
 
-OktStatus log1p32(const Real32* src, Real32* dst, std::int32_t len) {
-    return x87Frame<53>(len, src, dst, [=](OktStatus& status) {
-        const Constants& c = inMemory(constants);
-        const auto tryBlock = [&c](const Real32* from, Real32* to) {
-            F64<8> result;
-            if (!ordinary(c, widen(F32<8>::load(from)), result)) [[unlikely]]
-                return false;
-            narrow(result).store(to);
-            return true;
-        };
-        const auto element = [](Real32 x, OktStatus& warning) {
-            return static_cast<Real32>(log1pElement(static_cast<Real64>(x), warning));
-        };
-        packedElementLoop<8>(src, dst, len, tryBlock, element, status);
-    });
+// Eight elements of the table range.
+template <class T>
+inline bool blockOfTable(const Constants& c, const T* from, T* to) {
+    const F64<8> x = loadWide(from);
+    const Lanes lanes = classify(c, x);
+    if (!lanes.ordinary || !lanes.allInTable) return false;
+    storeNarrow(to, tableRange(c, x));
+    return true;
 }
 
-OktStatus log1p64(const Real64* src, Real64* dst, std::int32_t len) {
+inline Real64 elementOf(Real64 x, OktStatus& warning) { return log1pElement(x, warning); }
+inline Real32 elementOf(Real32 x, OktStatus& warning) {
+    return static_cast<Real32>(log1pElement(static_cast<Real64>(x), warning));
+}
+
+template <class T>
+OktStatus log1p(const T* src, T* dst, std::int32_t len) {
     return x87Frame<53>(len, src, dst, [=](OktStatus& status) {
         const Constants& c = inMemory(constants);
-        const auto tryBlock = [&c](const Real64* from, Real64* to) {
-            F64<8> result;
-            if (!ordinary(c, F64<8>::load(from), result)) [[unlikely]]
-                return false;
-            result.store(to);
-            return true;
+        const auto element = [](T x, OktStatus& warning) { return elementOf(x, warning); };
+        const auto tryBlock = [&c](const T* from, T* to) { return blockOfTable(c, from, to); };
+        const auto blocks = [&](std::int32_t from, std::int32_t count) {
+            packedElementLoop<8>(src + from, dst + from, count, tryBlock, element, status);
         };
-        packedElementLoop<8>(src, dst, len, tryBlock, log1pElement, status);
+        std::int32_t i = 0;
+        for (; i <= len - chunkLength; i += chunkLength)
+            if (!chunkOfOrdinary(c, src + i, dst + i)) [[unlikely]]
+                blocks(i, chunkLength);
+        blocks(i, len - i);
     });
 }
 
 }  // namespace
 
-OKT_EXPORT(Log1p, 32f, log1p32)
-OKT_EXPORT(Log1p, 64f, log1p64)
+OKT_EXPORT(Log1p, 32f, log1p)
+OKT_EXPORT(Log1p, 64f, log1p)
 
 }  // namespace okt
