@@ -1494,6 +1494,54 @@ OKT_API OktStatus oktsLog10_64f_A50(const Real64* src, Real64* dst, int32_t len)
 /** @copydoc oktsLog10_64f_A26 */
 OKT_API OktStatus oktsLog10_64f_A53(const Real64* src, Real64* dst, int32_t len);
 
+/**
+ * @brief Natural logarithm of 1 + src, for each element.
+ *
+ * Full relative accuracy next to zero: series below 0.0713 in magnitude; above, a table of 256 short reciprocals applied to
+ * src and 1 apart, so that the rounding of their sum does not enter. Both types are computed in Real64 under the caller's
+ * MXCSR; 32f is rounded once. Errors below 0.5001 ulp on 32f and 0.53 ulp on 64f.
+ *
+ * Special values: zeros give themselves, without a flag; what is below 2^-57 in magnitude gives itself, inexact; +Inf gives
+ * +Inf. -1 gives -Inf and oktStatusSingularity; what is below, -Inf too, gives a NaN with the sign set and oktStatusDomain;
+ * both raise the IEEE flag of their warning. A NaN comes back quiet.
+ *
+ * dst may be src.
+ *
+ * @param[in] src source array of len Real32
+ * @param[out] dst destination array of len Real32
+ * @param[in] len number of elements, 1 or more
+ * @return oktStatusOk, oktStatusBadLength, oktStatusNullPointer, oktStatusDomain, oktStatusSingularity
+ */
+OKT_API OktStatus oktsLog1p_32f_A11(const Real32* src, Real32* dst, int32_t len);
+/** @copydoc oktsLog1p_32f_A11 */
+OKT_API OktStatus oktsLog1p_32f_A21(const Real32* src, Real32* dst, int32_t len);
+/** @copydoc oktsLog1p_32f_A11 */
+OKT_API OktStatus oktsLog1p_32f_A24(const Real32* src, Real32* dst, int32_t len);
+
+/**
+ * @brief Natural logarithm of 1 + src, for each element.
+ *
+ * Full relative accuracy next to zero: series below 0.0713 in magnitude; above, a table of 256 short reciprocals applied to
+ * src and 1 apart, so that the rounding of their sum does not enter. Both types are computed in Real64 under the caller's
+ * MXCSR; 32f is rounded once. Errors below 0.5001 ulp on 32f and 0.53 ulp on 64f.
+ *
+ * Special values: zeros give themselves, without a flag; what is below 2^-57 in magnitude gives itself, inexact; +Inf gives
+ * +Inf. -1 gives -Inf and oktStatusSingularity; what is below, -Inf too, gives a NaN with the sign set and oktStatusDomain;
+ * both raise the IEEE flag of their warning. A NaN comes back quiet.
+ *
+ * dst may be src.
+ *
+ * @param[in] src source array of len Real64
+ * @param[out] dst destination array of len Real64
+ * @param[in] len number of elements, 1 or more
+ * @return oktStatusOk, oktStatusBadLength, oktStatusNullPointer, oktStatusDomain, oktStatusSingularity
+ */
+OKT_API OktStatus oktsLog1p_64f_A26(const Real64* src, Real64* dst, int32_t len);
+/** @copydoc oktsLog1p_64f_A26 */
+OKT_API OktStatus oktsLog1p_64f_A50(const Real64* src, Real64* dst, int32_t len);
+/** @copydoc oktsLog1p_64f_A26 */
+OKT_API OktStatus oktsLog1p_64f_A53(const Real64* src, Real64* dst, int32_t len);
+
 /** @} */
 
 #ifdef __cplusplus

@@ -19,6 +19,25 @@ struct InMemory {
     operator Vec<T, N>() const { return Vec<T, N>::load(lane); }
 };
 
+// Elements at listed places of an array, and back to them.
+template <int N>
+inline F64<N> gatherPlaces(const Real64* from, const std::uint8_t* place) {
+    if constexpr (N == 2)
+        return _mm_loadh_pd(_mm_load_sd(from + place[0]), from + place[1]);
+    else
+        return {gatherPlaces<N / 2>(from, place), gatherPlaces<N / 2>(from, place + N / 2)};
+}
+template <int N>
+inline void scatterPlaces(Real64* to, const std::uint8_t* place, F64<N> x) {
+    if constexpr (N == 2) {
+        _mm_storel_pd(to + place[0], x.raw);
+        _mm_storeh_pd(to + place[1], x.raw);
+    } else {
+        scatterPlaces<N / 2>(to, place, x.lo);
+        scatterPlaces<N / 2>(to, place + N / 2, x.hi);
+    }
+}
+
 namespace gathering {
 
 template <int bits>
