@@ -209,9 +209,11 @@ inline U32<N> exponentFor(const Constants64& c, U32<N> highWords) {
     return shiftRightSigned(highWords - c.exponentBase, 20);
 }
 
-// log2 x of a normal x, given its exponent as a number of its own.
+// log2 x of a normal x, given its exponent as a number of its own. This and the following steps have to be inlined into
+// the hot loop, where eight elements in flight hide the length of the chain of operations; the compiler would put their
+// intermediate results into structures in memory.
 template <int N>
-inline Log2<N> log2Of(const Constants64& c, F64<N> x, U32<N> highWords, U32<N> exponent) {
+[[gnu::always_inline]] inline Log2<N> log2Of(const Constants64& c, F64<N> x, U32<N> highWords, U32<N> exponent) {
     const InMemory<std::uint32_t, N> offset((((highWords & c.indexBits) + c.halfIndex) >> 7) & c.offsetBits);
     const F64<N> e = toReal64(exponent);
     const F64<N> rcp = gatherAt<1>(tables::PowRcp64, offset);
@@ -251,7 +253,7 @@ inline Halves<N> halvesOf(const Constants64& c, F64<N> x) {
 template <int N>
 inline F64<N> productHigh(const Constants64& c, const Halves<N>& y, F64<N> logHigh) { return y.high * upperHalf(c, logHigh); }
 template <int N>
-inline F64<N> productLow(const Constants64& c, const Halves<N>& y, const Log2<N>& log) {
+[[gnu::always_inline]] inline F64<N> productLow(const Constants64& c, const Halves<N>& y, const Log2<N>& log) {
     const F64<N> hh = upperHalf(c, log.high);
     const F64<N> ht = log.high - hh;
     const F64<N> mid = (ht * y.low + ht * y.high) + y.low * hh;
@@ -268,7 +270,7 @@ struct Exp2 {
 
 // 2^(w + low) without the scale 2^k.
 template <int N>
-inline Exp2<N> exp2Of(const Constants64& c, F64<N> w, F64<N> low) {
+[[gnu::always_inline]] inline Exp2<N> exp2Of(const Constants64& c, F64<N> w, F64<N> low) {
     const F64<N> t = w + c.shift;
     const InMemory<std::uint64_t, N> n(asBits(t));
     const auto [hi, lo] = gatherPairs<7, Real64>(tables::PowExp64, n);
@@ -282,7 +284,7 @@ inline Exp2<N> exp2Of(const Constants64& c, F64<N> w, F64<N> low) {
 
 // Scaled to a normal result: the exact product with 2^k is an addition to the exponent field.
 template <int N>
-inline F64<N> scaled(const Constants64& c, const Exp2<N>& p) {
+[[gnu::always_inline]] inline F64<N> scaled(const Constants64& c, const Exp2<N>& p) {
     return asReal(asBits(p.rest + p.hi) + ((p.n << 45) & c.exponentField));
 }
 
@@ -374,7 +376,7 @@ struct OneExponent64 {
 // N powers from element i on, or false and nothing stored when one is not hot. No flag is raised but by the steps that
 // the element takes on either course.
 template <int N, class Exponents>
-inline bool tryHot(const Constants64& c, const Real64* src, const Exponents& y, Real64* dst, std::int32_t i) {
+[[gnu::always_inline]] inline bool tryHot(const Constants64& c, const Real64* src, const Exponents& y, Real64* dst, std::int32_t i) {
     const F64<N> x = F64<N>::load(src + i);
     const U32<N> high = packHighWords(asBits(x));
     Mask32<N> unfit = outside(high, 0x00100000, 0x7FEFFFFF);
@@ -471,15 +473,25 @@ template <class Exponents>
     }
 }
 
+// The four elements from `first` on, or eight, some of which are not hot.
+template <class Exponents>
+[[gnu::noinline, gnu::cold]] void powPairs(const Real64* src, const Exponents& y, Real64* dst, std::int32_t first,
+                                           std::int32_t last, std::int32_t end, OktStatus& status) {
+    for (std::int32_t i = first; i < last; i += 4)
+        if (!tryHot<4>(constants64, src, y, dst, i)) powTwoPairs(src, y, dst, i, end, status);
+}
+
 // Pairs up to the last multiple of four; the elements behind it are for the element routine. The path of a pair depends
 // on the pair behind it, but shows in the bits outside the hot range only: hot elements need no look ahead.
 template <class Exponents>
 void powLoop(const Real64* src, const Exponents& y, Real64* dst, std::int32_t len, OktStatus& status) {
     const Constants64& c = inMemory(constants64);
     const std::int32_t end = len & ~3;
-    for (std::int32_t i = 0; i < end; i += 4)
-        if (!tryHot<4>(c, src, y, dst, i)) [[unlikely]]
-            powTwoPairs(src, y, dst, i, end, status);
+    std::int32_t i = 0;
+    for (; i <= end - 8; i += 8)
+        if (!tryHot<8>(c, src, y, dst, i)) [[unlikely]]
+            powPairs(src, y, dst, i, i + 8, end, status);
+    powPairs(src, y, dst, i, end, end, status);
     powElements(src, y, dst, end, len, status);
 }
 
