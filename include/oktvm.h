@@ -209,6 +209,69 @@ OKT_API OktStatus oktsConj_64fc_A53(const Complex64* src, Complex64* dst, int32_
 /**
  * @brief Src1 / src2, for each element.
  *
+ * Real elements: one IEEE division under the caller's MXCSR, correctly rounded. A finite element divided by a zero gives the
+ * infinity or NaN of the division and oktStatusSingularity, 0/0 too; an infinity or a NaN divided by a zero does not warn.
+ * With the caller's denormals-are-zero set a subnormal divisor gives the results of a zero on both types and warns on 64f
+ * alone.
+ *
+ * Complex elements: src1 times the conjugate of src2, times 1/|src2|^2, on 32fc in Real64, on 64fc in extended precision with
+ * compensated numerators. No status.
+ *
+ * dst may be a source. On complex elements in place the imaginary part is computed from what the real part's store left,
+ * except on 64fc where all four parts are finite and not zero.
+ *
+ * @param[in] src1 first source array of len Real32
+ * @param[in] src2 second source array of len Real32
+ * @param[out] dst destination array of len Real32
+ * @param[in] len number of elements, 1 or more
+ * @return oktStatusOk, oktStatusBadLength, oktStatusNullPointer, oktStatusSingularity
+ */
+OKT_API OktStatus oktsDiv_32f_A11(const Real32* src1, const Real32* src2, Real32* dst, int32_t len);
+/** @copydoc oktsDiv_32f_A11 */
+OKT_API OktStatus oktsDiv_32f_A21(const Real32* src1, const Real32* src2, Real32* dst, int32_t len);
+/** @copydoc oktsDiv_32f_A11 */
+OKT_API OktStatus oktsDiv_32f_A24(const Real32* src1, const Real32* src2, Real32* dst, int32_t len);
+
+/**
+ * @brief Src1 / src2, for each element.
+ *
+ * Real elements: one IEEE division under the caller's MXCSR, correctly rounded. A finite element divided by a zero gives the
+ * infinity or NaN of the division and oktStatusSingularity, 0/0 too; an infinity or a NaN divided by a zero does not warn.
+ * With the caller's denormals-are-zero set a subnormal divisor gives the results of a zero on both types and warns on 64f
+ * alone.
+ *
+ * Complex elements: src1 times the conjugate of src2, times 1/|src2|^2, on 32fc in Real64, on 64fc in extended precision with
+ * compensated numerators. No status.
+ *
+ * dst may be a source. On complex elements in place the imaginary part is computed from what the real part's store left,
+ * except on 64fc where all four parts are finite and not zero.
+ *
+ * @param[in] src1 first source array of len Real64
+ * @param[in] src2 second source array of len Real64
+ * @param[out] dst destination array of len Real64
+ * @param[in] len number of elements, 1 or more
+ * @return oktStatusOk, oktStatusBadLength, oktStatusNullPointer, oktStatusSingularity
+ */
+OKT_API OktStatus oktsDiv_64f_A26(const Real64* src1, const Real64* src2, Real64* dst, int32_t len);
+/** @copydoc oktsDiv_64f_A26 */
+OKT_API OktStatus oktsDiv_64f_A50(const Real64* src1, const Real64* src2, Real64* dst, int32_t len);
+/** @copydoc oktsDiv_64f_A26 */
+OKT_API OktStatus oktsDiv_64f_A53(const Real64* src1, const Real64* src2, Real64* dst, int32_t len);
+
+/**
+ * @brief Src1 / src2, for each element.
+ *
+ * Real elements: one IEEE division under the caller's MXCSR, correctly rounded. A finite element divided by a zero gives the
+ * infinity or NaN of the division and oktStatusSingularity, 0/0 too; an infinity or a NaN divided by a zero does not warn.
+ * With the caller's denormals-are-zero set a subnormal divisor gives the results of a zero on both types and warns on 64f
+ * alone.
+ *
+ * Complex elements: src1 times the conjugate of src2, times 1/|src2|^2, on 32fc in Real64, on 64fc in extended precision with
+ * compensated numerators. No status.
+ *
+ * dst may be a source. On complex elements in place the imaginary part is computed from what the real part's store left,
+ * except on 64fc where all four parts are finite and not zero.
+ *
  * @param[in] src1 first source array of len Complex32
  * @param[in] src2 second source array of len Complex32
  * @param[out] dst destination array of len Complex32
@@ -224,6 +287,17 @@ OKT_API OktStatus oktsDiv_32fc_A24(const Complex32* src1, const Complex32* src2,
 /**
  * @brief Src1 / src2, for each element.
  *
+ * Real elements: one IEEE division under the caller's MXCSR, correctly rounded. A finite element divided by a zero gives the
+ * infinity or NaN of the division and oktStatusSingularity, 0/0 too; an infinity or a NaN divided by a zero does not warn.
+ * With the caller's denormals-are-zero set a subnormal divisor gives the results of a zero on both types and warns on 64f
+ * alone.
+ *
+ * Complex elements: src1 times the conjugate of src2, times 1/|src2|^2, on 32fc in Real64, on 64fc in extended precision with
+ * compensated numerators. No status.
+ *
+ * dst may be a source. On complex elements in place the imaginary part is computed from what the real part's store left,
+ * except on 64fc where all four parts are finite and not zero.
+ *
  * @param[in] src1 first source array of len Complex64
  * @param[in] src2 second source array of len Complex64
  * @param[out] dst destination array of len Complex64
@@ -235,6 +309,44 @@ OKT_API OktStatus oktsDiv_64fc_A26(const Complex64* src1, const Complex64* src2,
 OKT_API OktStatus oktsDiv_64fc_A50(const Complex64* src1, const Complex64* src2, Complex64* dst, int32_t len);
 /** @copydoc oktsDiv_64fc_A26 */
 OKT_API OktStatus oktsDiv_64fc_A53(const Complex64* src1, const Complex64* src2, Complex64* dst, int32_t len);
+
+/**
+ * @brief 1 / src, for each element.
+ *
+ * One IEEE division under the caller's MXCSR, correctly rounded. A zero gives the infinity of its sign and
+ * oktStatusSingularity; a subnormal whose reciprocal overflows gives an infinity and oktStatusOk.
+ *
+ * dst may be src.
+ *
+ * @param[in] src source array of len Real32
+ * @param[out] dst destination array of len Real32
+ * @param[in] len number of elements, 1 or more
+ * @return oktStatusOk, oktStatusBadLength, oktStatusNullPointer, oktStatusSingularity
+ */
+OKT_API OktStatus oktsInv_32f_A11(const Real32* src, Real32* dst, int32_t len);
+/** @copydoc oktsInv_32f_A11 */
+OKT_API OktStatus oktsInv_32f_A21(const Real32* src, Real32* dst, int32_t len);
+/** @copydoc oktsInv_32f_A11 */
+OKT_API OktStatus oktsInv_32f_A24(const Real32* src, Real32* dst, int32_t len);
+
+/**
+ * @brief 1 / src, for each element.
+ *
+ * One IEEE division under the caller's MXCSR, correctly rounded. A zero gives the infinity of its sign and
+ * oktStatusSingularity; a subnormal whose reciprocal overflows gives an infinity and oktStatusOk.
+ *
+ * dst may be src.
+ *
+ * @param[in] src source array of len Real64
+ * @param[out] dst destination array of len Real64
+ * @param[in] len number of elements, 1 or more
+ * @return oktStatusOk, oktStatusBadLength, oktStatusNullPointer, oktStatusSingularity
+ */
+OKT_API OktStatus oktsInv_64f_A26(const Real64* src, Real64* dst, int32_t len);
+/** @copydoc oktsInv_64f_A26 */
+OKT_API OktStatus oktsInv_64f_A50(const Real64* src, Real64* dst, int32_t len);
+/** @copydoc oktsInv_64f_A26 */
+OKT_API OktStatus oktsInv_64f_A53(const Real64* src, Real64* dst, int32_t len);
 
 /**
  * @brief Src1 times src2, for each element.
@@ -500,6 +612,887 @@ OKT_API OktStatus oktsTan_64f_A26(const Real64* src, Real64* dst, int32_t len);
 OKT_API OktStatus oktsTan_64f_A50(const Real64* src, Real64* dst, int32_t len);
 /** @copydoc oktsTan_64f_A26 */
 OKT_API OktStatus oktsTan_64f_A53(const Real64* src, Real64* dst, int32_t len);
+
+/** @} */
+
+/** @defgroup PowersAndRoots Powers and roots
+ *  @{ */
+
+/**
+ * @brief Cube root, for each element.
+ *
+ * The exponent is divided by three in integers; the significand goes through a polynomial (32f, in Real64) or a table of 32
+ * roots and a short series (64f). Errors below 0.91 ulp on 32f and 0.52 ulp on 64f.
+ *
+ * Special values: zeros and infinities give themselves, a NaN itself, quiet; negative elements give negative roots.
+ *
+ * dst may be src.
+ *
+ * @param[in] src source array of len Real32
+ * @param[out] dst destination array of len Real32
+ * @param[in] len number of elements, 1 or more
+ * @return oktStatusOk, oktStatusBadLength, oktStatusNullPointer
+ */
+OKT_API OktStatus oktsCbrt_32f_A11(const Real32* src, Real32* dst, int32_t len);
+/** @copydoc oktsCbrt_32f_A11 */
+OKT_API OktStatus oktsCbrt_32f_A21(const Real32* src, Real32* dst, int32_t len);
+/** @copydoc oktsCbrt_32f_A11 */
+OKT_API OktStatus oktsCbrt_32f_A24(const Real32* src, Real32* dst, int32_t len);
+
+/**
+ * @brief Cube root, for each element.
+ *
+ * The exponent is divided by three in integers; the significand goes through a polynomial (32f, in Real64) or a table of 32
+ * roots and a short series (64f). Errors below 0.91 ulp on 32f and 0.52 ulp on 64f.
+ *
+ * Special values: zeros and infinities give themselves, a NaN itself, quiet; negative elements give negative roots.
+ *
+ * dst may be src.
+ *
+ * @param[in] src source array of len Real64
+ * @param[out] dst destination array of len Real64
+ * @param[in] len number of elements, 1 or more
+ * @return oktStatusOk, oktStatusBadLength, oktStatusNullPointer
+ */
+OKT_API OktStatus oktsCbrt_64f_A26(const Real64* src, Real64* dst, int32_t len);
+/** @copydoc oktsCbrt_64f_A26 */
+OKT_API OktStatus oktsCbrt_64f_A50(const Real64* src, Real64* dst, int32_t len);
+/** @copydoc oktsCbrt_64f_A26 */
+OKT_API OktStatus oktsCbrt_64f_A53(const Real64* src, Real64* dst, int32_t len);
+
+/**
+ * @brief Square root of src1 squared plus src2 squared, for each element.
+ *
+ * Without a root or a division, under the caller's MXCSR: a seed from a table, three multiplicative steps and an exact
+ * correction. On 32f in Real64, errors below 0.5001 ulp. On 64f below 1.3 ulp but for two bands, which are settled behaviour:
+ * where the larger biased exponent is 500 to 511 nothing is scaled, the sum of squares can be subnormal and the result is then
+ * about 2^-511 whatever the sources (1e-157 and 0 give 1.0548e-154); and where the sum of squares overflows, for equal sources
+ * from 9.4807519e153 on, for one large source from 1.3407807929942597e154 on, the result is 2^512 (1.3407807929942597e154).
+ *
+ * An infinity in either source gives plus infinity, also beside a NaN; two zeros give +0; of two NaNs that of src1 comes out,
+ * quiet. No status.
+ *
+ * dst may be a source.
+ *
+ * @param[in] src1 first source array of len Real32
+ * @param[in] src2 second source array of len Real32
+ * @param[out] dst destination array of len Real32
+ * @param[in] len number of elements, 1 or more
+ * @return oktStatusOk, oktStatusBadLength, oktStatusNullPointer
+ */
+OKT_API OktStatus oktsHypot_32f_A11(const Real32* src1, const Real32* src2, Real32* dst, int32_t len);
+/** @copydoc oktsHypot_32f_A11 */
+OKT_API OktStatus oktsHypot_32f_A21(const Real32* src1, const Real32* src2, Real32* dst, int32_t len);
+/** @copydoc oktsHypot_32f_A11 */
+OKT_API OktStatus oktsHypot_32f_A24(const Real32* src1, const Real32* src2, Real32* dst, int32_t len);
+
+/**
+ * @brief Square root of src1 squared plus src2 squared, for each element.
+ *
+ * Without a root or a division, under the caller's MXCSR: a seed from a table, three multiplicative steps and an exact
+ * correction. On 32f in Real64, errors below 0.5001 ulp. On 64f below 1.3 ulp but for two bands, which are settled behaviour:
+ * where the larger biased exponent is 500 to 511 nothing is scaled, the sum of squares can be subnormal and the result is then
+ * about 2^-511 whatever the sources (1e-157 and 0 give 1.0548e-154); and where the sum of squares overflows, for equal sources
+ * from 9.4807519e153 on, for one large source from 1.3407807929942597e154 on, the result is 2^512 (1.3407807929942597e154).
+ *
+ * An infinity in either source gives plus infinity, also beside a NaN; two zeros give +0; of two NaNs that of src1 comes out,
+ * quiet. No status.
+ *
+ * dst may be a source.
+ *
+ * @param[in] src1 first source array of len Real64
+ * @param[in] src2 second source array of len Real64
+ * @param[out] dst destination array of len Real64
+ * @param[in] len number of elements, 1 or more
+ * @return oktStatusOk, oktStatusBadLength, oktStatusNullPointer
+ */
+OKT_API OktStatus oktsHypot_64f_A26(const Real64* src1, const Real64* src2, Real64* dst, int32_t len);
+/** @copydoc oktsHypot_64f_A26 */
+OKT_API OktStatus oktsHypot_64f_A50(const Real64* src1, const Real64* src2, Real64* dst, int32_t len);
+/** @copydoc oktsHypot_64f_A26 */
+OKT_API OktStatus oktsHypot_64f_A53(const Real64* src1, const Real64* src2, Real64* dst, int32_t len);
+
+/**
+ * @brief 1 / cube root, for each element.
+ *
+ * The method of Cbrt. Errors below 0.871 ulp on 32f and 0.545 ulp on 64f.
+ *
+ * Special values: a zero gives the infinity of its sign and oktStatusSingularity, an infinity the zero of its sign, a NaN
+ * itself, quiet; negative elements give negative results.
+ *
+ * dst may be src.
+ *
+ * @param[in] src source array of len Real32
+ * @param[out] dst destination array of len Real32
+ * @param[in] len number of elements, 1 or more
+ * @return oktStatusOk, oktStatusBadLength, oktStatusNullPointer, oktStatusSingularity
+ */
+OKT_API OktStatus oktsInvCbrt_32f_A11(const Real32* src, Real32* dst, int32_t len);
+/** @copydoc oktsInvCbrt_32f_A11 */
+OKT_API OktStatus oktsInvCbrt_32f_A21(const Real32* src, Real32* dst, int32_t len);
+/** @copydoc oktsInvCbrt_32f_A11 */
+OKT_API OktStatus oktsInvCbrt_32f_A24(const Real32* src, Real32* dst, int32_t len);
+
+/**
+ * @brief 1 / cube root, for each element.
+ *
+ * The method of Cbrt. Errors below 0.871 ulp on 32f and 0.545 ulp on 64f.
+ *
+ * Special values: a zero gives the infinity of its sign and oktStatusSingularity, an infinity the zero of its sign, a NaN
+ * itself, quiet; negative elements give negative results.
+ *
+ * dst may be src.
+ *
+ * @param[in] src source array of len Real64
+ * @param[out] dst destination array of len Real64
+ * @param[in] len number of elements, 1 or more
+ * @return oktStatusOk, oktStatusBadLength, oktStatusNullPointer, oktStatusSingularity
+ */
+OKT_API OktStatus oktsInvCbrt_64f_A26(const Real64* src, Real64* dst, int32_t len);
+/** @copydoc oktsInvCbrt_64f_A26 */
+OKT_API OktStatus oktsInvCbrt_64f_A50(const Real64* src, Real64* dst, int32_t len);
+/** @copydoc oktsInvCbrt_64f_A26 */
+OKT_API OktStatus oktsInvCbrt_64f_A53(const Real64* src, Real64* dst, int32_t len);
+
+/**
+ * @brief 1 / square root, for each element.
+ *
+ * The approximation and the series of Sqrt. Errors below 0.985 ulp on 32f and 0.501 ulp on 64f; the last bit may follow
+ * the approximation of another processor model.
+ *
+ * Special values: a zero gives the infinity of its sign and oktStatusSingularity, plus infinity gives +0, a NaN itself,
+ * quiet; an element below zero gives the NaN 0xFFC00000 (64f: 0xFFF8000000000000) and oktStatusDomain.
+ *
+ * On 32f, elements are worked in blocks of four from the start of the array, the last len % 4 elements alone. A block with
+ * an element that is not positive, normal and finite is computed by root and division, with errors below 0.5001 ulp; so the
+ * last bit of an element can depend on its neighbours in the block. Inside one block an element below zero decides over a
+ * zero, whatever their order.
+ *
+ * dst may be src.
+ *
+ * @param[in] src source array of len Real32
+ * @param[out] dst destination array of len Real32
+ * @param[in] len number of elements, 1 or more
+ * @return oktStatusOk, oktStatusBadLength, oktStatusNullPointer, oktStatusDomain, oktStatusSingularity
+ */
+OKT_API OktStatus oktsInvSqrt_32f_A11(const Real32* src, Real32* dst, int32_t len);
+/** @copydoc oktsInvSqrt_32f_A11 */
+OKT_API OktStatus oktsInvSqrt_32f_A21(const Real32* src, Real32* dst, int32_t len);
+/** @copydoc oktsInvSqrt_32f_A11 */
+OKT_API OktStatus oktsInvSqrt_32f_A24(const Real32* src, Real32* dst, int32_t len);
+
+/**
+ * @brief 1 / square root, for each element.
+ *
+ * The approximation and the series of Sqrt. Errors below 0.985 ulp on 32f and 0.501 ulp on 64f; the last bit may follow
+ * the approximation of another processor model.
+ *
+ * Special values: a zero gives the infinity of its sign and oktStatusSingularity, plus infinity gives +0, a NaN itself,
+ * quiet; an element below zero gives the NaN 0xFFC00000 (64f: 0xFFF8000000000000) and oktStatusDomain.
+ *
+ * On 32f, elements are worked in blocks of four from the start of the array, the last len % 4 elements alone. A block with
+ * an element that is not positive, normal and finite is computed by root and division, with errors below 0.5001 ulp; so the
+ * last bit of an element can depend on its neighbours in the block. Inside one block an element below zero decides over a
+ * zero, whatever their order.
+ *
+ * dst may be src.
+ *
+ * @param[in] src source array of len Real64
+ * @param[out] dst destination array of len Real64
+ * @param[in] len number of elements, 1 or more
+ * @return oktStatusOk, oktStatusBadLength, oktStatusNullPointer, oktStatusDomain, oktStatusSingularity
+ */
+OKT_API OktStatus oktsInvSqrt_64f_A26(const Real64* src, Real64* dst, int32_t len);
+/** @copydoc oktsInvSqrt_64f_A26 */
+OKT_API OktStatus oktsInvSqrt_64f_A50(const Real64* src, Real64* dst, int32_t len);
+/** @copydoc oktsInvSqrt_64f_A26 */
+OKT_API OktStatus oktsInvSqrt_64f_A53(const Real64* src, Real64* dst, int32_t len);
+
+/**
+ * @brief Src1 to the power src2, for each element.
+ *
+ * Real elements, 32f: y ln x in Real64, with a table of 257 logarithms and reciprocals and three terms of the series, and the
+ * exponential of Exp. 64f: a base-2 logarithm of about 68 bits from a table of 1025 reciprocals, its product with y split
+ * exactly, and 2^(j/128) from a table (the scheme of P. T. P. Tang, Table-driven implementation of the logarithm function in
+ * IEEE floating-point arithmetic, ACM TOMS 16, 1990, carried to two lengths).
+ *
+ * Errors: 32f 0.56 ulp, but up to 3 ulp for bases within 2^-8 of 1 and 0.92 ulp just outside of there, since the series has
+ * three terms. 64f 0.51 ulp, 0.91 ulp close to 1; results from 2^-1071 to 2^-1070 up to 1.0 ulp, smaller ones 0.75 ulp.
+ *
+ * Special values, the first row that fits: x^0 is 1, and so is (-1)^Inf of either sign, and 1^y, also where the other operand is a
+ * NaN; a NaN in src1, then in src2, comes back bit for bit, without a flag; infinite and zero operands follow IEEE 754's pow,
+ * odd integer exponents keeping the sign. oktStatusDomain is the only warning: a negative base with a fractional exponent
+ * gives the default NaN (sign bit set), a zero base with a negative exponent, -Inf included, an infinity; both raise the
+ * invalid flag. Overflow and underflow warn of nothing: the result is infinite, zero or subnormal.
+ *
+ * On 32f an element beside one outside the main range (a negative, zero or subnormal base, a result below 2^-126 or above
+ * 2^126) may differ in its last bit from the same element elsewhere. On 64f this happens for results between 2^-964 and
+ * 2^-963 only.
+ *
+ * dst may be src1 or src2. Nothing behind the ends of the sources is read.
+ *
+ * @param[in] src1 first source array of len Real32
+ * @param[in] src2 second source array of len Real32
+ * @param[out] dst destination array of len Real32
+ * @param[in] len number of elements, 1 or more
+ * @return oktStatusOk, oktStatusBadLength, oktStatusNullPointer, oktStatusDomain
+ */
+OKT_API OktStatus oktsPow_32f_A11(const Real32* src1, const Real32* src2, Real32* dst, int32_t len);
+/** @copydoc oktsPow_32f_A11 */
+OKT_API OktStatus oktsPow_32f_A21(const Real32* src1, const Real32* src2, Real32* dst, int32_t len);
+/** @copydoc oktsPow_32f_A11 */
+OKT_API OktStatus oktsPow_32f_A24(const Real32* src1, const Real32* src2, Real32* dst, int32_t len);
+
+/**
+ * @brief Src1 to the power src2, for each element.
+ *
+ * Real elements, 32f: y ln x in Real64, with a table of 257 logarithms and reciprocals and three terms of the series, and the
+ * exponential of Exp. 64f: a base-2 logarithm of about 68 bits from a table of 1025 reciprocals, its product with y split
+ * exactly, and 2^(j/128) from a table (the scheme of P. T. P. Tang, Table-driven implementation of the logarithm function in
+ * IEEE floating-point arithmetic, ACM TOMS 16, 1990, carried to two lengths).
+ *
+ * Errors: 32f 0.56 ulp, but up to 3 ulp for bases within 2^-8 of 1 and 0.92 ulp just outside of there, since the series has
+ * three terms. 64f 0.51 ulp, 0.91 ulp close to 1; results from 2^-1071 to 2^-1070 up to 1.0 ulp, smaller ones 0.75 ulp.
+ *
+ * Special values, the first row that fits: x^0 is 1, and so is (-1)^Inf of either sign, and 1^y, also where the other operand is a
+ * NaN; a NaN in src1, then in src2, comes back bit for bit, without a flag; infinite and zero operands follow IEEE 754's pow,
+ * odd integer exponents keeping the sign. oktStatusDomain is the only warning: a negative base with a fractional exponent
+ * gives the default NaN (sign bit set), a zero base with a negative exponent, -Inf included, an infinity; both raise the
+ * invalid flag. Overflow and underflow warn of nothing: the result is infinite, zero or subnormal.
+ *
+ * On 32f an element beside one outside the main range (a negative, zero or subnormal base, a result below 2^-126 or above
+ * 2^126) may differ in its last bit from the same element elsewhere. On 64f this happens for results between 2^-964 and
+ * 2^-963 only.
+ *
+ * dst may be src1 or src2. Nothing behind the ends of the sources is read.
+ *
+ * @param[in] src1 first source array of len Real64
+ * @param[in] src2 second source array of len Real64
+ * @param[out] dst destination array of len Real64
+ * @param[in] len number of elements, 1 or more
+ * @return oktStatusOk, oktStatusBadLength, oktStatusNullPointer, oktStatusDomain
+ */
+OKT_API OktStatus oktsPow_64f_A26(const Real64* src1, const Real64* src2, Real64* dst, int32_t len);
+/** @copydoc oktsPow_64f_A26 */
+OKT_API OktStatus oktsPow_64f_A50(const Real64* src1, const Real64* src2, Real64* dst, int32_t len);
+/** @copydoc oktsPow_64f_A26 */
+OKT_API OktStatus oktsPow_64f_A53(const Real64* src1, const Real64* src2, Real64* dst, int32_t len);
+
+/**
+ * @brief Src to the power 2/3, for each element.
+ *
+ * The cube root of the magnitude in double-length Real64 arithmetic under the caller's MXCSR, and its square. Errors below
+ * 0.5001 ulp on 32f and 0.504 ulp on 64f.
+ *
+ * The function is even: a negative element gives the result of its magnitude, without a status. A zero gives +0, an infinity
+ * plus infinity, a NaN itself, quiet.
+ *
+ * dst may be src.
+ *
+ * @param[in] src source array of len Real32
+ * @param[out] dst destination array of len Real32
+ * @param[in] len number of elements, 1 or more
+ * @return oktStatusOk, oktStatusBadLength, oktStatusNullPointer
+ */
+OKT_API OktStatus oktsPow2o3_32f_A11(const Real32* src, Real32* dst, int32_t len);
+/** @copydoc oktsPow2o3_32f_A11 */
+OKT_API OktStatus oktsPow2o3_32f_A21(const Real32* src, Real32* dst, int32_t len);
+/** @copydoc oktsPow2o3_32f_A11 */
+OKT_API OktStatus oktsPow2o3_32f_A24(const Real32* src, Real32* dst, int32_t len);
+
+/**
+ * @brief Src to the power 2/3, for each element.
+ *
+ * The cube root of the magnitude in double-length Real64 arithmetic under the caller's MXCSR, and its square. Errors below
+ * 0.5001 ulp on 32f and 0.504 ulp on 64f.
+ *
+ * The function is even: a negative element gives the result of its magnitude, without a status. A zero gives +0, an infinity
+ * plus infinity, a NaN itself, quiet.
+ *
+ * dst may be src.
+ *
+ * @param[in] src source array of len Real64
+ * @param[out] dst destination array of len Real64
+ * @param[in] len number of elements, 1 or more
+ * @return oktStatusOk, oktStatusBadLength, oktStatusNullPointer
+ */
+OKT_API OktStatus oktsPow2o3_64f_A26(const Real64* src, Real64* dst, int32_t len);
+/** @copydoc oktsPow2o3_64f_A26 */
+OKT_API OktStatus oktsPow2o3_64f_A50(const Real64* src, Real64* dst, int32_t len);
+/** @copydoc oktsPow2o3_64f_A26 */
+OKT_API OktStatus oktsPow2o3_64f_A53(const Real64* src, Real64* dst, int32_t len);
+
+/**
+ * @brief Src to the power 3/2, for each element.
+ *
+ * The square root to more than the working precision, by the steps of complex Abs, and its cube, in Real64 under the caller's
+ * MXCSR. Errors below 0.5001 ulp on 32f and 0.508 ulp on 64f (0.75 ulp where the result is subnormal).
+ *
+ * A zero gives itself, plus infinity itself, a NaN itself, quiet; an element below zero gives the NaN of 0/0 and
+ * oktStatusDomain. Overflow gives plus infinity and no status. With the caller's denormals-are-zero set a subnormal, negative
+ * ones too, comes out unchanged and does not warn.
+ *
+ * dst may be src.
+ *
+ * @param[in] src source array of len Real32
+ * @param[out] dst destination array of len Real32
+ * @param[in] len number of elements, 1 or more
+ * @return oktStatusOk, oktStatusBadLength, oktStatusNullPointer, oktStatusDomain
+ */
+OKT_API OktStatus oktsPow3o2_32f_A11(const Real32* src, Real32* dst, int32_t len);
+/** @copydoc oktsPow3o2_32f_A11 */
+OKT_API OktStatus oktsPow3o2_32f_A21(const Real32* src, Real32* dst, int32_t len);
+/** @copydoc oktsPow3o2_32f_A11 */
+OKT_API OktStatus oktsPow3o2_32f_A24(const Real32* src, Real32* dst, int32_t len);
+
+/**
+ * @brief Src to the power 3/2, for each element.
+ *
+ * The square root to more than the working precision, by the steps of complex Abs, and its cube, in Real64 under the caller's
+ * MXCSR. Errors below 0.5001 ulp on 32f and 0.508 ulp on 64f (0.75 ulp where the result is subnormal).
+ *
+ * A zero gives itself, plus infinity itself, a NaN itself, quiet; an element below zero gives the NaN of 0/0 and
+ * oktStatusDomain. Overflow gives plus infinity and no status. With the caller's denormals-are-zero set a subnormal, negative
+ * ones too, comes out unchanged and does not warn.
+ *
+ * dst may be src.
+ *
+ * @param[in] src source array of len Real64
+ * @param[out] dst destination array of len Real64
+ * @param[in] len number of elements, 1 or more
+ * @return oktStatusOk, oktStatusBadLength, oktStatusNullPointer, oktStatusDomain
+ */
+OKT_API OktStatus oktsPow3o2_64f_A26(const Real64* src, Real64* dst, int32_t len);
+/** @copydoc oktsPow3o2_64f_A26 */
+OKT_API OktStatus oktsPow3o2_64f_A50(const Real64* src, Real64* dst, int32_t len);
+/** @copydoc oktsPow3o2_64f_A26 */
+OKT_API OktStatus oktsPow3o2_64f_A53(const Real64* src, Real64* dst, int32_t len);
+
+/**
+ * @brief Src to the power of one scalar, for each element.
+ *
+ * Real elements: the results of Pow with the same exponent for every element, and its accuracy, special values, statuses
+ * and flags, with one exception: the scalar 2.0 squares. Then every element is src times src, an overflow is infinite, a NaN
+ * comes back quiet, a signalling one raises the invalid flag, and nothing warns.
+ *
+ * dst may be src.
+ *
+ * @param[in] src source array of len Real32
+ * @param[in] scalar scalar Real32, the same for every element
+ * @param[out] dst destination array of len Real32
+ * @param[in] len number of elements, 1 or more
+ * @return oktStatusOk, oktStatusBadLength, oktStatusNullPointer, oktStatusDomain
+ */
+OKT_API OktStatus oktsPowx_32f_A11(const Real32* src, Real32 scalar, Real32* dst, int32_t len);
+/** @copydoc oktsPowx_32f_A11 */
+OKT_API OktStatus oktsPowx_32f_A21(const Real32* src, Real32 scalar, Real32* dst, int32_t len);
+/** @copydoc oktsPowx_32f_A11 */
+OKT_API OktStatus oktsPowx_32f_A24(const Real32* src, Real32 scalar, Real32* dst, int32_t len);
+
+/**
+ * @brief Src to the power of one scalar, for each element.
+ *
+ * Real elements: the results of Pow with the same exponent for every element, and its accuracy, special values, statuses
+ * and flags, with one exception: the scalar 2.0 squares. Then every element is src times src, an overflow is infinite, a NaN
+ * comes back quiet, a signalling one raises the invalid flag, and nothing warns.
+ *
+ * dst may be src.
+ *
+ * @param[in] src source array of len Real64
+ * @param[in] scalar scalar Real64, the same for every element
+ * @param[out] dst destination array of len Real64
+ * @param[in] len number of elements, 1 or more
+ * @return oktStatusOk, oktStatusBadLength, oktStatusNullPointer, oktStatusDomain
+ */
+OKT_API OktStatus oktsPowx_64f_A26(const Real64* src, Real64 scalar, Real64* dst, int32_t len);
+/** @copydoc oktsPowx_64f_A26 */
+OKT_API OktStatus oktsPowx_64f_A50(const Real64* src, Real64 scalar, Real64* dst, int32_t len);
+/** @copydoc oktsPowx_64f_A26 */
+OKT_API OktStatus oktsPowx_64f_A53(const Real64* src, Real64 scalar, Real64* dst, int32_t len);
+
+/**
+ * @brief Square root, for each element.
+ *
+ * By neither a root nor a division: a 12-bit approximation of 1/sqrt(x), cut so that the leading products are exact, and
+ * one evaluation of the binomial series. Errors below 0.761 ulp on 32f and 0.501 ulp on 64f (0.75 ulp where the source is
+ * subnormal on 64f); the last bit may follow the approximation of another processor model. Complex elements take the
+ * principal root.
+ *
+ * Real special values: a zero or plus infinity gives itself, a NaN itself, quiet; an element below zero gives the NaN
+ * 0xFFC00000 (64f: 0xFFF8000000000000) and oktStatusDomain, without the invalid flag.
+ *
+ * dst may be src.
+ *
+ * @param[in] src source array of len Real32
+ * @param[out] dst destination array of len Real32
+ * @param[in] len number of elements, 1 or more
+ * @return oktStatusOk, oktStatusBadLength, oktStatusNullPointer, oktStatusDomain
+ */
+OKT_API OktStatus oktsSqrt_32f_A11(const Real32* src, Real32* dst, int32_t len);
+/** @copydoc oktsSqrt_32f_A11 */
+OKT_API OktStatus oktsSqrt_32f_A21(const Real32* src, Real32* dst, int32_t len);
+/** @copydoc oktsSqrt_32f_A11 */
+OKT_API OktStatus oktsSqrt_32f_A24(const Real32* src, Real32* dst, int32_t len);
+
+/**
+ * @brief Square root, for each element.
+ *
+ * By neither a root nor a division: a 12-bit approximation of 1/sqrt(x), cut so that the leading products are exact, and
+ * one evaluation of the binomial series. Errors below 0.761 ulp on 32f and 0.501 ulp on 64f (0.75 ulp where the source is
+ * subnormal on 64f); the last bit may follow the approximation of another processor model. Complex elements take the
+ * principal root.
+ *
+ * Real special values: a zero or plus infinity gives itself, a NaN itself, quiet; an element below zero gives the NaN
+ * 0xFFC00000 (64f: 0xFFF8000000000000) and oktStatusDomain, without the invalid flag.
+ *
+ * dst may be src.
+ *
+ * @param[in] src source array of len Real64
+ * @param[out] dst destination array of len Real64
+ * @param[in] len number of elements, 1 or more
+ * @return oktStatusOk, oktStatusBadLength, oktStatusNullPointer, oktStatusDomain
+ */
+OKT_API OktStatus oktsSqrt_64f_A26(const Real64* src, Real64* dst, int32_t len);
+/** @copydoc oktsSqrt_64f_A26 */
+OKT_API OktStatus oktsSqrt_64f_A50(const Real64* src, Real64* dst, int32_t len);
+/** @copydoc oktsSqrt_64f_A26 */
+OKT_API OktStatus oktsSqrt_64f_A53(const Real64* src, Real64* dst, int32_t len);
+
+/** @} */
+
+/** @defgroup Rounding Rounding
+ *  @{ */
+
+/**
+ * @brief Round towards plus infinity, for each element.
+ *
+ * Exact. Infinities and zeros give themselves; a negative fraction gives -0. On 32f a NaN comes through bit for bit, a
+ * signalling one too; on 64f it comes out quiet, and a signalling one raises invalid. On 32f an element of magnitude 1 to
+ * 2^22 that is no integer raises inexact; nothing else does.
+ *
+ * dst may be src.
+ *
+ * @param[in] src source array of len Real32
+ * @param[out] dst destination array of len Real32
+ * @param[in] len number of elements, 1 or more
+ * @return oktStatusOk, oktStatusBadLength, oktStatusNullPointer
+ */
+OKT_API OktStatus oktsCeil_32f(const Real32* src, Real32* dst, int32_t len);
+
+/**
+ * @brief Round towards plus infinity, for each element.
+ *
+ * Exact. Infinities and zeros give themselves; a negative fraction gives -0. On 32f a NaN comes through bit for bit, a
+ * signalling one too; on 64f it comes out quiet, and a signalling one raises invalid. On 32f an element of magnitude 1 to
+ * 2^22 that is no integer raises inexact; nothing else does.
+ *
+ * dst may be src.
+ *
+ * @param[in] src source array of len Real64
+ * @param[out] dst destination array of len Real64
+ * @param[in] len number of elements, 1 or more
+ * @return oktStatusOk, oktStatusBadLength, oktStatusNullPointer
+ */
+OKT_API OktStatus oktsCeil_64f(const Real64* src, Real64* dst, int32_t len);
+
+/**
+ * @brief Round towards minus infinity, for each element.
+ *
+ * Exact. Infinities and zeros give themselves; a positive fraction gives +0. On 32f a NaN comes through bit for bit, a
+ * signalling one too; on 64f it comes out quiet, and a signalling one raises invalid. On 32f an element of magnitude 1 to
+ * 2^22 that is no integer raises inexact; nothing else does.
+ *
+ * dst may be src.
+ *
+ * @param[in] src source array of len Real32
+ * @param[out] dst destination array of len Real32
+ * @param[in] len number of elements, 1 or more
+ * @return oktStatusOk, oktStatusBadLength, oktStatusNullPointer
+ */
+OKT_API OktStatus oktsFloor_32f(const Real32* src, Real32* dst, int32_t len);
+
+/**
+ * @brief Round towards minus infinity, for each element.
+ *
+ * Exact. Infinities and zeros give themselves; a positive fraction gives +0. On 32f a NaN comes through bit for bit, a
+ * signalling one too; on 64f it comes out quiet, and a signalling one raises invalid. On 32f an element of magnitude 1 to
+ * 2^22 that is no integer raises inexact; nothing else does.
+ *
+ * dst may be src.
+ *
+ * @param[in] src source array of len Real64
+ * @param[out] dst destination array of len Real64
+ * @param[in] len number of elements, 1 or more
+ * @return oktStatusOk, oktStatusBadLength, oktStatusNullPointer
+ */
+OKT_API OktStatus oktsFloor_64f(const Real64* src, Real64* dst, int32_t len);
+
+/**
+ * @brief Integer and fraction parts, for each element.
+ *
+ * dst1 gets the part towards zero, dst2 the fraction; both carry the element's sign and both are exact. An infinity gives
+ * itself and a zero; a NaN comes out quiet in both.
+ *
+ * Either destination may be src.
+ *
+ * @param[in] src source array of len Real32
+ * @param[out] dst1 first destination array of len Real32
+ * @param[out] dst2 second destination array of len Real32
+ * @param[in] len number of elements, 1 or more
+ * @return oktStatusOk, oktStatusBadLength, oktStatusNullPointer
+ */
+OKT_API OktStatus oktsModf_32f(const Real32* src, Real32* dst1, Real32* dst2, int32_t len);
+
+/**
+ * @brief Integer and fraction parts, for each element.
+ *
+ * dst1 gets the part towards zero, dst2 the fraction; both carry the element's sign and both are exact. An infinity gives
+ * itself and a zero; a NaN comes out quiet in both.
+ *
+ * Either destination may be src.
+ *
+ * @param[in] src source array of len Real64
+ * @param[out] dst1 first destination array of len Real64
+ * @param[out] dst2 second destination array of len Real64
+ * @param[in] len number of elements, 1 or more
+ * @return oktStatusOk, oktStatusBadLength, oktStatusNullPointer
+ */
+OKT_API OktStatus oktsModf_64f(const Real64* src, Real64* dst1, Real64* dst2, int32_t len);
+
+/**
+ * @brief Round to integer in the current rounding mode, for each element.
+ *
+ * By the rounding mode of the caller's MXCSR; halves go to even when that is to nearest. Rint and NearbyInt are one routine:
+ * both raise inexact on every call, whatever the elements are. Infinities and zeros give themselves; a result of zero has the
+ * element's sign. On 32f a NaN comes through bit for bit, a signalling one too; on 64f it comes out quiet, and a signalling
+ * one raises invalid. Denormals-are-zero does not act: a subnormal rounded up gives 1.
+ *
+ * dst may be src.
+ *
+ * @param[in] src source array of len Real32
+ * @param[out] dst destination array of len Real32
+ * @param[in] len number of elements, 1 or more
+ * @return oktStatusOk, oktStatusBadLength, oktStatusNullPointer
+ */
+OKT_API OktStatus oktsNearbyInt_32f(const Real32* src, Real32* dst, int32_t len);
+
+/**
+ * @brief Round to integer in the current rounding mode, for each element.
+ *
+ * By the rounding mode of the caller's MXCSR; halves go to even when that is to nearest. Rint and NearbyInt are one routine:
+ * both raise inexact on every call, whatever the elements are. Infinities and zeros give themselves; a result of zero has the
+ * element's sign. On 32f a NaN comes through bit for bit, a signalling one too; on 64f it comes out quiet, and a signalling
+ * one raises invalid. Denormals-are-zero does not act: a subnormal rounded up gives 1.
+ *
+ * dst may be src.
+ *
+ * @param[in] src source array of len Real64
+ * @param[out] dst destination array of len Real64
+ * @param[in] len number of elements, 1 or more
+ * @return oktStatusOk, oktStatusBadLength, oktStatusNullPointer
+ */
+OKT_API OktStatus oktsNearbyInt_64f(const Real64* src, Real64* dst, int32_t len);
+
+/**
+ * @brief Round to integer in the current rounding mode, for each element.
+ *
+ * By the rounding mode of the caller's MXCSR; halves go to even when that is to nearest. Rint and NearbyInt are one routine:
+ * both raise inexact on every call, whatever the elements are. Infinities and zeros give themselves; a result of zero has the
+ * element's sign. On 32f a NaN comes through bit for bit, a signalling one too; on 64f it comes out quiet, and a signalling
+ * one raises invalid. Denormals-are-zero does not act: a subnormal rounded up gives 1.
+ *
+ * dst may be src.
+ *
+ * @param[in] src source array of len Real32
+ * @param[out] dst destination array of len Real32
+ * @param[in] len number of elements, 1 or more
+ * @return oktStatusOk, oktStatusBadLength, oktStatusNullPointer
+ */
+OKT_API OktStatus oktsRint_32f(const Real32* src, Real32* dst, int32_t len);
+
+/**
+ * @brief Round to integer in the current rounding mode, for each element.
+ *
+ * By the rounding mode of the caller's MXCSR; halves go to even when that is to nearest. Rint and NearbyInt are one routine:
+ * both raise inexact on every call, whatever the elements are. Infinities and zeros give themselves; a result of zero has the
+ * element's sign. On 32f a NaN comes through bit for bit, a signalling one too; on 64f it comes out quiet, and a signalling
+ * one raises invalid. Denormals-are-zero does not act: a subnormal rounded up gives 1.
+ *
+ * dst may be src.
+ *
+ * @param[in] src source array of len Real64
+ * @param[out] dst destination array of len Real64
+ * @param[in] len number of elements, 1 or more
+ * @return oktStatusOk, oktStatusBadLength, oktStatusNullPointer
+ */
+OKT_API OktStatus oktsRint_64f(const Real64* src, Real64* dst, int32_t len);
+
+/**
+ * @brief Round to nearest integer, for each element.
+ *
+ * Halves are rounded away from zero. Exact. Infinities and zeros give themselves; a magnitude below one half gives the zero of
+ * its sign. On 32f a NaN comes through bit for bit, a signalling one too; on 64f it comes out quiet, and a signalling one
+ * raises invalid. Inexact is never raised.
+ *
+ * dst may be src.
+ *
+ * @param[in] src source array of len Real32
+ * @param[out] dst destination array of len Real32
+ * @param[in] len number of elements, 1 or more
+ * @return oktStatusOk, oktStatusBadLength, oktStatusNullPointer
+ */
+OKT_API OktStatus oktsRound_32f(const Real32* src, Real32* dst, int32_t len);
+
+/**
+ * @brief Round to nearest integer, for each element.
+ *
+ * Halves are rounded away from zero. Exact. Infinities and zeros give themselves; a magnitude below one half gives the zero of
+ * its sign. On 32f a NaN comes through bit for bit, a signalling one too; on 64f it comes out quiet, and a signalling one
+ * raises invalid. Inexact is never raised.
+ *
+ * dst may be src.
+ *
+ * @param[in] src source array of len Real64
+ * @param[out] dst destination array of len Real64
+ * @param[in] len number of elements, 1 or more
+ * @return oktStatusOk, oktStatusBadLength, oktStatusNullPointer
+ */
+OKT_API OktStatus oktsRound_64f(const Real64* src, Real64* dst, int32_t len);
+
+/**
+ * @brief Round towards zero, for each element.
+ *
+ * Exact. Infinities and zeros give themselves; a fraction gives the zero of its sign. On 32f a NaN comes through bit for bit,
+ * a signalling one too; on 64f it comes out quiet, and a signalling one raises invalid. Inexact is never raised.
+ *
+ * dst may be src.
+ *
+ * @param[in] src source array of len Real32
+ * @param[out] dst destination array of len Real32
+ * @param[in] len number of elements, 1 or more
+ * @return oktStatusOk, oktStatusBadLength, oktStatusNullPointer
+ */
+OKT_API OktStatus oktsTrunc_32f(const Real32* src, Real32* dst, int32_t len);
+
+/**
+ * @brief Round towards zero, for each element.
+ *
+ * Exact. Infinities and zeros give themselves; a fraction gives the zero of its sign. On 32f a NaN comes through bit for bit,
+ * a signalling one too; on 64f it comes out quiet, and a signalling one raises invalid. Inexact is never raised.
+ *
+ * dst may be src.
+ *
+ * @param[in] src source array of len Real64
+ * @param[out] dst destination array of len Real64
+ * @param[in] len number of elements, 1 or more
+ * @return oktStatusOk, oktStatusBadLength, oktStatusNullPointer
+ */
+OKT_API OktStatus oktsTrunc_64f(const Real64* src, Real64* dst, int32_t len);
+
+/** @} */
+
+/** @defgroup ExponentialsAndLogarithms Exponentials and logarithms
+ *  @{ */
+
+/**
+ * @brief E to the power src, for each element.
+ *
+ * Real elements: the argument is split into a multiple of ln 2/128 (32f) or ln 2/64 (64f) and a rest; a table of powers of
+ * two is joined with a polynomial in the rest (P. T. P. Tang, Table-driven implementation of the exponential function in
+ * IEEE floating-point arithmetic, ACM TOMS 15, 1989). Errors below 0.57 ulp on 32f and 0.53 ulp on 64f; subnormal results of
+ * 64f below 0.76 ulp. On 32f every argument from -103.27893829345703 down gives zero, although the smallest subnormal would
+ * be nearer to some.
+ *
+ * Special values: +Inf gives +Inf, -Inf gives +0, both without a warning. An overflowing element gives +Inf and
+ * oktStatusOverflow; a subnormal or zero result gives oktStatusUnderflow. A NaN comes back quiet with sign and payload on
+ * 32f; on 64f every NaN gives the pattern of all ones and raises no flag. On 32f an overflow and a result of zero raise the
+ * IEEE flag of their warning, on 64f they raise none.
+ *
+ * dst may be src. The source is only read, and nothing behind its end is read.
+ *
+ * @param[in] src source array of len Real32
+ * @param[out] dst destination array of len Real32
+ * @param[in] len number of elements, 1 or more
+ * @return oktStatusOk, oktStatusBadLength, oktStatusNullPointer, oktStatusOverflow, oktStatusUnderflow
+ */
+OKT_API OktStatus oktsExp_32f_A11(const Real32* src, Real32* dst, int32_t len);
+/** @copydoc oktsExp_32f_A11 */
+OKT_API OktStatus oktsExp_32f_A21(const Real32* src, Real32* dst, int32_t len);
+/** @copydoc oktsExp_32f_A11 */
+OKT_API OktStatus oktsExp_32f_A24(const Real32* src, Real32* dst, int32_t len);
+
+/**
+ * @brief E to the power src, for each element.
+ *
+ * Real elements: the argument is split into a multiple of ln 2/128 (32f) or ln 2/64 (64f) and a rest; a table of powers of
+ * two is joined with a polynomial in the rest (P. T. P. Tang, Table-driven implementation of the exponential function in
+ * IEEE floating-point arithmetic, ACM TOMS 15, 1989). Errors below 0.57 ulp on 32f and 0.53 ulp on 64f; subnormal results of
+ * 64f below 0.76 ulp. On 32f every argument from -103.27893829345703 down gives zero, although the smallest subnormal would
+ * be nearer to some.
+ *
+ * Special values: +Inf gives +Inf, -Inf gives +0, both without a warning. An overflowing element gives +Inf and
+ * oktStatusOverflow; a subnormal or zero result gives oktStatusUnderflow. A NaN comes back quiet with sign and payload on
+ * 32f; on 64f every NaN gives the pattern of all ones and raises no flag. On 32f an overflow and a result of zero raise the
+ * IEEE flag of their warning, on 64f they raise none.
+ *
+ * dst may be src. The source is only read, and nothing behind its end is read.
+ *
+ * @param[in] src source array of len Real64
+ * @param[out] dst destination array of len Real64
+ * @param[in] len number of elements, 1 or more
+ * @return oktStatusOk, oktStatusBadLength, oktStatusNullPointer, oktStatusOverflow, oktStatusUnderflow
+ */
+OKT_API OktStatus oktsExp_64f_A26(const Real64* src, Real64* dst, int32_t len);
+/** @copydoc oktsExp_64f_A26 */
+OKT_API OktStatus oktsExp_64f_A50(const Real64* src, Real64* dst, int32_t len);
+/** @copydoc oktsExp_64f_A26 */
+OKT_API OktStatus oktsExp_64f_A53(const Real64* src, Real64* dst, int32_t len);
+
+/**
+ * @brief E to the power src, minus 1, for each element.
+ *
+ * No cancellation next to zero: a polynomial below 2^-8 in magnitude; above, e to the power src in two parts from a table of
+ * 128 powers of two (P. T. P. Tang, Table-driven implementation of the expm1 function in IEEE floating-point arithmetic, ACM
+ * TOMS 18, 1992), and a compensated subtraction. Both types are computed in Real64 under the caller's MXCSR; 32f is rounded
+ * once. Errors below 0.5001 ulp on 32f; on 64f below 0.505 ulp, 1.95 ulp above 40.2.
+ *
+ * Special values: zeros give themselves, without a flag; what is below 2^-57 in magnitude gives itself, inexact; +Inf gives
+ * +Inf, -Inf gives -1. A NaN comes back as it is on 64f, a signalling one too, and quiet on 32f. Above 709.782712893384 the
+ * result is +Inf with oktStatusOverflow, on both types: an element of 32f from 88.73 to there gives +Inf with the IEEE
+ * overflow flag alone, and oktStatusOk.
+ *
+ * dst may be src.
+ *
+ * @param[in] src source array of len Real32
+ * @param[out] dst destination array of len Real32
+ * @param[in] len number of elements, 1 or more
+ * @return oktStatusOk, oktStatusBadLength, oktStatusNullPointer, oktStatusOverflow
+ */
+OKT_API OktStatus oktsExpm1_32f_A11(const Real32* src, Real32* dst, int32_t len);
+/** @copydoc oktsExpm1_32f_A11 */
+OKT_API OktStatus oktsExpm1_32f_A21(const Real32* src, Real32* dst, int32_t len);
+/** @copydoc oktsExpm1_32f_A11 */
+OKT_API OktStatus oktsExpm1_32f_A24(const Real32* src, Real32* dst, int32_t len);
+
+/**
+ * @brief E to the power src, minus 1, for each element.
+ *
+ * No cancellation next to zero: a polynomial below 2^-8 in magnitude; above, e to the power src in two parts from a table of
+ * 128 powers of two (P. T. P. Tang, Table-driven implementation of the expm1 function in IEEE floating-point arithmetic, ACM
+ * TOMS 18, 1992), and a compensated subtraction. Both types are computed in Real64 under the caller's MXCSR; 32f is rounded
+ * once. Errors below 0.5001 ulp on 32f; on 64f below 0.505 ulp, 1.95 ulp above 40.2.
+ *
+ * Special values: zeros give themselves, without a flag; what is below 2^-57 in magnitude gives itself, inexact; +Inf gives
+ * +Inf, -Inf gives -1. A NaN comes back as it is on 64f, a signalling one too, and quiet on 32f. Above 709.782712893384 the
+ * result is +Inf with oktStatusOverflow, on both types: an element of 32f from 88.73 to there gives +Inf with the IEEE
+ * overflow flag alone, and oktStatusOk.
+ *
+ * dst may be src.
+ *
+ * @param[in] src source array of len Real64
+ * @param[out] dst destination array of len Real64
+ * @param[in] len number of elements, 1 or more
+ * @return oktStatusOk, oktStatusBadLength, oktStatusNullPointer, oktStatusOverflow
+ */
+OKT_API OktStatus oktsExpm1_64f_A26(const Real64* src, Real64* dst, int32_t len);
+/** @copydoc oktsExpm1_64f_A26 */
+OKT_API OktStatus oktsExpm1_64f_A50(const Real64* src, Real64* dst, int32_t len);
+/** @copydoc oktsExpm1_64f_A26 */
+OKT_API OktStatus oktsExpm1_64f_A53(const Real64* src, Real64* dst, int32_t len);
+
+/**
+ * @brief Natural logarithm, for each element.
+ *
+ * Real elements: a table holds short reciprocals of 64 (32f) or 512 (64f) leading parts of the significand and their
+ * logarithms; the product with the reciprocal is split so that its large part is exact, and a polynomial takes the rest. The
+ * relative accuracy is kept on both sides of 1. Errors below 0.57 ulp on 32f and 0.58 ulp on 64f.
+ *
+ * Special values: a zero of either sign gives -Inf and oktStatusSingularity; a negative element and -Inf give a NaN and
+ * oktStatusDomain, the pattern 0x7FFC0000 on 32f, 0xFFF8000000000000 on 64f; neither raises a flag. +Inf gives +Inf. A NaN
+ * comes back as it is, a signalling one too, which raises invalid on 64f and nothing on 32f. Subnormal elements do not warn.
+ *
+ * dst may be src.
+ *
+ * @param[in] src source array of len Real32
+ * @param[out] dst destination array of len Real32
+ * @param[in] len number of elements, 1 or more
+ * @return oktStatusOk, oktStatusBadLength, oktStatusNullPointer, oktStatusDomain, oktStatusSingularity
+ */
+OKT_API OktStatus oktsLn_32f_A11(const Real32* src, Real32* dst, int32_t len);
+/** @copydoc oktsLn_32f_A11 */
+OKT_API OktStatus oktsLn_32f_A21(const Real32* src, Real32* dst, int32_t len);
+/** @copydoc oktsLn_32f_A11 */
+OKT_API OktStatus oktsLn_32f_A24(const Real32* src, Real32* dst, int32_t len);
+
+/**
+ * @brief Natural logarithm, for each element.
+ *
+ * Real elements: a table holds short reciprocals of 64 (32f) or 512 (64f) leading parts of the significand and their
+ * logarithms; the product with the reciprocal is split so that its large part is exact, and a polynomial takes the rest. The
+ * relative accuracy is kept on both sides of 1. Errors below 0.57 ulp on 32f and 0.58 ulp on 64f.
+ *
+ * Special values: a zero of either sign gives -Inf and oktStatusSingularity; a negative element and -Inf give a NaN and
+ * oktStatusDomain, the pattern 0x7FFC0000 on 32f, 0xFFF8000000000000 on 64f; neither raises a flag. +Inf gives +Inf. A NaN
+ * comes back as it is, a signalling one too, which raises invalid on 64f and nothing on 32f. Subnormal elements do not warn.
+ *
+ * dst may be src.
+ *
+ * @param[in] src source array of len Real64
+ * @param[out] dst destination array of len Real64
+ * @param[in] len number of elements, 1 or more
+ * @return oktStatusOk, oktStatusBadLength, oktStatusNullPointer, oktStatusDomain, oktStatusSingularity
+ */
+OKT_API OktStatus oktsLn_64f_A26(const Real64* src, Real64* dst, int32_t len);
+/** @copydoc oktsLn_64f_A26 */
+OKT_API OktStatus oktsLn_64f_A50(const Real64* src, Real64* dst, int32_t len);
+/** @copydoc oktsLn_64f_A26 */
+OKT_API OktStatus oktsLn_64f_A53(const Real64* src, Real64* dst, int32_t len);
+
+/**
+ * @brief Decimal logarithm, for each element.
+ *
+ * Real elements: as the natural logarithm, with reciprocals that hold the leading bits of log10 e, so that the result needs
+ * no multiplication at its end; 128 (32f) or 512 (64f) table entries. Errors below 0.75 ulp on 32f and 0.59 ulp on 64f.
+ *
+ * Special values: a zero of either sign gives -Inf and oktStatusSingularity; a negative element and -Inf give a NaN with the
+ * sign set and oktStatusDomain; neither raises a flag. +Inf gives +Inf. A NaN comes back as it is, a signalling one too,
+ * which raises invalid. Subnormal elements do not warn.
+ *
+ * dst may be src.
+ *
+ * @param[in] src source array of len Real32
+ * @param[out] dst destination array of len Real32
+ * @param[in] len number of elements, 1 or more
+ * @return oktStatusOk, oktStatusBadLength, oktStatusNullPointer, oktStatusDomain, oktStatusSingularity
+ */
+OKT_API OktStatus oktsLog10_32f_A11(const Real32* src, Real32* dst, int32_t len);
+/** @copydoc oktsLog10_32f_A11 */
+OKT_API OktStatus oktsLog10_32f_A21(const Real32* src, Real32* dst, int32_t len);
+/** @copydoc oktsLog10_32f_A11 */
+OKT_API OktStatus oktsLog10_32f_A24(const Real32* src, Real32* dst, int32_t len);
+
+/**
+ * @brief Decimal logarithm, for each element.
+ *
+ * Real elements: as the natural logarithm, with reciprocals that hold the leading bits of log10 e, so that the result needs
+ * no multiplication at its end; 128 (32f) or 512 (64f) table entries. Errors below 0.75 ulp on 32f and 0.59 ulp on 64f.
+ *
+ * Special values: a zero of either sign gives -Inf and oktStatusSingularity; a negative element and -Inf give a NaN with the
+ * sign set and oktStatusDomain; neither raises a flag. +Inf gives +Inf. A NaN comes back as it is, a signalling one too,
+ * which raises invalid. Subnormal elements do not warn.
+ *
+ * dst may be src.
+ *
+ * @param[in] src source array of len Real64
+ * @param[out] dst destination array of len Real64
+ * @param[in] len number of elements, 1 or more
+ * @return oktStatusOk, oktStatusBadLength, oktStatusNullPointer, oktStatusDomain, oktStatusSingularity
+ */
+OKT_API OktStatus oktsLog10_64f_A26(const Real64* src, Real64* dst, int32_t len);
+/** @copydoc oktsLog10_64f_A26 */
+OKT_API OktStatus oktsLog10_64f_A50(const Real64* src, Real64* dst, int32_t len);
+/** @copydoc oktsLog10_64f_A26 */
+OKT_API OktStatus oktsLog10_64f_A53(const Real64* src, Real64* dst, int32_t len);
 
 /** @} */
 

@@ -1,6 +1,7 @@
 #!/bin/bash
-# Sets up a Debian 12 machine and runs every test: GCC with the tools, Clang, no optimisation, sanitizers, and the Windows
-# build under Wine; then compares the digests of all results between the builds. Ends with a line that counts.
+# Sets up a Debian 12 machine and runs every test: GCC with the tools, Clang, no optimisation, sanitizers, a short
+# fuzzing run, and the Windows build under Wine; then compares the digests of all results between the builds. Ends with
+# a line that counts.
 set -uo pipefail
 cd "$(dirname "$0")/.." || exit 1
 sh tools/setup.sh || exit 1
@@ -42,6 +43,7 @@ step "GCC, tools, accuracy, installation" build_and_test dev build
 step "Clang" build_and_test clang build-clang
 step "no optimisation" build_and_test debug build-debug
 step "sanitizers" build_and_test sanitize build-sanitize
+step "fuzzing, twenty seconds" build_and_test fuzz build-fuzz
 step "Windows under Wine" build_and_test windows build-windows
 step "the same bits from every build" same_digests
 

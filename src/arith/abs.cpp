@@ -2,14 +2,13 @@
 //
 // Real: the sign bit cleared by an integer operation; a signalling NaN stays signalling, no flag is raised.
 //
-// Complex: sqrt(re^2 + im^2) without a root or a division. The sum of squares is s = 4^k · m2 with m2 in [1, 4); a
-// 12-bit seed of 1/sqrt(m2) from InvRootSeed starts three coupled steps g -> sqrt(m2), h -> 1/(2 sqrt(m2)), and the
-// residual m2 - g^2, exact by splitting g, gives the last correction. Complex32 works in Real64, Complex64 in Real80, so
-// that no square overflows or underflows and the result is rounded once.
+// Complex: sqrt(re^2 + im^2) by the seeded root of root/seed_root.h. Complex32 works in Real64, Complex64 in Real80, so that
+// no square overflows or underflows and the result is rounded once.
 // Largest errors seen: Complex32 0.5000 ulp (correctly rounded in every sample), Complex64 0.5005 ulp.
 #include "arith/complex_parts.h"
 #include "arith/elementwise.h"
-#include "tables/inv_root_seed.h"
+#include "frame/loops.h"
+#include "root/seed_root.h"
 
 namespace okt {
 namespace {
@@ -23,40 +22,13 @@ OktStatus absReal(const T* src, T* dst, std::int32_t len) {
     });
 }
 
-constexpr Real64 splitConstant = bits64(0x41A0000002000000);  // 2^27 + 1
-
-// sqrt(m2) for m2 in [1, 4), as a corrected value not rounded yet: R is Real64 lanes or Real80.
-template <class R>
-R rootOfSignificand(R m2, R seed) {
-    R h = R(0.5) * seed;
-    R g = seed * m2;
-    for (int step = 0; step < 3; ++step) {
-        const R r = R(0.5) - g * h;
-        const R next = g + r * g;
-        h = h + r * h;
-        g = next;
-    }
-    const R c = R(splitConstant) * g;
-    const R u = c - g;
-    const R hi = c - u;
-    const R lo = g - hi;
-    const R d = m2 - hi * hi;
-    const R residual = ((R(0.0) - R(2.0) * hi) - lo) * lo + d;
-    return residual * h + g;
-}
-
 template <int N>
 F64<N> modulusOfFinite(F64<N> re, F64<N> im) {
     const F64<N> sum = re * re + im * im;
     // A zero is worked as a one, which is exact and raises no flag.
     const Mask64<N> zero = sum == F64<N>(0.0);
-    const U64<N> s = asBits(select(zero, F64<N>(1.0), sum));
-    // Bit 52, the lowest of the biased exponent, is set when the unbiased exponent is even: its inverse is the odd bit.
-    const U64<N> flipped = s ^ U64<N>(0x0010000000000000);
-    const F64<N> m2 = asReal((flipped & U64<N>(0x001FFFFFFFFFFFFF)) + U64<N>(0x3FF0000000000000));
-    const F64<N> seed = gatherAt(tables::InvRootSeed, (flipped >> 41) & U64<N>(0xFF8));
-    const F64<N> scale = asReal((((s >> 52) + U64<N>(1023)) >> 1) << 52);
-    const F64<N> root = rootOfSignificand(m2, seed) * scale;
+    const auto parts = rootParts(select(zero, F64<N>(1.0), sum));
+    const F64<N> root = parts.root.value() * parts.scale();
     return asReal(zeroUnless(~zero, asBits(root)));
 }
 
@@ -75,7 +47,7 @@ T modulusOfSpecial(T re, T im) {
     return im * im;
 }
 
-Real32 modulus(ComplexOf<Real32> z) {
+Real32 modulus(Complex32 z) {
     if (isSpecial(z.re) || isSpecial(z.im)) return modulusOfSpecial(z.re, z.im);
     return narrow(modulusOfFinite(widen(F32x1(z.re)), widen(F32x1(z.im)))).raw;
 }
@@ -90,31 +62,47 @@ bool modulusOfFour(const Complex32* src, Real32* dst) {
 }
 
 OktStatus absComplex32(const Complex32* src, Real32* dst, std::int32_t len) {
-    return x87Frame<53>(len, src, dst, [=](OktStatus&) {
-        const auto one = [=](std::int32_t i) { storeElement(dst + i, modulus(loadParts(src + i))); };
-        std::int32_t i = 0;
-        for (; i <= len - 4; i += 4)
-            if (!modulusOfFour(src + i, dst + i)) [[unlikely]]
-                for (std::int32_t j = i; j < i + 4; ++j) one(j);
-        for (; i < len; ++i) one(i);
+    return x87Frame<53>(len, src, dst, [=](OktStatus& status) {
+        redoBlock<4>(src, dst, len, modulusOfFour, [](Complex32 z, OktStatus&) { return modulus(z); }, status);
     });
 }
 
-Real64 modulus(ComplexOf<Real64> z) {
+// By the pattern: a compare of floats would count a subnormal as zero under the caller's denormals-are-zero.
+bool isZero(Real64 x) { return asBits(x) << 1 == 0; }
+
+// From the sum's own pattern: any exponent, any significand.
+[[gnu::noinline, gnu::cold]] Real64 modulusBySlots(Real80 sum) {
+    const Real80Bits s = asBits(sum);
+    const unsigned odd = ~static_cast<unsigned>(s.signAndExponent) & 1u;  // the bias is odd
+    const Real80 m2 = fromBits({s.significand, static_cast<std::uint16_t>(16383 + odd)});
+    const Real80 scale = fromBits({std::uint64_t{1} << 63, static_cast<std::uint16_t>((s.signAndExponent + 16383u) >> 1)});
+    const Real80 seed = tables::InvRootSeed[odd << 8 | (s.significand >> 55 & 0xFF)];
+    return static_cast<Real64>(rootOfSignificand<Real80>(m2, seed).value() * scale);
+}
+
+Real64 modulus(Complex64 z) {
     if (isSpecial(z.re) || isSpecial(z.im)) return modulusOfSpecial(z.re, z.im);
     const Real80 x = z.re, y = z.im;
-    if (x == 0 && y == 0) return 0.0;
-    const Real80Bits s = asBits(x * x + y * y);
-    const unsigned odd = ~static_cast<unsigned>(s.signAndExponent) & 1u;  // the bias is odd
-    const auto m2 = fromBits({s.significand, static_cast<std::uint16_t>(16383 + odd)});
-    const auto scale = fromBits({1ull << 63, static_cast<std::uint16_t>((s.signAndExponent + 16383u) >> 1)});
-    const Real80 seed = tables::InvRootSeed[odd << 8 | (s.significand >> 55 & 0xFF)];
-    return static_cast<Real64>(rootOfSignificand<Real80>(m2, seed) * scale);
+    const Real80 sum = x * x + y * y;
+    // Where the sum, rounded to Real64, is a normal number and no carry can have reached its leading bits, exponent and
+    // index come from there: the load of eight bytes follows its store at once, while one from an extended slot waits
+    // until the store retires and so chains one element to the next.
+    const std::uint64_t rounded = asBits(static_cast<Real64>(sum));
+    const bool plain = (rounded << 20) != 0 && (rounded >> 52) - 2 <= 2042;
+    if (!plain) [[unlikely]] {
+        if (isZero(z.re) && isZero(z.im)) return 0.0;
+        return modulusBySlots(sum);
+    }
+    const std::uint64_t flipped = rounded ^ 0x0010000000000000;
+    const std::uint64_t half = ((rounded >> 52) + 1023) >> 1;  // the exponent field of 2^k, the sum being 4^k m2
+    const Real80 m2 = sum * bits64((3 * 1023 - 2 * half) << 52);
+    const Real80 seed = tables::InvRootSeed[flipped >> 44 & 0x1FF];
+    return static_cast<Real64>(rootOfSignificand<Real80>(m2, seed).value() * bits64(half << 52));
 }
 
 OktStatus absComplex64(const Complex64* src, Real64* dst, std::int32_t len) {
-    return x87Frame<64>(len, src, dst, [=](OktStatus&) {
-        for (std::int32_t i = 0; i < len; ++i) storeElement(dst + i, modulus(loadParts(src + i)));
+    return x87Frame<64>(len, src, dst, [=](OktStatus& status) {
+        elementLoop(src, dst, len, [](Complex64 z, OktStatus&) { return modulus(z); }, status);
     });
 }
 

@@ -1,10 +1,66 @@
-// Complex quotients: the first source times the conjugate of the second, times the reciprocal of the second's squared
+// Quotients.
+//
+// Real: one IEEE division an element, under the caller's MXCSR. A finite element divided by a zero warns: on Real32 the
+// divisor is tested by its bits, on Real64 by a comparison with 0.0 after the division, so that a subnormal divisor counts
+// as a zero there when the caller's denormals-are-zero is set. Elements are divided side by side where no divisor can warn.
+//
+// Complex: the first source times the conjugate of the second, times the reciprocal of the second's squared
 // modulus. Complex32 in Real64; Complex64 in Real80 with compensated numerators. A zero divisor takes the course of the
 // IEEE operations; there is no status.
 #include "arith/complex_parts.h"
+#include "frame/loops.h"
+#include "frame/status_flag.h"
 
 namespace okt {
 namespace {
+
+bool isFinite(Real32 x) { return (asBits(x) & 0x7F800000) != 0x7F800000; }
+bool isFinite(Real64 x) { return (highWord(x) & 0x7FF00000) != 0x7FF00000; }
+
+Real32 divElement(Real32 x, Real32 y, OktStatus& status) {
+    const Real32 quotient = x / y;
+    if (asBits(y) << 1 == 0 && isFinite(x)) {
+        status = oktStatusSingularity;
+        raiseStatusFlag32(status);
+    }
+    return quotient;
+}
+
+Real64 divElement(Real64 x, Real64 y, OktStatus& status) {
+    const Real64 quotient = x / y;
+    if (isFinite(x) && isFinite(y) && y == 0.0) {
+        status = oktStatusSingularity;
+        raiseStatusFlag64(status);
+    }
+    return quotient;
+}
+
+// Whether a divisor of the block may warn. The subnormal ones of Real64 are left to the element routine, whose comparison
+// can raise the denormal flag.
+bool mayWarn(F32<8> divisor) {
+    const U32<8> bits = asBits(divisor);
+    return any(bits + bits == U32<8>(0));
+}
+bool mayWarn(F64<4> divisor) {
+    return any(greaterSigned(U32<4>(0x00100000), packHighWords(asBits(divisor)) & U32<4>(0x7FFFFFFF)));
+}
+
+template <class T>
+OktStatus divReal(const T* src1, const T* src2, T* dst, std::int32_t len) {
+    using Block = Vec<T, 32 / sizeof(T)>;
+    return x87Frame<53>(len, src1, src2, dst, [=](OktStatus& status) {
+        packedElementLoop<Block::lanes>(
+            src1, src2, dst, len,
+            [](const T* x, const T* y, T* quotient) {
+                const auto divisor = Block::load(y);
+                if (mayWarn(divisor)) [[unlikely]]
+                    return false;
+                (Block::load(x) / divisor).store(quotient);
+                return true;
+            },
+            [](T x, T y, OktStatus& s) { return divElement(x, y, s); }, status);
+    });
+}
 
 template <class R>
 struct Quotient {
@@ -52,6 +108,8 @@ OktStatus divComplex64(const Complex64* src1, const Complex64* src2, Complex64* 
 
 }  // namespace
 
+OKT_EXPORT(Div, 32f, divReal)
+OKT_EXPORT(Div, 64f, divReal)
 OKT_EXPORT(Div, 32fc, divComplex32)
 OKT_EXPORT(Div, 64fc, divComplex64)
 

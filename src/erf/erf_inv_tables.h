@@ -10,8 +10,8 @@
 
 namespace okt::tables {
 
-// Row i stands at entry 6 (i + 1): a row of zeros, for lanes that are redone, then 424 rows, each c0 to c4 of
-// a polynomial in t = w - (w cut to three fraction bits) for erfinv(1 - w)/(1 - w), and a zero. Row i serves
+// Row i stands at entry 6 (i + 1): a row of zeros, for lanes that are redone, then 424 rows, each c0 to c4
+// of a polynomial in t = w - (w cut to three fraction bits) for erfinv(1 - w)/(1 - w), and a zero. Row i serves
 // the w whose top 15 bits are 8183 - i.
 alignas(64) inline constexpr Real64 erfInvPieces[2550] = {
     0x0.0p+0, 0x0.0p+0, 0x0.0p+0, 0x0.0p+0, 0x0.0p+0, 0x0.0p+0,
@@ -574,8 +574,8 @@ alignas(64) inline constexpr Real64 erfInvMiddle[512] = {
     0x1.d63defb393afdp-6, 0x1.ca7da78000000p-1, 0x1.f06adb0000000p-3, 0x1.1b4abb0000000p-3,
 };
 
-// 10 rows of 18, row k = 2 to 11 standing at entry 18 (k - 2), for 1/y = k/16 + t, 0 <= t < 1/16: the low part
-// of c0, the rests of c1 and c2, c3 to c14, then the high part of c0 with 26 bits and the high parts of c1
+// 10 rows of 18, row k = 2 to 11 standing at entry 18 (k - 2), for 1/y = k/16 + t, 0 <= t < 1/16: the low
+// part of c0, the rests of c1 and c2, c3 to c14, then the high part of c0 with 26 bits and the high parts of c1
 // and c2 with 25 bits.
 alignas(64) inline constexpr Real64 erfInvTail[180] = {
     -0x1.f00da25ac2601p-29, -0x1.3b4cee0cb9fadp-28, 0x1.7e3e72dbe2066p-30, 0x1.465cfb646474cp+0, -0x1.50fe0df11d709p+1, 0x1.0d8f5195ad4f3p+3,

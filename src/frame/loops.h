@@ -1,6 +1,7 @@
 // The loop shapes. A family passes its pieces; which path an element takes is decided here and nowhere else.
 #pragma once
 
+#include "frame/vector_loop.h"
 #include "lanes/lanes.h"
 
 #include <cstdint>
@@ -96,6 +97,30 @@ inline void elementLoop(const S* src1, const S* src2, D* dst, std::int32_t len, 
                         OktStatus& status) {
     for (std::int32_t i = 0; i < len; ++i)
         storeElement(dst + i, element(loadElement(src1 + i), loadElement(src2 + i), status));
+}
+
+// Element loop, worked Block elements side by side where `tryBlock(src, dst)` finds nothing particular in them (false:
+// nothing stored). It is the element loop in results, flags and status: `tryBlock` does the very operations of the
+// element routine, and a destination that starts just above a source, where the order of reads and writes shows, is
+// worked one by one.
+template <int Block, class T, class TryBlock, class Element>
+inline void packedElementLoop(const T* src, T* dst, std::int32_t len, const TryBlock& tryBlock, const Element& element,
+                              OktStatus& status) {
+    static_assert(Block <= vectorLoopPass);
+    if (smearsForward(src, dst)) [[unlikely]]
+        elementLoop(src, dst, len, element, status);
+    else
+        redoBlock<Block>(src, dst, len, tryBlock, element, status);
+}
+
+template <int Block, class T, class TryBlock, class Element>
+inline void packedElementLoop(const T* src1, const T* src2, T* dst, std::int32_t len, const TryBlock& tryBlock,
+                              const Element& element, OktStatus& status) {
+    static_assert(Block <= vectorLoopPass);
+    if (smearsForward(src1, dst) || smearsForward(src2, dst)) [[unlikely]]
+        elementLoop(src1, src2, dst, len, element, status);
+    else
+        redoBlock<Block>(src1, src2, dst, len, tryBlock, element, status);
 }
 
 }  // namespace okt

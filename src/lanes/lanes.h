@@ -108,6 +108,10 @@ inline U32<1> shiftRightSigned(U32<1> a, int n) {
 inline Mask32<1> greaterSigned(U32<1> a, U32<1> b) {
     return {static_cast<std::int32_t>(a.raw) > static_cast<std::int32_t>(b.raw)};
 }
+// Signed 32-bit integers to Real64, exact.
+inline F64<1> toReal64(U32<1> a) { return static_cast<Real64>(static_cast<std::int32_t>(a.raw)); }
+// The lower 32 bits of each 64-bit lane, side by side.
+inline U32<1> packLowWords(U64<1> a) { return static_cast<std::uint32_t>(a.raw); }
 
 template <int Bits>
 inline bool any(Mask<Bits, 1> m) { return m.raw; }
@@ -120,6 +124,8 @@ template <class T>
 inline Vec<T, 1> select(Mask<8 * sizeof(T), 1> m, Vec<T, 1> yes, Vec<T, 1> no) { return m.raw ? yes : no; }
 template <class T>
 inline Vec<T, 1> zeroUnless(Mask<8 * sizeof(T), 1> m, Vec<T, 1> a) { return m.raw ? a : Vec<T, 1>(T{0}); }
+template <class T>
+inline Vec<T, 1> zeroIf(Mask<8 * sizeof(T), 1> m, Vec<T, 1> a) { return m.raw ? Vec<T, 1>(T{0}) : a; }
 
 // 12-bit approximations of 1/sqrt(x) and 1/x, as the processor gives them.
 inline F32<1> rsqrtSeed(F32<1> a) { return _mm_cvtss_f32(_mm_rsqrt_ss(_mm_set_ss(a.raw))); }
@@ -128,20 +134,41 @@ inline F32<1> recipSeed(F32<1> a) { return _mm_cvtss_f32(_mm_rcp_ss(_mm_set_ss(a
 inline F64<1> widen(F32<1> a) { return static_cast<Real64>(a.raw); }
 inline F32<1> narrow(F64<1> a) { return static_cast<Real32>(a.raw); }
 
+// Signed 32-bit integers to Real64, exact, and to Real32.
+inline F64<1> widenSigned(U32<1> a) { return static_cast<Real64>(static_cast<std::int32_t>(a.raw)); }
+inline F32<1> toReal32(U32<1> a) { return static_cast<Real32>(static_cast<std::int32_t>(a.raw)); }
+
 // The upper 32 bits of each 64-bit lane, in the low half of the lane.
 inline U64<1> highWords(U64<1> a) { return a.raw >> 32; }
 // The same as 32-bit lanes side by side.
 inline U32<1> packHighWords(U64<1> a) { return static_cast<std::uint32_t>(a.raw >> 32); }
 
+// Compares the upper words of 64-bit lanes as signed integers.
+inline Mask64<1> greaterSignedHigh(U64<1> a, U64<1> b) {
+    return {static_cast<std::int32_t>(a.raw >> 32) > static_cast<std::int32_t>(b.raw >> 32)};
+}
+// The product of the lower words.
+inline U64<1> mulLowWords(U64<1> a, U64<1> b) { return (a.raw & 0xFFFFFFFF) * (b.raw & 0xFFFFFFFF); }
+// The upper half of the product of the upper 16 bits of each lane, there; the lower 16 bits are zero.
+inline U32<1> mulHighHalves(U32<1> a, std::uint16_t b) { return ((a.raw >> 16) * b) & 0xFFFF0000; }
+
+// The 12-bit approximation of 1/sqrt of the Real32 in the upper word of each lane, there; the lower word is free.
+inline U64<1> rsqrtSeedHigh(U64<1> a) {
+    return static_cast<std::uint64_t>(asBits(rsqrtSeed(F32<1>(bits32(static_cast<std::uint32_t>(a.raw >> 32)))).raw)) << 32;
+}
+
+// The factor of each lane's digit 0 to 2 at `bit` of the lane. The table holds a row for every two lanes' digits: the
+// factors of d0 and d1 stand at row d0 + 4 d1.
+template <int bit>
+inline F64<1> gatherByDigitPairs(const Real64* table, U32<1> digits) { return table[2 * (digits.raw >> bit & 3)]; }
 // Lanes with the sign bit set.
 inline Mask32<1> negativeLanes(U32<1> a) { return {static_cast<std::int32_t>(a.raw) < 0}; }
 
 // The truth values of 32-bit lanes for 64-bit lanes.
 inline Mask64<1> widen(Mask32<1> m) { return {m.raw}; }
 
-// To a signed 32-bit integer by the rounding mode in force, and from one to Real64, exact.
+// To a signed 32-bit integer by the rounding mode in force.
 inline U32<1> roundToSigned(F32<1> a) { return static_cast<std::uint32_t>(_mm_cvtss_si32(_mm_set_ss(a.raw))); }
-inline F64<1> widenSigned(U32<1> a) { return static_cast<Real64>(static_cast<std::int32_t>(a.raw)); }
 
 // ---------------------------------------------------------------------------------------------------------------------
 // One register.
@@ -257,6 +284,7 @@ struct Vec<std::uint64_t, 2> {
     Vec(U64<1> low, U64<1> high)
         : raw(_mm_set_epi64x(static_cast<long long>(high.raw), static_cast<long long>(low.raw))) {}
     static Vec load(const std::uint64_t* from) { return _mm_loadu_si128(reinterpret_cast<const __m128i_u*>(from)); }
+    static Vec loadAligned(const std::uint64_t* from) { return _mm_load_si128(reinterpret_cast<const __m128i*>(from)); }
     void store(std::uint64_t* to) const { _mm_storeu_si128(reinterpret_cast<__m128i_u*>(to), raw); }
     std::uint64_t operator[](int i) const {
         return static_cast<std::uint64_t>(_mm_cvtsi128_si64(i == 0 ? raw : _mm_unpackhi_epi64(raw, raw)));
@@ -282,6 +310,7 @@ struct Vec<std::uint32_t, 4> {
     Vec(__m128i x) : raw(x) {}
     Vec(std::uint32_t x) : raw(_mm_set1_epi32(static_cast<int>(x))) {}
     static Vec load(const std::uint32_t* from) { return _mm_loadu_si128(reinterpret_cast<const __m128i_u*>(from)); }
+    static Vec loadAligned(const std::uint32_t* from) { return _mm_load_si128(reinterpret_cast<const __m128i*>(from)); }
     void store(std::uint32_t* to) const { _mm_storeu_si128(reinterpret_cast<__m128i_u*>(to), raw); }
     std::uint32_t operator[](int i) const {
         alignas(16) std::uint32_t out[4];
@@ -330,6 +359,8 @@ inline Vec<T, N> select(Mask<8 * sizeof(T), N> m, Vec<T, N> yes, Vec<T, N> no) {
 }
 inline F64<2> zeroUnless(Mask64<2> m, F64<2> a) { return _mm_and_pd(m.raw, a.raw); }
 inline F32<4> zeroUnless(Mask32<4> m, F32<4> a) { return _mm_and_ps(m.raw, a.raw); }
+inline F64<2> zeroIf(Mask64<2> m, F64<2> a) { return _mm_andnot_pd(m.raw, a.raw); }
+inline F32<4> zeroIf(Mask32<4> m, F32<4> a) { return _mm_andnot_ps(m.raw, a.raw); }
 inline U64<2> zeroUnless(Mask64<2> m, U64<2> a) { return _mm_and_si128(_mm_castpd_si128(m.raw), a.raw); }
 inline U32<4> zeroUnless(Mask32<4> m, U32<4> a) { return _mm_and_si128(_mm_castps_si128(m.raw), a.raw); }
 
@@ -338,6 +369,18 @@ inline F32<4> recipSeed(F32<4> a) { return _mm_rcp_ps(a.raw); }
 
 inline U64<2> highWords(U64<2> a) { return _mm_srli_epi64(a.raw, 32); }
 
+inline Mask64<2> greaterSignedHigh(U64<2> a, U64<2> b) {
+    const __m128i words = _mm_cmpgt_epi32(a.raw, b.raw);
+    return {_mm_castsi128_pd(_mm_shuffle_epi32(words, _MM_SHUFFLE(3, 3, 1, 1)))};
+}
+inline U64<2> mulLowWords(U64<2> a, U64<2> b) { return _mm_mul_epu32(a.raw, b.raw); }
+inline U32<4> mulHighHalves(U32<4> a, std::uint16_t b) {
+    return _mm_mulhi_epu16(a.raw, _mm_set1_epi32(static_cast<int>(static_cast<std::uint32_t>(b) << 16)));
+}
+inline U64<2> rsqrtSeedHigh(U64<2> a) {
+    return _mm_castps_si128(_mm_rsqrt_ps(_mm_castsi128_ps(a.raw)));
+}
+inline F32<4> toReal32(U32<4> a) { return _mm_cvtepi32_ps(a.raw); }
 inline Mask32<4> negativeLanes(U32<4> a) { return {_mm_castsi128_ps(_mm_srai_epi32(a.raw, 31))}; }
 inline U32<4> roundToSigned(F32<4> a) { return _mm_cvtps_epi32(a.raw); }
 
@@ -412,9 +455,56 @@ inline U32<N> shiftRightSigned(U32<N> a, int n) { return {shiftRightSigned(a.lo,
 template <int N>
     requires Paired<U32<N>>
 inline Mask32<N> greaterSigned(U32<N> a, U32<N> b) { return {greaterSigned(a.lo, b.lo), greaterSigned(a.hi, b.hi)}; }
+inline F64<4> toReal64(U32<4> a) {
+    return {F64<2>(_mm_cvtepi32_pd(a.raw)), F64<2>(_mm_cvtepi32_pd(_mm_unpackhi_epi64(a.raw, a.raw)))};
+}
+template <int N>
+    requires Paired<U32<N>>
+inline F64<N> toReal64(U32<N> a) { return {toReal64(a.lo), toReal64(a.hi)}; }
+inline U32<4> packLowWords(U64<4> a) {
+    return _mm_castps_si128(_mm_shuffle_ps(_mm_castsi128_ps(a.lo.raw), _mm_castsi128_ps(a.hi.raw), _MM_SHUFFLE(2, 0, 2, 0)));
+}
+template <int N>
+    requires(N > 4)
+inline U32<N> packLowWords(U64<N> a) { return {packLowWords(a.lo), packLowWords(a.hi)}; }
 template <int N>
     requires Paired<U64<N>>
 inline U64<N> highWords(U64<N> a) { return {highWords(a.lo), highWords(a.hi)}; }
+inline U32<4> packHighWords(U64<4> a) {
+    return _mm_castps_si128(_mm_shuffle_ps(_mm_castsi128_ps(a.lo.raw), _mm_castsi128_ps(a.hi.raw), _MM_SHUFFLE(3, 1, 3, 1)));
+}
+template <int N>
+    requires(N > 4)
+inline U32<N> packHighWords(U64<N> a) { return {packHighWords(a.lo), packHighWords(a.hi)}; }
+inline F64<4> widenSigned(U32<4> a) {
+    return {F64<2>(_mm_cvtepi32_pd(a.raw)), F64<2>(_mm_cvtepi32_pd(_mm_unpackhi_epi64(a.raw, a.raw)))};
+}
+template <int N>
+    requires Paired<U32<N>>
+inline F64<N> widenSigned(U32<N> a) { return {widenSigned(a.lo), widenSigned(a.hi)}; }
+template <int N>
+    requires Paired<U32<N>>
+inline F32<N> toReal32(U32<N> a) { return {toReal32(a.lo), toReal32(a.hi)}; }
+template <int N>
+    requires Paired<U64<N>>
+inline Mask64<N> greaterSignedHigh(U64<N> a, U64<N> b) {
+    return {greaterSignedHigh(a.lo, b.lo), greaterSignedHigh(a.hi, b.hi)};
+}
+template <int N>
+    requires Paired<U64<N>>
+inline U64<N> mulLowWords(U64<N> a, U64<N> b) { return {mulLowWords(a.lo, b.lo), mulLowWords(a.hi, b.hi)}; }
+template <int N>
+    requires Paired<U32<N>>
+inline U32<N> mulHighHalves(U32<N> a, std::uint16_t b) { return {mulHighHalves(a.lo, b), mulHighHalves(a.hi, b)}; }
+// Four lanes share one instruction.
+inline U64<4> rsqrtSeedHigh(U64<4> a) {
+    const __m128i seed = _mm_castps_si128(_mm_rsqrt_ps(_mm_castsi128_ps(packHighWords(a).raw)));
+    return {_mm_unpacklo_epi32(_mm_setzero_si128(), seed), _mm_unpackhi_epi32(_mm_setzero_si128(), seed)};
+}
+template <int N>
+    requires(N > 4)
+inline U64<N> rsqrtSeedHigh(U64<N> a) { return {rsqrtSeedHigh(a.lo), rsqrtSeedHigh(a.hi)}; }
+
 template <int N>
     requires Paired<U32<N>>
 inline Mask32<N> negativeLanes(U32<N> a) { return {negativeLanes(a.lo), negativeLanes(a.hi)}; }
@@ -448,6 +538,9 @@ template <class T, int N>
 inline Vec<T, N> zeroUnless(Mask<8 * sizeof(T), N> m, Vec<T, N> a) {
     return {zeroUnless(m.lo, a.lo), zeroUnless(m.hi, a.hi)};
 }
+template <class T, int N>
+    requires Paired<Vec<T, N>>
+inline Vec<T, N> zeroIf(Mask<8 * sizeof(T), N> m, Vec<T, N> a) { return {zeroIf(m.lo, a.lo), zeroIf(m.hi, a.hi)}; }
 
 // Real32 lanes to Real64 lanes, exact, and back with one rounding.
 inline F64<4> widen(F32<4> a) { return {F64<2>(_mm_cvtps_pd(a.raw)), F64<2>(_mm_cvtps_pd(_mm_movehl_ps(a.raw, a.raw)))}; }
@@ -459,13 +552,7 @@ template <int N>
     requires(N > 4)
 inline F32<N> narrow(F64<N> a) { return {narrow(a.lo), narrow(a.hi)}; }
 
-inline U32<4> packHighWords(U64<4> a) {
-    return _mm_castps_si128(_mm_shuffle_ps(_mm_castsi128_ps(a.lo.raw), _mm_castsi128_ps(a.hi.raw), _MM_SHUFFLE(3, 1, 3, 1)));
-}
 inline U32<2> packHighWords(U64<2> a) { return {packHighWords(U64<1>(a[0])), packHighWords(U64<1>(a[1]))}; }
-template <int N>
-    requires(N > 4)
-inline U32<N> packHighWords(U64<N> a) { return {packHighWords(a.lo), packHighWords(a.hi)}; }
 inline F32<2> narrow(F64<2> a) { return {narrow(F64<1>(a[0])), narrow(F64<1>(a[1]))}; }
 inline Mask64<2> widen(Mask32<2> m) {
     return {_mm_castsi128_pd(_mm_set_epi64x(-static_cast<long long>(m.hi.raw), -static_cast<long long>(m.lo.raw)))};
@@ -476,12 +563,6 @@ inline Mask64<4> widen(Mask32<4> m) {
 template <int N>
     requires(N > 4)
 inline Mask64<N> widen(Mask32<N> m) { return {widen(m.lo), widen(m.hi)}; }
-inline F64<4> widenSigned(U32<4> a) {
-    return {F64<2>(_mm_cvtepi32_pd(a.raw)), F64<2>(_mm_cvtepi32_pd(_mm_unpackhi_epi64(a.raw, a.raw)))};
-}
-template <int N>
-    requires Paired<U32<N>>
-inline F64<N> widenSigned(U32<N> a) { return {widenSigned(a.lo), widenSigned(a.hi)}; }
 
 // ---------------------------------------------------------------------------------------------------------------------
 // Any width.
@@ -510,6 +591,13 @@ inline Vec<T, N> operator|(Vec<T, N> a, Vec<T, N> b) { return asReal(asBits(a) |
 template <class T, int N>
     requires std::is_floating_point_v<T>
 inline Vec<T, N> operator^(Vec<T, N> a, Vec<T, N> b) { return asReal(asBits(a) ^ asBits(b)); }
+
+// Lanes outside first .. last, as unsigned numbers; the range may wrap around, so that it serves signed numbers, too.
+template <int N>
+inline Mask32<N> outside(U32<N> a, std::uint32_t first, std::uint32_t last) {
+    constexpr std::uint32_t lowest = 0x80000000;  // in a signed comparison
+    return greaterSigned(a + U32<N>(lowest - first), U32<N>(lowest + (last - first)));
+}
 
 // Two columns, lane by lane.
 template <class V>
@@ -554,6 +642,22 @@ template <int N>
     requires Paired<U64<N>>
 inline F64<N> gatherAt(const Real64* table, U64<N> byteOffset) {
     return {gatherAt(table, byteOffset.lo), gatherAt(table, byteOffset.hi)};
+}
+
+template <int bit>
+inline F64<4> gatherByDigitPairs(const Real64* table, U32<4> digits) {
+    const __m128i first = _mm_and_si128(_mm_srli_epi32(digits.raw, bit), _mm_set1_epi32(3));
+    const __m128i rows = _mm_or_si128(_mm_slli_epi64(first, 4), _mm_srli_epi64(first, 26));  // in bytes, in the low half
+    const char* base = reinterpret_cast<const char*>(table);
+    const auto low = static_cast<unsigned>(_mm_extract_epi16(rows, 0));
+    const auto high = static_cast<unsigned>(_mm_extract_epi16(rows, 4));
+    return {F64<2>(_mm_load_pd(reinterpret_cast<const Real64*>(base + low))),
+            F64<2>(_mm_load_pd(reinterpret_cast<const Real64*>(base + high)))};
+}
+template <int bit, int N>
+    requires(N > 4)
+inline F64<N> gatherByDigitPairs(const Real64* table, U32<N> digits) {
+    return {gatherByDigitPairs<bit>(table, digits.lo), gatherByDigitPairs<bit>(table, digits.hi)};
 }
 
 // Interleaved pairs to two vectors of columns, and back.

@@ -16,16 +16,25 @@ struct Real80Bits {
     std::uint16_t signAndExponent;  // sign in bit 15, exponent biased by 16383
 };
 
+// Each field is read by a load of its own width: a wider one would wait until the store of ten bytes retires.
 inline Real80Bits asBits(Real80 x) {
-    Real80Bits bits;
-    __builtin_memcpy(&bits, &x, 10);
-    return bits;
+    union {
+        Real80 value;
+        Real80Bits bits;
+    } slot;
+    slot.value = x;
+    return {slot.bits.significand, static_cast<const volatile std::uint16_t&>(slot.bits.signAndExponent)};
 }
 
 inline Real80 fromBits(Real80Bits bits) {
     Real80 x;
     __builtin_memcpy(&x, &bits, 10);
     return x;
+}
+
+// The significand as a number in [1, 2), by an integer load; every step is exact.
+inline Real80 significandOf(Real80Bits bits) {
+    return (static_cast<Real80>(static_cast<std::int64_t>(bits.significand)) + 0x1p64L) * 0x1p-63L;
 }
 
 }  // namespace okt

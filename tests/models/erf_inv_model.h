@@ -10,7 +10,8 @@ namespace erfinv {
 
 using namespace okt::model::erf;
 
-template <class Real> Real outside(Real x, Real one, OktStatus& status) {
+template <class Real>
+Real outside(Real x, Real one, OktStatus& status) {
     if (x != x) return x * x;
     if (x == one || x == -one) {
         warn(status, oktStatusSingularity);
@@ -30,16 +31,12 @@ inline constexpr Real64 middleDenominator32[7] = {1.0,
                                                   49.63692733458368,
                                                   -13.78918983644795,
                                                   0.9112468451579203};
-inline constexpr Real64 small32[5] = {0.8862269254528556, 0.23201366622277247, 0.12755633460153998,
-                                      0.08652369094055386, 0.06702456814866439};
+inline constexpr Real64 small32[5] = {0.8862269254528556, 0.23201366622277247, 0.12755633460153998, 0.08652369094055386,
+                                      0.06702456814866439};
 inline constexpr Real64 tailNumerator32[6] = {-0.019528882051019682, 1.0181780043977067, 1.9810173395506179,
                                               3.7483407134268534,    2.1681898444588947, 0.2343178069097516};
-inline constexpr Real64 tailDenominator32[6] = {1.0,
-                                                2.6710280674656595,
-                                                4.062442914921245,
-                                                4.199278077180345,
-                                                2.173006700172145,
-                                                0.23425474066153762};
+inline constexpr Real64 tailDenominator32[6] = {
+    1.0, 2.6710280674656595, 4.062442914921245, 4.199278077180345, 2.173006700172145, 0.23425474066153762};
 
 inline Real32 element32(Real32 source, OktStatus& status) {
     const std::uint32_t bits = asBits(source) & 0x7FFFFFFFU;
@@ -75,7 +72,8 @@ inline Real64 cleared36(Real64 v) { return pattern64(asBits(v) >> 36 << 36); }
 inline Real64 shortPart(Real64 v) { return v * 103079215105.0 - v * 103079215104.0; }
 
 // |x| below 2^-35. A subnormal result is rounded on its own grid, at 2^-766 in the raised scale.
-template <class Cut> Real64 tiny(Real64 x, Cut cut) {
+template <class Cut>
+Real64 tiny(Real64 x, Cut cut) {
     const Real64 raised = x * powerOfTwo(256);
     const Real64 xh = cut(raised);
     const Real64 xl = raised - xh;
@@ -227,7 +225,7 @@ OktStatus array(const Real* src, Real* dst, std::int32_t len, Element element) {
     return status;
 }
 
-} // namespace erfinv
+}  // namespace erfinv
 
 inline OktStatus ErfInv_32f(const Real32* src, Real32* dst, std::int32_t len) {
     return erfinv::array(src, dst, len, erfinv::element32);
@@ -240,4 +238,4 @@ inline OktStatus ErfInv_64f(const Real64* src, Real64* dst, std::int32_t len) {
     return erfinv::array(src, dst, len, erfinv::elementA50);
 }
 
-} // namespace okt::model
+}  // namespace okt::model

@@ -98,8 +98,8 @@ inline Real32 erfcMain32(Real32 source) {
     const Real64 log2e128 = pattern64(0x40671547652B82FE);
     const Real64 roundShift = pattern64(0xC338000000000000);
     const Real64 ln2Over128 = pattern64(0x3F762E42FEFA39EF);
-    const Real64 c3 = pattern64(0x3FC5555555555555); // 1/6
-    const Real64 c4 = pattern64(0x3FA5555555555555); // 1/24
+    const Real64 c3 = pattern64(0x3FC5555555555555);  // 1/6
+    const Real64 c4 = pattern64(0x3FA5555555555555);  // 1/24
 
     const Real64 t = magnitude(x);
     const Real64 u = -(t * t);
@@ -135,9 +135,9 @@ inline Real64 erfcMain64(Real64 x) {
     const Real64 roundShift = pattern64(0xC338000000000000);
     const Real64 ln2Hi = pattern64(0x3F762E4300000000);
     const Real64 ln2Lo = pattern64(0xBDB05C610CA86C39);
-    const Real64 c3 = pattern64(0x3FC5555555555555); // 1/6
-    const Real64 c4 = pattern64(0x3FA5555555555555); // 1/24
-    const Real64 c5 = pattern64(0x3F81111111111111); // 1/120
+    const Real64 c3 = pattern64(0x3FC5555555555555);  // 1/6
+    const Real64 c4 = pattern64(0x3FA5555555555555);  // 1/24
+    const Real64 c5 = pattern64(0x3F81111111111111);  // 1/120
 
     const Real64 t = magnitude(x);
     const Real64 th = wide(t);
@@ -202,7 +202,7 @@ OktStatus pairs(const Real* src, Real* dst, std::int32_t len, Plain plain, Main 
     return status;
 }
 
-} // namespace erf
+}  // namespace erf
 
 inline OktStatus Erf_32f(const Real32* src, Real32* dst, std::int32_t len) {
     for (std::int32_t i = 0; i < len; ++i) dst[i] = erf::erf32(src[i]);
@@ -213,7 +213,7 @@ inline OktStatus Erf_64f(const Real64* src, Real64* dst, std::int32_t len) {
     for (std::int32_t i = 0; i < len; ++i) {
         const std::uint64_t bits = asBits(src[i]) & 0x7FFFFFFFFFFFFFFFULL;
         if (bits > 0x7FF0000000000000U) {
-            const std::uint64_t pattern = asBits(src[i]); // also a signalling NaN as it is
+            const std::uint64_t pattern = asBits(src[i]);  // also a signalling NaN as it is
             __builtin_memcpy(dst + i, &pattern, sizeof pattern);
         } else if (bits == 0x7FF0000000000000U) {
             dst[i] = erf::orSign(1.0, src[i]);
@@ -238,4 +238,4 @@ inline OktStatus Erfc_64f(const Real64* src, Real64* dst, std::int32_t len) {
         erf::erfcElement64);
 }
 
-} // namespace okt::model
+}  // namespace okt::model

@@ -29,13 +29,15 @@ inline Real64 powerOfTwo(std::int32_t exponent) {
 }
 
 // A value that the compiler takes to be unknown, so that arithmetic on it happens when and where it is written.
-template <class T> T unknown(T value) {
+template <class T>
+T unknown(T value) {
     volatile T cell = value;
     return cell;
 }
 
 // Arithmetic done for its flags.
-template <class T> void forFlags(T value) {
+template <class T>
+void forFlags(T value) {
     volatile T cell = value;
     static_cast<void>(cell);
 }
@@ -88,10 +90,11 @@ inline Pair exactProduct(Real64 a, Real64 b) {
 }
 
 // Polynomial by Horner's rule, c[0] the constant term.
-template <int N> Real64 horner(const Real64 (&c)[N], Real64 x) {
+template <int N>
+Real64 horner(const Real64 (&c)[N], Real64 x) {
     Real64 p = c[N - 1];
     for (int k = N - 2; k >= 0; --k) p = p * x + c[k];
     return p;
 }
 
-} // namespace okt::model::erf
+}  // namespace okt::model::erf

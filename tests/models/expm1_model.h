@@ -121,7 +121,7 @@ template <bool isReal32> Real64 element(Real64 x, OktStatus& status)
         return x + v * ((0.5 + odd) + even);
     }
 
-    if (x == 0.0)
+    if ((ix | lowWord(x)) == 0)
         return x;
     return x + opaque(tiny) * opaque(tiny);
 }
@@ -132,7 +132,7 @@ template <class Real> OktStatus loop(const Real* src, Real* dst, std::int32_t le
     for (std::int32_t at = 0; at < len; ++at) {
         const Real x = src[at];
         OktStatus warning = oktStatusOk;
-        dst[at] = static_cast<Real>(element<sizeof(Real) == 4>(static_cast<Real64>(x), warning));
+        dst[at] = static_cast<Real>(element<sizeof(Real) == 4>(opaque(static_cast<Real64>(x)), warning));
         if (warning != oktStatusOk) {
             status = warning;
             raiseFlag(warning);

@@ -189,7 +189,7 @@ inline Real64 element(Real64 x, OktStatus& warning)
         return splitSquare(x);
     if (ix >= 0x3C600000)
         return shortSeries(x);
-    if (x == 0.0)
+    if ((ix | lowWord(x)) == 0)
         return x;
     return x - opaque(tiny) * opaque(tiny);
 }
@@ -200,7 +200,7 @@ template <class Real> OktStatus loop(const Real* src, Real* dst, std::int32_t le
     for (std::int32_t at = 0; at < len; ++at) {
         const Real x = src[at];
         OktStatus warning = oktStatusOk;
-        dst[at] = static_cast<Real>(element(static_cast<Real64>(x), warning));
+        dst[at] = static_cast<Real>(element(opaque(static_cast<Real64>(x)), warning));
         if (warning != oktStatusOk) {
             status = warning;
             raiseFlag(warning);

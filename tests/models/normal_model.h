@@ -10,11 +10,14 @@ namespace cdf {
 
 using namespace okt::model::erf;
 
-template <class Real> struct Limits;
-template <> struct Limits<Real32> {
+template <class Real>
+struct Limits;
+template <>
+struct Limits<Real32> {
     static constexpr Real64 upper = 5.41998291015625, underflow = -14.170185089111328;
 };
-template <> struct Limits<Real64> {
+template <>
+struct Limits<Real64> {
     static constexpr Real64 upper = 8.292361075813595, underflow = -38.485408335567335;
 };
 
@@ -73,7 +76,7 @@ inline Exponential gauss(Real64 x) {
 // Phi(-a) or, from row 6 on, Phi(-a) exp(a^2/2) as a pair.
 inline Pair rowValue(const Real64* row, Real64 a) {
     const Real64* pairs = row + 2;
-    const Real64* plain = row + 14 - 6; // plain[6] to plain[15]
+    const Real64* plain = row + 14 - 6;  // plain[6] to plain[15]
     const auto [w, wl] = twoSum(a, row[0]);
     Real64 q = plain[15];
     for (int i = 14; i >= 6; --i) q = q * w + plain[i];
@@ -95,7 +98,8 @@ inline Pair rowValue(const Real64* row, Real64 a) {
     return {p, (h - p) + m};
 }
 
-template <class Real> Real element(Real source, OktStatus& status) {
+template <class Real>
+Real element(Real source, OktStatus& status) {
     const Real64 tiny = unknown(pattern64(0x0010000000000001));
     const Real64 x = source;
     if (x != x) return source * source;
@@ -153,15 +157,16 @@ template <class Real> Real element(Real source, OktStatus& status) {
     return static_cast<Real>(sh * back + (lo + sm) * back);
 }
 
-template <class Real> OktStatus array(const Real* src, Real* dst, std::int32_t len) {
+template <class Real>
+OktStatus array(const Real* src, Real* dst, std::int32_t len) {
     OktStatus status = oktStatusOk;
     for (std::int32_t i = 0; i < len; ++i) dst[i] = element(src[i], status);
     return status;
 }
 
-} // namespace cdf
+}  // namespace cdf
 
 inline OktStatus CdfNorm_32f(const Real32* src, Real32* dst, std::int32_t len) { return cdf::array(src, dst, len); }
 inline OktStatus CdfNorm_64f(const Real64* src, Real64* dst, std::int32_t len) { return cdf::array(src, dst, len); }
 
-} // namespace okt::model
+}  // namespace okt::model

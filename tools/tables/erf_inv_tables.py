@@ -146,8 +146,8 @@ emit(
             "erfInvPieces",
             "Real64",
             flat(erf_inv_pieces()),
-            "Row i stands at entry 6 (i + 1): a row of zeros, for lanes that are redone, then 424 rows, each c0 to c4 of\n"
-            "a polynomial in t = w - (w cut to three fraction bits) for erfinv(1 - w)/(1 - w), and a zero. Row i serves\n"
+            "Row i stands at entry 6 (i + 1): a row of zeros, for lanes that are redone, then 424 rows, each c0 to c4\n"
+            "of a polynomial in t = w - (w cut to three fraction bits) for erfinv(1 - w)/(1 - w), and a zero. Row i serves\n"
             "the w whose top 15 bits are 8183 - i.",
             PIECE_STRIDE,
         ),
@@ -162,8 +162,8 @@ emit(
             "erfInvTail",
             "Real64",
             flat(erf_inv_tail()),
-            "10 rows of 18, row k = 2 to 11 standing at entry 18 (k - 2), for 1/y = k/16 + t, 0 <= t < 1/16: the low part\n"
-            "of c0, the rests of c1 and c2, c3 to c14, then the high part of c0 with 26 bits and the high parts of c1\n"
+            "10 rows of 18, row k = 2 to 11 standing at entry 18 (k - 2), for 1/y = k/16 + t, 0 <= t < 1/16: the low\n"
+            "part of c0, the rests of c1 and c2, c3 to c14, then the high part of c0 with 26 bits and the high parts of c1\n"
             "and c2 with 25 bits.",
             6,
         ),

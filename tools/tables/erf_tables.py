@@ -5,7 +5,7 @@ from gmpy2 import mpfr
 from mpmath import mpf
 
 import minimax
-from minimax import to_mpf
+from minimax import to_mpf, to_mpfr
 from tablegen import Table, emit, from_bits32, from_bits64, real64, truncated
 
 OVERLAP = mpfr("1e-4")  # the rows of erfRows32 reach a little beyond their intervals
@@ -18,6 +18,10 @@ def erfcx(x):
 def number(value):
     """A short number as an mpfr."""
     return mpfr(float(value))
+
+
+def nearest_double(value):
+    return to_mpfr(real64(to_mpf(value)))
 
 
 def fitted(function, powers, low, high, centre):
@@ -90,6 +94,9 @@ def erfc_rows32():
     rows = []
     for j in range(23):
         low, high = (mpfr(0), bounds[1]) if j == 0 else (bounds[j], bounds[j + 1] if j < 22 else limit)
+        if j == 21:
+            # From 9.1946 on results are subnormal and keep few bits: the row is fitted where they are whole.
+            high = mpfr("9.25")
         coefficients, error = fitted(erfcx, range(7), low, high, low)
         assert error < mpf("3e-9"), (j, error)
         rows.append([real64(c) for c in coefficients] + [to_mpf(low)])
@@ -116,10 +123,14 @@ def erfc_rows64():
         else:
             low, high = bounds[j], high_word(0x3FCC0000 + (j + 1) * 0x40000)
             centre = (low + high) / 2
-        c, error = fitted(erfcx, range(14), low, min(high, limit), centre)
+        high = min(high, limit)
+        c, error = fitted(erfcx, range(14), low, high, centre)
         assert error < mpf("5e-18"), (j, error)
+        # The lower coefficients make good for the rounding of the upper ones.
+        exact = [to_mpfr(v) for v in c]
+        c = [to_mpf(v) for v in minimax.round_from_top(exact, low - centre, high - centre, 2, nearest_double)]
         value, slope = real64(c[0]), real64(c[1])
-        rows.append([real64(c[0] - value), value, real64(c[1] - slope), slope] + [real64(v) for v in c[2:]])
+        rows.append([real64(c[0] - value), value, real64(c[1] - slope), slope] + c[2:])
         centres += [to_mpf(centre), mpf(0)]
     return rows, centres
 

@@ -1,11 +1,14 @@
 #!/usr/bin/env python3
-"""Tables of the hyperbolic functions; the rows of tanh are fitted by Sollya, which must be on the PATH."""
+"""Tables of the hyperbolic functions and their inverses.
+
+The rows of tanh are fitted by Sollya, which must be on the PATH.
+"""
 import subprocess
 
 import mpmath
 from mpmath import mpf
 
-from tablegen import PRECISION, Table, bits64, emit, from_bits32, from_bits64, real64, truncated
+from tablegen import PRECISION, Table, bits64, emit, from_bits32, from_bits64, multiple, real64, truncated
 
 GENERATOR = "hyper_tables.py"
 POWERS = 64
@@ -252,4 +255,46 @@ emit(
         ),
     ],
     "Interval polynomials of the hyperbolic tangent.",
+)
+
+# The logarithm of the inverse functions: ln m = -ln c + ln(c m) with c near 1/m.
+
+LOG_ROWS = 256
+LN2_HEAD = from_bits64(0x3FE62E42FEFA3800)
+LN2_TAIL = from_bits64(0x3D2EF35793C76730)
+
+
+def reciprocal(i):
+    """A reciprocal of eleven bits for the middle of interval i of [1, 2)."""
+    return multiple(1 / (1 + (i + mpf(1) / 2) / LOG_ROWS), -11)
+
+
+def log_row(i):
+    c = reciprocal(i)
+    head = multiple(-mpmath.log(c), -42)
+    return [c * mpf(2) ** 1023, head, real64(-mpmath.log(c) - head), mpf(0)]
+
+
+log_rows = [log_row(i) for i in range(LOG_ROWS)]
+
+assert LN2_HEAD == multiple(LN2_HEAD, -42) and real64(mpmath.log(2) - LN2_HEAD) == LN2_TAIL
+for i in range(LOG_ROWS):
+    assert mpf(1) / 2 <= reciprocal(i) < 1
+    assert max(abs(reciprocal(i) * (1 + mpf(i + end) / LOG_ROWS) - 1) for end in (0, 1)) < mpf("0.0024")
+
+emit(
+    "src/hyper/reciprocal_log_table.h",
+    GENERATOR,
+    [
+        Table(
+            "reciprocalLogTable",
+            "Real64",
+            sum(log_rows, []),
+            "Rows of four for the intervals of [1, 2) that the first eight significand bits name: c near 1/m, a\n"
+            "multiple of 2^-11, times 2^1023, so that its pattern less the exponent field of 2^k m is that of 2^-k c;\n"
+            "-ln c as a multiple of 2^-42, and a tail; a zero. |c m - 1| stays below 0.0024.",
+            4,
+        )
+    ],
+    "Reciprocals and their logarithms of the inverse hyperbolic functions.",
 )

@@ -1,0 +1,164 @@
+#include "workload.h"
+
+#include <cmath>
+#include <cstdint>
+#include <cstdlib>
+#include <cstring>
+#include <new>
+
+namespace okt::bench {
+namespace {
+
+struct FamilyRanges {
+    std::string_view family;
+    Ranges ranges;
+};
+
+constexpr Range even(double low, double high) { return {Spread::even, low, high}; }
+constexpr Range logarithmic(double low, double high) { return {Spread::logarithmic, low, high}; }
+constexpr Range bothSigns(double low, double high) { return {Spread::logarithmicBothSigns, low, high}; }
+
+// Families that are not named here take -10 to 10.
+constexpr FamilyRanges realRanges[] = {
+    {"Acos", {even(-1, 1), {}}},
+    {"Acosh", {logarithmic(1, 1000), {}}},
+    {"Asin", {even(-1, 1), {}}},
+    {"Atanh", {even(-0.99, 0.99), {}}},
+    {"Cbrt", {bothSigns(1e-3, 1e3), {}}},
+    {"CdfNorm", {even(-5, 5), {}}},
+    {"CdfNormInv", {even(0.001, 0.999), {}}},
+    {"Ceil", {even(-1000, 1000), {}}},
+    {"Div", {even(-10, 10), logarithmic(0.1, 10)}},
+    {"Erf", {even(-4, 4), {}}},
+    {"Erfc", {even(-4, 8), {}}},
+    {"ErfInv", {even(-0.99, 0.99), {}}},
+    {"ErfcInv", {even(0.01, 1.99), {}}},
+    {"Exp", {even(-30, 30), {}}},
+    {"Floor", {even(-1000, 1000), {}}},
+    {"Hypot", {bothSigns(1e-2, 1e2), bothSigns(1e-2, 1e2)}},
+    {"Inv", {bothSigns(1e-3, 1e3), {}}},
+    {"InvCbrt", {bothSigns(1e-3, 1e3), {}}},
+    {"InvSqrt", {logarithmic(1e-3, 1e3), {}}},
+    {"Ln", {logarithmic(1e-6, 1e6), {}}},
+    {"Log10", {logarithmic(1e-6, 1e6), {}}},
+    {"Log1p", {logarithmic(1e-3, 1e3), {}}},
+    {"Modf", {even(-1000, 1000), {}}},
+    {"NearbyInt", {even(-1000, 1000), {}}},
+    {"Pow", {logarithmic(0.1, 10), even(-10, 10)}},
+    {"Pow2o3", {bothSigns(1e-3, 1e3), {}}},
+    {"Pow3o2", {logarithmic(1e-3, 1e3), {}}},
+    {"Powx", {logarithmic(0.1, 10), {}, 2.6}},
+    {"Rint", {even(-1000, 1000), {}}},
+    {"Round", {even(-1000, 1000), {}}},
+    {"Sqrt", {logarithmic(1e-3, 1e3), {}}},
+    {"Tanh", {even(-5, 5), {}}},
+    {"Trunc", {even(-1000, 1000), {}}},
+};
+
+// Families that are not named here take both parts from -10 to 10.
+constexpr FamilyRanges complexRanges[] = {
+    {"Acos", {even(-2, 2), {}}},  {"Acosh", {even(-2, 2), {}}}, {"Asin", {even(-2, 2), {}}},
+    {"Asinh", {even(-2, 2), {}}}, {"Atan", {even(-2, 2), {}}},  {"Atanh", {even(-2, 2), {}}},
+    {"Cos", {even(-5, 5), {}}},   {"Cosh", {even(-5, 5), {}}},  {"Pow", {even(-3, 3), even(-3, 3)}},
+    {"Powx", {even(-3, 3), {}}},  {"Sin", {even(-5, 5), {}}},   {"Sinh", {even(-5, 5), {}}},
+    {"Tan", {even(-5, 5), {}}},   {"Tanh", {even(-5, 5), {}}},
+};
+
+// A fixed sequence: every run measures the same arguments.
+class Random {
+public:
+    // Evenly between 0 and 1.
+    double next() {
+        state_ += 0x9E3779B97F4A7C15;
+        std::uint64_t z = state_;
+        z = (z ^ (z >> 30)) * 0xBF58476D1CE4E5B9;
+        z = (z ^ (z >> 27)) * 0x94D049BB133111EB;
+        return static_cast<double>((z ^ (z >> 31)) >> 11) * 0x1p-53;
+    }
+
+private:
+    std::uint64_t state_ = 20090929;
+};
+
+// Values are drawn for the first elements and repeated: large arrays are ready sooner, and no branch predictor learns
+// a period of this length.
+constexpr std::size_t period = 1 << 16;
+
+template <class Real>
+void fill(void* to, std::size_t count, const Range& range, Random& random) {
+    auto* values = static_cast<Real*>(to);
+    const std::size_t drawn = count < period ? count : period;
+    for (std::size_t i = 0; i < drawn; ++i) {
+        const double u = random.next();
+        if (range.spread == Spread::even) {
+            values[i] = static_cast<Real>(range.low + (range.high - range.low) * u);
+            continue;
+        }
+        const double size = std::exp(std::log(range.low) + std::log(range.high / range.low) * u);
+        const bool negative = range.spread == Spread::logarithmicBothSigns && random.next() < 0.5;
+        values[i] = static_cast<Real>(negative ? -size : size);
+    }
+    for (std::size_t i = drawn; i < count; i += period)
+        std::memcpy(values + i, values, (count - i < period ? count - i : period) * sizeof(Real));
+}
+
+void fill(void* to, std::size_t length, ElementType type, const Range& range, Random& random) {
+    const std::size_t count = isComplex(type) ? 2 * length : length;
+    if (partOf(type) == ElementType::Real64)
+        fill<double>(to, count, range, random);
+    else
+        fill<float>(to, count, range, random);
+}
+
+}  // namespace
+
+Ranges rangesOf(std::string_view family, bool complexElements) {
+    if (complexElements) {
+        for (const FamilyRanges& row : complexRanges)
+            if (row.family == family) return row.ranges;
+    } else {
+        for (const FamilyRanges& row : realRanges)
+            if (row.family == family) return row.ranges;
+    }
+    return {};
+}
+
+std::size_t bytesPerElement(const Export& function) {
+    const std::size_t sources = function.form == Form::B ? 2 : 1, destinations = function.form == Form::D ? 2 : 1;
+    return sources * sizeOf(function.source) + destinations * sizeOf(function.destination);
+}
+
+void Workload::Free::operator()(void* memory) const { std::free(memory); }
+
+void* Workload::allocate(Memory& memory, std::size_t size) {
+    constexpr std::size_t line = 64;
+    memory.reset(std::aligned_alloc(line, (size + line - 1) / line * line));
+    if (!memory) throw std::bad_alloc();
+    std::memset(memory.get(), 0, size);
+    bytes_ += size;
+    return memory.get();
+}
+
+Workload::Workload(const Export& function, std::size_t length) {
+    const Ranges ranges = rangesOf(function.family, isComplex(function.source));
+    const std::size_t source = length * sizeOf(function.source), destination = length * sizeOf(function.destination);
+    Random random;
+    void* src1 = allocate(src1_, source);
+    fill(src1, length, function.source, ranges.src1, random);
+    arguments_.src1 = src1;
+    if (function.form == Form::B) {
+        void* src2 = allocate(src2_, source);
+        fill(src2, length, function.source, ranges.src2, random);
+        arguments_.src2 = src2;
+    }
+    if (function.form == Form::S) {
+        const Range exact{Spread::even, ranges.scalar, ranges.scalar};
+        fill(scalar_, 1, function.source, exact, random);
+        arguments_.scalar = scalar_;
+    }
+    arguments_.dst1 = allocate(dst1_, destination);
+    if (function.form == Form::D) arguments_.dst2 = allocate(dst2_, destination);
+    arguments_.len = static_cast<std::int32_t>(length);
+}
+
+}  // namespace okt::bench

@@ -1,0 +1,262 @@
+// Inverse trigonometric and inverse hyperbolic functions, one element.
+//
+// acos, acosh and asinh stand on A, half the sum of the distances from the points 1 and -1: the angle's cosine or sine
+// is a/A, the other part is acosh A, and near the branch cuts both come from A - 1 and A - a without cancellation.
+#pragma once
+
+#include "complex/ext_inverse.h"
+#include "complex/ext_log.h"
+#include "complex/kernel_common.h"
+
+namespace okt {
+
+namespace ext {
+
+// The quantities of a point (a, b), a, b > 0.
+struct Distances {
+    Real80 a, b, m, p, b2, R, S, A, Q;
+};
+
+OKT_EXT Distances distances(Real64 a, Real64 b) {
+    Distances d;
+    d.a = a;
+    d.b = b;
+    d.m = d.a - 1.0;
+    d.p = d.a + 1.0;
+    d.b2 = d.b * d.b;
+    d.R = sqrtExt(d.p * d.p + d.b2);
+    d.S = sqrtExt(d.b2 + d.m * d.m);
+    d.A = (d.R + d.S) * 0.5;
+    d.Q = d.S == d.m ? d.b : d.S - d.m;
+    return d;
+}
+
+// The root of A^2 - a^2, over b where a is above 1.
+OKT_EXT Real80 otherLeg(const Distances& d) {
+    if (d.a > 1.0) {
+        return sqrtExt(((d.A + d.a) / (d.R + d.p) + (d.A + d.a) / (d.S + d.m)) * 0.5);
+    }
+    return sqrtExt((d.Q + d.b2 / (d.R + d.p)) * (d.A + d.a) * 0.5);
+}
+
+// acosh A.
+OKT_EXT Real80 logarithmOf(const Distances& d) {
+    if (d.A > 1.5) {
+        return logExt(d.A + sqrtExt(d.A * d.A - 1.0));
+    }
+    Real80 t1 = d.b2 / (d.p + d.R);
+    Real80 t2 = d.a >= 1.0 ? d.m + d.S : d.b2 / d.Q;
+    Real80 u = (t1 + t2) * 0.5;
+    return log1pExt(sqrtExt((d.A + 1.0) * u) + u);
+}
+
+// What acos and acosh have in common, x and y finite and non-zero.
+struct AngleAndLogarithm {
+    Real80 angle, logarithm;
+};
+
+OKT_EXT AngleAndLogarithm acosParts(Real64 x, Real64 y) {
+    Distances d = distances(absReal64(x), absReal64(y));
+    Real80 angle;
+    if (d.a < 0xA4467381D7DBF488p-64L * d.A) {  // 0.6417
+        angle = acosExt(d.a / d.A);
+    } else {
+        Real80 v = otherLeg(d);
+        angle = atan2Ext(d.a > 1.0 ? d.b * v : v, d.a);
+    }
+    if (signOf(x)) {
+        angle = 0xC90FDAA22168C235p-62L - angle;
+    }
+    return {angle, logarithmOf(d)};
+}
+
+// Real part of acos or imaginary part of acosh where that is 0 or pi, and where it is pi/4 or 3*pi/4.
+inline Real64 halfTurn(Real64 x) { return signOf(x) ? pi64 : 0.0; }
+inline Real64 diagonal(Real64 x) { return signOf(x) ? threeQuarterPi64 : quarterPi64; }
+
+inline bool isBelowOne(Real64 x) { return exponentField(x) < 0x3FF; }
+
+// A zero, infinite or NaN part.
+inline Complex64 complexAcosSpecial(Real64 x, Real64 y) {
+    if (isZero(x)) {
+        return {halfPi64, negatedUnlessNaN(narrow(asinhExt(y)))};
+    }
+    if (isNaN(y)) {
+        Real64 square = squared(y);
+        return isNaN(x) ? Complex64{squared(x), square} : Complex64{square, isInf(x) ? squared(x) : square};
+    }
+    if (isNaN(x)) {
+        Real64 square = squared(x);
+        return isInf(y) ? Complex64{x + 0.0, 0.0 - y} : Complex64{square, square};
+    }
+    if (isZero(y)) {
+        if (isBelowOne(x)) {
+            return {narrow(acosExt(x)), negated(y)};
+        }
+        return {halfTurn(x), withSign(narrow(acoshExt(absReal64(x))), negated(y))};
+    }
+    if (isInf(x)) {
+        return {isInf(y) ? diagonal(x) : halfTurn(x), withSign(squared(x), negated(y))};
+    }
+    return {halfPi64, 0.0 - y};
+}
+
+inline Complex64 complexAcoshSpecial(Real64 x, Real64 y) {
+    if (isNaN(y)) {
+        Real64 square = squared(y);
+        return {isNaN(x) || isInf(x) ? squared(x) : square, square};
+    }
+    if (isNaN(x)) {
+        Real64 square = squared(x);
+        return isInf(y) ? Complex64{squared(y), x + 0.0} : Complex64{square, square};
+    }
+    if (isZero(y)) {
+        if (isBelowOne(x)) {
+            return {0.0, withSign(narrow(acosExt(x)), y)};
+        }
+        return {narrow(acoshExt(absReal64(x))), withSign(halfTurn(x), y)};
+    }
+    if (isZero(x)) {
+        return {narrow(asinhExt(absReal64(y))), narrow(atan2Ext(y, x))};
+    }
+    if (isInf(x)) {
+        return {squared(x), withSign(isInf(y) ? diagonal(x) : halfTurn(x), y)};
+    }
+    return {squared(y), withSign(halfPi64, y)};
+}
+
+inline Complex64 complexAsinhSpecial(Real64 x, Real64 y) {
+    if (isZero(y)) {
+        return {narrow(asinhExt(x)), y};
+    }
+    if (isNaN(y)) {
+        Real64 square = squared(y);
+        return {isNaN(x) ? squared(x) : isInf(x) ? x : square, square};
+    }
+    if (isNaN(x)) {
+        Real64 square = squared(x);
+        return {isInf(y) ? squared(y) : square, square};
+    }
+    if (isZero(x)) {
+        if (isBelowOne(y)) {
+            return {x, narrow(asinExt(y))};
+        }
+        return {narrow(acoshExt(absReal64(y)) * Real80{withSign(1.0, x)}), withSign(halfPi64, y)};
+    }
+    if (isInf(x)) {
+        return {x, withSign(isInf(y) ? quarterPi64 : 0.0, y)};
+    }
+    return {withSign(__builtin_inf(), x), withSign(halfPi64, y)};
+}
+
+// pi/2 with the sign of y, and the inexact flag.
+inline Real64 halfPiOf(Real64 y) {
+    keepFlags(opaque(halfPi64) + smallestNormal64);
+    return withSign(halfPi64, y);
+}
+
+// Real part of atanh, x finite and non-zero.
+OKT_EXT Real80 atanhRealPart(Real80 x, Real80 x2, Real80 y2) {
+    Real80 above = 1.0 + x, below = x - 1.0;
+    Real80 c = above * above + y2;
+    Real80 d = below * below + y2;
+    Real80 e = absExt(c - d);
+    if (0x1.eb851eb851eb8p-6 * d >= e) {
+        return atanhExt(2.0 * x / (1.0 + x2 + y2)) * 0.5;
+    }
+    return logExt(c / d) * 0.25;
+}
+
+inline Complex64 complexAtanhSpecial(Real64 x, Real64 y) {
+    Real64 zero = withSign(0.0, x);
+    if (isNaN(x)) {
+        Real64 square = squared(x);
+        if (isInf(y)) {
+            return {0.0, halfPiOf(y)};
+        }
+        Real64 fourth = square * square;
+        return {fourth, isNaN(y) ? squared(y) : fourth};
+    }
+    if (isNaN(y)) {
+        Real64 square = squared(y);
+        return isFiniteNonzero(x) ? Complex64{square, square} : Complex64{zero, narrow(atanExt(y))};
+    }
+    if (isInf(y)) {
+        if (isSubnormal(x)) {
+            keepFlags(opaque(0.5) + x);
+        }
+        return {zero, narrow(atanExt(y))};
+    }
+    if (isInf(x)) {
+        if (isSubnormal(y)) {
+            keepFlags(opaque(0.5) + y);
+        }
+        return {zero, halfPiOf(y)};
+    }
+    if (isZero(x)) {
+        return {x, narrow(atanExt(y))};
+    }
+    // y is a zero
+    if (magnitudeOf(x) <= 0x3FF0000000000000U) {
+        return {narrow(atanhExt(x)), y};
+    }
+    Real80 wide = x;
+    return {narrow(atanhRealPart(wide, wide * wide, 0.0)), halfPiOf(y)};
+}
+
+}  // namespace ext
+
+inline Complex64 complexAcosKernel(Complex64 z) {
+    if (!isFiniteNonzero(z.re) || !isFiniteNonzero(z.im)) [[unlikely]] {
+        return closed(ext::complexAcosSpecial(z.re, z.im));
+    }
+    auto [angle, logarithm] = ext::acosParts(z.re, z.im);
+    Real64 im = narrow(logarithm);
+    return closed({narrow(angle), signOf(z.im) ? im : negated(im)});
+}
+
+inline Complex64 complexAcoshKernel(Complex64 z) {
+    if (!isFiniteNonzero(z.re) || !isFiniteNonzero(z.im)) [[unlikely]] {
+        return closed(ext::complexAcoshSpecial(z.re, z.im));
+    }
+    auto [angle, logarithm] = ext::acosParts(z.re, z.im);
+    return closed({narrow(logarithm), withSign(narrow(angle), z.im)});
+}
+
+inline Complex64 complexAsinhKernel(Complex64 z) {
+    if (!isFiniteNonzero(z.re) || !isFiniteNonzero(z.im)) [[unlikely]] {
+        return closed(ext::complexAsinhSpecial(z.re, z.im));
+    }
+    // The roles of the parts are exchanged.
+    ext::Distances d = ext::distances(absReal64(z.im), absReal64(z.re));
+    Real80 angle;
+    if (d.a <= 0xE666666666666666p-64L * d.A) {  // 0.9
+        angle = asinExt(d.a / d.A);
+    } else {
+        Real80 v = ext::otherLeg(d);
+        angle = atan2Ext(d.a, d.a > 1.0 ? d.b * v : v);
+    }
+    return closed({withSign(narrow(ext::logarithmOf(d)), z.re), withSign(narrow(angle), z.im)});
+}
+
+inline Complex64 complexAtanhKernel(Complex64 z) {
+    if (!isFiniteNonzero(z.re) || !isFiniteNonzero(z.im)) [[unlikely]] {
+        return closed(ext::complexAtanhSpecial(z.re, z.im));
+    }
+    Real80 x = z.re, y = z.im;
+    Real80 x2 = x * x, y2 = y * y;
+    Real80 d = (1.0 - x2) - y2;
+    Real80 angle;
+    if (absExt(d) < 0x1.eb851eb851eb8p-6) {  // close to the unit circle
+        angle = atan2Ext(y, 1.0 + x) - atan2Ext(-y, 1.0 - x);
+    } else {
+        angle = atan2Ext(2.0 * y, d);
+    }
+    return closed({narrow(ext::atanhRealPart(x, x2, y2)), narrow(angle * 0.5)});
+}
+
+inline Complex64 complexAsinKernel(Complex64 z) { return ext::turnedBack(complexAsinhKernel(ext::turned(z))); }
+
+inline Complex64 complexAtanKernel(Complex64 z) { return ext::turnedBack(complexAtanhKernel(ext::turned(z))); }
+
+}  // namespace okt

@@ -1,0 +1,58 @@
+// Principal square root and general power, one element.
+#pragma once
+
+#include "complex/exp_kernel.h"
+#include "complex/log_kernel.h"
+
+namespace okt {
+
+namespace ext {
+
+// A zero, infinite or NaN part, in the order of the contract.
+inline Complex64 complexSqrtSpecial(Real64 x, Real64 y) {
+    if (isInf(y)) {
+        return {__builtin_inf(), y};
+    }
+    if (isInf(x)) {
+        if (isNaN(y)) {
+            return signOf(x) ? Complex64{squared(y), __builtin_inf()} : Complex64{__builtin_inf(), squared(y)};
+        }
+        return signOf(x) ? Complex64{0.0, withSign(x, y)} : Complex64{x, withSign(0.0, y)};
+    }
+    if (isNaN(x) || isNaN(y)) {
+        Real64 nan = x * y;
+        return {nan, nan};
+    }
+    if (isZero(x)) {
+        Real64 t = narrow(sqrtExt(0.5 * Real80{absReal64(y)}));
+        return {t, withSign(t, y)};
+    }
+    if (signOf(x)) {  // y is a zero from here on
+        return {0.0, withSign(narrow(sqrtExt(-Real80{x})), y)};
+    }
+    return {narrow(sqrtExt(Real80{x})), y};
+}
+
+}  // namespace ext
+
+inline Complex64 complexSqrtKernel(Complex64 z) {
+    if (!isFiniteNonzero(z.re) || !isFiniteNonzero(z.im)) [[unlikely]] {
+        return closed(ext::complexSqrtSpecial(z.re, z.im));
+    }
+    Real80 x = z.re, y = z.im;
+    Real80 m = sqrtExt(x * x + y * y);
+    // t is the part along the axis on whose side the point lies.
+    Real80 t = sqrtExt(0.5 * m + 0.5 * absExt(x));
+    Real64 along = narrow(t);
+    Real64 across = absReal64(narrow((0.5 * y) / t));
+    bool left = signOf(z.re);
+    return closed({left ? across : along, withSign(left ? along : across, z.im)});
+}
+
+// a^b = e^(b*ln a), the product of b and the logarithm in plain Real64.
+inline Complex64 complexPowKernel(Complex64 a, Complex64 b) {
+    Complex64 w = complexLogKernel(a);
+    return complexExpKernel({b.re * w.re - b.im * w.im, b.re * w.im + b.im * w.re});
+}
+
+}  // namespace okt

@@ -1,0 +1,309 @@
+// Natural and decimal logarithm.
+//
+// x = 2^e · m; a table gives for the leading bits of m a short c close to K/m (K is 1 for ln, 0.43359375, close to log10 e,
+// for log10) and hi + lo = log(K/c), so that log x = e · log 2 + hi + lo + log(1 + (m c - K)/K). With m cut into mh + ml the
+// products are mh c - K = A, exact, and ml c = B; r = A + B is small and goes through a polynomial that begins at r^2, or
+// with log10 at what K misses of log10 e. The pieces are added from the smallest to the largest, where B counts as a large
+// one next to x = 1. In decimal logarithms c holds the factor K, and no multiplication by log10 e is needed.
+//
+// Ln on Real64 and Log10 on Real32 step e up in the middle of the binade, so that e is 0 on both sides of 1; the two others
+// do it at the powers of two, where the table's last entry cancels e · log 2 exactly.
+//
+// Largest errors seen:
+//   Ln     Real32 0.5296 ulp at 0x1.fb7808p-1, Real64 0.5631 ulp at 0x1.ffe11ded25f67p-1
+//   Log10  Real32 0.7451 ulp at 0x1.01f366p+0, Real64 0.5737 ulp at 0x1.0010ebcb5ba7cp+0
+#include "explog/log_tables.h"
+#include "frame/frame.h"
+#include "frame/loops.h"
+#include "lanes/constant.h"
+#include "lanes/gather.h"
+
+namespace okt {
+namespace {
+
+constexpr Real32 minusInf32 = bits32(0xFF800000);
+constexpr Real64 minusInf64 = bits64(0xFFF0000000000000);
+
+// The pieces of a result, log x = small + large; the element routine corrects the small one for a scaled argument.
+template <class V>
+struct Sums {
+    V small, large;
+    V total() const { return small + large; }
+};
+
+// ---------------------------------------------------------------------------------------------------------------------
+// Ln, Real32
+
+struct LnConstants32 {
+    WordRange normal{0x00800000, 0x7F800000};
+    Constant32 ln2Hi = spread32(0x3F317000);
+    Constant32 ln2Lo = spread32(0x3805FDF4);
+    Constant32 one = spread32(0x3F800000);
+    Constant32 a2 = spread32(0xBF000000);
+    Constant32 a3 = spread32(0x3EAAAAAB);
+    Constant32 a4 = spread32(0xBE800000);
+    Pattern32 significand = 0x007FFFFF;
+    Pattern32 unit = 0x3F800000;
+    Pattern32 mantissaHigh = 0x7FFFC000;
+    Pattern32 indexBits = 0x007F0000;  // the leading seven bits, rounded to six
+    Pattern32 indexRound = 0x00010000;
+    Pattern32 rowBits = 0x00FE0000;
+    Pattern32 nearOneOffset = 0x407E0000;
+    Pattern32 nearOneBound = 0x7FFC0000;
+};
+constexpr LnConstants32 lnConstants32;
+
+// b is the pattern of a normal number and e its exponent, less what it was scaled by; nearOne comes from the true pattern.
+template <int N>
+inline F32<N> lnMain32(const LnConstants32& k, U32<N> b, F32<N> e, Mask32<N> nearOne) {
+    const InMemory<std::uint32_t, N> offset((((b & k.indexBits) + k.indexRound) & k.rowBits) >> 13);
+    const U32<N> m = (b & k.significand) | k.unit;
+    const F32<N> mh = asReal(m & k.mantissaHigh);
+    const F32<N> ml = asReal(m) - mh;
+    const auto [hi, lo, c, zero] = gatherRows<Real32>(tables::Ln32Table, offset);
+    const F32<N> a = mh * c - k.one;
+    const F32<N> b1 = ml * c;
+    const F32<N> r = a + b1;
+    const F32<N> t = (e * k.ln2Hi + hi) + a;
+    const F32<N> q = e * k.ln2Lo + lo;
+    const F32<N> poly = (r * r) * (r * (r * k.a4 + k.a3) + k.a2);
+    return ((poly + q) + zeroIf(nearOne, b1)) + (t + zeroUnless(nearOne, b1));
+}
+
+template <int N>
+inline F32<N> exponent32(U32<N> b) { return toReal32((b >> 23) - U32<N>(127)); }
+
+// 0.9921875 < x < 1.015625
+template <int N>
+inline Mask32<N> lnNearOne(const LnConstants32& k, U32<N> b) { return greaterSigned(b + k.nearOneOffset, U32<N>(k.nearOneBound)); }
+
+[[gnu::noinline, gnu::cold]] Real32 lnElement32(Real32 x, OktStatus& status) {
+    const std::uint32_t b = asBits(x);
+    if (b - 0x00800000 < 0x7F000000)
+        return lnMain32(lnConstants32, U32<1>(b), exponent32(U32<1>(b)), lnNearOne(lnConstants32, U32<1>(b))).raw;
+    if ((b & 0x7FFFFFFF) == 0) {
+        status = oktStatusSingularity;
+        return minusInf32;
+    }
+    if (b < 0x00800000) {
+        const int top = 31 - std::countl_zero(b);
+        const std::uint32_t scaled = ((b << (23 - top)) ^ 0x00800000) | static_cast<std::uint32_t>(top + 1) << 23;  // 2^23 x
+        const F32x1 e = toReal32(U32<1>((scaled >> 23) - (127 + 23)));
+        return lnMain32(lnConstants32, U32<1>(scaled), e, Mask32<1>{false}).raw;
+    }
+    if ((b & 0x7FFFFFFF) > 0x7F800000 || b == 0x7F800000) return x;  // untouched: a signalling NaN stays one
+    status = oktStatusDomain;
+    return bits32(0x7FFC0000);
+}
+
+OktStatus ln32(const Real32* src, Real32* dst, std::int32_t len) {
+    return mxcsrFrame(dst, src, len, [=](OktStatus& status) {
+        const LnConstants32& k = inMemory(lnConstants32);
+        const auto tryBlock = [&k](const Real32* from, Real32* to) {
+            const U32<8> b = asBits(F32<8>::load(from));
+            if (!k.normal.holdsAll(b)) [[unlikely]]
+                return false;
+            lnMain32(k, b, exponent32(b), lnNearOne(k, b)).store(to);
+            return true;
+        };
+        redoBlock<8>(src, dst, len, tryBlock, lnElement32, status);
+    });
+}
+
+// ---------------------------------------------------------------------------------------------------------------------
+// Log10, Real32
+
+struct Log10Constants32 {
+    WordRange normal{0x00800000, 0x7F800000};
+    Constant32 log2Hi = spread32(0x3EA00000);  // log10 2
+    Constant32 log2Lo = spread32(0xBC3BECAF);
+    Constant32 origin = spread32(0x3EDE0000);  // K
+    Constant32 d1 = spread32(0x3AD3D366);      // (log10 e)/K - 1
+    Constant32 d2 = spread32(0xBF93D797);
+    Constant32 d3 = spread32(0x3FE3509F);
+    Constant32 d4 = spread32(0xC04498E8);
+    Constant32 zero = spread32(0);
+    Pattern32 significand = 0x007FFFFF;
+    Pattern32 unit = 0x3F800000;
+    Pattern32 mantissaHigh = 0xFFFF8000;
+    Pattern32 exponentOffset = 0x3F3F8000;  // e steps up at m = 1.49609375
+    Pattern32 indexBits = 0x007F8000;       // the leading eight bits, rounded to seven
+    Pattern32 indexRound = 0x00008000;
+    Pattern32 rowBits = 0x00FF0000;
+};
+constexpr Log10Constants32 log10Constants32;
+
+template <int N>
+inline Sums<F32<N>> log10Main32(const Log10Constants32& k, U32<N> b) {
+    const InMemory<std::uint32_t, N> offset((((b & k.indexBits) + k.indexRound) & k.rowBits) >> 12);
+    const F32<N> e = toReal32(shiftRightSigned(b - k.exponentOffset, 23));
+    const U32<N> m = (b & k.significand) | k.unit;
+    const F32<N> mh = asReal(m & k.mantissaHigh);
+    const F32<N> ml = asReal(m) - mh;
+    const auto [c, again, hi, lo] = gatherRows<Real32>(tables::Log10Table32, offset);
+    const F32<N> a = mh * c - k.origin;
+    const F32<N> b1 = ml * c;
+    const F32<N> r = b1 + a;
+    const F32<N> t = a + (e * k.log2Hi + hi);
+    const F32<N> q = e * k.log2Lo + lo;
+    const Mask32<N> nearOne = q == k.zero;
+    const F32<N> poly = r * (r * (r * (r * k.d4 + k.d3) + k.d2) + k.d1);
+    return {(poly + q) + zeroIf(nearOne, b1), t + zeroUnless(nearOne, b1)};
+}
+
+[[gnu::noinline, gnu::cold]] Real32 log10Element32(Real32 x, OktStatus& status) {
+    const std::uint32_t b = asBits(x);
+    if (b - 0x00800000 < 0x7F000000) return log10Main32(log10Constants32, U32<1>(b)).total().raw;
+    if ((b & 0x7FFFFFFF) == 0) {
+        status = oktStatusSingularity;
+        return minusInf32;
+    }
+    if ((b & 0x7FFFFFFF) > 0x7F800000) {
+        keepFlags(opaque(x) * opaque(Real32{1}));  // invalid for a signalling NaN, which stays one
+        return x;
+    }
+    if (b == 0x7F800000) return x;
+    if (b >= 0x80000000) {
+        status = oktStatusDomain;
+        return bits32(0xFFC00000);
+    }
+    const Real32 scaled = x * Real32{0x1p23f};
+    const auto sums = log10Main32(log10Constants32, U32<1>(asBits(scaled)));
+    return (sums.small.raw - bits32(0x40DD8EDE)) + sums.large.raw;  // 23 log10 2
+}
+
+OktStatus log10_32(const Real32* src, Real32* dst, std::int32_t len) {
+    return mxcsrFrame(dst, src, len, [=](OktStatus& status) {
+        const Log10Constants32& k = inMemory(log10Constants32);
+        const auto tryBlock = [&k](const Real32* from, Real32* to) {
+            const U32<8> b = asBits(F32<8>::load(from));
+            if (!k.normal.holdsAll(b)) [[unlikely]]
+                return false;
+            log10Main32(k, b).total().store(to);
+            return true;
+        };
+        redoBlock<8>(src, dst, len, tryBlock, log10Element32, status);
+    });
+}
+
+// ---------------------------------------------------------------------------------------------------------------------
+// Real64: both logarithms take the same steps with their own constants and table.
+
+struct CommonConstants64 {
+    WordRange normal{0x00100000, 0x7FF00000};  // on the upper word
+    Constant64 zero = 0.0;
+    Pattern64 significand = 0x000FFFFFFFFFFFFF;
+    Pattern64 unit = 0x3FF0000000000000;
+    Pattern32 indexBits = 0x000FFC00;  // the leading ten bits, rounded to nine
+    Pattern32 indexRound = 0x00000400;
+    Pattern32 rowBits = 0x001FF800;
+};
+
+struct LnConstants64 : CommonConstants64 {
+    Constant64 log2Hi = spread64(0x3FE62E42FEFA3800);  // ln 2
+    Constant64 log2Lo = spread64(0x3D2EF35793C76730);
+    Constant64 origin = spread64(0x3FF0000000000000);
+    Constant64 b2 = spread64(0xBFDFFFFFFFFFFCA9);
+    Constant64 b3 = spread64(0x3FD555555555512A);
+    Constant64 b4 = spread64(0xBFD00000D588D052);
+    Constant64 b5 = spread64(0x3FC9999B39037E04);
+    Pattern64 mantissaHigh = 0x7FFFFFFF00000000;
+    Pattern32 exponentOffset = 0x3FE7FC00;  // e steps up at m = 1.4990234375
+
+    static const Real64* table() { return tables::Ln64Table; }
+    static constexpr Real64 scaledBy52 = bits64(0x404205966F2B4F12);  // 52 ln 2
+    template <int N>
+    F64<N> polynomial(F64<N> r) const { return r * (r * (r * (r * (r * b5 + b4) + b3) + b2)); }
+};
+
+struct Log10Constants64 : CommonConstants64 {
+    Constant64 log2Hi = spread64(0x3FD34413509F7800);  // log10 2
+    Constant64 log2Lo = spread64(0x3D1FEF311F12B358);
+    Constant64 origin = spread64(0x3FDBC00000000000);  // K
+    Constant64 f1 = spread64(0x3F5A7A6CBF2E4108);      // (log10 e)/K - 1
+    Constant64 f2 = spread64(0xBFF27AF2DC77AF28);
+    Constant64 f3 = spread64(0x3FFC6A02DC962E0F);
+    Constant64 f4 = spread64(0xC008930AAC7D7C50);
+    Constant64 f5 = spread64(0x4016ABA0F9751EC1);
+    Pattern64 mantissaHigh = 0x7FFFFFFF80000000;
+    Pattern32 exponentOffset = 0x3FF00000;
+
+    static const Real64* table() { return tables::Log10Table64; }
+    static constexpr Real64 scaledBy52 = bits64(0x402F4E9F6303263E);  // 52 log10 2
+    template <int N>
+    F64<N> polynomial(F64<N> r) const { return r * (r * (r * (r * (r * f5 + f4) + f3) + f2) + f1); }
+};
+
+template <class Constants>
+constexpr Constants constants64;
+
+template <class Constants, int N>
+inline Sums<F64<N>> logMain64(const Constants& k, F64<N> x, U32<N> high) {
+    const InMemory<std::uint32_t, N> offset((((high & k.indexBits) + k.indexRound) & k.rowBits) >> 6);
+    const F64<N> e = widenSigned(shiftRightSigned(high - k.exponentOffset, 20));
+    const U64<N> m = (asBits(x) & k.significand) | k.unit;
+    const F64<N> mh = asReal(m & k.mantissaHigh);
+    const F64<N> ml = asReal(m) - mh;
+    const auto [c, again, hi, lo] = gatherRows<Real64>(k.table(), offset);
+    const F64<N> a = mh * c - k.origin;
+    const F64<N> b = ml * c;
+    const F64<N> r = b + a;
+    const F64<N> q = e * k.log2Lo + lo;
+    F64<N> t = a + (e * k.log2Hi + hi);
+    F64<N> rest = b;
+    const Mask64<N> nearOne = q == k.zero;
+    if (any(nearOne)) [[unlikely]] {
+        t = t + zeroUnless(nearOne, b);
+        rest = zeroIf(nearOne, b);
+    }
+    return {(k.polynomial(r) + q) + rest, t};
+}
+
+template <class Constants>
+[[gnu::noinline, gnu::cold]] Real64 logElement64(Real64 x, OktStatus& status) {
+    constexpr const Constants& k = constants64<Constants>;
+    const std::uint64_t b = asBits(x);
+    const std::uint64_t magnitude = b & 0x7FFFFFFFFFFFFFFF;
+    if (magnitude > 0x7FF0000000000000) {
+        keepFlags(opaque(x) * opaque(Real64{1}));  // invalid for a signalling NaN, which stays one
+        return x;
+    }
+    if (magnitude == 0) {
+        status = oktStatusSingularity;
+        return minusInf64;
+    }
+    if (b != magnitude) {
+        status = oktStatusDomain;
+        return bits64(0xFFF8000000000000);
+    }
+    if (b == 0x7FF0000000000000) return x;
+    if (b >= 0x0010000000000000) return logMain64(k, F64x1(x), U32<1>(highWord(x))).total().raw;
+    const Real64 scaled = x * Real64{0x1p52};
+    const auto sums = logMain64(k, F64x1(scaled), U32<1>(highWord(scaled)));
+    return (sums.small.raw - Constants::scaledBy52) + sums.large.raw;
+}
+
+template <class Constants>
+OktStatus log64(const Real64* src, Real64* dst, std::int32_t len) {
+    return mxcsrFrame(dst, src, len, [=](OktStatus& status) {
+        const Constants& k = inMemory(constants64<Constants>);
+        const auto tryBlock = [&k](const Real64* from, Real64* to) {
+            const F64<8> x = F64<8>::load(from);
+            const U32<8> high = packHighWords(asBits(x));
+            if (!k.normal.holdsAll(high)) [[unlikely]]
+                return false;
+            logMain64(k, x, high).total().store(to);
+            return true;
+        };
+        redoBlock<8>(src, dst, len, tryBlock, logElement64<Constants>, status);
+    });
+}
+
+}  // namespace
+
+OKT_EXPORT(Ln, 32f, ln32)
+OKT_EXPORT(Ln, 64f, log64<LnConstants64>)
+OKT_EXPORT(Log10, 32f, log10_32)
+OKT_EXPORT(Log10, 64f, log64<Log10Constants64>)
+
+}  // namespace okt

@@ -1,0 +1,52 @@
+// Constants of kernels that have more of them than there are registers.
+//
+// A Constant stands in memory spread over a register's width, so that an operation takes it as its memory operand: no
+// register is held and no broadcast is done in the loop. A kernel keeps its constants in one struct and reads them
+// through inMemory(), which hides the values from the compiler; otherwise it would make them anew where it needs them.
+#pragma once
+
+#include "lanes/lanes.h"
+
+namespace okt {
+
+template <class T>
+struct alignas(16) Constant {
+    T lane[registerLanes<T>];
+
+    constexpr Constant(T value) {
+        for (T& each : lane) each = value;
+    }
+
+    template <int N>
+    operator Vec<T, N>() const {
+        if constexpr (N == 1)
+            return lane[0];
+        else if constexpr (N == registerLanes<T>)
+            return Vec<T, N>::loadAligned(lane);
+        else
+            return {Vec<T, N / 2>(*this), Vec<T, N / 2>(*this)};
+    }
+};
+
+using Constant32 = Constant<Real32>;
+using Constant64 = Constant<Real64>;
+using Pattern32 = Constant<std::uint32_t>;
+using Pattern64 = Constant<std::uint64_t>;
+
+constexpr Constant32 spread32(std::uint32_t pattern) { return bits32(pattern); }
+constexpr Constant64 spread64(std::uint64_t pattern) { return bits64(pattern); }
+
+// The 32-bit integers from `first` to before `end`, tested by one subtraction and one signed comparison.
+struct WordRange {
+    Pattern32 origin, last;
+    constexpr WordRange(std::uint32_t first, std::uint32_t end)
+        : origin(first + 0x80000000u), last(end - first + 0x7FFFFFFFu) {}
+
+    template <int N>
+    bool holdsAll(U32<N> w) const { return !any(greaterSigned(w - origin, U32<N>(last))); }
+};
+
+template <class Constants>
+inline const Constants& inMemory(const Constants& constants) { return *opaque(&constants); }
+
+}  // namespace okt

@@ -1,0 +1,100 @@
+// Hypotenuse.
+#include "tests/models/hypot_model.h"
+
+#include "support/flags.h"
+#include "support/model_check.h"
+#include "support/rows.h"
+
+#include <cmath>
+
+namespace okt::test {
+namespace {
+
+constexpr Filling<Real32> elements32{ordinaryElement<Real32, -60, 60>, specialElement<Real32>};
+constexpr Filling<Real32> wide32{ordinaryElement<Real32, -126, 127>, specialElement<Real32>};
+constexpr Filling<Real64> elements64{ordinaryElement<Real64, -400, 400>, specialElement<Real64>};
+constexpr Filling<Real64> wide64{ordinaryElement<Real64, -1022, 1023>, specialElement<Real64>};
+
+TEST(Hypot, AgreesWithTheModelUnderEveryMxcsr) {
+    underEveryMxcsr([] {
+        expectModel<Real32, Real32>("oktsHypot_32f_A24", model::Hypot_32f, elements32, elements32);
+        expectModel<Real64, Real64>("oktsHypot_64f_A53", model::Hypot_64f, elements64, elements64);
+    });
+    expectModel<Real32, Real32>("oktsHypot_32f_A24", model::Hypot_32f, wide32, wide32);
+    expectModel<Real64, Real64>("oktsHypot_64f_A53", model::Hypot_64f, wide64, wide64);
+}
+
+TEST(Hypot, RaisesTheFlagsOfTheModel) {
+    expectModelFlags(oktsHypot_32f_A24, model::Hypot_32f);
+    expectModelFlags(oktsHypot_64f_A53, model::Hypot_64f);
+}
+
+TEST(Hypot, SpecialValues) {
+    constexpr std::uint32_t inf = 0x7F800000, minusInf = 0xFF800000, nan = 0x7FC54321, one = 0x3F800000;
+    expectRows<Real32>(oktsHypot_32f_A24, 3,
+                       {
+                           {asBits(3.0f), asBits(4.0f), asBits(5.0f)},
+                           {0, 0, 0},
+                           {0x80000000, 0, 0},
+                           {0x80000000, 0x80000000, 0},
+                           {inf, nan, inf},
+                           {nan, minusInf, inf},
+                           {minusInf, one, inf},
+                           {one, minusInf, inf},
+                           {inf, inf, inf},
+                           {nan, 0x7FE11111, nan},
+                           {0x7F800001, nan, 0x7FC00001},
+                           {nan, 0x7F800001, nan},
+                           {nan, one, nan},
+                           {0, nan, nan},
+                           {0x7F7FFFFF, 0x7F7FFFFF, inf},
+                           {0x00000001, 0x00000001, 0x00000001},
+                           {0x00000001, 0x00000000, 0x00000001},
+                           {0x00000003, 0x80000004, 0x00000005},
+                       });
+    constexpr std::uint64_t inf64 = 0x7FF0000000000000, nan64 = 0x7FF8ABCDE0001234;
+    expectRows<Real64>(oktsHypot_64f_A53, 3,
+                       {
+                           {asBits(3.0), asBits(4.0), asBits(5.0)},
+                           {0, 0x8000000000000000, 0},
+                           {0xFFF0000000000000, nan64, inf64},
+                           {nan64, inf64, inf64},
+                           {nan64, 0x7FF8000000000077, nan64},
+                           {0xFFF0000000000001, nan64, 0xFFF8000000000001},
+                           {asBits(1e-300), asBits(1.0), asBits(1.0)},
+                           {asBits(1e200), asBits(1.0), asBits(0x1p512)},
+                           {0x7FEFFFFFFFFFFFFF, 0x7FEFFFFFFFFFFFFF, asBits(0x1p512)},
+                           {0x0000000000000001, 0, 0x0000000000000001},
+                           {0x0000000000000003, 0x0000000000000004, 0x0000000000000005},
+                       });
+    EXPECT_NEAR(alone(oktsHypot_64f_A53, 1e-300, 1e-300).value / 1.4142135623730951e-300, 1.0, 3e-16);
+}
+
+// Where the larger biased exponent is 500 to 511 nothing is scaled: results of sources too small to be squared stand
+// near 2^-511.
+TEST(Hypot, TheBandBelowTheScalingBound) {
+    EXPECT_NEAR(alone(oktsHypot_64f_A53, 1e-157, 0.0).value / 1.0548e-154, 1.0, 1e-4);
+    const auto withExponent = [](std::uint64_t biased) { return bits64(biased << 52); };
+    EXPECT_EQ(alone(oktsHypot_64f_A53, withExponent(499), 0.0).value, withExponent(499));
+    for (std::uint64_t biased = 500; biased <= 511; ++biased) {
+        const Real64 result = alone(oktsHypot_64f_A53, withExponent(biased), 0.0).value;
+        EXPECT_GE(result, 0x1p-512) << biased;
+        EXPECT_LE(result, 0x1p-510) << biased;
+        EXPECT_TRUE(sameBits(alone(oktsHypot_64f_A53, 0.0, withExponent(biased)).value, asBits(result)));
+    }
+    EXPECT_EQ(alone(oktsHypot_64f_A53, withExponent(512), 0.0).value, withExponent(512));
+}
+
+TEST(Hypot, TheBandAboveTheOverflowOfTheSquares) {
+    const Real64 single = 1.3407807929942597e154;  // 2^512, whose square is the first to overflow
+    EXPECT_EQ(alone(oktsHypot_64f_A53, single, 0.0).value, 0x1p512);
+    EXPECT_LT(alone(oktsHypot_64f_A53, std::nextafter(single, 0.0), 0.0).value, 0x1p512 * (1 + 0x1p-52));
+    for (const Real64 x : {9.4807519081091775e153, 1e154, 1e200, 1e308})
+        EXPECT_EQ(alone(oktsHypot_64f_A53, x, x).value, 0x1p512) << x;
+    const Real64 below = 9.48075190810917e153;
+    EXPECT_NEAR(alone(oktsHypot_64f_A53, below, below).value / 0x1p512, 1.0, 1e-14);
+    EXPECT_EQ(alone(oktsHypot_64f_A53, 1e200, 1.0).status, oktStatusOk);
+}
+
+}  // namespace
+}  // namespace okt::test
