@@ -563,7 +563,9 @@ inline Mask64<2> widen(Mask32<2> m) {
 inline Mask64<4> widen(Mask32<4> m) {
     return {{_mm_castps_pd(_mm_unpacklo_ps(m.raw, m.raw))}, {_mm_castps_pd(_mm_unpackhi_ps(m.raw, m.raw))}};
 }
-inline Mask64<8> widen(Mask32<8> m) { return {widen(m.lo), widen(m.hi)}; }
+template <int N>
+    requires(N > 4)
+inline Mask64<N> widen(Mask32<N> m) { return {widen(m.lo), widen(m.hi)}; }
 
 // ---------------------------------------------------------------------------------------------------------------------
 // Any width.

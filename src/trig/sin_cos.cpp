@@ -82,7 +82,7 @@ OktStatus sinCos32(const Real32* src, Real32* sines, Real32* cosines, std::int32
             storeElement(sines + i, result.sine);
             storeElement(cosines + i, result.cosine);
         };
-        laneBlocks<4, 8>(len, len & ~3, tryLanes, lane);
+        laneBlocks<4, 16>(len, len & ~3, tryLanes, lane);
     });
 }
 

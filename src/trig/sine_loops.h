@@ -61,7 +61,7 @@ OktStatus loop32(const Real32* src, Real32* dst, std::int32_t len) {
             storeElement(dst + i, Function::lane(bits32(loadBits(src + i)), status));
         };
         // A last block of one to four elements is a tail, also when it is whole.
-        laneBlocks<4, 8>(len, len - 4, tryLanes, lane);
+        laneBlocks<4, 16>(len, len - 4, tryLanes, lane);
     });
 }
 

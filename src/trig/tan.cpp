@@ -171,7 +171,7 @@ OktStatus tan32(const Real32* src, Real32* dst, std::int32_t len) {
         const auto lane = [=, &status](std::int32_t i) {
             storeElement(dst + i, tanLane32(bits32(loadBits(src + i)), status));
         };
-        laneBlocks<2, 8>(len, len & ~1, tryLanes, lane);
+        laneBlocks<2, 16>(len, len & ~1, tryLanes, lane);
     });
 }
 
