@@ -470,9 +470,6 @@ inline U32<N> packLowWords(U64<N> a) { return {packLowWords(a.lo), packLowWords(
 template <int N>
     requires Paired<U64<N>>
 inline U64<N> highWords(U64<N> a) { return {highWords(a.lo), highWords(a.hi)}; }
-inline U32<4> packLowWords(U64<4> a) {
-    return _mm_castps_si128(_mm_shuffle_ps(_mm_castsi128_ps(a.lo.raw), _mm_castsi128_ps(a.hi.raw), _MM_SHUFFLE(2, 0, 2, 0)));
-}
 inline U32<4> packHighWords(U64<4> a) {
     return _mm_castps_si128(_mm_shuffle_ps(_mm_castsi128_ps(a.lo.raw), _mm_castsi128_ps(a.hi.raw), _MM_SHUFFLE(3, 1, 3, 1)));
 }
