@@ -134,7 +134,7 @@ Call compare(std::vector<double>& result, const std::function<OktStatus(double*,
     Call c;
     std::vector<double> plain(result.size());
     c.milliseconds = c.loopMilliseconds = std::numeric_limits<double>::infinity();
-    for (int turn = 0; turn < 9; ++turn) {
+    for (int turn = 0; turn < 25; ++turn) {
         const auto start = Clock::now();
         c.status = call(result.data(), static_cast<std::int32_t>(result.size()));
         const auto between = Clock::now();
