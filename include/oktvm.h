@@ -816,8 +816,9 @@ OKT_API OktStatus oktsInvSqrt_64f_A53(const Real64* src, Real64* dst, int32_t le
  * exactly, and 2^(j/128) from a table (the scheme of P. T. P. Tang, Table-driven implementation of the logarithm function in
  * IEEE floating-point arithmetic, ACM TOMS 16, 1990, carried to two lengths).
  *
- * Errors: 32f 0.56 ulp, but up to 3 ulp for bases within 2^-8 of 1 and 0.92 ulp just outside of there, since the series has
- * three terms. 64f 0.51 ulp, 0.91 ulp close to 1; results from 2^-1071 to 2^-1070 up to 1.0 ulp, smaller ones 0.75 ulp.
+ * Errors: 32f 0.56 ulp, but up to 3.2 ulp for bases within 2^-8 of 1 and 0.92 ulp just outside of there, since the series
+ * has three terms. 64f 0.51 ulp, up to 1.0 ulp for bases within 0.001 of 1 with large exponents and for results from 2^-1071
+ * to 2^-1070, 0.75 ulp for smaller results.
  *
  * Special values, the first row that fits: x^0 is 1, and so is (-1)^Inf of either sign, and 1^y, also where the other operand is a
  * NaN; a NaN in src1, then in src2, comes back bit for bit, without a flag; infinite and zero operands follow IEEE 754's pow,
@@ -851,8 +852,9 @@ OKT_API OktStatus oktsPow_32f_A24(const Real32* src1, const Real32* src2, Real32
  * exactly, and 2^(j/128) from a table (the scheme of P. T. P. Tang, Table-driven implementation of the logarithm function in
  * IEEE floating-point arithmetic, ACM TOMS 16, 1990, carried to two lengths).
  *
- * Errors: 32f 0.56 ulp, but up to 3 ulp for bases within 2^-8 of 1 and 0.92 ulp just outside of there, since the series has
- * three terms. 64f 0.51 ulp, 0.91 ulp close to 1; results from 2^-1071 to 2^-1070 up to 1.0 ulp, smaller ones 0.75 ulp.
+ * Errors: 32f 0.56 ulp, but up to 3.2 ulp for bases within 2^-8 of 1 and 0.92 ulp just outside of there, since the series
+ * has three terms. 64f 0.51 ulp, up to 1.0 ulp for bases within 0.001 of 1 with large exponents and for results from 2^-1071
+ * to 2^-1070, 0.75 ulp for smaller results.
  *
  * Special values, the first row that fits: x^0 is 1, and so is (-1)^Inf of either sign, and 1^y, also where the other operand is a
  * NaN; a NaN in src1, then in src2, comes back bit for bit, without a flag; infinite and zero operands follow IEEE 754's pow,
