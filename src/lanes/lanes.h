@@ -450,9 +450,13 @@ inline Mask32<N> greaterSigned(U32<N> a, U32<N> b) { return {greaterSigned(a.lo,
 template <int N>
     requires Paired<U64<N>>
 inline U64<N> highWords(U64<N> a) { return {highWords(a.lo), highWords(a.hi)}; }
+inline U32<1> packLowWords(U64<1> a) { return static_cast<std::uint32_t>(a.raw); }
 inline U32<4> packLowWords(U64<4> a) {
     return _mm_castps_si128(_mm_shuffle_ps(_mm_castsi128_ps(a.lo.raw), _mm_castsi128_ps(a.hi.raw), _MM_SHUFFLE(2, 0, 2, 0)));
 }
+template <int N>
+    requires(N > 4)
+inline U32<N> packLowWords(U64<N> a) { return {packLowWords(a.lo), packLowWords(a.hi)}; }
 inline U32<4> packHighWords(U64<4> a) {
     return _mm_castps_si128(_mm_shuffle_ps(_mm_castsi128_ps(a.lo.raw), _mm_castsi128_ps(a.hi.raw), _MM_SHUFFLE(3, 1, 3, 1)));
 }
@@ -569,6 +573,25 @@ inline Vec<T, N> operator|(Vec<T, N> a, Vec<T, N> b) { return asReal(asBits(a) |
 template <class T, int N>
     requires std::is_floating_point_v<T>
 inline Vec<T, N> operator^(Vec<T, N> a, Vec<T, N> b) { return asReal(asBits(a) ^ asBits(b)); }
+
+// The value itself. All its registers are made before anything that uses the result: the compiler, which would rather work
+// long chains one after the other, is held to working them side by side.
+template <class V>
+inline V inStep(V v) { return v; }
+template <class V>
+    requires Paired<V>
+inline V inStep(V v) {
+    constexpr int registers = V::lanes / registerLanes<typename V::Element>;
+    if constexpr (registers == 2)
+        asm("" : "+x"(v.lo.raw), "+x"(v.hi.raw));
+    else if constexpr (registers == 4)
+        asm("" : "+x"(v.lo.lo.raw), "+x"(v.lo.hi.raw), "+x"(v.hi.lo.raw), "+x"(v.hi.hi.raw));
+    else if constexpr (registers == 8)
+        asm(""
+            : "+x"(v.lo.lo.lo.raw), "+x"(v.lo.lo.hi.raw), "+x"(v.lo.hi.lo.raw), "+x"(v.lo.hi.hi.raw),
+              "+x"(v.hi.lo.lo.raw), "+x"(v.hi.lo.hi.raw), "+x"(v.hi.hi.lo.raw), "+x"(v.hi.hi.hi.raw));
+    return v;
+}
 
 // Two columns, lane by lane.
 template <class V>
