@@ -37,25 +37,26 @@ Real64 divElement(Real64 x, Real64 y, OktStatus& status) {
 
 // Whether a divisor of the block may warn. The subnormal ones of Real64 are left to the element routine, whose comparison
 // can raise the denormal flag.
-bool mayWarn(F32<8> divisor) {
-    const U32<8> bits = asBits(divisor);
-    return any(bits + bits == U32<8>(0));
+template <int N>
+bool mayWarn(F32<N> divisor) {
+    const U32<N> bits = asBits(divisor);
+    return any(bits + bits == U32<N>(0));
 }
-bool mayWarn(F64<4> divisor) {
-    return any(greaterSigned(U32<4>(0x00100000), packHighWords(asBits(divisor)) & U32<4>(0x7FFFFFFF)));
+template <int N>
+bool mayWarn(F64<N> divisor) {
+    return any(greaterSigned(U32<N>(0x00100000), packHighWords(asBits(divisor)) & U32<N>(0x7FFFFFFF)));
 }
 
 template <class T>
 OktStatus divReal(const T* src1, const T* src2, T* dst, std::int32_t len) {
-    using Block = Vec<T, 32 / sizeof(T)>;
     return x87Frame<53>(len, src1, src2, dst, [=](OktStatus& status) {
-        packedElementLoop<Block::lanes>(
+        packedElementLoop<4, 8>(
             src1, src2, dst, len,
-            [](const T* x, const T* y, T* quotient) {
-                const auto divisor = Block::load(y);
+            []<int N>(std::integral_constant<int, N>, const T* x, const T* y, T* quotient) {
+                const auto divisor = Vec<T, N>::load(y);
                 if (mayWarn(divisor)) [[unlikely]]
                     return false;
-                (Block::load(x) / divisor).store(quotient);
+                (Vec<T, N>::load(x) / divisor).store(quotient);
                 return true;
             },
             [](T x, T y, OktStatus& s) { return divElement(x, y, s); }, status);

@@ -20,27 +20,28 @@ T invElement(T x, OktStatus& status) {
     return reciprocal;
 }
 
-bool hasZero(F32<8> x) {
-    const U32<8> bits = asBits(x);
-    return any(bits + bits == U32<8>(0));
+template <int N>
+bool hasZero(F32<N> x) {
+    const U32<N> bits = asBits(x);
+    return any(bits + bits == U32<N>(0));
 }
 // By the high words alone: small subnormals are left to the element routine too.
-bool hasZero(F64<4> x) {
-    const U32<4> high = packHighWords(asBits(x));
-    return any(high + high == U32<4>(0));
+template <int N>
+bool hasZero(F64<N> x) {
+    const U32<N> high = packHighWords(asBits(x));
+    return any(high + high == U32<N>(0));
 }
 
 template <class T>
 OktStatus inv(const T* src, T* dst, std::int32_t len) {
-    using Block = Vec<T, 32 / sizeof(T)>;
     return x87Frame<53>(len, src, dst, [=](OktStatus& status) {
-        packedElementLoop<Block::lanes>(
+        packedElementLoop<4, 8>(
             src, dst, len,
-            [](const T* from, T* to) {
-                const auto x = Block::load(from);
+            []<int N>(std::integral_constant<int, N>, const T* from, T* to) {
+                const auto x = Vec<T, N>::load(from);
                 if (hasZero(x)) [[unlikely]]
                     return false;
-                (Block(T{1}) / x).store(to);
+                (Vec<T, N>(T{1}) / x).store(to);
                 return true;
             },
             [](T x, OktStatus& s) { return invElement(x, s); }, status);

@@ -99,28 +99,32 @@ inline void elementLoop(const S* src1, const S* src2, D* dst, std::int32_t len, 
         storeElement(dst + i, element(loadElement(src1 + i), loadElement(src2 + i), status));
 }
 
-// Element loop, worked Block elements side by side where `tryBlock(src, dst)` finds nothing particular in them (false:
-// nothing stored). It is the element loop in results, flags and status: `tryBlock` does the very operations of the
-// element routine, and a destination that starts just above a source, where the order of reads and writes shows, is
-// worked one by one.
-template <int Block, class T, class TryBlock, class Element>
-inline void packedElementLoop(const T* src, T* dst, std::int32_t len, const TryBlock& tryBlock, const Element& element,
+// Element loop, worked Block or AtOnce elements side by side where `tryLanes(lanes<N>, src, dst)` finds nothing particular
+// in them (false: nothing stored). It is the element loop in results, flags and status: `tryLanes` gives what the element
+// routine gives, and a destination that starts just above a source, where the order of reads and writes shows, is worked
+// one by one.
+template <int Block, int AtOnce, class T, class TryLanes, class Element>
+inline void packedElementLoop(const T* src, T* dst, std::int32_t len, const TryLanes& tryLanes, const Element& element,
                               OktStatus& status) {
-    static_assert(Block <= vectorLoopPass);
+    static_assert(AtOnce <= vectorLoopPass);
     if (smearsForward(src, dst)) [[unlikely]]
-        elementLoop(src, dst, len, element, status);
-    else
-        redoBlock<Block>(src, dst, len, tryBlock, element, status);
+        return elementLoop(src, dst, len, element, status);
+    laneBlocks<Block, AtOnce>(
+        len, len - (Block - 1), [&](auto count, std::int32_t i) { return tryLanes(count, src + i, dst + i); },
+        [&](std::int32_t i) { storeElement(dst + i, element(loadElement(src + i), status)); });
 }
 
-template <int Block, class T, class TryBlock, class Element>
-inline void packedElementLoop(const T* src1, const T* src2, T* dst, std::int32_t len, const TryBlock& tryBlock,
+template <int Block, int AtOnce, class T, class TryLanes, class Element>
+inline void packedElementLoop(const T* src1, const T* src2, T* dst, std::int32_t len, const TryLanes& tryLanes,
                               const Element& element, OktStatus& status) {
-    static_assert(Block <= vectorLoopPass);
+    static_assert(AtOnce <= vectorLoopPass);
     if (smearsForward(src1, dst) || smearsForward(src2, dst)) [[unlikely]]
-        elementLoop(src1, src2, dst, len, element, status);
-    else
-        redoBlock<Block>(src1, src2, dst, len, tryBlock, element, status);
+        return elementLoop(src1, src2, dst, len, element, status);
+    laneBlocks<Block, AtOnce>(
+        len, len - (Block - 1), [&](auto count, std::int32_t i) { return tryLanes(count, src1 + i, src2 + i, dst + i); },
+        [&](std::int32_t i) {
+            storeElement(dst + i, element(loadElement(src1 + i), loadElement(src2 + i), status));
+        });
 }
 
 }  // namespace okt

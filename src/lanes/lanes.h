@@ -599,6 +599,25 @@ inline Mask32<N> outside(U32<N> a, std::uint32_t first, std::uint32_t last) {
     return greaterSigned(a + U32<N>(lowest - first), U32<N>(lowest + (last - first)));
 }
 
+// The value itself. All its registers are made before anything that uses the result: the compiler, which would rather work
+// long chains one after the other, is held to working them side by side.
+template <class V>
+inline V inStep(V v) { return v; }
+template <class V>
+    requires Paired<V>
+inline V inStep(V v) {
+    constexpr int registers = V::lanes / registerLanes<typename V::Element>;
+    if constexpr (registers == 2)
+        asm("" : "+x"(v.lo.raw), "+x"(v.hi.raw));
+    else if constexpr (registers == 4)
+        asm("" : "+x"(v.lo.lo.raw), "+x"(v.lo.hi.raw), "+x"(v.hi.lo.raw), "+x"(v.hi.hi.raw));
+    else if constexpr (registers == 8)
+        asm(""
+            : "+x"(v.lo.lo.lo.raw), "+x"(v.lo.lo.hi.raw), "+x"(v.lo.hi.lo.raw), "+x"(v.lo.hi.hi.raw),
+              "+x"(v.hi.lo.lo.raw), "+x"(v.hi.lo.hi.raw), "+x"(v.hi.hi.lo.raw), "+x"(v.hi.hi.hi.raw));
+    return v;
+}
+
 // Two columns, lane by lane.
 template <class V>
 struct Pair {

@@ -31,9 +31,9 @@ constexpr Real64 invCbrtPolynomial[] = {
 };
 
 template <std::size_t terms, class V>
-V horner(const Real64 (&coefficients)[terms], V x) {
+[[gnu::always_inline]] inline V horner(const Real64 (&coefficients)[terms], V x) {
     V sum = V(coefficients[0]) * x + V(coefficients[1]);
-    for (std::size_t i = 2; i < terms; ++i) sum = sum * x + V(coefficients[i]);
+    for (std::size_t i = 2; i < terms; ++i) sum = inStep(sum * x + V(coefficients[i]));
     return sum;
 }
 
@@ -48,7 +48,7 @@ struct Unscaled {
 };
 
 template <Root root, int N>
-Unscaled<N> unscaledRoot(U32<N> b) {
+[[gnu::always_inline]] inline Unscaled<N> unscaledRoot(U32<N> b) {
     const F64<N> m = widen(asReal((b & U32<N>(0x007FFFFF)) | U32<N>(0x3F800000)));
     const F64<N> p = root == Root::cbrt ? horner(cbrtPolynomial, m) : horner(invCbrtPolynomial, m);
 
@@ -62,8 +62,8 @@ Unscaled<N> unscaledRoot(U32<N> b) {
 }
 
 template <int N>
-Mask32<N> outOfRange(U32<N> magnitude) {
-    return greaterSigned(magnitude, U32<N>(0x7F7FFFFF)) | greaterSigned(U32<N>(0x00800000), magnitude);
+Mask32<N> outOfRange(U32<N> magnitude) {  // neither normal nor finite
+    return greaterSigned(magnitude - U32<N>(0x80800000), U32<N>(0xFEFFFFFF));
 }
 
 template <Root root, int N>
@@ -98,22 +98,25 @@ template <Root root, int N>
     return t * (asReal(scale) * asReal(multiplier | sign));
 }
 
+template <Root root, int N>
+[[gnu::always_inline]] inline void rootBlock(const Real32* src, Real32* dst, OktStatus& status) {
+    const U32<N> x = asBits(F32<N>::load(src));
+    const U32<N> magnitude = x & U32<N>(~signMask);
+    if (any(outOfRange(magnitude))) [[unlikely]] {
+        rootStepsOfAny<root>(x).store(dst);
+        if (root == Root::invCbrt && any(magnitude == U32<N>(0))) status = oktStatusSingularity;
+        return;
+    }
+    rootSteps<root>(x).store(dst);
+}
+
 template <Root root>
 OktStatus root32(const Real32* src, Real32* dst, std::int32_t len) {
     return mxcsrFrame(dst, src, len, [=](OktStatus& status) {
-        const auto block = [&]<int N>(std::int32_t i) {
-            const U32<N> x = asBits(F32<N>::load(src + i));
-            const U32<N> magnitude = x & U32<N>(~signMask);
-            if (any(outOfRange(magnitude))) [[unlikely]] {
-                rootStepsOfAny<root>(x).store(dst + i);
-                if (root == Root::invCbrt && any(magnitude == U32<N>(0))) status = oktStatusSingularity;
-                return;
-            }
-            rootSteps<root>(x).store(dst + i);
-        };
         std::int32_t i = 0;
-        for (; i <= len - 8; i += 8) block.template operator()<8>(i);
-        for (; i < len; ++i) block.template operator()<1>(i);
+        for (; i <= len - 16; i += 16) rootBlock<root, 16>(src + i, dst + i, status);
+        for (; i <= len - 4; i += 4) rootBlock<root, 4>(src + i, dst + i, status);
+        for (; i < len; ++i) rootBlock<root, 1>(src + i, dst + i, status);
     });
 }
 
@@ -178,18 +181,18 @@ template <Root root>
 template <Root root>
 OktStatus root64(const Real64* src, Real64* dst, std::int32_t len) {
     return mxcsrFrame(dst, src, len, [=](OktStatus& status) {
-        redoBlock<4>(
-            src, dst, len,
-            [](const Real64* from, Real64* to) {
-                const auto x = F64<4>::load(from);
+        laneBlocks<4, 8>(
+            len, len - 3,
+            [=]<int N>(std::integral_constant<int, N>, std::int32_t i) {
+                const auto x = F64<N>::load(src + i);
                 if (!allNormal(x)) return false;
-                rootSteps<root>(x).store(to);
+                rootSteps<root>(x).store(dst + i);
                 return true;
             },
-            [](Real64 x, OktStatus& s) {
-                return allNormal(F64x1(x)) ? rootSteps<root>(F64x1(x)).raw : specialElement<root>(x, s);
-            },
-            status);
+            [&](std::int32_t i) {
+                const F64x1 x = F64x1::load(src + i);
+                (allNormal(x) ? rootSteps<root>(x) : F64x1(specialElement<root>(x.raw, status))).store(dst + i);
+            });
     });
 }
 

@@ -3,7 +3,7 @@
 // Real32 works in Real64, where no square overflows or underflows; a sum that would be subnormal as a Real32 is scaled.
 // Real64 scales two small sources up. There is no scaling at the large end, and none while the larger biased exponent is
 // 500 to 511 although the sum of squares may be subnormal then: see the two bands in the function's documentation.
-// Elements are worked four side by side where none is an infinity, a NaN or needs scaling; on Real32 the processor's root
+// Elements are worked side by side where none is an infinity, a NaN or needs scaling; on Real32 the processor's root
 // takes the place of the steps where it must come to the same bits and flags.
 //
 // Largest errors seen: 0.5000 ulp (32f), 1.24 ulp (64f, outside the two bands).
@@ -50,23 +50,25 @@ Real32 hypotElement(Real32 x, Real32 y, OktStatus&) {
     return narrow(scaledRoot(small ? s * F64x1(0x1p200) : s, small ? 100 : 0)).raw;
 }
 
-[[gnu::noinline]] void storeBySteps(F64x4 s, Real32* dst) { narrow(scaledRoot(s, 0)).store(dst); }
+template <int N>
+[[gnu::noinline]] void storeBySteps(F64<N> s, Real32* dst) { narrow(scaledRoot(s, 0)).store(dst); }
 
-bool hypotBlock(const Real32* src1, const Real32* src2, Real32* dst) {
-    const auto x = F32x4::load(src1), y = F32x4::load(src2);
-    const U32x4 exponent(0x7F800000);
+template <int N>
+bool hypotLanes(const Real32* src1, const Real32* src2, Real32* dst) {
+    const auto x = F32<N>::load(src1), y = F32<N>::load(src2);
+    const U32<N> exponent(0x7F800000);
     if (any(((asBits(x) & exponent) == exponent) | ((asBits(y) & exponent) == exponent))) [[unlikely]]
         return false;
-    const F64x4 s = sumOfSquares(widen(x), widen(y));
+    const F64<N> s = sumOfSquares(widen(x), widen(y));
     if (any(isSmall(s))) [[unlikely]]
         return false;
     // The result is the rounding to Real32 of a Real64 that differs from the true root by less than 4 ulp in every rounding
     // mode, as the processor's root does by less than 1. Where that root stands clear of all Real32 and all midpoints
     // between them both round alike; both raise inexact then, as the steps are exact only for the powers of four.
-    const F64x4 root = sqrt(s);
+    const F64<N> root = sqrt(s);
     constexpr std::uint32_t clearance = 16;  // in ulp of Real64; a Real32 or a midpoint comes every 2^28 of them
-    const U32x4 place = packLowWords(asBits(root) + U64<4>(clearance)) & U32x4(0x0FFFFFFF);
-    if (any(greaterSigned(U32x4(2 * clearance + 1), place))) [[unlikely]]
+    const U32<N> place = packLowWords(asBits(root) + U64<N>(clearance)) & U32<N>(0x0FFFFFFF);
+    if (any(greaterSigned(U32<N>(2 * clearance + 1), place))) [[unlikely]]
         storeBySteps(s, dst);
     else
         narrow(root).store(dst);
@@ -88,11 +90,12 @@ Real64 hypotElement(Real64 x, Real64 y, OktStatus&) {
     return (scaledRoot(s, 0) * F64x1(unscale)).raw;
 }
 
-bool hypotBlock(const Real64* src1, const Real64* src2, Real64* dst) {
-    const auto x = F64x4::load(src1), y = F64x4::load(src2);
-    const U32x4 exponent(0x7FF00000);
-    const U32x4 ofX = packHighWords(asBits(x)) & exponent, ofY = packHighWords(asBits(y)) & exponent;
-    const U32x4 smallest(500u << 20);
+template <int N>
+bool hypotLanes(const Real64* src1, const Real64* src2, Real64* dst) {
+    const auto x = F64<N>::load(src1), y = F64<N>::load(src2);
+    const U32<N> exponent(0x7FF00000);
+    const U32<N> ofX = packHighWords(asBits(x)) & exponent, ofY = packHighWords(asBits(y)) & exponent;
+    const U32<N> smallest(500u << 20);
     const auto special = (ofX == exponent) | (ofY == exponent);
     const auto small = greaterSigned(smallest, ofX) & greaterSigned(smallest, ofY);
     if (any(special | small)) [[unlikely]]
@@ -104,8 +107,9 @@ bool hypotBlock(const Real64* src1, const Real64* src2, Real64* dst) {
 template <class T>
 OktStatus hypot(const T* src1, const T* src2, T* dst, std::int32_t len) {
     return x87Frame<53>(len, src1, src2, dst, [=](OktStatus& status) {
-        packedElementLoop<4>(
-            src1, src2, dst, len, [](const T* x, const T* y, T* to) { return hypotBlock(x, y, to); },
+        packedElementLoop<4, 8>(
+            src1, src2, dst, len,
+            []<int N>(std::integral_constant<int, N>, const T* x, const T* y, T* to) { return hypotLanes<N>(x, y, to); },
             [](T x, T y, OktStatus& s) { return hypotElement(x, y, s); }, status);
     });
 }

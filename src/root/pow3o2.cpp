@@ -1,6 +1,6 @@
 // x to the power 3/2: the square root by the seeded root of seed_root.h, to more than the working precision, and its cube,
 // in Real64 under the caller's MXCSR. The cube is multiplied by the root's power of two three times, so that every
-// intermediate stays in range. Elements are worked four side by side where all are positive, normal and finite.
+// intermediate stays in range. Elements are worked side by side where all are positive, normal and finite.
 //
 // Largest errors seen: 0.5000 ulp (32f), 0.5062 at 0x3FF70C98E29A08AF (64f; subnormal results 0.75).
 #include "frame/frame.h"
@@ -41,14 +41,14 @@ F64<N> threeHalves(F64<N> w, std::uint64_t bias) {
 void raiseDomain(Real32) { raiseStatusFlag32(oktStatusDomain); }
 void raiseDomain(Real64) { raiseStatusFlag64(oktStatusDomain); }
 
-F32x1 toElement(F64x1 result, Real32) { return narrow(result); }
-F64x1 toElement(F64x1 result, Real64) { return result; }
-F32x4 toElements(F64x4 result, Real32) { return narrow(result); }
-F64x4 toElements(F64x4 result, Real64) { return result; }
-F64x1 toReal64(F32x1 x) { return widen(x); }
-F64x1 toReal64(F64x1 x) { return x; }
-F64x4 toReal64(F32x4 x) { return widen(x); }
-F64x4 toReal64(F64x4 x) { return x; }
+template <int N>
+F32<N> toElement(F64<N> result, Real32) { return narrow(result); }
+template <int N>
+F64<N> toElement(F64<N> result, Real64) { return result; }
+template <int N>
+F64<N> toReal64(F32<N> x) { return widen(x); }
+template <int N>
+F64<N> toReal64(F64<N> x) { return x; }
 
 template <class T>
 T belowZero(T x, OktStatus& status) {
@@ -73,21 +73,23 @@ T pow3o2Element(T x, OktStatus& status) {
 }
 
 // All lanes positive, normal and finite.
-bool allInRange(F32x4 x) { return !any(greaterSigned(asBits(x) - U32x4(0x80800000), U32x4(0xFEFFFFFF))); }
-bool allInRange(F64x4 x) {
-    return !any(greaterSigned(packHighWords(asBits(x)) - U32x4(0x80100000), U32x4(0xFFDFFFFF)));
+template <int N>
+bool allInRange(F32<N> x) { return !any(greaterSigned(asBits(x) - U32<N>(0x80800000), U32<N>(0xFEFFFFFF))); }
+template <int N>
+bool allInRange(F64<N> x) {
+    return !any(greaterSigned(packHighWords(asBits(x)) - U32<N>(0x80100000), U32<N>(0xFFDFFFFF)));
 }
 
 template <class T>
 OktStatus pow3o2(const T* src, T* dst, std::int32_t len) {
     return x87Frame<53>(len, src, dst, [=](OktStatus& status) {
-        packedElementLoop<4>(
+        packedElementLoop<4, 8>(
             src, dst, len,
-            [](const T* from, T* to) {
-                const auto x = Vec<T, 4>::load(from);
+            []<int N>(std::integral_constant<int, N>, const T* from, T* to) {
+                const auto x = Vec<T, N>::load(from);
                 if (!allInRange(x)) [[unlikely]]
                     return false;
-                toElements(threeHalves<T>(toReal64(x), 0), T{}).store(to);
+                toElement(threeHalves<T>(toReal64(x), 0), T{}).store(to);
                 return true;
             },
             [](T x, OktStatus& s) { return pow3o2Element(x, s); }, status);

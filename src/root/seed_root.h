@@ -26,8 +26,8 @@ inline SeedRoot<R> rootOfSignificand(R m2, R seed) {
     for (int step = 0; step < 3; ++step) {
         const R r = R(0.5) - g * h;
         const R next = g + r * g;
-        h = h + r * h;
-        g = next;
+        h = inStep(h + r * h);
+        g = inStep(next);
     }
     const R c = R(rootSplitConstant) * g;
     const R u = c - g;

@@ -24,7 +24,8 @@ constexpr std::uint32_t splitMask32 = 0xFFFF8000;  // 9 significant bits
 // (1 + e)^(-1/2) - 1 = -1/2 e + 3/8 e² - 5/16 e³ + ...
 template <int N>
 F32<N> series(F32<N> e) {
-    return ((F32<N>(-0.3125f) * e + F32<N>(0.375f)) * e + F32<N>(-0.5f)) * e;
+    const F32<N> p = inStep(F32<N>(-0.3125f) * e + F32<N>(0.375f));
+    return inStep(inStep(p * e + F32<N>(-0.5f)) * e);
 }
 
 template <int N>
@@ -64,8 +65,9 @@ template <int N>
     (sqrtSteps(x, y) | signOf(x)).store(dst);
 }
 
-bool sqrtBlock(const Real32* src, Real32* dst) {
-    const auto x = F32<8>::load(src);
+template <int N>
+bool sqrtLanes(const Real32* src, Real32* dst) {
+    const auto x = F32<N>::load(src);
     const auto outside = outOfRange(asBits(x));
     if (any(outside)) [[unlikely]] {
         if (any(outside & ~isZero(asBits(x)))) return false;
@@ -90,7 +92,12 @@ Real32 sqrtElement(Real32 x, OktStatus& status) {
 }
 
 OktStatus sqrt32(const Real32* src, Real32* dst, std::int32_t len) {
-    return mxcsrFrame(dst, src, len, [=](OktStatus& status) { redoBlock<8>(src, dst, len, sqrtBlock, sqrtElement, status); });
+    return mxcsrFrame(dst, src, len, [=](OktStatus& status) {
+        laneBlocks<4, 16>(
+            len, len - 3,
+            [=]<int N>(std::integral_constant<int, N>, std::int32_t i) { return sqrtLanes<N>(src + i, dst + i); },
+            [&](std::int32_t i) { storeElement(dst + i, sqrtElement(loadElement(src + i), status)); });
+    });
 }
 
 // N lanes, one of them special, by root and division. Zeros warn first, then negative lanes, whatever their order.
@@ -121,19 +128,14 @@ void invSqrtBlock(const Real32* src, Real32* dst, OktStatus& status) {
 OktStatus invSqrt32(const Real32* src, Real32* dst, std::int32_t len) {
     return mxcsrFrame(dst, src, len, [=](OktStatus& status) {
         std::int32_t i = 0;
-        for (; i <= len - 8; i += 8) {  // two blocks of four
-            const auto x = F32<8>::load(src + i);
-            if (any(outOfRange(asBits(x)))) [[unlikely]] {
-                invSqrtBlock<4>(src + i, dst + i, status);
-                invSqrtBlock<4>(src + i + 4, dst + i + 4, status);
-            } else {
+        for (; i <= len - 16; i += 16) {
+            const auto x = F32<16>::load(src + i);
+            if (any(outOfRange(asBits(x)))) [[unlikely]]
+                for (std::int32_t block = 0; block < 16; block += 4) invSqrtBlock<4>(src + i + block, dst + i + block, status);
+            else
                 invSqrtSteps(x).store(dst + i);
-            }
         }
-        if (i <= len - 4) {
-            invSqrtBlock<4>(src + i, dst + i, status);
-            i += 4;
-        }
+        for (; i <= len - 4; i += 4) invSqrtBlock<4>(src + i, dst + i, status);
         for (; i < len; ++i) invSqrtBlock<1>(src + i, dst + i, status);
     });
 }
@@ -147,11 +149,11 @@ constexpr Real64 subnormalDown = 0x1p27;
 
 template <int N>
 F64<N> series(F64<N> e) {
-    F64<N> p = F64<N>(-0.24609375) * e + F64<N>(0.2734375);
-    p = p * e + F64<N>(-0.3125);
-    p = p * e + F64<N>(0.375);
-    p = p * e + F64<N>(-0.5);
-    return p * e;
+    F64<N> p = inStep(F64<N>(-0.24609375) * e + F64<N>(0.2734375));
+    p = inStep(p * e + F64<N>(-0.3125));
+    p = inStep(p * e + F64<N>(0.375));
+    p = inStep(p * e + F64<N>(-0.5));
+    return inStep(p * e);
 }
 
 // The seed is taken of the significand with exponent 0 or 1, whichever leaves an even rest, which is halved by a shift.
@@ -234,18 +236,18 @@ F64<N> steps(F64<N> x) {
 template <bool inverse>
 OktStatus rootOf64(const Real64* src, Real64* dst, std::int32_t len) {
     return mxcsrFrame(dst, src, len, [=](OktStatus& status) {
-        redoBlock<4>(
-            src, dst, len,
-            [](const Real64* from, Real64* to) {
-                const auto x = F64<4>::load(from);
+        laneBlocks<4, 8>(
+            len, len - 3,
+            [=]<int N>(std::integral_constant<int, N>, std::int32_t i) {
+                const auto x = F64<N>::load(src + i);
                 if (anyOutOfRange(x)) return false;
-                steps<inverse>(x).store(to);
+                steps<inverse>(x).store(dst + i);
                 return true;
             },
-            [](Real64 x, OktStatus& s) {
-                return anyOutOfRange(F64x1(x)) ? specialElement<inverse>(x, s) : steps<inverse>(F64x1(x)).raw;
-            },
-            status);
+            [&](std::int32_t i) {
+                const F64x1 x = F64x1::load(src + i);
+                (anyOutOfRange(x) ? F64x1(specialElement<inverse>(x.raw, status)) : steps<inverse>(x)).store(dst + i);
+            });
     });
 }
 
