@@ -5,7 +5,10 @@
 // rows next to a pole the reciprocal -1/(distance of the pole) is split off and added back from a reduction of its own:
 // with yh the distance cut to 35 bits and R = 1/yh, the head of R less the row's constant is exact, and the rest of
 // the reciprocal is R·((1 - yh·Rh) - e).
-// Largest errors seen: WORST
+//
+// Largest errors seen:
+//   Real32  0.9356 ulp; 0.9349 ulp at -0x1.632f16p+2; lane path 0.5000 ulp
+//   Real64  1.0357 ulp; 1.0329 ulp at 0x1.75001f024518ep+13
 #include "frame/frame.h"
 #include "frame/loops.h"
 #include "frame/status_flag.h"
