@@ -118,11 +118,30 @@ inline Pair<Vec<T, N>> gatherPairs(const T* table, const InMemory<Unsigned<T>, N
     return gathering::pairs<bits, N>(table, n.lane);
 }
 
-
 // The rows of four at the given byte offsets.
 template <class T, int N>
 inline Columns<Vec<T, N>> gatherRows(const T* table, const InMemory<std::uint32_t, N>& byteOffset) {
     return gathering::rows<N>(table, byteOffset.lane);
+}
+
+namespace gathering {
+
+template <int N>
+inline F64<N> column(const Real64* table, const std::uint32_t* offset) {
+    if constexpr (N == 1)
+        return *at(table, offset[0]);
+    else if constexpr (N == 2)
+        return _mm_loadh_pd(_mm_load_sd(at(table, offset[0])), at(table, offset[1]));
+    else
+        return {column<N / 2>(table, offset), column<N / 2>(table, offset + N / 2)};
+}
+
+}  // namespace gathering
+
+// The first column alone.
+template <int N>
+inline F64<N> gatherColumn(const Real64* table, const InMemory<std::uint32_t, N>& byteOffset) {
+    return gathering::column<N>(table, byteOffset.lane);
 }
 
 }  // namespace okt
