@@ -137,7 +137,6 @@ inline Pair<Vec<T, N>> gatherPairs(const T* table, const InMemory<Unsigned<T>, N
     return gathering::pairs<bits, N>(table, n.lane);
 }
 
-
 // The rows of four at the given byte offsets.
 template <class T, int N>
 inline Columns<Vec<T, N>> gatherRows(const T* table, const InMemory<std::uint32_t, N>& byteOffset) {
@@ -175,6 +174,16 @@ inline Pair<F64<N>> pairsAt(const Real64* table, const std::uint32_t* offset) {
     }
 }
 
+template <int N>
+inline F64<N> column(const Real64* table, const std::uint32_t* offset) {
+    if constexpr (N == 1)
+        return *at(table, offset[0]);
+    else if constexpr (N == 2)
+        return _mm_loadh_pd(_mm_load_sd(at(table, offset[0])), at(table, offset[1]));
+    else
+        return {column<N / 2>(table, offset), column<N / 2>(table, offset + N / 2)};
+}
+
 }  // namespace gathering
 
 // The elements, and the pairs of elements, that stand stride · offset bytes behind the table's start. A stride of 1, 2,
@@ -186,6 +195,12 @@ inline F64<N> gatherAt(const Real64* table, const InMemory<std::uint32_t, N>& of
 template <std::size_t stride, int N>
 inline Pair<F64<N>> gatherPairsAt(const Real64* table, const InMemory<std::uint32_t, N>& offset) {
     return gathering::pairsAt<stride, N>(table, offset.lane);
+}
+
+// The first column alone.
+template <int N>
+inline F64<N> gatherColumn(const Real64* table, const InMemory<std::uint32_t, N>& byteOffset) {
+    return gathering::column<N>(table, byteOffset.lane);
 }
 
 }  // namespace okt

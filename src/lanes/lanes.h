@@ -147,6 +147,12 @@ inline U32<1> packHighWords(U64<1> a) { return static_cast<std::uint32_t>(a.raw 
 inline Mask64<1> greaterSignedHigh(U64<1> a, U64<1> b) {
     return {static_cast<std::int32_t>(a.raw >> 32) > static_cast<std::int32_t>(b.raw >> 32)};
 }
+// a - from, but not below zero and not above `most`, for lanes below 2^15.
+inline U32<1> clampedDifference(U32<1> a, std::uint16_t from, std::uint16_t most) {
+    const std::uint32_t difference = a.raw > from ? a.raw - from : 0;
+    return difference < most ? difference : std::uint32_t{most};
+}
+
 // The product of the lower words.
 inline U64<1> mulLowWords(U64<1> a, U64<1> b) { return (a.raw & 0xFFFFFFFF) * (b.raw & 0xFFFFFFFF); }
 // The upper half of the product of the upper 16 bits of each lane, there; the lower 16 bits are zero.
@@ -373,6 +379,9 @@ inline Mask64<2> greaterSignedHigh(U64<2> a, U64<2> b) {
     const __m128i words = _mm_cmpgt_epi32(a.raw, b.raw);
     return {_mm_castsi128_pd(_mm_shuffle_epi32(words, _MM_SHUFFLE(3, 3, 1, 1)))};
 }
+inline U32<4> clampedDifference(U32<4> a, std::uint16_t from, std::uint16_t most) {
+    return _mm_min_epi16(_mm_subs_epu16(a.raw, _mm_set1_epi32(from)), _mm_set1_epi32(most));
+}
 inline U64<2> mulLowWords(U64<2> a, U64<2> b) { return _mm_mul_epu32(a.raw, b.raw); }
 inline U32<4> mulHighHalves(U32<4> a, std::uint16_t b) {
     return _mm_mulhi_epu16(a.raw, _mm_set1_epi32(static_cast<int>(static_cast<std::uint32_t>(b) << 16)));
@@ -489,6 +498,11 @@ template <int N>
     requires Paired<U64<N>>
 inline Mask64<N> greaterSignedHigh(U64<N> a, U64<N> b) {
     return {greaterSignedHigh(a.lo, b.lo), greaterSignedHigh(a.hi, b.hi)};
+}
+template <int N>
+    requires Paired<U32<N>>
+inline U32<N> clampedDifference(U32<N> a, std::uint16_t from, std::uint16_t most) {
+    return {clampedDifference(a.lo, from, most), clampedDifference(a.hi, from, most)};
 }
 template <int N>
     requires Paired<U64<N>>
