@@ -1261,6 +1261,95 @@ OKT_API OktStatus oktsSqrt_64f_A53(const Real64* src, Real64* dst, int32_t len);
 
 /** @} */
 
+/** @defgroup ErrorFunctions Error functions
+ *  @{ */
+
+/**
+ * @brief Cumulative normal distribution, for each element.
+ *
+ * @param[in] src source array of len Real32
+ * @param[out] dst destination array of len Real32
+ * @param[in] len number of elements, 1 or more
+ * @return oktStatusOk, oktStatusBadLength, oktStatusNullPointer, oktStatusUnderflow
+ */
+OKT_API OktStatus oktsCdfNorm_32f_A11(const Real32* src, Real32* dst, int32_t len);
+/** @copydoc oktsCdfNorm_32f_A11 */
+OKT_API OktStatus oktsCdfNorm_32f_A21(const Real32* src, Real32* dst, int32_t len);
+/** @copydoc oktsCdfNorm_32f_A11 */
+OKT_API OktStatus oktsCdfNorm_32f_A24(const Real32* src, Real32* dst, int32_t len);
+
+/**
+ * @brief Cumulative normal distribution, for each element.
+ *
+ * @param[in] src source array of len Real64
+ * @param[out] dst destination array of len Real64
+ * @param[in] len number of elements, 1 or more
+ * @return oktStatusOk, oktStatusBadLength, oktStatusNullPointer, oktStatusUnderflow
+ */
+OKT_API OktStatus oktsCdfNorm_64f_A26(const Real64* src, Real64* dst, int32_t len);
+/** @copydoc oktsCdfNorm_64f_A26 */
+OKT_API OktStatus oktsCdfNorm_64f_A50(const Real64* src, Real64* dst, int32_t len);
+/** @copydoc oktsCdfNorm_64f_A26 */
+OKT_API OktStatus oktsCdfNorm_64f_A53(const Real64* src, Real64* dst, int32_t len);
+
+/**
+ * @brief Error function, for each element.
+ *
+ * @param[in] src source array of len Real32
+ * @param[out] dst destination array of len Real32
+ * @param[in] len number of elements, 1 or more
+ * @return oktStatusOk, oktStatusBadLength, oktStatusNullPointer
+ */
+OKT_API OktStatus oktsErf_32f_A11(const Real32* src, Real32* dst, int32_t len);
+/** @copydoc oktsErf_32f_A11 */
+OKT_API OktStatus oktsErf_32f_A21(const Real32* src, Real32* dst, int32_t len);
+/** @copydoc oktsErf_32f_A11 */
+OKT_API OktStatus oktsErf_32f_A24(const Real32* src, Real32* dst, int32_t len);
+
+/**
+ * @brief Error function, for each element.
+ *
+ * @param[in] src source array of len Real64
+ * @param[out] dst destination array of len Real64
+ * @param[in] len number of elements, 1 or more
+ * @return oktStatusOk, oktStatusBadLength, oktStatusNullPointer
+ */
+OKT_API OktStatus oktsErf_64f_A26(const Real64* src, Real64* dst, int32_t len);
+/** @copydoc oktsErf_64f_A26 */
+OKT_API OktStatus oktsErf_64f_A50(const Real64* src, Real64* dst, int32_t len);
+/** @copydoc oktsErf_64f_A26 */
+OKT_API OktStatus oktsErf_64f_A53(const Real64* src, Real64* dst, int32_t len);
+
+/**
+ * @brief Complementary error function, for each element.
+ *
+ * @param[in] src source array of len Real32
+ * @param[out] dst destination array of len Real32
+ * @param[in] len number of elements, 1 or more
+ * @return oktStatusOk, oktStatusBadLength, oktStatusNullPointer, oktStatusUnderflow
+ */
+OKT_API OktStatus oktsErfc_32f_A11(const Real32* src, Real32* dst, int32_t len);
+/** @copydoc oktsErfc_32f_A11 */
+OKT_API OktStatus oktsErfc_32f_A21(const Real32* src, Real32* dst, int32_t len);
+/** @copydoc oktsErfc_32f_A11 */
+OKT_API OktStatus oktsErfc_32f_A24(const Real32* src, Real32* dst, int32_t len);
+
+/**
+ * @brief Complementary error function, for each element.
+ *
+ * @param[in] src source array of len Real64
+ * @param[out] dst destination array of len Real64
+ * @param[in] len number of elements, 1 or more
+ * @return oktStatusOk, oktStatusBadLength, oktStatusNullPointer, oktStatusUnderflow
+ */
+OKT_API OktStatus oktsErfc_64f_A26(const Real64* src, Real64* dst, int32_t len);
+/** @copydoc oktsErfc_64f_A26 */
+OKT_API OktStatus oktsErfc_64f_A50(const Real64* src, Real64* dst, int32_t len);
+/** @copydoc oktsErfc_64f_A26 */
+OKT_API OktStatus oktsErfc_64f_A53(const Real64* src, Real64* dst, int32_t len);
+
+/** @} */
+
 /** @defgroup Rounding Rounding
  *  @{ */
 

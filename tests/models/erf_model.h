@@ -45,7 +45,10 @@ inline Pair lastTwo(Real64 a, Real64 t, Real64 slope, Real64 slopeLo, Real64 val
 
 inline Real32 erf32(Real32 source) {
     const Real64 x = source;
-    if (magnitudeBits(source) > 0x7F800000U) return static_cast<Real32>(x);
+    if (magnitudeBits(source) > 0x7F800000U) {
+        const volatile Real64 widened = x;  // a conversion there and back that the compiler does not take for none
+        return static_cast<Real32>(widened);
+    }
     if (magnitudeBits(source) == 0x7F800000U) return static_cast<Real32>(orSign(1.0, x));
     const int row = rowOf(asBits(source), 0x7FE00000U, 0x3DE00000, 0x2A00000, 21);
     Real64 t = magnitude(x);

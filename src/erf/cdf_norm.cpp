@@ -1,0 +1,265 @@
+// Phi(x) from L(a) = Phi(-a) with a = |x|: L(a) itself, or 1 - L(a) for a positive x, so that a small result never comes
+// from a cancellation. The exponent of (1 + a)^4 is the number of the row of coefficients. The rows from 6 on hold the
+// slowly varying L(a) exp(a^2/2), and exp(-x^2/2) is worked apart; polynomial and exponential are double-doubles.
+// exp(v) = 2^k · 2^(j/64) · e^r with n = 64 k + j = round(v · 64/ln 2).
+//
+// An element loop: four elements that take none of the particular ways are worked side by side, by the element's very
+// operations. The caller's MXCSR acts on all of it.
+#include "erf/cdf_norm_tables.h"
+#include "frame/frame.h"
+#include "frame/loops.h"
+#include "frame/status_flag.h"
+#include "lanes/columns.h"
+#include "lanes/constant.h"
+#include "lanes/double_double.h"
+
+namespace okt {
+namespace {
+
+struct Constants {
+    Constant64 one = spread64(0x3FF0000000000000);
+    Constant64 minusHalf = spread64(0xBFE0000000000000);
+    Constant64 invLn2x64 = spread64(0x40571547652B82FE);    // 64/ln 2
+    Constant64 ln2Over64Hi = spread64(0x3F862E42FEFA0000);  // short, so that its product with n is exact
+    Constant64 ln2Over64Lo = spread64(0x3D1CF79ABC9E3B3A);
+    Constant64 shift = spread64(0x4338000000000000);  // 1.5·2^52
+    Constant64 a2 = spread64(0x3FE0000000000000);     // e^r - 1 - r
+    Constant64 a3 = spread64(0x3FC55555555548F8);
+    Constant64 a4 = spread64(0x3FA5555555558FCC);
+    Constant64 a5 = spread64(0x3F8111123AAF20D3);
+    Constant64 a6 = spread64(0x3F56C16A1C2A3FFD);
+    Pattern64 scaleOfN = ~std::uint64_t{63};  // the bits of k
+};
+constexpr Constants constants;
+
+constexpr Real64 tiny = bits64(0x0010000000000001);              // just above 2^-1022
+constexpr Real64 startOfSubnormal = bits64(0xC042C27B05BF1A0B);  // Phi is 2^-1022
+constexpr Real64 secondSubnormal = bits64(0xC042DEC104973DDC);   // Phi is 2^-1034
+
+// Where Phi(-x) is half an ulp below 1, and where Phi(x) is half of the smallest subnormal.
+template <class T>
+constexpr Real64 upperLimit = bits64(sizeof(T) == 4 ? 0x4015AE1000000000 : 0x402095B059D67C4C);
+template <class T>
+constexpr Real64 lowerLimit = bits64(sizeof(T) == 4 ? 0xC02C572280000000 : 0xC0433E21DC3F3BD7);
+
+constexpr std::uint32_t tinyHigh = 0x3B900000;  // high word of 2^-70, below which the result is 0.5 + x
+
+constexpr int firstScaledRow = 6;
+
+// (r.hi + r.lo) · 2^(n/64, rounded down): n in the low bits of a pattern.
+template <int N>
+struct Unscaled {
+    DoubleDouble<N> r;
+    U64<N> n;
+};
+
+// The row's polynomial in a - c, a pair.
+template <int N>
+inline DoubleDouble<N> tailPolynomial(F64<N> a, const RowPerLane<N, std::uint64_t>& c) {
+    const auto [w, wl] = twoSum(a, c[0]);
+    const auto [c14, c15] = c.pair(22);
+    const auto [c12, c13] = c.pair(20);
+    const auto [c10, c11] = c.pair(18);
+    const auto [c8, c9] = c.pair(16);
+    const auto [c6, c7] = c.pair(14);
+    F64<N> q = ((((c15 * w + c14) * w + c13) * w + c12) * w + c11) * w + c10;
+    q = ((((q * w + c9) * w + c8) * w + c7) * w + c6) * w;
+
+    const auto [wh, rest] = dekkerSplit(w);
+    const F64<N> wm = wl + rest;
+    const auto [c5, c5lo] = c.pair(12);
+    const auto [head, l5] = fastTwoSum(c5, q);
+    F64<N> h = head;
+    F64<N> m = l5 + c5lo;
+    for (int i = 4; i >= 0; --i) {
+        const auto [hh, hl] = dekkerSplit(h);
+        m = m + hl;
+        const F64<N> ph = hh * wh;
+        const F64<N> pl = (hh + m) * wm + m * wh;
+        const auto [ci, cilo] = c.pair(2 + 2 * i);
+        const auto [s, l] = fastTwoSum(ci, ph);
+        h = s;
+        m = (pl + l) + cilo;
+    }
+    const F64<N> p = h + m;
+    return {p, (h - p) + m};
+}
+
+// p · exp(-x^2/2), unscaled.
+template <int N>
+inline Unscaled<N> timesExp(const Constants& k, F64<N> x, DoubleDouble<N> p) {
+    const auto [ph, pRest] = dekkerSplit(p.hi);
+    const F64<N> pl = p.lo + pRest;
+
+    const auto [xh, xl] = dekkerSplit(x);
+    const F64<N> sh = xh * xh;
+    const F64<N> sl = ((xl + xh) + xh) * xl;
+    const F64<N> v = F64<N>(k.minusHalf) * sh;
+    const F64<N> vl = F64<N>(k.minusHalf) * sl;
+
+    const F64<N> y = F64<N>(k.invLn2x64) * v + F64<N>(k.shift);
+    const InMemory<std::uint64_t, N> n(asBits(y));
+    const F64<N> nk = y - F64<N>(k.shift);
+    const F64<N> r0 = v - F64<N>(k.ln2Over64Hi) * nk;  // exact
+    const F64<N> t = (F64<N>(0) - nk) * F64<N>(k.ln2Over64Lo);
+    const auto [r1, r2] = twoSum(r0, t);
+    const auto [r, r3] = twoSum(r1, vl);
+    const F64<N> rl = r2 + r3;
+
+    F64<N> u = ((((F64<N>(k.a6) * r + k.a5) * r + k.a4) * r + k.a3) * r + k.a2) * r;
+    u = u * r;
+
+    // r dominates, so el is not the exact rest; it is as good as the accuracy wants.
+    const F64<N> e = r + u;
+    const F64<N> el = (u - e) + r;
+    const auto [eh, em] = dekkerSplit(e);
+    const F64<N> lo = (rl + em) + el;
+
+    const auto [powerHi, powerLo] = gatherPairs<6, Real64>(tables::cdfPow2, n);
+    const F64<N> pth = powerHi * eh;
+    const F64<N> ptl = (eh + lo) * powerLo + powerHi * lo;
+    const auto [s, l] = twoSum(pth, powerHi);
+    const auto [shortS, sm] = dekkerSplit(s);
+    const F64<N> mlo = ((l + powerLo) + ptl) + sm;
+
+    return {{ph * shortS, (ph + pl) * mlo + pl * shortS}, asBits(y)};
+}
+
+template <int N>
+inline F64<N> scaleOf(const Constants& k, U64<N> n) {
+    return asReal(((n & U64<N>(k.scaleOfN)) << 46) + asBits(F64<N>(k.one)));
+}
+
+template <int N>
+inline U64<N> rowNumber(const Constants& k, F64<N> a) {
+    F64<N> t = F64<N>(k.one) + a;
+    t = t * t;
+    t = t * t;
+    return (asBits(t) >> 52) - U64<N>(0x3FF);
+}
+
+// 1 - r · scale, where r · scale is small.
+template <int N>
+inline F64<N> fromOne(const Constants& k, DoubleDouble<N> r, F64<N> scale) {
+    const F64<N> minusScale = -scale;
+    const auto [s, l] = fastTwoSum(F64<N>(k.one), r.hi * minusScale);
+    const auto [s2, l2] = twoSum(s, r.lo * minusScale);
+    return s2 + (l + l2);
+}
+
+// Elements without anything particular, results that are normal numbers in Real64.
+template <int N>
+inline F64<N> cdfNorm(const Constants& k, F64<N> x) {
+    const F64<N> a = abs(x);
+    const U64<N> e = rowNumber(k, a);
+    const RowPerLane<N, std::uint64_t> c(tables::cdfRows, (e << 7) + (e << 6));  // 192 bytes a row
+    DoubleDouble<N> r = tailPolynomial(a, c);
+
+    F64<N> scale(k.one);
+    const Mask64<N> scaled = greaterSignedHigh(e << 32, U64<N>(std::uint64_t{firstScaledRow - 1} << 32));
+    if (any(scaled)) {
+        const auto product = timesExp(k, x, r);
+        r.hi = select(scaled, product.r.hi, r.hi);
+        r.lo = select(scaled, product.r.lo, r.lo);
+        scale = select(scaled, scaleOf(k, product.n), scale);
+    }
+    const Mask64<N> negative = x < F64<N>(0);
+    if (all(negative)) return (r.hi + r.lo) * scale;
+    return select(negative, (r.hi + r.lo) * scale, fromOne(k, r, scale));
+}
+
+// lowerLimit <= x < startOfSubnormal: worked at 2^200 times the size.
+Real64 subnormalCdfNorm(Real64 x) {
+    const F64x1 a(-x);
+    const U64<1> e = rowNumber(constants, a);
+    const RowPerLane<1, std::uint64_t> c(tables::cdfRows, (e << 7) + (e << 6));
+    const auto [r, n] = timesExp(constants, F64x1(x), tailPolynomial(a, c));
+    const auto k = static_cast<std::int32_t>(static_cast<std::uint32_t>(n.raw)) >> 6;
+    const F64x1 scale(bits64(static_cast<std::uint64_t>((k + 1023 + 200) & 0x7FF) << 52));
+    const F64x1 rh = r.hi * scale;
+    const F64x1 rl = r.lo * scale;
+    if (x < secondSubnormal) {
+        const Real64 t = ((rh + rl) * F64x1(0x1p-200)).raw;
+        return t + t * t;  // the square rounds away, and raises underflow
+    }
+    const auto [s, lo] = fastTwoSum(rh, rl);
+    const auto [sh, sm] = dekkerSplit(s);
+    return (sh * F64x1(0x1p-200) + (lo + sm) * F64x1(0x1p-200)).raw;
+}
+
+// A finite element, in Real64 for both types. False: the result has underflowed.
+template <class T>
+bool cdfNormFinite(Real64 x, Real64& result) {
+    if (((highWord(x) >> 20) & 0x7FF) < tinyHigh >> 20) {
+        result = 0.5 + x;
+    } else if (x > upperLimit<T>) {
+        result = 1.0 - opaque(tiny);  // inexact
+    } else if (x < lowerLimit<T>) {
+        result = opaque(tiny) * tiny;  // +0, raises underflow
+        return false;
+    } else if (sizeof(T) == 8 && x < startOfSubnormal) {
+        result = subnormalCdfNorm(x);
+    } else {
+        result = cdfNorm(constants, F64x1(x)).raw;
+    }
+    return true;
+}
+
+void raiseUnderflow(Real32) { raiseStatusFlag32(oktStatusUnderflow); }
+void raiseUnderflow(Real64) { raiseStatusFlag64(oktStatusUnderflow); }
+
+template <class T>
+[[gnu::noinline]] T cdfNormElement(T x, OktStatus& status) {
+    using Pattern = Unsigned<T>;
+    constexpr Pattern infinity = sizeof(T) == 4 ? Pattern{0x7F800000} : static_cast<Pattern>(0x7FF0000000000000);
+    const Pattern magnitude = asBits(x) & ~Pattern{0} >> 1;
+    if (magnitude > infinity) return x * x;
+    if (magnitude == infinity) return asBits(x) == magnitude ? T{1} : T{0};
+    Real64 result;
+    if (!cdfNormFinite<T>(static_cast<Real64>(x), result)) {
+        status = oktStatusUnderflow;
+        raiseUnderflow(x);
+    }
+    return static_cast<T>(result);
+}
+
+// Elements that can be worked side by side: 2^-70 <= |x|, and x between the limits. On Real64 the lower one is
+// -35, as the formula for positive elements, which is worked for all lanes, must not underflow.
+inline bool allOrdinary(F32<4> x) {
+    const U32<4> bits = asBits(x);
+    const U32<4> magnitude = bits & U32<4>(0x7FFFFFFF);
+    constexpr std::uint32_t upper = 0x40AD7080, lower = 0x4162B914;
+    const U32<4> limit = U32<4>(upper) + (shiftRightSigned(bits, 31) & U32<4>(lower - upper));
+    return !any(greaterSigned(U32<4>(0x1C800000), magnitude) | greaterSigned(magnitude, limit));
+}
+inline bool allOrdinary(F64<4> x) {
+    const U32<4> bits = packHighWords(asBits(x));
+    const U32<4> magnitude = bits & U32<4>(0x7FFFFFFF);
+    constexpr std::uint32_t upper = 0x402095AF, lower = 0x40417FFF;
+    const U32<4> limit = U32<4>(upper) + (shiftRightSigned(bits, 31) & U32<4>(lower - upper));
+    return !any(greaterSigned(U32<4>(tinyHigh), magnitude) | greaterSigned(magnitude, limit));
+}
+
+inline F32<4> cdfNorm(const Constants& k, F32<4> x) { return narrow(cdfNorm(k, widen(x))); }
+
+template <class T>
+OktStatus cdfNormArray(const T* src, T* dst, std::int32_t len) {
+    return x87Frame<53>(len, src, dst, [=](OktStatus& status) {
+        const Constants& k = inMemory(constants);
+        const auto tryBlock = [&k](const T* from, T* to) OKT_INLINE {
+            const Vec<T, 4> x = Vec<T, 4>::load(from);
+            if (!allOrdinary(x)) [[unlikely]]
+                return false;
+            cdfNorm(k, x).store(to);
+            return true;
+        };
+        packedElementLoop<4>(src, dst, len, tryBlock, cdfNormElement<T>, status);
+    });
+}
+
+}  // namespace
+
+OKT_EXPORT(CdfNorm, 32f, cdfNormArray)
+OKT_EXPORT(CdfNorm, 64f, cdfNormArray)
+
+}  // namespace okt

@@ -1,0 +1,88 @@
+// Rows of a table, one a lane, read by columns as a polynomial needs them.
+#pragma once
+
+#include "lanes/gather.h"
+
+namespace okt {
+
+namespace columns {
+
+template <int N, class Offset>
+inline Pair<F64<N>> pair(const Real64* table, const Offset* offset) {
+    const auto at = [&](int lane) {
+        return reinterpret_cast<const Real64*>(reinterpret_cast<const char*>(table) + offset[lane]);
+    };
+    if constexpr (N == 1) {
+        return {at(0)[0], at(0)[1]};
+    } else if constexpr (N == 2) {
+        const __m128d low = _mm_load_pd(at(0));
+        const __m128d high = _mm_load_pd(at(1));
+        return {_mm_unpacklo_pd(low, high), _mm_unpackhi_pd(low, high)};
+    } else {
+        const auto low = pair<N / 2>(table, offset);
+        const auto high = pair<N / 2>(table, offset + N / 2);
+        return {{low.first, high.first}, {low.second, high.second}};
+    }
+}
+
+template <int N, class Offset>
+inline F64<N> single(const Real64* table, const Offset* offset) {
+    const auto at = [&](int lane) {
+        return reinterpret_cast<const Real64*>(reinterpret_cast<const char*>(table) + offset[lane]);
+    };
+    if constexpr (N == 1)
+        return *at(0);
+    else if constexpr (N == 2)
+        return _mm_loadh_pd(_mm_load_sd(at(0)), at(1));
+    else
+        return {single<N / 2>(table, offset), single<N / 2>(table, offset + N / 2)};
+}
+
+template <int bits, int N>
+inline F64<N> lowElements(const Real64* table, const std::uint64_t* n) {
+    const auto at = [&](int lane) { return table + gathering::lowBits<bits>(n[lane]); };
+    if constexpr (N == 1)
+        return *at(0);
+    else if constexpr (N == 2)
+        return _mm_loadh_pd(_mm_load_sd(at(0)), at(1));
+    else
+        return {lowElements<bits, N / 2>(table, n), lowElements<bits, N / 2>(table, n + N / 2)};
+}
+
+}  // namespace columns
+
+// The table's rows at the given byte offsets. Rows start at multiples of 16 bytes, and so do pairs of columns.
+template <int N, class Offset = std::uint32_t>
+class RowPerLane {
+public:
+    RowPerLane(const Real64* table, Vec<Offset, N> byteOffset) : table_(table), offset_(byteOffset) {}
+    Pair<F64<N>> pair(int evenColumn) const { return columns::pair<N>(table_ + evenColumn, offset_.lane); }
+    F64<N> operator[](int column) const { return columns::single<N>(table_ + column, offset_.lane); }
+
+private:
+    const Real64* table_;
+    InMemory<Offset, N> offset_;
+};
+
+// table[j], where j is the number in the low `bits` bits of a lane.
+template <int bits, int N>
+inline F64<N> gatherElements(const Real64* table, const InMemory<std::uint64_t, N>& n) {
+    return columns::lowElements<bits, N>(table, n.lane);
+}
+
+// Lanes whose lower half is zero, the upper half taken as a signed number and brought into 0 to `limit`.
+inline U32<1> clampHighHalves(U32<1> a, std::uint16_t limit) {
+    const auto value = static_cast<std::int32_t>(a.raw) >> 16;
+    return static_cast<std::uint32_t>(value < 0 ? 0 : value > limit ? limit : value) << 16;
+}
+inline U32<4> clampHighHalves(U32<4> a, std::uint16_t limit) {
+    const __m128i top = _mm_set1_epi32(static_cast<int>(limit) << 16);
+    return _mm_min_epi16(_mm_max_epi16(a.raw, _mm_setzero_si128()), top);
+}
+template <int N>
+    requires Paired<U32<N>>
+inline U32<N> clampHighHalves(U32<N> a, std::uint16_t limit) {
+    return {clampHighHalves(a.lo, limit), clampHighHalves(a.hi, limit)};
+}
+
+}  // namespace okt
