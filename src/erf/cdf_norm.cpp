@@ -253,7 +253,11 @@ OktStatus cdfNormArray(const T* src, T* dst, std::int32_t len) {
             cdfNorm(k, x).store(to);
             return true;
         };
-        packedElementLoop<4>(src, dst, len, tryBlock, cdfNormElement<T>, status);
+        // Where a destination just above the source shows the order of reads and writes, one by one.
+        if (smearsForward(src, dst)) [[unlikely]]
+            elementLoop(src, dst, len, cdfNormElement<T>, status);
+        else
+            redoBlock<4>(src, dst, len, tryBlock, cdfNormElement<T>, status);
     });
 }
 
