@@ -763,6 +763,146 @@ OKT_API OktStatus oktsTan_64f_A53(const Real64* src, Real64* dst, int32_t len);
  *  @{ */
 
 /**
+ * @brief Inverse hyperbolic cosine, for each element.
+ *
+ * Real elements: the logarithm of src + sqrt(src^2 - 1), sum and root as head and tail (64f) or in Real64 (32f); near 1 the
+ * root of 2 (src - 1) times a polynomial. Errors below 0.501 ulp on 32f and 0.52 ulp on 64f.
+ *
+ * Special values: 1 gives +0, +Inf itself, a NaN itself, quiet. An element below 1, -Inf included, gives a NaN and
+ * oktStatusDomain and raises the invalid flag. The caller's rounding mode, flush-to-zero and denormals-are-zero act on the
+ * arithmetic.
+ *
+ * dst may be src.
+ *
+ * @param[in] src source array of len Real32
+ * @param[out] dst destination array of len Real32
+ * @param[in] len number of elements, 1 or more
+ * @return oktStatusOk, oktStatusBadLength, oktStatusNullPointer, oktStatusDomain
+ */
+OKT_API OktStatus oktsAcosh_32f_A11(const Real32* src, Real32* dst, int32_t len);
+/** @copydoc oktsAcosh_32f_A11 */
+OKT_API OktStatus oktsAcosh_32f_A21(const Real32* src, Real32* dst, int32_t len);
+/** @copydoc oktsAcosh_32f_A11 */
+OKT_API OktStatus oktsAcosh_32f_A24(const Real32* src, Real32* dst, int32_t len);
+
+/**
+ * @brief Inverse hyperbolic cosine, for each element.
+ *
+ * Real elements: the logarithm of src + sqrt(src^2 - 1), sum and root as head and tail (64f) or in Real64 (32f); near 1 the
+ * root of 2 (src - 1) times a polynomial. Errors below 0.501 ulp on 32f and 0.52 ulp on 64f.
+ *
+ * Special values: 1 gives +0, +Inf itself, a NaN itself, quiet. An element below 1, -Inf included, gives a NaN and
+ * oktStatusDomain and raises the invalid flag. The caller's rounding mode, flush-to-zero and denormals-are-zero act on the
+ * arithmetic.
+ *
+ * dst may be src.
+ *
+ * @param[in] src source array of len Real64
+ * @param[out] dst destination array of len Real64
+ * @param[in] len number of elements, 1 or more
+ * @return oktStatusOk, oktStatusBadLength, oktStatusNullPointer, oktStatusDomain
+ */
+OKT_API OktStatus oktsAcosh_64f_A26(const Real64* src, Real64* dst, int32_t len);
+/** @copydoc oktsAcosh_64f_A26 */
+OKT_API OktStatus oktsAcosh_64f_A50(const Real64* src, Real64* dst, int32_t len);
+/** @copydoc oktsAcosh_64f_A26 */
+OKT_API OktStatus oktsAcosh_64f_A53(const Real64* src, Real64* dst, int32_t len);
+
+/**
+ * @brief Inverse hyperbolic sine, for each element.
+ *
+ * Real elements: the logarithm of |src| + sqrt(src^2 + 1), sum and root as head and tail (64f) or in Real64 (32f); an odd
+ * polynomial below 0.125, and the element itself below 2^-57. Errors below 0.501 ulp on 32f and 0.52 ulp on 64f.
+ *
+ * Special values: zeros and infinities give themselves, a NaN itself, quiet. No element warns. The caller's rounding mode,
+ * flush-to-zero and denormals-are-zero act on the arithmetic.
+ *
+ * dst may be src.
+ *
+ * @param[in] src source array of len Real32
+ * @param[out] dst destination array of len Real32
+ * @param[in] len number of elements, 1 or more
+ * @return oktStatusOk, oktStatusBadLength, oktStatusNullPointer
+ */
+OKT_API OktStatus oktsAsinh_32f_A11(const Real32* src, Real32* dst, int32_t len);
+/** @copydoc oktsAsinh_32f_A11 */
+OKT_API OktStatus oktsAsinh_32f_A21(const Real32* src, Real32* dst, int32_t len);
+/** @copydoc oktsAsinh_32f_A11 */
+OKT_API OktStatus oktsAsinh_32f_A24(const Real32* src, Real32* dst, int32_t len);
+
+/**
+ * @brief Inverse hyperbolic sine, for each element.
+ *
+ * Real elements: the logarithm of |src| + sqrt(src^2 + 1), sum and root as head and tail (64f) or in Real64 (32f); an odd
+ * polynomial below 0.125, and the element itself below 2^-57. Errors below 0.501 ulp on 32f and 0.52 ulp on 64f.
+ *
+ * Special values: zeros and infinities give themselves, a NaN itself, quiet. No element warns. The caller's rounding mode,
+ * flush-to-zero and denormals-are-zero act on the arithmetic.
+ *
+ * dst may be src.
+ *
+ * @param[in] src source array of len Real64
+ * @param[out] dst destination array of len Real64
+ * @param[in] len number of elements, 1 or more
+ * @return oktStatusOk, oktStatusBadLength, oktStatusNullPointer
+ */
+OKT_API OktStatus oktsAsinh_64f_A26(const Real64* src, Real64* dst, int32_t len);
+/** @copydoc oktsAsinh_64f_A26 */
+OKT_API OktStatus oktsAsinh_64f_A50(const Real64* src, Real64* dst, int32_t len);
+/** @copydoc oktsAsinh_64f_A26 */
+OKT_API OktStatus oktsAsinh_64f_A53(const Real64* src, Real64* dst, int32_t len);
+
+/**
+ * @brief Inverse hyperbolic tangent, for each element.
+ *
+ * Real elements, 32f: in Real32, a polynomial around 0 or 0.6875 up to 0.75, half the logarithm of (1 + |src|)/(1 - |src|)
+ * from there on; errors below 0.93 ulp. 64f: half the same logarithm as head and tail, an odd polynomial below 0.0625, the
+ * element itself below 2^-57; errors below 0.52 ulp.
+ *
+ * Special values: a zero gives itself; 1 and -1 give an infinity with their sign and oktStatusSingularity; elements beyond
+ * give a NaN and oktStatusDomain. A NaN gives itself, made quiet on 64f and untouched on 32f, where a signalling NaN stays
+ * signalling. On 64f the warnings raise their IEEE flags, and the caller's rounding mode, flush-to-zero and
+ * denormals-are-zero act on the arithmetic.
+ *
+ * dst may be src.
+ *
+ * @param[in] src source array of len Real32
+ * @param[out] dst destination array of len Real32
+ * @param[in] len number of elements, 1 or more
+ * @return oktStatusOk, oktStatusBadLength, oktStatusNullPointer, oktStatusDomain, oktStatusSingularity
+ */
+OKT_API OktStatus oktsAtanh_32f_A11(const Real32* src, Real32* dst, int32_t len);
+/** @copydoc oktsAtanh_32f_A11 */
+OKT_API OktStatus oktsAtanh_32f_A21(const Real32* src, Real32* dst, int32_t len);
+/** @copydoc oktsAtanh_32f_A11 */
+OKT_API OktStatus oktsAtanh_32f_A24(const Real32* src, Real32* dst, int32_t len);
+
+/**
+ * @brief Inverse hyperbolic tangent, for each element.
+ *
+ * Real elements, 32f: in Real32, a polynomial around 0 or 0.6875 up to 0.75, half the logarithm of (1 + |src|)/(1 - |src|)
+ * from there on; errors below 0.93 ulp. 64f: half the same logarithm as head and tail, an odd polynomial below 0.0625, the
+ * element itself below 2^-57; errors below 0.52 ulp.
+ *
+ * Special values: a zero gives itself; 1 and -1 give an infinity with their sign and oktStatusSingularity; elements beyond
+ * give a NaN and oktStatusDomain. A NaN gives itself, made quiet on 64f and untouched on 32f, where a signalling NaN stays
+ * signalling. On 64f the warnings raise their IEEE flags, and the caller's rounding mode, flush-to-zero and
+ * denormals-are-zero act on the arithmetic.
+ *
+ * dst may be src.
+ *
+ * @param[in] src source array of len Real64
+ * @param[out] dst destination array of len Real64
+ * @param[in] len number of elements, 1 or more
+ * @return oktStatusOk, oktStatusBadLength, oktStatusNullPointer, oktStatusDomain, oktStatusSingularity
+ */
+OKT_API OktStatus oktsAtanh_64f_A26(const Real64* src, Real64* dst, int32_t len);
+/** @copydoc oktsAtanh_64f_A26 */
+OKT_API OktStatus oktsAtanh_64f_A50(const Real64* src, Real64* dst, int32_t len);
+/** @copydoc oktsAtanh_64f_A26 */
+OKT_API OktStatus oktsAtanh_64f_A53(const Real64* src, Real64* dst, int32_t len);
+
+/**
  * @brief Hyperbolic tangent, for each element.
  *
  * Real elements: the positive axis is cut by the bits of the argument into 27 (32f) or 60 (64f) intervals, each with a

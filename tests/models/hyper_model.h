@@ -452,9 +452,12 @@ inline Real32 logarithm(Real32 a)
     return (q * f + k * halfLn2Tail) + k * halfLn2Head;
 }
 
+// Both parts are computed for every element, with their flags; the special results replace theirs.
 inline Real32 element(Real32 x, OktStatus& status)
 {
     const Real32 a = magnitude(x);
+    const volatile Real32 centralPart = central(a);
+    const volatile Real32 logarithmPart = logarithm(a);
     if (asBits(a) > 0x7F800000u)
         return x;
     if (asBits(a) > one) {
@@ -465,7 +468,7 @@ inline Real32 element(Real32 x, OktStatus& status)
         status = oktStatusSingularity;
         return orBits(infinity32, signBit(x));
     }
-    return orBits(asBits(a) < atanhLimit2 ? central(a) : logarithm(a), signBit(x));
+    return orBits(asBits(a) < atanhLimit2 ? centralPart : logarithmPart, signBit(x));
 }
 
 } // namespace atanh32

@@ -1,0 +1,126 @@
+// Inverse hyperbolic sine: ln(a + sqrt(a^2 + 1)) for a = |x|, the sum and the root as head and tail; below 0.125 an odd
+// polynomial, from 2^28 on ln a + ln 2. Real32 in Real64, with the root and the logarithm of one length.
+// Every element takes the same steps, in lanes and alone.
+//
+// Largest errors seen: Real32 0.5003 ulp; Real64 0.515 ulp.
+#include "frame/frame.h"
+#include "hyper/inverse_hyper.h"
+
+namespace okt {
+namespace {
+
+using namespace inverse_hyper;
+
+constexpr Real64 smallLimit = 0.125;
+
+// asinh a = a + a^3 p(a^2), p fitted on [0, 0.125].
+template <class V>
+inline V asinhSmall(V a) {
+    const V z = a * a;
+    const V w = z * z;
+    const V p = ((V(0.01661765485938547) * z + V(-0.02235675305285503)) * w +
+                 (V(0.030381784899401985) * z + V(-0.04464285630604871))) * w +
+                (V(0.07499999999798046) * z + V(-0.16666666666666505));
+    return a + (a * z) * p;
+}
+
+// ln of the argument that stands for a, or the polynomial where a is small; with the sign of x.
+template <class V>
+inline V asinhFrom(V x, V logarithm) {
+    const V a = abs(x);
+    const auto small = a < V(smallLimit);
+    if (any(small)) [[unlikely]]
+        logarithm = select(small, asinhSmall(a), logarithm);
+    return logarithm | signOf(x);
+}
+
+// ---------------------------------------------------------------------------------------------------------------------
+// Real32
+
+constexpr std::uint32_t tiny32 = 0x23000000;  // 2^-57
+
+template <class V>
+inline V asinhSteps32(V x) {
+    const V a = abs(x);
+    return asinhFrom(x, lnShort(a + sqrt(a * a + V(1.0))));
+}
+
+Real32 asinhElement32(Real32 x, OktStatus&) {
+    const std::uint32_t a = asBits(x) & 0x7FFFFFFF;
+    if (a >= 0x7F800000) return x + x;  // an infinity or a NaN, quieted
+    if (a < tiny32) return x;
+    return narrow(asinhSteps32(widen(F32<1>(x)))).raw;
+}
+
+OktStatus asinh32(const Real32* src, Real32* dst, std::int32_t len) {
+    return x87Frame<53>(len, src, dst, [=](OktStatus& status) {
+        const auto tryBlock = [](const Real32* from, Real32* to) {
+            const F32<8> x = F32<8>::load(from);
+            const U32<8> a = asBits(abs(x));
+            if (any(greaterSigned(U32<8>(tiny32), a) | greaterSigned(a, U32<8>(0x7F7FFFFF)))) [[unlikely]]
+                return false;
+            narrow(asinhSteps32(widen(x))).store(to);
+            return true;
+        };
+        packedElementLoop<8>(src, dst, len, tryBlock, asinhElement32, status);
+    });
+}
+
+// ---------------------------------------------------------------------------------------------------------------------
+// Real64
+
+constexpr std::uint32_t tiny64 = 0x3C600000;  // upper word of 2^-57
+constexpr std::uint32_t huge64 = 0x41B00000;  // of 2^28
+
+Real64 asinhElement64(Real64 x, OktStatus&) {
+    const std::uint32_t a = highWord(x) & 0x7FFFFFFF;
+    if (a >= 0x7FF00000) return x + x;
+    if (a < tiny64) return x;
+    const F64<1> magnitude = abs(F64<1>(x));
+    if (a >= huge64) return (lnOfDouble(magnitude) | signOf(F64<1>(x))).raw;
+    return asinhFrom(F64<1>(x), lnOf(plusRoot<1>(magnitude))).raw;
+}
+
+template <int N>
+inline bool anyOutOfRange(F64<N> x) {
+    const U32<N> a = packHighWords(asBits(abs(x)));
+    return any(greaterSigned(U32<N>(tiny64), a) | greaterSigned(a, U32<N>(huge64 - 1)));
+}
+
+bool asinhChunk(const Real64* src, Real64* dst) {
+    alignas(16) Real64 head[chunk], tail[chunk];
+    for (std::int32_t i = 0; i < chunk; i += 4) {
+        const F64<4> x = F64<4>::load(src + i);
+        if (anyOutOfRange(x)) [[unlikely]]
+            return false;
+        const auto argument = plusRoot<1>(abs(x));
+        argument.head.store(head + i);
+        argument.tail.store(tail + i);
+    }
+    for (std::int32_t i = 0; i < chunk; i += 4) {
+        const F64<4> logarithm = lnOf<F64<4>>({F64<4>::load(head + i), F64<4>::load(tail + i)});
+        asinhFrom(F64<4>::load(src + i), logarithm).store(dst + i);
+    }
+    return true;
+}
+
+bool asinhBlock(const Real64* src, Real64* dst) {
+    const F64<4> x = F64<4>::load(src);
+    if (anyOutOfRange(x)) [[unlikely]]
+        return false;
+    asinhFrom(x, lnOf(plusRoot<1>(abs(x)))).store(dst);
+    return true;
+}
+
+OktStatus asinh64(const Real64* src, Real64* dst, std::int32_t len) {
+    return x87Frame<53>(len, src, dst, [=](OktStatus& status) {
+        chunkedElementLoop(src, dst, len, asinhChunk, asinhBlock, asinhElement64, status);
+    });
+}
+
+}  // namespace
+
+OKT_EXPORT(Asinh, 32f, asinh32)
+OKT_EXPORT(Asinh, 64f, asinh64)
+
+}  // namespace okt
