@@ -138,7 +138,9 @@ inline Real80 operator+(Product first, Product second) {
 }
 inline Real80 operator-(Product first, Product second) { return first + Product{-second.value, -second.rest}; }
 
-inline ComplexOf<Real80> extended(ComplexOf<Real64> z) { return {z.re, z.im}; }
+// Loaded before they are used: as a memory operand of a product a signalling NaN would lose to a quiet one, while loaded it
+// turns quiet and the larger significand of the two comes through.
+inline ComplexOf<Real80> extended(ComplexOf<Real64> z) { return {opaque<Real80>(z.re), opaque<Real80>(z.im)}; }
 inline ComplexOf<Split> split(ComplexOf<Real64> z) { return {Split(z.re), Split(z.im)}; }
 
 inline bool isZeroOrNotFinite(Real64 x) {

@@ -158,10 +158,8 @@ inline U64<1> mulLowWords(U64<1> a, U64<1> b) { return (a.raw & 0xFFFFFFFF) * (b
 // The upper half of the product of the upper 16 bits of each lane, there; the lower 16 bits are zero.
 inline U32<1> mulHighHalves(U32<1> a, std::uint16_t b) { return ((a.raw >> 16) * b) & 0xFFFF0000; }
 
-// The 12-bit approximation of 1/sqrt of the Real32 in the upper word of each lane, there; the lower word is free.
-inline U64<1> rsqrtSeedHigh(U64<1> a) {
-    return static_cast<std::uint64_t>(asBits(rsqrtSeed(F32<1>(bits32(static_cast<std::uint32_t>(a.raw >> 32)))).raw)) << 32;
-}
+// 64-bit lanes of these upper words; the lower words are zero.
+inline U64<1> withHighWords(U32<1> a) { return static_cast<std::uint64_t>(a.raw) << 32; }
 
 // The factor of each lane's digit 0 to 2 at `bit` of the lane. The table holds a row for every two lanes' digits: the
 // factors of d0 and d1 stand at row d0 + 4 d1.
@@ -386,9 +384,6 @@ inline U64<2> mulLowWords(U64<2> a, U64<2> b) { return _mm_mul_epu32(a.raw, b.ra
 inline U32<4> mulHighHalves(U32<4> a, std::uint16_t b) {
     return _mm_mulhi_epu16(a.raw, _mm_set1_epi32(static_cast<int>(static_cast<std::uint32_t>(b) << 16)));
 }
-inline U64<2> rsqrtSeedHigh(U64<2> a) {
-    return _mm_castps_si128(_mm_rsqrt_ps(_mm_castsi128_ps(a.raw)));
-}
 inline F32<4> toReal32(U32<4> a) { return _mm_cvtepi32_ps(a.raw); }
 inline Mask32<4> negativeLanes(U32<4> a) { return {_mm_castsi128_ps(_mm_srai_epi32(a.raw, 31))}; }
 inline U32<4> roundToSigned(F32<4> a) { return _mm_cvtps_epi32(a.raw); }
@@ -510,14 +505,12 @@ inline U64<N> mulLowWords(U64<N> a, U64<N> b) { return {mulLowWords(a.lo, b.lo),
 template <int N>
     requires Paired<U32<N>>
 inline U32<N> mulHighHalves(U32<N> a, std::uint16_t b) { return {mulHighHalves(a.lo, b), mulHighHalves(a.hi, b)}; }
-// Four lanes share one instruction.
-inline U64<4> rsqrtSeedHigh(U64<4> a) {
-    const __m128i seed = _mm_castps_si128(_mm_rsqrt_ps(_mm_castsi128_ps(packHighWords(a).raw)));
-    return {_mm_unpacklo_epi32(_mm_setzero_si128(), seed), _mm_unpackhi_epi32(_mm_setzero_si128(), seed)};
+inline U64<4> withHighWords(U32<4> a) {
+    return {U64<2>(_mm_unpacklo_epi32(_mm_setzero_si128(), a.raw)), U64<2>(_mm_unpackhi_epi32(_mm_setzero_si128(), a.raw))};
 }
 template <int N>
     requires(N > 4)
-inline U64<N> rsqrtSeedHigh(U64<N> a) { return {rsqrtSeedHigh(a.lo), rsqrtSeedHigh(a.hi)}; }
+inline U64<N> withHighWords(U32<N> a) { return {withHighWords(a.lo), withHighWords(a.hi)}; }
 
 template <int N>
     requires Paired<U32<N>>

@@ -159,11 +159,11 @@ F64<N> series(F64<N> e) {
 // The seed is taken of the significand with exponent 0 or 1, whichever leaves an even rest, which is halved by a shift.
 template <int N>
 F64<N> seedOf(F64<N> x) {
-    const U64<N> bits = asBits(x);
-    const U64<N> significand = ((bits << 3) & U64<N>(0x00FFFFFF00000000)) ^ U64<N>(0x0080000000000000);
-    const U64<N> r = rsqrtSeedHigh(significand + U64<N>(0x3F80000000000000));
-    const U64<N> evenExponent = (bits - U64<N>(0x0010000000000000)) & U64<N>(0xFFE0000000000000);
-    return asReal(((r >> 3) & U64<N>(splitMask64)) + U64<N>(0x57F0000000000000) - (evenExponent >> 1));
+    const U32<N> high = packHighWords(asBits(x));
+    const U32<N> significand = (packHighWords(asBits(x) << 3) & U32<N>(0x00FFFFFF)) ^ U32<N>(0x00800000);
+    const U32<N> r = asBits(rsqrtSeed(asReal(significand + U32<N>(0x3F800000))));
+    const U32<N> evenExponent = (high - U32<N>(0x00100000)) & U32<N>(0xFFE00000);
+    return asReal(withHighWords((r >> 3) + U32<N>(0x57F00000) - (evenExponent >> 1)));
 }
 
 // x·y² - 1.
@@ -236,7 +236,7 @@ F64<N> steps(F64<N> x) {
 template <bool inverse>
 OktStatus rootOf64(const Real64* src, Real64* dst, std::int32_t len) {
     return mxcsrFrame(dst, src, len, [=](OktStatus& status) {
-        laneBlocks<4, 8>(
+        laneBlocks<4, 16>(
             len, len - 3,
             [=]<int N>(std::integral_constant<int, N>, std::int32_t i) {
                 const auto x = F64<N>::load(src + i);

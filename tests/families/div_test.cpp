@@ -18,14 +18,14 @@ const Real64 nan64 = bits64(0x7FF8ABCDE0001234);
 constexpr Filling<Real32> elements32{ordinaryElement<Real32, -60, 60>, specialElement<Real32>};
 constexpr Filling<Real64> elements64{ordinaryElement<Real64, -500, 500>, specialElement<Real64>};
 
-TEST(Div, AgreesWithTheModelUnderEveryMxcsr) {
-    underEveryMxcsr([] {
+TEST(Div, AgreesWithTheModelInEveryRoundingMode) {
+    inEveryRoundingMode([] {
         expectModel<Real32, Real32>("oktsDiv_32f_A24", model::Div_32f, elements32, elements32);
         expectModel<Real64, Real64>("oktsDiv_64f_A53", model::Div_64f, elements64, elements64);
     });
 }
-TEST(Inv, AgreesWithTheModelUnderEveryMxcsr) {
-    underEveryMxcsr([] {
+TEST(Inv, AgreesWithTheModelInEveryRoundingMode) {
+    inEveryRoundingMode([] {
         expectModel<Real32, Real32>("oktsInv_32f_A24", model::Inv_32f, elements32);
         expectModel<Real64, Real64>("oktsInv_64f_A53", model::Inv_64f, elements64);
     });

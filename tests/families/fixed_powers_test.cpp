@@ -18,14 +18,14 @@ T positiveElement(Random& random) { return std::abs(ofMagnitude<T>(random, low, 
 constexpr Filling<Real32> positive32{positiveElement<Real32, -126, 85>, specialElement<Real32>};
 constexpr Filling<Real64> positive64{positiveElement<Real64, -740, 682>, specialElement<Real64>};
 
-TEST(Pow2o3, AgreesWithTheModelUnderEveryMxcsr) {
-    underEveryMxcsr([] {
+TEST(Pow2o3, AgreesWithTheModelInEveryRoundingMode) {
+    inEveryRoundingMode([] {
         expectModel<Real32, Real32>("oktsPow2o3_32f_A24", model::Pow2o3_32f, elements32);
         expectModel<Real64, Real64>("oktsPow2o3_64f_A53", model::Pow2o3_64f, elements64);
     });
 }
-TEST(Pow3o2, AgreesWithTheModelUnderEveryMxcsr) {
-    underEveryMxcsr([] {
+TEST(Pow3o2, AgreesWithTheModelInEveryRoundingMode) {
+    inEveryRoundingMode([] {
         expectModel<Real32, Real32>("oktsPow3o2_32f_A24", model::Pow3o2_32f, positive32);
         expectModel<Real64, Real64>("oktsPow3o2_64f_A53", model::Pow3o2_64f, positive64);
     });

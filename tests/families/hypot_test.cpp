@@ -15,8 +15,8 @@ constexpr Filling<Real32> wide32{ordinaryElement<Real32, -126, 127>, specialElem
 constexpr Filling<Real64> elements64{ordinaryElement<Real64, -400, 400>, specialElement<Real64>};
 constexpr Filling<Real64> wide64{ordinaryElement<Real64, -1022, 1023>, specialElement<Real64>};
 
-TEST(Hypot, AgreesWithTheModelUnderEveryMxcsr) {
-    underEveryMxcsr([] {
+TEST(Hypot, AgreesWithTheModelInEveryRoundingMode) {
+    inEveryRoundingMode([] {
         expectModel<Real32, Real32>("oktsHypot_32f_A24", model::Hypot_32f, elements32, elements32);
         expectModel<Real64, Real64>("oktsHypot_64f_A53", model::Hypot_64f, elements64, elements64);
     });

@@ -14,8 +14,7 @@ constexpr Filling<Real32> elements32{ordinaryElement<Real32, -4, 25>, specialEle
 constexpr Filling<Real64> elements64{ordinaryElement<Real64, -4, 54>, specialElement<Real64>};
 
 TEST(Rounding, AgreesWithTheModelsInEveryRoundingMode) {
-    for (const std::uint32_t mode : {roundNearest, roundDown, roundUp, roundTowardsZero}) {
-        const ScopedControlState scope({defaultMxcsr | mode | flushToZero | denormalsAreZero, 0x037F});
+    inEveryRoundingMode([] {
         expectModel<Real32, Real32>("oktsCeil_32f", model::Ceil_32f, elements32);
         expectModel<Real64, Real64>("oktsCeil_64f", model::Ceil_64f, elements64);
         expectModel<Real32, Real32>("oktsFloor_32f", model::Floor_32f, elements32);
@@ -30,7 +29,7 @@ TEST(Rounding, AgreesWithTheModelsInEveryRoundingMode) {
         expectModel<Real64, Real64>("oktsNearbyInt_64f", model::NearbyInt_64f, elements64);
         expectModel<Real32, Real32>("oktsModf_32f", model::Modf_32f, elements32);
         expectModel<Real64, Real64>("oktsModf_64f", model::Modf_64f, elements64);
-    }
+    });
 }
 
 TEST(Rounding, RaisesTheFlagsOfTheModels) {

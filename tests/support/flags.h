@@ -24,6 +24,16 @@ void underEveryMxcsr(const Check& check) {
             }
 }
 
+// The same for long checks: the rounding modes under default settings and under flush-to-zero with denormals-are-zero.
+template <class Check>
+void inEveryRoundingMode(const Check& check) {
+    for (const std::uint32_t rounding : {roundNearest, roundDown, roundUp, roundTowardsZero})
+        for (const std::uint32_t subnormals : {0u, flushToZero | denormalsAreZero}) {
+            const ScopedControlState scope({defaultMxcsr | rounding | subnormals, 0x037F});
+            check();
+        }
+}
+
 // Sticky flags set by call(), run from clear ones under the given MXCSR control bits.
 template <class Call>
 std::uint32_t flagsRaised(const Call& call, std::uint32_t control = defaultMxcsr) {

@@ -18,7 +18,7 @@ struct Row {
     OktStatus status = oktStatusOk;
 };
 
-inline constexpr std::int32_t rowArrayLength = 21;  // whole blocks of every size and a tail
+inline constexpr std::int32_t rowArrayLength = 37;  // whole blocks of every size and a tail
 
 template <class T>
 void expectRows(OktStatus (*f)(const T*, T*, std::int32_t), std::type_identity_t<T> filler,
