@@ -7,6 +7,10 @@
 // Elements go in pairs. Past the limit of its type, or as the last element of an odd length, an element sees tests that
 // a pair of smaller elements does not see: whether Real32 warns between 9.19455 and 10.054194, and whether it rounds
 // -3.8325067 to 2 or to the number below, depends on the neighbour.
+//
+// Largest errors seen:
+//   Real32  0.525 ulp
+//   Real64  0.561 ulp at 0x1.f5b9296736935p-3; 0.749 ulp in [26.5, 26.54], 0.999 ulp in the subnormal results
 #include "erf/erf_tables.h"
 #include "erf/split_step.h"
 #include "frame/frame.h"
@@ -130,17 +134,17 @@ struct Constants64 {
     Constant64 half = spread64(0x3FE0000000000000);
     Constant64 one = spread64(0x3FF0000000000000);
     Constant64 two = spread64(0x4000000000000000);
-    Constant64 scaleDown = spread64(0x3650000000000000);  // 2^-154
+    Constant64 scaleDown = spread64(0x3650000000000000);    // 2^-154
     Pattern64 scaleUp = std::uint64_t{0x4990000000000000};  // 2^154 over 1
     Pattern64 sign = std::uint64_t{0x8000000000000000};
     Pattern64 exponentField = std::uint64_t{0xFFF0000000000000};
 };
 constexpr Constants64 constants64;
 
-constexpr std::uint32_t limitHigh64 = 0x403A8B12; // 26.5432: from here on no ordinary pair
-constexpr std::uint32_t lastHigh64 = 0x403B39DC;                // 27.2261
-constexpr std::uint32_t tinyHigh64 = 0x3C800000;                // 2^-55, below which the element path gives 1
-constexpr std::uint64_t underflow64 = 0x403B39DC41E48BFC;       // 27.226017111108362, above which the result is 0
+constexpr std::uint32_t limitHigh64 = 0x403A8B12;          // 26.5432: from here on no ordinary pair
+constexpr std::uint32_t lastHigh64 = 0x403B39DC;           // 27.2261
+constexpr std::uint32_t tinyHigh64 = 0x3C800000;           // 2^-55, below which the element path gives 1
+constexpr std::uint64_t underflow64 = 0x403B39DC41E48BFC;  // 27.226017111108362, above which the result is 0
 
 template <int N>
 inline F64<N> erfc(const Constants64& k, F64<N> x) {
@@ -229,4 +233,3 @@ OKT_EXPORT(Erfc, 32f, erfc32)
 OKT_EXPORT(Erfc, 64f, erfc64)
 
 }  // namespace okt
-

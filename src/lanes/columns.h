@@ -80,7 +80,7 @@ inline U32<4> clampHighHalves(U32<4> a, std::uint16_t limit) {
     return _mm_min_epi16(_mm_max_epi16(a.raw, _mm_setzero_si128()), top);
 }
 template <int N>
-    requires Paired<U32<N>>
+requires Paired<U32<N>>
 inline U32<N> clampHighHalves(U32<N> a, std::uint16_t limit) {
     return {clampHighHalves(a.lo, limit), clampHighHalves(a.hi, limit)};
 }
