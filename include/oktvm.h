@@ -1407,6 +1407,17 @@ OKT_API OktStatus oktsSqrt_64f_A53(const Real64* src, Real64* dst, int32_t len);
 /**
  * @brief Cumulative normal distribution, for each element.
  *
+ * The integral of the normal density from minus infinity to src. With a = |src| the function is evaluated on the lower tail
+ * only; the exponent of (1 + a)^4 selects one of 22 polynomials of degree 15, and from a = 1.83 on the factor exp(-a^2/2) is
+ * worked apart, all in pairs of Real64, so that the result keeps its relative accuracy down to the smallest subnormal. Errors
+ * below 0.5001 ulp on 32f and 0.5035 ulp on 64f; all grades are one routine.
+ *
+ * Special values: +Inf gives 1, -Inf gives +0, both without a warning. Any magnitude below 2^-70, zeros included, gives 0.5.
+ * From 5.42 (32f) or 8.2924 (64f) on the result is 1. Below -14.1702 (32f) or -38.4854 (64f) it is +0 with
+ * oktStatusUnderflow; a subnormal result does not warn. A NaN comes back quiet with sign and payload.
+ *
+ * The caller's rounding mode, flush-to-zero and denormals-are-zero stay in force. dst may be src.
+ *
  * @param[in] src source array of len Real32
  * @param[out] dst destination array of len Real32
  * @param[in] len number of elements, 1 or more
@@ -1420,6 +1431,17 @@ OKT_API OktStatus oktsCdfNorm_32f_A24(const Real32* src, Real32* dst, int32_t le
 
 /**
  * @brief Cumulative normal distribution, for each element.
+ *
+ * The integral of the normal density from minus infinity to src. With a = |src| the function is evaluated on the lower tail
+ * only; the exponent of (1 + a)^4 selects one of 22 polynomials of degree 15, and from a = 1.83 on the factor exp(-a^2/2) is
+ * worked apart, all in pairs of Real64, so that the result keeps its relative accuracy down to the smallest subnormal. Errors
+ * below 0.5001 ulp on 32f and 0.5035 ulp on 64f; all grades are one routine.
+ *
+ * Special values: +Inf gives 1, -Inf gives +0, both without a warning. Any magnitude below 2^-70, zeros included, gives 0.5.
+ * From 5.42 (32f) or 8.2924 (64f) on the result is 1. Below -14.1702 (32f) or -38.4854 (64f) it is +0 with
+ * oktStatusUnderflow; a subnormal result does not warn. A NaN comes back quiet with sign and payload.
+ *
+ * The caller's rounding mode, flush-to-zero and denormals-are-zero stay in force. dst may be src.
  *
  * @param[in] src source array of len Real64
  * @param[out] dst destination array of len Real64
@@ -1435,6 +1457,17 @@ OKT_API OktStatus oktsCdfNorm_64f_A53(const Real64* src, Real64* dst, int32_t le
 /**
  * @brief Error function, for each element.
  *
+ * A polynomial for every interval that the exponent and the first bits of the fraction of src tell apart: degree 6 in Real64
+ * for 32f, degree 10 with its last steps in split parts for 64f. Errors below 0.513 ulp on 32f; on 64f below 0.64 ulp, 0.80
+ * ulp for magnitudes from 4 to 4.5 and 1.25 ulp next to the subnormal numbers; subnormal results are correctly rounded.
+ * All grades of a type are one routine.
+ *
+ * Special values: a zero keeps its sign, +Inf and -Inf give 1 and -1, and from 4 (32f) or 6 (64f) on the magnitude of the
+ * result is exactly 1. A NaN comes back quiet with sign and payload on 32f and bit for bit, a signalling one too, on 64f.
+ * Nothing warns.
+ *
+ * dst may be src.
+ *
  * @param[in] src source array of len Real32
  * @param[out] dst destination array of len Real32
  * @param[in] len number of elements, 1 or more
@@ -1448,6 +1481,17 @@ OKT_API OktStatus oktsErf_32f_A24(const Real32* src, Real32* dst, int32_t len);
 
 /**
  * @brief Error function, for each element.
+ *
+ * A polynomial for every interval that the exponent and the first bits of the fraction of src tell apart: degree 6 in Real64
+ * for 32f, degree 10 with its last steps in split parts for 64f. Errors below 0.513 ulp on 32f; on 64f below 0.64 ulp, 0.80
+ * ulp for magnitudes from 4 to 4.5 and 1.25 ulp next to the subnormal numbers; subnormal results are correctly rounded.
+ * All grades of a type are one routine.
+ *
+ * Special values: a zero keeps its sign, +Inf and -Inf give 1 and -1, and from 4 (32f) or 6 (64f) on the magnitude of the
+ * result is exactly 1. A NaN comes back quiet with sign and payload on 32f and bit for bit, a signalling one too, on 64f.
+ * Nothing warns.
+ *
+ * dst may be src.
  *
  * @param[in] src source array of len Real64
  * @param[out] dst destination array of len Real64
@@ -1463,6 +1507,21 @@ OKT_API OktStatus oktsErf_64f_A53(const Real64* src, Real64* dst, int32_t len);
 /**
  * @brief Complementary error function, for each element.
  *
+ * exp(-src^2) times a polynomial for every interval of |src| of a quarter octave, and 2 minus that for negative elements. On
+ * 64f the square, the exponential and the polynomial are carried in two parts. Errors below 0.53 ulp on 32f; on 64f below
+ * 0.57 ulp up to 26.3, 0.75 ulp up to 26.54 and 1 ulp in the subnormal results behind it. All grades of a type are one
+ * routine.
+ *
+ * Special values: +Inf gives +0 and -Inf gives 2, both without a warning. On 32f every element from 10.054195 on gives +0
+ * with oktStatusUnderflow, on 64f every element above 27.226017111108362. A NaN comes back quiet with sign and payload.
+ *
+ * Elements are taken in pairs, and on 32f an element from 9.19455 to 10.054194, whose result is subnormal, gives
+ * oktStatusUnderflow only if it stands alone at the end of an odd length or if the other one of its pair has a magnitude above
+ * 10.054194. In the same way -3.8325067 gives 2 there and the number below 2 in an ordinary pair. On 64f a subnormal result
+ * does not warn.
+ *
+ * dst may be src.
+ *
  * @param[in] src source array of len Real32
  * @param[out] dst destination array of len Real32
  * @param[in] len number of elements, 1 or more
@@ -1476,6 +1535,21 @@ OKT_API OktStatus oktsErfc_32f_A24(const Real32* src, Real32* dst, int32_t len);
 
 /**
  * @brief Complementary error function, for each element.
+ *
+ * exp(-src^2) times a polynomial for every interval of |src| of a quarter octave, and 2 minus that for negative elements. On
+ * 64f the square, the exponential and the polynomial are carried in two parts. Errors below 0.53 ulp on 32f; on 64f below
+ * 0.57 ulp up to 26.3, 0.75 ulp up to 26.54 and 1 ulp in the subnormal results behind it. All grades of a type are one
+ * routine.
+ *
+ * Special values: +Inf gives +0 and -Inf gives 2, both without a warning. On 32f every element from 10.054195 on gives +0
+ * with oktStatusUnderflow, on 64f every element above 27.226017111108362. A NaN comes back quiet with sign and payload.
+ *
+ * Elements are taken in pairs, and on 32f an element from 9.19455 to 10.054194, whose result is subnormal, gives
+ * oktStatusUnderflow only if it stands alone at the end of an odd length or if the other one of its pair has a magnitude above
+ * 10.054194. In the same way -3.8325067 gives 2 there and the number below 2 in an ordinary pair. On 64f a subnormal result
+ * does not warn.
+ *
+ * dst may be src.
  *
  * @param[in] src source array of len Real64
  * @param[out] dst destination array of len Real64

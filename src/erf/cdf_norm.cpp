@@ -1,10 +1,12 @@
-// Phi(x) from L(a) = Phi(-a) with a = |x|: L(a) itself, or 1 - L(a) for a positive x, so that a small result never comes
-// from a cancellation. The exponent of (1 + a)^4 is the number of the row of coefficients. The rows from 6 on hold the
-// slowly varying L(a) exp(a^2/2), and exp(-x^2/2) is worked apart; polynomial and exponential are double-doubles.
-// exp(v) = 2^k · 2^(j/64) · e^r with n = 64 k + j = round(v · 64/ln 2).
+// Phi(x) from L(a) = Phi(-a) with a = |x|: L(a) itself, or 1 - L(a) for a positive x, so that a small result never
+// comes from a cancellation. The exponent of (1 + a)^4 is the number of the row of coefficients. The rows from 6 on
+// hold the slowly varying L(a) exp(a^2/2), and exp(-x^2/2) is worked apart; polynomial and exponential are
+// double-doubles. exp(v) = 2^k · 2^(j/64) · e^r with n = 64 k + j = round(v · 64/ln 2).
 //
-// An element loop: four elements that take none of the particular ways are worked side by side, by the element's very
+// An element loop: eight elements that take none of the particular ways are worked side by side, by the element's very
 // operations. The caller's MXCSR acts on all of it.
+//
+// Largest errors seen: 0.5001 ulp on Real32, 0.5031 ulp on Real64 at -0x1.73bf3c490ec1fp+3.
 #include "erf/cdf_norm_tables.h"
 #include "frame/frame.h"
 #include "frame/loops.h"
@@ -55,7 +57,7 @@ struct Unscaled {
 
 // The row's polynomial in a - c, a pair.
 template <int N>
-inline DoubleDouble<N> tailPolynomial(F64<N> a, const RowPerLane<N, std::uint64_t>& c) {
+[[gnu::always_inline]] inline DoubleDouble<N> tailPolynomial(F64<N> a, const RowPerLane<N, std::uint64_t>& c) {
     const auto [w, wl] = twoSum(a, c[0]);
     const auto [c14, c15] = c.pair(22);
     const auto [c12, c13] = c.pair(20);
@@ -87,7 +89,7 @@ inline DoubleDouble<N> tailPolynomial(F64<N> a, const RowPerLane<N, std::uint64_
 
 // p · exp(-x^2/2), unscaled.
 template <int N>
-inline Unscaled<N> timesExp(const Constants& k, F64<N> x, DoubleDouble<N> p) {
+[[gnu::always_inline]] inline Unscaled<N> timesExp(const Constants& k, F64<N> x, DoubleDouble<N> p) {
     const auto [ph, pRest] = dekkerSplit(p.hi);
     const F64<N> pl = p.lo + pRest;
 
@@ -152,7 +154,8 @@ template <int N>
 inline F64<N> cdfNorm(const Constants& k, F64<N> x) {
     const F64<N> a = abs(x);
     const U64<N> e = rowNumber(k, a);
-    const RowPerLane<N, std::uint64_t> c(tables::cdfRows, (e << 7) + (e << 6));  // 192 bytes a row
+    const InMemory<std::uint64_t, N> offset((e << 7) + (e << 6));  // 192 bytes a row
+    const RowPerLane<N, std::uint64_t> c(tables::cdfRows, offset.lane);
     DoubleDouble<N> r = tailPolynomial(a, c);
 
     F64<N> scale(k.one);
@@ -172,7 +175,8 @@ inline F64<N> cdfNorm(const Constants& k, F64<N> x) {
 Real64 subnormalCdfNorm(Real64 x) {
     const F64x1 a(-x);
     const U64<1> e = rowNumber(constants, a);
-    const RowPerLane<1, std::uint64_t> c(tables::cdfRows, (e << 7) + (e << 6));
+    const InMemory<std::uint64_t, 1> offset((e << 7) + (e << 6));
+    const RowPerLane<1, std::uint64_t> c(tables::cdfRows, offset.lane);
     const auto [r, n] = timesExp(constants, F64x1(x), tailPolynomial(a, c));
     const auto k = static_cast<std::int32_t>(static_cast<std::uint32_t>(n.raw)) >> 6;
     const F64x1 scale(bits64(static_cast<std::uint64_t>((k + 1023 + 200) & 0x7FF) << 52));
@@ -225,29 +229,29 @@ template <class T>
 
 // Elements that can be worked side by side: 2^-70 <= |x|, and x between the limits. On Real64 the lower one is
 // -35, as the formula for positive elements, which is worked for all lanes, must not underflow.
-inline bool allOrdinary(F32<4> x) {
-    const U32<4> bits = asBits(x);
-    const U32<4> magnitude = bits & U32<4>(0x7FFFFFFF);
+inline bool allOrdinary(F32<8> x) {
+    const U32<8> bits = asBits(x);
+    const U32<8> magnitude = bits & U32<8>(0x7FFFFFFF);
     constexpr std::uint32_t upper = 0x40AD7080, lower = 0x4162B914;
-    const U32<4> limit = U32<4>(upper) + (shiftRightSigned(bits, 31) & U32<4>(lower - upper));
-    return !any(greaterSigned(U32<4>(0x1C800000), magnitude) | greaterSigned(magnitude, limit));
+    const U32<8> limit = U32<8>(upper) + (shiftRightSigned(bits, 31) & U32<8>(lower - upper));
+    return !any(greaterSigned(U32<8>(0x1C800000), magnitude) | greaterSigned(magnitude, limit));
 }
-inline bool allOrdinary(F64<4> x) {
-    const U32<4> bits = packHighWords(asBits(x));
-    const U32<4> magnitude = bits & U32<4>(0x7FFFFFFF);
+inline bool allOrdinary(F64<8> x) {
+    const U32<8> bits = packHighWords(asBits(x));
+    const U32<8> magnitude = bits & U32<8>(0x7FFFFFFF);
     constexpr std::uint32_t upper = 0x402095AF, lower = 0x40417FFF;
-    const U32<4> limit = U32<4>(upper) + (shiftRightSigned(bits, 31) & U32<4>(lower - upper));
-    return !any(greaterSigned(U32<4>(tinyHigh), magnitude) | greaterSigned(magnitude, limit));
+    const U32<8> limit = U32<8>(upper) + (shiftRightSigned(bits, 31) & U32<8>(lower - upper));
+    return !any(greaterSigned(U32<8>(tinyHigh), magnitude) | greaterSigned(magnitude, limit));
 }
 
-inline F32<4> cdfNorm(const Constants& k, F32<4> x) { return narrow(cdfNorm(k, widen(x))); }
+inline F32<8> cdfNorm(const Constants& k, F32<8> x) { return narrow(cdfNorm(k, widen(x))); }
 
 template <class T>
 OktStatus cdfNormArray(const T* src, T* dst, std::int32_t len) {
     return x87Frame<53>(len, src, dst, [=](OktStatus& status) {
         const Constants& k = inMemory(constants);
         const auto tryBlock = [&k](const T* from, T* to) OKT_INLINE {
-            const Vec<T, 4> x = Vec<T, 4>::load(from);
+            const Vec<T, 8> x = Vec<T, 8>::load(from);
             if (!allOrdinary(x)) [[unlikely]]
                 return false;
             cdfNorm(k, x).store(to);
@@ -257,7 +261,7 @@ OktStatus cdfNormArray(const T* src, T* dst, std::int32_t len) {
         if (smearsForward(src, dst)) [[unlikely]]
             elementLoop(src, dst, len, cdfNormElement<T>, status);
         else
-            redoBlock<4>(src, dst, len, tryBlock, cdfNormElement<T>, status);
+            redoBlock<8>(src, dst, len, tryBlock, cdfNormElement<T>, status);
     });
 }
 

@@ -57,7 +57,8 @@ inline DoubleDouble<N> maskSplit(F64<N> v, std::uint64_t mask = splitMaskWide) {
 template <int N>
 inline DoubleDouble<N> exactProduct(F64<N> a, DoubleDouble<N> aParts, F64<N> b, DoubleDouble<N> bParts) {
     const F64<N> p = a * b;
-    const F64<N> e = (((aParts.hi * bParts.hi - p) + aParts.hi * bParts.lo) + aParts.lo * bParts.hi) + aParts.lo * bParts.lo;
+    const F64<N> e =
+        (((aParts.hi * bParts.hi - p) + aParts.hi * bParts.lo) + aParts.lo * bParts.hi) + aParts.lo * bParts.lo;
     return {p, e};
 }
 template <int N>

@@ -136,7 +136,8 @@ TEST(CdfNorm, OneUnderflowAmongOthersLeavesThemAlone) {
 TEST(CdfNorm, Flags) {
     EXPECT_EQ(flagsAlone(oktsCdfNorm_64f_A53, 9.0), flagInexact);
     EXPECT_EQ(flagsAlone(oktsCdfNorm_64f_A53, -39.0), flagUnderflow | flagInexact);
-    EXPECT_EQ(flagsAlone(oktsCdfNorm_64f_A53, -38.0), flagUnderflow | flagDenormal | flagInexact);  // subnormal parts added
+    EXPECT_EQ(flagsAlone(oktsCdfNorm_64f_A53, -38.0),
+              flagUnderflow | flagDenormal | flagInexact);  // subnormal parts added
     EXPECT_EQ(flagsAlone(oktsCdfNorm_64f_A53, bits64(0x7FF0000000000001)), flagInvalid);
     EXPECT_EQ(flagsAlone(oktsCdfNorm_64f_A53, bits64(0xFFF0000000000000)), 0u);
     EXPECT_EQ(flagsAlone(oktsCdfNorm_32f_A24, 6.0f), flagInexact);
@@ -156,7 +157,8 @@ TEST(CdfNorm, AgreesWithTheModelUnderEveryMxcsr) {
         src32[i] = i % 40 == 0 ? special<Real32>(random) : ordinary<Real32>(random);
     }
     underEveryMxcsr([&] {
-        EXPECT_EQ(oktsCdfNorm_64f_A53(src.data(), dst.data(), 400), model::CdfNorm_64f(src.data(), expected.data(), 400));
+        EXPECT_EQ(oktsCdfNorm_64f_A53(src.data(), dst.data(), 400),
+                  model::CdfNorm_64f(src.data(), expected.data(), 400));
         EXPECT_EQ(oktsCdfNorm_32f_A24(src32.data(), dst32.data(), 400),
                   model::CdfNorm_32f(src32.data(), expected32.data(), 400));
         for (std::size_t i = 0; i < 400; ++i) {

@@ -38,10 +38,10 @@ TEST(Erf, AgreesWithTheModelAroundEveryRow) {
 TEST(Erf, AgreesWithTheModelAroundEveryThreshold) {
     expectModelAround<Real32>(oktsErf_32f_A24, model::Erf_32f, -0.75f,
                               {0x00000002, 0x00800000, 0x32000000, 0x40800000, 0x7F7FFFFD, 0x7F800000, 0x7FC00000});
-    expectModelAround<Real64>(oktsErf_64f_A53, model::Erf_64f, -0.75,
-                              {0x0000000000000002, 0x0000010000000000, 0x0010000000000000, 0x0080000000000000,
-                               0x4018000000000000, 0x7FEFFFFFFFFFFFFD, 0x7FF0000000000000, 0x7FF0000100000000,
-                               0x7FF8000000000000});
+    expectModelAround<Real64>(
+        oktsErf_64f_A53, model::Erf_64f, -0.75,
+        {0x0000000000000002, 0x0000010000000000, 0x0010000000000000, 0x0080000000000000, 0x4018000000000000,
+         0x7FEFFFFFFFFFFFFD, 0x7FF0000000000000, 0x7FF0000100000000, 0x7FF8000000000000});
 }
 
 TEST(Erf, SpecialValues32) {
@@ -93,7 +93,8 @@ TEST(Erf, SubnormalsAreRoundedOnce) {
     for (int i = 0; i < 20000; ++i) {
         const std::uint64_t pattern = 0x0000010000000000 + random.bits() % 0x000DBF0000000000;
         // The product in 2^-64 parts of the smallest subnormal, by 32-bit halves.
-        const std::uint64_t low = (pattern & 0xFFFFFFFF) * (slope >> 32) + ((pattern & 0xFFFFFFFF) * (slope & 0xFFFFFFFF) >> 32);
+        const std::uint64_t low =
+            (pattern & 0xFFFFFFFF) * (slope >> 32) + ((pattern & 0xFFFFFFFF) * (slope & 0xFFFFFFFF) >> 32);
         const std::uint64_t mid = (pattern >> 32) * (slope & 0xFFFFFFFF) + (low & 0xFFFFFFFF);
         const std::uint64_t whole = pattern + (pattern >> 32) * (slope >> 32) + (low >> 32) + (mid >> 32);
         const std::uint64_t fraction = mid & 0xFFFFFFFF;

@@ -36,7 +36,8 @@ TEST(Erfc, AgreesWithTheModelAroundEveryRow) {
     for (std::uint32_t row = 0; row < 24; ++row)
         expectModelAround<Real32>(oktsErfc_32f_A24, model::Erfc_32f, 0.75f, {0x3E600000 + row * 0x200000});
     for (std::uint64_t row = 0; row < 29; ++row)
-        expectModelAround<Real64>(oktsErfc_64f_A53, model::Erfc_64f, 0.75, {0x3FCC000000000000 + row * 0x4000000000000});
+        expectModelAround<Real64>(oktsErfc_64f_A53, model::Erfc_64f, 0.75,
+                                  {0x3FCC000000000000 + row * 0x4000000000000});
 }
 
 TEST(Erfc, AgreesWithTheModelAroundEveryThreshold) {
@@ -96,8 +97,7 @@ TEST(Erfc, ASubnormalResultWarnsOutsideOfOrdinaryPairsOnly) {
     const auto run = [](std::vector<Real32> src) {
         std::vector<Real32> dst(src.size());
         const OktStatus status = oktsErfc_32f_A24(src.data(), dst.data(), static_cast<std::int32_t>(src.size()));
-        for (std::size_t i = 0; i < src.size(); ++i)
-            EXPECT_TRUE(src[i] != 9.5f || sameBits(dst[i], 0x00006912)) << i;
+        for (std::size_t i = 0; i < src.size(); ++i) EXPECT_TRUE(src[i] != 9.5f || sameBits(dst[i], 0x00006912)) << i;
         return status;
     };
     EXPECT_EQ(run({9.5f}), oktStatusUnderflow);

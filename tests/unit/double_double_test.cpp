@@ -13,7 +13,8 @@ class DoubleDoublePrimitives : public testing::Test {
 protected:
     // Sizes within 2^±30 of one another, either sign.
     Real64 draw() {
-        const Real64 magnitude = std::ldexp(1.0 + static_cast<Real64>(random_() >> 12) * 0x1p-52, static_cast<int>(random_() % 61) - 30);
+        const Real64 magnitude =
+            std::ldexp(1.0 + static_cast<Real64>(random_() >> 12) * 0x1p-52, static_cast<int>(random_() % 61) - 30);
         return random_() % 2 ? magnitude : -magnitude;
     }
     std::mt19937_64 random_{7};
