@@ -257,11 +257,7 @@ OktStatus cdfNormArray(const T* src, T* dst, std::int32_t len) {
             cdfNorm(k, x).store(to);
             return true;
         };
-        // Where a destination just above the source shows the order of reads and writes, one by one.
-        if (smearsForward(src, dst)) [[unlikely]]
-            elementLoop(src, dst, len, cdfNormElement<T>, status);
-        else
-            redoBlock<8>(src, dst, len, tryBlock, cdfNormElement<T>, status);
+        packedElementLoop<8>(src, dst, len, tryBlock, cdfNormElement<T>, status);
     });
 }
 

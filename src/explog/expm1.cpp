@@ -172,7 +172,7 @@ OktStatus expm1_32(const Real32* src, Real32* dst, std::int32_t len) {
         const auto element = [](Real32 x, OktStatus& warning) {
             return static_cast<Real32>(expm1Element<false>(static_cast<Real64>(x), warning));
         };
-        packedElementLoop<8>(src, dst, len, tryBlock, element, status);
+        packedWarningLoop<8>(src, dst, len, tryBlock, element, status);
     });
 }
 
@@ -188,7 +188,7 @@ OktStatus expm1_64(const Real64* src, Real64* dst, std::int32_t len) {
             ordinary<true>(c, x, widen(small), any(small)).store(to);
             return true;
         };
-        packedElementLoop<8>(src, dst, len, tryBlock, expm1Element<true>, status);
+        packedWarningLoop<8>(src, dst, len, tryBlock, expm1Element<true>, status);
     });
 }
 

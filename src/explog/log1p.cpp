@@ -301,7 +301,7 @@ OktStatus log1p(const T* src, T* dst, std::int32_t len) {
         const auto element = [](T x, OktStatus& warning) { return elementOf(x, warning); };
         const auto tryBlock = [&c](const T* from, T* to) { return blockOfTable(c, from, to); };
         const auto blocks = [&](std::int32_t from, std::int32_t count) {
-            packedElementLoop<8>(src + from, dst + from, count, tryBlock, element, status);
+            packedWarningLoop<8>(src + from, dst + from, count, tryBlock, element, status);
         };
         std::int32_t i = 0;
         for (; i <= len - chunkLength; i += chunkLength)

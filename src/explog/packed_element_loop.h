@@ -12,7 +12,7 @@ namespace okt {
 // the short cut for Block ordinary elements: it does the very operations of the element routine on all of them, or nothing
 // at all and returns false.
 template <int Block, class T, class TryBlock, class Element>
-inline void packedElementLoop(const T* src, T* dst, std::int32_t len, const TryBlock& tryBlock, const Element& element,
+inline void packedWarningLoop(const T* src, T* dst, std::int32_t len, const TryBlock& tryBlock, const Element& element,
                               OktStatus& status) {
     const auto one = [&](std::int32_t i) {
         OktStatus warning = oktStatusOk;

@@ -127,4 +127,15 @@ inline void packedElementLoop(const T* src1, const T* src2, T* dst, std::int32_t
         });
 }
 
+// The same with blocks of one width, `tryBlock(src, dst)`, and the elements behind them one at a time.
+template <int Block, class T, class TryBlock, class Element>
+inline void packedElementLoop(const T* src, T* dst, std::int32_t len, const TryBlock& tryBlock, const Element& element,
+                              OktStatus& status) {
+    static_assert(Block <= vectorLoopPass);
+    if (smearsForward(src, dst)) [[unlikely]]
+        elementLoop(src, dst, len, element, status);
+    else
+        redoBlock<Block>(src, dst, len, tryBlock, element, status);
+}
+
 }  // namespace okt
