@@ -903,6 +903,110 @@ OKT_API OktStatus oktsAtanh_64f_A50(const Real64* src, Real64* dst, int32_t len)
 OKT_API OktStatus oktsAtanh_64f_A53(const Real64* src, Real64* dst, int32_t len);
 
 /**
+ * @brief Hyperbolic cosine, for each element.
+ *
+ * Real elements: half the sum of e^src and e^-src from one reduction, a table of 2^(j/64), a polynomial in the rest; 32f
+ * in extended precision, 64f with the powers as head and tail. Errors below 0.608 ulp on 32f and 0.76 ulp on 64f.
+ *
+ * Special values: a zero or subnormal gives 1, an infinity +Inf. An overflowing element gives +Inf and oktStatusOverflow:
+ * on 32f from 89.41599 on, and on 64f from 710.475860073944 on. On 64f every |src| from 708.4018337446123 up to, but not
+ * including, 710.4704448615958 gives an infinity without a warning; between 710.4704448615958 and the overflow the results
+ * are finite again. A NaN comes back quiet with sign and payload on 32f; on 64f every NaN gives the pattern of all ones.
+ * On 32f an overflow raises the overflow flag.
+ *
+ * dst may be src.
+ *
+ * @param[in] src source array of len Real32
+ * @param[out] dst destination array of len Real32
+ * @param[in] len number of elements, 1 or more
+ * @return oktStatusOk, oktStatusBadLength, oktStatusNullPointer, oktStatusOverflow
+ */
+OKT_API OktStatus oktsCosh_32f_A11(const Real32* src, Real32* dst, int32_t len);
+/** @copydoc oktsCosh_32f_A11 */
+OKT_API OktStatus oktsCosh_32f_A21(const Real32* src, Real32* dst, int32_t len);
+/** @copydoc oktsCosh_32f_A11 */
+OKT_API OktStatus oktsCosh_32f_A24(const Real32* src, Real32* dst, int32_t len);
+
+/**
+ * @brief Hyperbolic cosine, for each element.
+ *
+ * Real elements: half the sum of e^src and e^-src from one reduction, a table of 2^(j/64), a polynomial in the rest; 32f
+ * in extended precision, 64f with the powers as head and tail. Errors below 0.608 ulp on 32f and 0.76 ulp on 64f.
+ *
+ * Special values: a zero or subnormal gives 1, an infinity +Inf. An overflowing element gives +Inf and oktStatusOverflow:
+ * on 32f from 89.41599 on, and on 64f from 710.475860073944 on. On 64f every |src| from 708.4018337446123 up to, but not
+ * including, 710.4704448615958 gives an infinity without a warning; between 710.4704448615958 and the overflow the results
+ * are finite again. A NaN comes back quiet with sign and payload on 32f; on 64f every NaN gives the pattern of all ones.
+ * On 32f an overflow raises the overflow flag.
+ *
+ * dst may be src.
+ *
+ * @param[in] src source array of len Real64
+ * @param[out] dst destination array of len Real64
+ * @param[in] len number of elements, 1 or more
+ * @return oktStatusOk, oktStatusBadLength, oktStatusNullPointer, oktStatusOverflow
+ */
+OKT_API OktStatus oktsCosh_64f_A26(const Real64* src, Real64* dst, int32_t len);
+/** @copydoc oktsCosh_64f_A26 */
+OKT_API OktStatus oktsCosh_64f_A50(const Real64* src, Real64* dst, int32_t len);
+/** @copydoc oktsCosh_64f_A26 */
+OKT_API OktStatus oktsCosh_64f_A53(const Real64* src, Real64* dst, int32_t len);
+
+/**
+ * @brief Hyperbolic sine, for each element.
+ *
+ * Real elements: half the difference of e^src and e^-src from one reduction, a table of 2^(j/64), a polynomial in the
+ * rest; 32f in extended precision, 64f with the powers as head and tail. Errors below 0.501 ulp on 32f and 0.77 ulp on
+ * 64f.
+ *
+ * Special values: a zero or subnormal gives itself, on 32f every element below 0.0003; an infinity gives itself. An
+ * overflowing element gives an infinity with its sign and oktStatusOverflow: on 32f from 89.41599 on, and on 64f from
+ * 710.475860073944 on. On 64f every |src| from 708.4018337446123 up to, but not including, 710.4704448615958 gives an
+ * infinity without a warning; between 710.4704448615958 and the overflow the results are finite again. A NaN comes back
+ * quiet with sign and payload on 32f; on 64f every NaN gives the pattern of all ones. On 32f an overflow raises the
+ * overflow flag.
+ *
+ * dst may be src.
+ *
+ * @param[in] src source array of len Real32
+ * @param[out] dst destination array of len Real32
+ * @param[in] len number of elements, 1 or more
+ * @return oktStatusOk, oktStatusBadLength, oktStatusNullPointer, oktStatusOverflow
+ */
+OKT_API OktStatus oktsSinh_32f_A11(const Real32* src, Real32* dst, int32_t len);
+/** @copydoc oktsSinh_32f_A11 */
+OKT_API OktStatus oktsSinh_32f_A21(const Real32* src, Real32* dst, int32_t len);
+/** @copydoc oktsSinh_32f_A11 */
+OKT_API OktStatus oktsSinh_32f_A24(const Real32* src, Real32* dst, int32_t len);
+
+/**
+ * @brief Hyperbolic sine, for each element.
+ *
+ * Real elements: half the difference of e^src and e^-src from one reduction, a table of 2^(j/64), a polynomial in the
+ * rest; 32f in extended precision, 64f with the powers as head and tail. Errors below 0.501 ulp on 32f and 0.77 ulp on
+ * 64f.
+ *
+ * Special values: a zero or subnormal gives itself, on 32f every element below 0.0003; an infinity gives itself. An
+ * overflowing element gives an infinity with its sign and oktStatusOverflow: on 32f from 89.41599 on, and on 64f from
+ * 710.475860073944 on. On 64f every |src| from 708.4018337446123 up to, but not including, 710.4704448615958 gives an
+ * infinity without a warning; between 710.4704448615958 and the overflow the results are finite again. A NaN comes back
+ * quiet with sign and payload on 32f; on 64f every NaN gives the pattern of all ones. On 32f an overflow raises the
+ * overflow flag.
+ *
+ * dst may be src.
+ *
+ * @param[in] src source array of len Real64
+ * @param[out] dst destination array of len Real64
+ * @param[in] len number of elements, 1 or more
+ * @return oktStatusOk, oktStatusBadLength, oktStatusNullPointer, oktStatusOverflow
+ */
+OKT_API OktStatus oktsSinh_64f_A26(const Real64* src, Real64* dst, int32_t len);
+/** @copydoc oktsSinh_64f_A26 */
+OKT_API OktStatus oktsSinh_64f_A50(const Real64* src, Real64* dst, int32_t len);
+/** @copydoc oktsSinh_64f_A26 */
+OKT_API OktStatus oktsSinh_64f_A53(const Real64* src, Real64* dst, int32_t len);
+
+/**
  * @brief Hyperbolic tangent, for each element.
  *
  * Real elements: the positive axis is cut by the bits of the argument into 27 (32f) or 60 (64f) intervals, each with a

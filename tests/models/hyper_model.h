@@ -273,7 +273,7 @@ inline OktStatus Sinh_64f(const Real64* src, Real64* dst, std::int32_t len)
     const std::int32_t blocks = len - len % 4;
     for (std::int32_t at = 0; at < len; ++at) {
         const Real64 x = src[at];
-        const Real64 y = hyper64::sinhMain(x, at < blocks);
+        const volatile Real64 y = hyper64::sinhMain(x, at < blocks); // also where the second pass makes the result
         dst[at] = hyper64::fixedUp(x, y, hyper64::signBit(x), status);
     }
     return status;
@@ -284,7 +284,8 @@ inline OktStatus Cosh_64f(const Real64* src, Real64* dst, std::int32_t len)
     OktStatus status = oktStatusOk;
     for (std::int32_t at = 0; at < len; ++at) {
         const Real64 x = src[at];
-        dst[at] = hyper64::fixedUp(x, hyper64::coshMain(x), 0, status);
+        const volatile Real64 y = hyper64::coshMain(x); // also where the second pass makes the result
+        dst[at] = hyper64::fixedUp(x, y, 0, status);
     }
     return status;
 }
