@@ -12,6 +12,7 @@
 #include "frame/frame.h"
 #include "frame/loops.h"
 #include "lanes/ordered.h"
+#include "lanes/root_seed.h"
 
 namespace okt {
 namespace {
@@ -154,16 +155,6 @@ F64<N> series(F64<N> e) {
     return p * e;
 }
 
-// The seed is taken of the significand with exponent 0 or 1, whichever leaves an even rest, which is halved by a shift.
-template <int N>
-F64<N> seedOf(F64<N> x) {
-    const U64<N> bits = asBits(x);
-    const U64<N> significand = ((bits << 3) & U64<N>(0x00FFFFFF00000000)) ^ U64<N>(0x0080000000000000);
-    const U64<N> r = rsqrtSeedHigh(significand + U64<N>(0x3F80000000000000));
-    const U64<N> evenExponent = (bits - U64<N>(0x0010000000000000)) & U64<N>(0xFFE0000000000000);
-    return asReal(((r >> 3) & U64<N>(splitMask64)) + U64<N>(0x57F0000000000000) - (evenExponent >> 1));
-}
-
 // x·y² - 1.
 template <int N>
 F64<N> seedError(F64<N> xh, F64<N> xl, F64<N> y) {
@@ -178,7 +169,7 @@ F64<N> sqrtSum(F64<N> x, F64<N> xh, F64<N> xl, F64<N> y, F64<N> p) {
 
 template <int N>
 F64<N> sqrtSteps(F64<N> x) {
-    const F64<N> y = seedOf(x);
+    const F64<N> y = rsqrtSeed(x);
     const F64<N> xh = x & U64<N>(splitMask64);
     const F64<N> xl = x - xh;
     return sqrtSum(x, xh, xl, y, series(seedError(xh, xl, y)));
@@ -186,7 +177,7 @@ F64<N> sqrtSteps(F64<N> x) {
 
 template <int N>
 F64<N> invSqrtSteps(F64<N> x) {
-    const F64<N> y = seedOf(x);
+    const F64<N> y = rsqrtSeed(x);
     const F64<N> xh = x & U64<N>(splitMask64);
     const F64<N> xl = x - xh;
     return series(seedError(xh, xl, y)) * y + y;
@@ -218,7 +209,7 @@ template <bool inverse>
     if constexpr (inverse) return invSqrtSteps(scaled).raw * subnormalDown;
     // The seed and the series of the scaled element, but the sum of the element itself: y is too small by 2^-27.
     const auto split = [](F64x1 a) { return a & U64<1>(splitMask64); };
-    const F64x1 y = seedOf(scaled);
+    const F64x1 y = rsqrtSeed(scaled);
     const F64x1 p = series(seedError(split(scaled), scaled - split(scaled), y));
     return sqrtSum(F64x1(x), split(x), F64x1(x) - split(x), y, p).raw * subnormalDown;
 }
