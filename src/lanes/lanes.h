@@ -113,6 +113,9 @@ inline F64<1> toReal64(U32<1> a) { return static_cast<Real64>(static_cast<std::i
 // The lower 32 bits of each 64-bit lane, side by side.
 inline U32<1> packLowWords(U64<1> a) { return static_cast<std::uint32_t>(a.raw); }
 
+// All ones where true.
+inline U32<1> maskBits(Mask32<1> m) { return 0u - std::uint32_t{m.raw}; }
+
 template <int Bits>
 inline bool any(Mask<Bits, 1> m) { return m.raw; }
 template <int Bits>
@@ -160,6 +163,11 @@ inline U32<1> mulHighHalves(U32<1> a, std::uint16_t b) { return ((a.raw >> 16) *
 
 // 64-bit lanes of these upper words; the lower words are zero.
 inline U64<1> withHighWords(U32<1> a) { return static_cast<std::uint64_t>(a.raw) << 32; }
+
+// The 12-bit approximation of 1/x of the Real32 in the lower word of each lane, there; the upper word is free.
+inline U64<1> recipSeedLow(U64<1> a) {
+    return std::uint64_t{asBits(recipSeed(F32<1>(bits32(static_cast<std::uint32_t>(a.raw)))).raw)};
+}
 
 // The factor of each lane's digit 0 to 2 at `bit` of the lane. The table holds a row for every two lanes' digits: the
 // factors of d0 and d1 stand at row d0 + 4 d1.
@@ -344,6 +352,8 @@ inline F32<4> asReal(U32<4> a) { return _mm_castsi128_ps(a.raw); }
 inline U32<4> shiftRightSigned(U32<4> a, int n) { return _mm_srai_epi32(a.raw, n); }
 inline Mask32<4> greaterSigned(U32<4> a, U32<4> b) { return {_mm_castsi128_ps(_mm_cmpgt_epi32(a.raw, b.raw))}; }
 
+inline U32<4> maskBits(Mask32<4> m) { return _mm_castps_si128(m.raw); }
+
 // The same 128 bits as two 64-bit or four 32-bit lanes.
 inline U32<4> asWords(U64<2> a) { return a.raw; }
 inline U64<2> asLongs(U32<4> a) { return a.raw; }
@@ -384,6 +394,7 @@ inline U64<2> mulLowWords(U64<2> a, U64<2> b) { return _mm_mul_epu32(a.raw, b.ra
 inline U32<4> mulHighHalves(U32<4> a, std::uint16_t b) {
     return _mm_mulhi_epu16(a.raw, _mm_set1_epi32(static_cast<int>(static_cast<std::uint32_t>(b) << 16)));
 }
+inline U64<2> recipSeedLow(U64<2> a) { return _mm_castps_si128(_mm_rcp_ps(_mm_castsi128_ps(a.raw))); }
 inline F32<4> toReal32(U32<4> a) { return _mm_cvtepi32_ps(a.raw); }
 inline Mask32<4> negativeLanes(U32<4> a) { return {_mm_castsi128_ps(_mm_srai_epi32(a.raw, 31))}; }
 inline U32<4> roundToSigned(F32<4> a) { return _mm_cvtps_epi32(a.raw); }
@@ -472,6 +483,9 @@ template <int N>
     requires(N > 4)
 inline U32<N> packLowWords(U64<N> a) { return {packLowWords(a.lo), packLowWords(a.hi)}; }
 template <int N>
+    requires Paired<U32<N>>
+inline U32<N> maskBits(Mask32<N> m) { return {maskBits(m.lo), maskBits(m.hi)}; }
+template <int N>
     requires Paired<U64<N>>
 inline U64<N> highWords(U64<N> a) { return {highWords(a.lo), highWords(a.hi)}; }
 inline U32<4> packHighWords(U64<4> a) {
@@ -511,6 +525,10 @@ inline U64<4> withHighWords(U32<4> a) {
 template <int N>
     requires(N > 4)
 inline U64<N> withHighWords(U32<N> a) { return {withHighWords(a.lo), withHighWords(a.hi)}; }
+
+template <int N>
+    requires Paired<U64<N>>
+inline U64<N> recipSeedLow(U64<N> a) { return {recipSeedLow(a.lo), recipSeedLow(a.hi)}; }
 
 template <int N>
     requires Paired<U32<N>>
@@ -704,6 +722,18 @@ inline Pair<F64<2>> loadInterleaved(const Real64* from) {
 inline void storeInterleaved(Real64* to, F64<2> first, F64<2> second) {
     _mm_storeu_pd(to, _mm_unpacklo_pd(first.raw, second.raw));
     _mm_storeu_pd(to + 2, _mm_unpackhi_pd(first.raw, second.raw));
+}
+template <int N, class T>
+inline Pair<Vec<T, N>> loadInterleaved(const T* from) {
+    if constexpr (N == 1) {
+        return {loadElement(from), loadElement(from + 1)};
+    } else if constexpr (N == registerLanes<T>) {
+        return loadInterleaved(from);
+    } else {
+        const auto low = loadInterleaved<N / 2>(from);
+        const auto high = loadInterleaved<N / 2>(from + N);
+        return {{low.first, high.first}, {low.second, high.second}};
+    }
 }
 
 }  // namespace okt

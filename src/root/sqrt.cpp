@@ -12,6 +12,7 @@
 #include "frame/frame.h"
 #include "frame/loops.h"
 #include "lanes/ordered.h"
+#include "lanes/root_seed.h"
 
 namespace okt {
 namespace {
@@ -156,16 +157,6 @@ F64<N> series(F64<N> e) {
     return inStep(p * e);
 }
 
-// The seed is taken of the significand with exponent 0 or 1, whichever leaves an even rest, which is halved by a shift.
-template <int N>
-F64<N> seedOf(F64<N> x) {
-    const U32<N> high = packHighWords(asBits(x));
-    const U32<N> significand = (packHighWords(asBits(x) << 3) & U32<N>(0x00FFFFFF)) ^ U32<N>(0x00800000);
-    const U32<N> r = asBits(rsqrtSeed(asReal(significand + U32<N>(0x3F800000))));
-    const U32<N> evenExponent = (high - U32<N>(0x00100000)) & U32<N>(0xFFE00000);
-    return asReal(withHighWords((r >> 3) + U32<N>(0x57F00000) - (evenExponent >> 1)));
-}
-
 // x·y² - 1.
 template <int N>
 F64<N> seedError(F64<N> xh, F64<N> xl, F64<N> y) {
@@ -180,7 +171,7 @@ F64<N> sqrtSum(F64<N> x, F64<N> xh, F64<N> xl, F64<N> y, F64<N> p) {
 
 template <int N>
 F64<N> sqrtSteps(F64<N> x) {
-    const F64<N> y = seedOf(x);
+    const F64<N> y = rsqrtSeed(x);
     const F64<N> xh = x & U64<N>(splitMask64);
     const F64<N> xl = x - xh;
     return sqrtSum(x, xh, xl, y, series(seedError(xh, xl, y)));
@@ -188,7 +179,7 @@ F64<N> sqrtSteps(F64<N> x) {
 
 template <int N>
 F64<N> invSqrtSteps(F64<N> x) {
-    const F64<N> y = seedOf(x);
+    const F64<N> y = rsqrtSeed(x);
     const F64<N> xh = x & U64<N>(splitMask64);
     const F64<N> xl = x - xh;
     return series(seedError(xh, xl, y)) * y + y;
@@ -220,7 +211,7 @@ template <bool inverse>
     if constexpr (inverse) return invSqrtSteps(scaled).raw * subnormalDown;
     // The seed and the series of the scaled element, but the sum of the element itself: y is too small by 2^-27.
     const auto split = [](F64x1 a) { return a & U64<1>(splitMask64); };
-    const F64x1 y = seedOf(scaled);
+    const F64x1 y = rsqrtSeed(scaled);
     const F64x1 p = series(seedError(split(scaled), scaled - split(scaled), y));
     return sqrtSum(F64x1(x), split(x), F64x1(x) - split(x), y, p).raw * subnormalDown;
 }

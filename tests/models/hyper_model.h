@@ -380,7 +380,7 @@ inline Real64 polynomial64(const Real64* row, Real64 a)
 
 inline Real64 element64(Real64 x)
 {
-    const Real64 y = polynomial64(&tables::tanhRows64[16 * row64(x)], magnitude(x));
+    const volatile Real64 y = polynomial64(&tables::tanhRows64[16 * row64(x)], magnitude(x)); // also where not selected
     return selected(laneClass64(x), orBits(y, signBit(x)), x);
 }
 

@@ -1,0 +1,131 @@
+// Arctangent by the addition theorem: with c the centre of the interval that |x| lies in,
+//     arctan |x| = arctan c + arctan t,    t = (|x| - c)/(c·|x| + 1),
+// and t = -1/|x| behind the last interval, where arctan c is pi/2. arctan t = t + t^3·P(t^2), a fitted polynomial, and
+// arctan c is added in two parts. Every element, zeros, infinities and NaNs included, takes the same steps, which give
+// the same bits in a block and alone.
+//
+// Largest errors seen: 0.9516 ulp at 0x1.8c7706p+0 (Real32), 0.8498 ulp at 0x1.6084938483835p-1 (Real64).
+#include "frame/frame.h"
+#include "frame/loops.h"
+#include "lanes/constant.h"
+#include "trig/atan_intervals.h"
+
+namespace okt {
+namespace {
+
+// ---------------------------------------------------------------------------------------------------------------------
+// Real32
+
+// A value that is 0 in the first interval; each limit passed turns the pattern of one interval's value into the next's.
+struct Chosen32 {
+    Pattern32 first, second, third;
+    constexpr Chosen32(Real32 in1, Real32 in2, Real32 in3)
+        : first(asBits(in1)), second(asBits(in1) ^ asBits(in2)), third(asBits(in2) ^ asBits(in3)) {}
+};
+
+struct Constants32 {
+    Pattern32 atanLimit1 = 0x3EE00000;  // 0.4375
+    Pattern32 atanLimit2 = 0x3F3851EC;  // 0.72
+    Pattern32 atanLimit3 = 0x40128F5C;  // 2.29
+
+    // The centre; behind the last limit, where x is in the denominator, its factor there.
+    Chosen32 centre{0.53125F, 1.0F, 1.0F};
+    // arctan 0.53125, arctan 1 and pi/2, in heads of few bits and the rest.
+    Chosen32 head{bits32(0x3EF80000), bits32(0x3F400000), bits32(0x3FC80000)};
+    Chosen32 tail{bits32(0x3B81BA17), bits32(0x3D10FDAA), bits32(0x3C07ED51)};
+
+    Constant32 one = 1.0F;
+
+    // (arctan t - t)/t^3 over t^2.
+    Constant32 Q4 = spread32(0xBD6E4E11);
+    Constant32 Q3 = spread32(0x3DD6D79A);
+    Constant32 Q2 = spread32(0xBE11B5D2);
+    Constant32 Q1 = spread32(0x3E4CC6DC);
+    Constant32 Q0 = spread32(0xBEAAAAA1);
+};
+constexpr Constants32 constants32;
+
+template <int N>
+inline F32<N> arctangent(const Constants32& k, F32<N> x) {
+    const F32<N> a = abs(x);
+    const Mask32<N> above1 = greaterSigned(asBits(a), U32<N>(k.atanLimit1));
+    const Mask32<N> above2 = greaterSigned(asBits(a), U32<N>(k.atanLimit2));
+    const Mask32<N> above3 = greaterSigned(asBits(a), U32<N>(k.atanLimit3));
+    const auto chosen = [&](const Chosen32& value) OKT_INLINE {
+        return (zeroUnless(above1, asReal(U32<N>(value.first))) ^ zeroUnless(above2, asReal(U32<N>(value.second)))) ^
+               zeroUnless(above3, asReal(U32<N>(value.third)));
+    };
+    const F32<N> c = chosen(k.centre);
+
+    const F32<N> t = (zeroIf(above3, a) - c) / (c * a + zeroIf(above3, F32<N>(k.one)));
+    const F32<N> z = t * t;
+    const F32<N> p = (((k.Q4 * z + k.Q3) * z + k.Q2) * z + k.Q1) * z + k.Q0;
+    return (((p * z * t + chosen(k.tail)) + t) + chosen(k.head)) | signOf(x);
+}
+
+OktStatus atan32(const Real32* src, Real32* dst, std::int32_t len) {
+    return mxcsrFrame(dst, src, len, [=](OktStatus& status) {
+        const Constants32& k = inMemory(constants32);
+        const auto block = [&k](const Real32* from, Real32* to) {
+            arctangent(k, F32<8>::load(from)).store(to);
+            return true;
+        };
+        const auto element = [&k](Real32 x, OktStatus&) { return arctangent(k, F32x1(x)).raw; };
+        redoBlock<8>(src, dst, len, block, element, status);
+    });
+}
+
+// ---------------------------------------------------------------------------------------------------------------------
+// Real64
+
+struct Constants64 {
+    atan::Limits limits;
+    Constant64 one = 1.0;
+
+    // (arctan t - t)/t^3 over w = t^4: the terms with t^2 as a factor and those without.
+    Constant64 D5 = spread64(0xBF90A0140B247B6E);
+    Constant64 D4 = spread64(0xBFA9785816AC714D);
+    Constant64 D3 = spread64(0xBFB10D58403897A0);
+    Constant64 D2 = spread64(0xBFB745CDAE905490);
+    Constant64 D1 = spread64(0xBFC2492491FDFC9C);
+    Constant64 D0 = spread64(0xBFD5555555555509);
+    Constant64 E4 = spread64(0x3FA2AD8F0C29B3CB);
+    Constant64 E3 = spread64(0x3FADDD7216B6A1B8);
+    Constant64 E2 = spread64(0x3FB3B0F1459B9FD4);
+    Constant64 E1 = spread64(0x3FBC71C6FD40E520);
+    Constant64 E0 = spread64(0x3FC999999998E492);
+};
+constexpr Constants64 constants64;
+
+template <int N>
+inline F64<N> arctangent(const Constants64& k, F64<N> x) {
+    const F64<N> a = abs(x);
+    const atan::Interval<N> interval = k.limits.intervalOf(a);
+    const F64<N> c = interval.centre();
+
+    const F64<N> t = (zeroIf(interval.last, a) - c) / (c * a + zeroIf(interval.last, F64<N>(k.one)));
+    const F64<N> z = t * t;
+    const F64<N> w = z * z;
+    const F64<N> u = (((((k.D5 * w + k.D4) * w + k.D3) * w + k.D2) * w + k.D1) * w + k.D0) * z;
+    const F64<N> v = ((((k.E4 * w + k.E3) * w + k.E2) * w + k.E1) * w + k.E0) * w;
+    return ((((u + v) * t + interval.tail()) + t) + interval.head()) | signOf(x);
+}
+
+OktStatus atan64(const Real64* src, Real64* dst, std::int32_t len) {
+    return mxcsrFrame(dst, src, len, [=](OktStatus& status) {
+        const Constants64& k = inMemory(constants64);
+        const auto block = [&k](const Real64* from, Real64* to) {
+            arctangent(k, F64<4>::load(from)).store(to);
+            return true;
+        };
+        const auto element = [&k](Real64 x, OktStatus&) { return arctangent(k, F64x1(x)).raw; };
+        packedElementLoop<4>(src, dst, len, block, element, status);
+    });
+}
+
+}  // namespace
+
+OKT_EXPORT(Atan, 32f, atan32)
+OKT_EXPORT(Atan, 64f, atan64)
+
+}  // namespace okt

@@ -1,0 +1,173 @@
+// What arcsine and arccosine share. With a = |x|:
+//     a <= 1/2:  arcsin a = a + a·z·P(z),  z = a^2;
+//     a > 1/2:   arccos a = 2·arcsin s,    z = s^2 = (1 - a)/2, s = sqrt(z) as a head and a rest.
+#pragma once
+
+#include "lanes/constant.h"
+#include "lanes/root_seed.h"
+#include "oktvm.h"
+
+namespace okt::half_angle {
+
+// ---------------------------------------------------------------------------------------------------------------------
+// Real32
+
+struct Polynomial32 {
+    Constant32 R4 = spread32(0x3D2D33ED);
+    Constant32 R3 = spread32(0x3CC589DB);
+    Constant32 R2 = spread32(0x3D3A4C23);
+    Constant32 R1 = spread32(0x3D998079);
+    Constant32 R0 = spread32(0x3E2AAAE6);
+};
+
+// (arcsin a - a)/a over z = a^2.
+template <int N>
+inline F32<N> excess(const Polynomial32& k, F32<N> z) {
+    const F32<N> w = z * z;
+    const F32<N> p = (k.R4 * w + k.R2) * w + k.R0;
+    const F32<N> q = (k.R3 * w + k.R1) * w;
+    return p * z + q;
+}
+
+inline constexpr std::uint32_t rootHeadMask32 = 0xFFFF0000;
+inline constexpr std::uint32_t halved32 = 0x00800000;  // one in the exponent field
+
+// A lane for which the arithmetic is not the last word; NaNs are among them.
+template <int N>
+inline Mask32<N> beyondOne(F32<N> squared) {
+    return ~(squared < F32<N>(1.0F));
+}
+
+// The result of a flagged element: `atOne` where |x| = 1; out of the domain, or a NaN as it was.
+inline std::uint32_t patched(std::uint32_t x, std::uint32_t result, std::uint32_t atOne, OktStatus& status) {
+    const std::uint32_t a = x & 0x7FFFFFFF;
+    if (a == 0x3F800000) return atOne;
+    if (a > 0x7F800000) return x;
+    if (a < 0x3F800000) return result;
+    status = oktStatusDomain;
+    return 0xFFC00000;
+}
+
+// ---------------------------------------------------------------------------------------------------------------------
+// Real64
+
+struct Constants64 {
+    Constant64 one = 1.0;
+    Constant64 half = 0.5;
+    Constant64 four = 4.0;
+    Pattern64 upperWord = 0xFFFFFFFF00000000;
+
+    // (1 + e)^(-1/2) - 1.
+    Constant64 r5 = -0.24609375;
+    Constant64 r4 = 0.2734375;
+    Constant64 r3 = -0.3125;
+    Constant64 r2 = 0.375;
+    Constant64 r1 = -0.5;
+
+    // (arcsin a - a)/a over z = a^2, odd and even powers of z apart.
+    Constant64 E6 = spread64(0x3FA0D60D1986AEC6);
+    Constant64 E5 = spread64(0x3F96825C16316F03);
+    Constant64 E4 = spread64(0x3F8622CB270118B0);
+    Constant64 E3 = spread64(0x3F8CA247EB6664E5);
+    Constant64 E2 = spread64(0x3F96E8BE19F6199D);
+    Constant64 E1 = spread64(0x3FA6DB6DB724FE19);
+    Constant64 E0 = spread64(0x3FC5555555555579);
+    Constant64 O5 = spread64(0xBF95E9019191BE85);
+    Constant64 O4 = spread64(0x3F6D768B20A865AC);
+    Constant64 O3 = spread64(0x3F8755BDEFC292C9);
+    Constant64 O2 = spread64(0x3F91C49BD43E63F7);
+    Constant64 O1 = spread64(0x3F9F1C71A7CEDD43);
+    Constant64 O0 = spread64(0x3FB333333332DC42);
+};
+
+// The argument of the series u = uh + l, a or -sqrt(2 (1 - a)), and the rest of the arcsine S·u.
+template <int N>
+struct Reduced64 {
+    Mask64<N> big;  // a > 1/2
+    F64<N> uh, l, Su;
+};
+
+template <int N>
+inline Reduced64<N> reduced(const Constants64& k, F64<N> a) {
+    const Mask64<N> big = F64<N>(k.half) < a;
+    const F64<N> w0 = zeroUnless(big, (k.one - a) * k.half);
+    const F64<N> z = w0 | zeroIf(big, a * a);
+    const F64<N> q = k.four * w0;
+
+    // sqrt(q) = q/sqrt(q): y from the approximation, and what it lacks by a series in e = q·y^2 - 1. The approximation
+    // gives a negative number for a zero, which leaves +0 for both parts of the root in the other lanes.
+    const F64<N> y = rsqrtSeed(q);
+    const F64<N> qh = q & U64<N>(k.upperWord);
+    const F64<N> ql = q - qh;
+    const F64<N> qhy = qh * y;
+    const F64<N> qly = ql * y;
+    const F64<N> e = (qhy * y - k.one) + qly * y;
+    const F64<N> g = ((((k.r5 * e + k.r4) * e + k.r3) * e + k.r2) * e + k.r1) * e * -y;
+    const F64<N> uh = -qhy | zeroIf(big, a);
+    const F64<N> l = g * q - qly;
+    const F64<N> u = uh + l;
+
+    const F64<N> z2 = z * z;
+    const F64<N> E = ((((((k.E6 * z2 + k.E5) * z2 + k.E4) * z2 + k.E3) * z2 + k.E2) * z2 + k.E1) * z2 + k.E0) * z;
+    const F64<N> O = (((((k.O5 * z2 + k.O4) * z2 + k.O3) * z2 + k.O2) * z2 + k.O1) * z2 + k.O0) * z2;
+    return {big, uh, l, (E + O) * u};
+}
+
+// |x| = 1 and beyond, NaNs too, by the upper word.
+template <int N>
+inline Mask32<N> reachesOne(F64<N> a) {
+    return greaterSigned(packHighWords(asBits(a)), U32<N>(0x3FF00000 - 1));
+}
+
+inline std::uint64_t patched(std::uint64_t x, std::uint64_t result, std::uint64_t atOne, OktStatus& status) {
+    const std::uint64_t a = x & 0x7FFFFFFFFFFFFFFF;
+    if (a == 0x3FF0000000000000) return atOne;
+    if (a > 0x7FF0000000000000) return result;
+    if (a < 0x3FF0000000000000) return result;
+    status = oktStatusDomain;
+    return 0xFFF8000000000000;
+}
+
+// ---------------------------------------------------------------------------------------------------------------------
+
+// The patches of flagged lanes of a block, in order. `atOne(negative)` is the pattern of the result at 1 and -1.
+template <class T, int N, class AtOne>
+[[gnu::noinline, gnu::cold]] void patchLanes(int flagged, Vec<T, N> x, T* dst, const AtOne& atOne, OktStatus& status) {
+    alignas(16) Unsigned<T> patterns[N];
+    asBits(x).store(patterns);
+    for (int i = 0; i < N; ++i) {
+        if ((flagged >> i & 1) == 0) continue;
+        const bool negative = patterns[i] >> (8 * sizeof(T) - 1) != 0;
+        storeBits(dst + i, patched(patterns[i], loadBits(dst + i), atOne(negative), status));
+    }
+}
+
+// Blocks of AtOnce elements and the rest one at a time; `kernel(x)` gives results and the mask of flagged lanes.
+template <int AtOnce, class T, class Kernel, class AtOne>
+inline void blocks(const T* src, T* dst, std::int32_t len, const Kernel& kernel, const AtOne& atOne,
+                   OktStatus& status) {
+    std::int32_t i = 0;
+    const auto step = [&]<int N>(std::integral_constant<int, N>) OKT_INLINE {
+        const auto x = Vec<T, N>::load(src + i);
+        const auto [result, flagged] = kernel(x);
+        result.store(dst + i);
+        if (any(flagged)) [[unlikely]]
+            patchLanes(laneBits(flagged), x, dst + i, atOne, status);
+        i += N;
+    };
+    while (i <= len - AtOnce) step(std::integral_constant<int, AtOnce>{});
+    while (i < len) step(std::integral_constant<int, 1>{});
+}
+
+template <int N>
+struct Outcome32 {
+    F32<N> result;
+    Mask32<N> flagged;
+};
+template <int N>
+struct Outcome64 {
+    F64<N> result;
+    Mask32<N> flagged;
+};
+
+}  // namespace okt::half_angle

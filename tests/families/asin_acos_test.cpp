@@ -1,0 +1,199 @@
+// Arcsine and arccosine.
+#include "tests/models/inverse_trig_model.h"
+
+#include "lanes/lanes.h"
+#include "support/flags.h"
+#include "support/model_check.h"
+#include "support/rows.h"
+#include "support/thresholds.h"
+
+#include <cmath>
+
+namespace okt::test {
+namespace {
+
+template <class T>
+T inDomain(Random& random) {
+    return random.below(4) == 0 ? ofMagnitude<T>(random, -40, -1) : static_cast<T>(random.between(-1, 1));
+}
+
+template <class T>
+T outsideOrSpecial(Random& random) {
+    switch (random.below(4)) {
+        case 0: return mixedValue<T>(random);
+        case 1: {
+            const T one = random.below(2) == 0 ? T{1} : T{-1};
+            return std::bit_cast<T>(static_cast<Unsigned<T>>(asBits(one) + random.below(9) - 4));
+        }
+        default: return specialElement<T>(random);
+    }
+}
+
+TEST(Asin, AgreesWithTheModel) {
+    expectModel<Real32, Real32>("oktsAsin_32f_A24", model::Asin_32f, {inDomain<Real32>, outsideOrSpecial<Real32>});
+    expectModel<Real64, Real64>("oktsAsin_64f_A53", model::Asin_64f, {inDomain<Real64>, outsideOrSpecial<Real64>});
+}
+TEST(Acos, AgreesWithTheModel) {
+    expectModel<Real32, Real32>("oktsAcos_32f_A24", model::Acos_32f, {inDomain<Real32>, outsideOrSpecial<Real32>});
+    expectModel<Real64, Real64>("oktsAcos_64f_A53", model::Acos_64f, {inDomain<Real64>, outsideOrSpecial<Real64>});
+}
+
+// On Real32 a NaN comes through bit for bit, a signalling one too; on Real64 it comes out quiet, from Acos with its
+// sign inverted.
+TEST(Asin, SpecialValues32) {
+    expectRows<Real32>(oktsAsin_32f_A24, 0.3F,
+                       {
+                           {0x00000000, 0x00000000},
+                           {0x80000000, 0x80000000},
+                           {0x00000001, 0x00000001},
+                           {0x80000001, 0x80000001},
+                           {0x3F800000, 0x3FC90FDB},
+                           {0xBF800000, 0xBFC90FDB},
+                           {0x3F800001, 0xFFC00000, oktStatusDomain},
+                           {0xBF800001, 0xFFC00000, oktStatusDomain},
+                           {0x7F7FFFFF, 0xFFC00000, oktStatusDomain},
+                           {0x7F800000, 0xFFC00000, oktStatusDomain},
+                           {0xFF800000, 0xFFC00000, oktStatusDomain},
+                           {0x7FC54321, 0x7FC54321},
+                           {0xFFC54321, 0xFFC54321},
+                           {0x7F800001, 0x7F800001},
+                           {0xFFA12345, 0xFFA12345},
+                       });
+}
+TEST(Acos, SpecialValues32) {
+    expectRows<Real32>(oktsAcos_32f_A24, 0.3F,
+                       {
+                           {0x00000000, 0x3FC90FDB},
+                           {0x80000000, 0x3FC90FDB},
+                           {0x00000001, 0x3FC90FDB},
+                           {0x3F800000, 0x00000000},
+                           {0xBF800000, 0x40490FDB},
+                           {0x3F800001, 0xFFC00000, oktStatusDomain},
+                           {0xBF800001, 0xFFC00000, oktStatusDomain},
+                           {0xFF7FFFFF, 0xFFC00000, oktStatusDomain},
+                           {0x7F800000, 0xFFC00000, oktStatusDomain},
+                           {0xFF800000, 0xFFC00000, oktStatusDomain},
+                           {0x7FC54321, 0x7FC54321},
+                           {0xFFC54321, 0xFFC54321},
+                           {0x7F800001, 0x7F800001},
+                           {0xFFA12345, 0xFFA12345},
+                       });
+}
+TEST(Asin, SpecialValues64) {
+    expectRows<Real64>(oktsAsin_64f_A53, 0.3,
+                       {
+                           {0x0000000000000000, 0x0000000000000000},
+                           {0x8000000000000000, 0x8000000000000000},
+                           {0x0000000000000001, 0x0000000000000001},
+                           {0x8000000000000001, 0x8000000000000001},
+                           {0x3FF0000000000000, 0x3FF921FB54442D18},
+                           {0xBFF0000000000000, 0xBFF921FB54442D18},
+                           {0x3FF0000000000001, 0xFFF8000000000000, oktStatusDomain},
+                           {0xBFF0000000000001, 0xFFF8000000000000, oktStatusDomain},
+                           {0xFFEFFFFFFFFFFFFF, 0xFFF8000000000000, oktStatusDomain},
+                           {0x7FF0000000000000, 0xFFF8000000000000, oktStatusDomain},
+                           {0xFFF0000000000000, 0xFFF8000000000000, oktStatusDomain},
+                           {0x7FF8ABCDE0001234, 0x7FF8ABCDE0001234},
+                           {0xFFF8ABCDE0001234, 0xFFF8ABCDE0001234},
+                           {0x7FF0000000000001, 0x7FF8000000000001},
+                           {0xFFF4123400000000, 0xFFFC123400000000},
+                       });
+}
+TEST(Acos, SpecialValues64) {
+    expectRows<Real64>(oktsAcos_64f_A53, 0.3,
+                       {
+                           {0x0000000000000000, 0x3FF921FB54442D18},
+                           {0x8000000000000000, 0x3FF921FB54442D18},
+                           {0x0000000000000001, 0x3FF921FB54442D18},
+                           {0x3FF0000000000000, 0x0000000000000000},
+                           {0xBFF0000000000000, 0x400921FB54442D18},
+                           {0x3FF0000000000001, 0xFFF8000000000000, oktStatusDomain},
+                           {0xBFF0000000000001, 0xFFF8000000000000, oktStatusDomain},
+                           {0x7FEFFFFFFFFFFFFF, 0xFFF8000000000000, oktStatusDomain},
+                           {0x7FF0000000000000, 0xFFF8000000000000, oktStatusDomain},
+                           {0xFFF0000000000000, 0xFFF8000000000000, oktStatusDomain},
+                           {0x7FF8ABCDE0001234, 0xFFF8ABCDE0001234},
+                           {0xFFF8ABCDE0001234, 0x7FF8ABCDE0001234},
+                           {0x7FF0000000000001, 0xFFF8000000000001},
+                           {0xFFF4123400000000, 0x7FFC123400000000},
+                       });
+}
+
+// 1/2 belongs to the upper class on Real32 and to the lower one on Real64; the value below 1 is no special case.
+TEST(AsinAcos, ClassLimitsAndTheirNeighbours) {
+    expectModelAround<Real32>(oktsAsin_32f_A24, model::Asin_32f, 0.3F,
+                              {0x3F000000, 0x3F800000, 0x3F7FFFFE, 0x00800000});
+    expectModelAround<Real32>(oktsAcos_32f_A24, model::Acos_32f, 0.3F,
+                              {0x3F000000, 0x3F800000, 0x3F7FFFFE, 0x00800000});
+    expectModelAround<Real64>(oktsAsin_64f_A53, model::Asin_64f, 0.3,
+                              {0x3FE0000000000000, 0x3FF0000000000000, 0x3FF0000100000000, 0x0010000000000000});
+    expectModelAround<Real64>(oktsAcos_64f_A53, model::Acos_64f, 0.3,
+                              {0x3FE0000000000000, 0x3FF0000000000000, 0x3FF0000100000000, 0x0010000000000000});
+}
+
+template <class T>
+void expectStatuses(OktStatus (*f)(const T*, T*, std::int32_t)) {
+    const T nan = std::numeric_limits<T>::quiet_NaN();
+    for (std::size_t len = 1; len <= 21; ++len) {
+        EXPECT_EQ(statusOf<T>(f, std::vector<T>(len, T(0.5))), oktStatusOk);
+        EXPECT_EQ(statusOf<T>(f, std::vector<T>(len, T(1))), oktStatusOk);
+        EXPECT_EQ(statusOf<T>(f, std::vector<T>(len, nan)), oktStatusOk);
+        for (std::size_t at = 0; at < len; ++at) {
+            std::vector<T> src(len, T(0.25));
+            src[at] = T(-1.5);
+            src[len - 1 - at] = at * 2 + 1 == len ? src[at] : nan;
+            EXPECT_EQ(statusOf<T>(f, src), oktStatusDomain) << at << " of " << len;
+        }
+    }
+}
+TEST(AsinAcos, DomainAsSoonAsOneElementIsBeyondOne) {
+    expectStatuses<Real32>(oktsAsin_32f_A24);
+    expectStatuses<Real32>(oktsAcos_32f_A24);
+    expectStatuses<Real64>(oktsAsin_64f_A53);
+    expectStatuses<Real64>(oktsAcos_64f_A53);
+}
+
+// A patched lane leaves its neighbours alone.
+template <class T>
+void expectIndependence(OktStatus (*f)(const T*, T*, std::int32_t)) {
+    Random random(8);
+    for (int i = 0; i < 3000; ++i) {
+        const T x = inDomain<T>(random);
+        const auto bits = asBits(alone(f, x).value);
+        for (const T neighbour : {T(0.3), T(1), T(-2), std::numeric_limits<T>::quiet_NaN()})
+            ASSERT_EQ(asBits(among(f, x, neighbour, 21, i % 21).value), bits) << std::hexfloat << x << ' ' << neighbour;
+    }
+}
+TEST(AsinAcos, NeighboursChangeNothing) {
+    expectIndependence<Real32>(oktsAsin_32f_A24);
+    expectIndependence<Real32>(oktsAcos_32f_A24);
+    expectIndependence<Real64>(oktsAsin_64f_A53);
+    expectIndependence<Real64>(oktsAcos_64f_A53);
+}
+
+TEST(AsinAcos, OrdinaryElementsOnReal64RaiseNothingButInexact) {
+    for (const Real64 x : {0.1, -0.3, 0.5, 0.6, -0.9, 0x1.fffffffffffffp-1, 1.0, -1.0}) {
+        EXPECT_EQ(flagsAlone(oktsAsin_64f_A53, x) & ~flagInexact, 0u) << x;
+        EXPECT_EQ(flagsAlone(oktsAcos_64f_A53, x) & ~flagInexact, 0u) << x;
+    }
+    EXPECT_EQ(flagsAlone(oktsAsin_64f_A53, 0.0), 0u);
+    EXPECT_EQ(flagsAlone(oktsAcos_64f_A53, 0.0), flagInexact);
+}
+
+TEST(AsinAcos, InPlace) {
+    const auto inPlace = []<class T>(OktStatus (*f)(const T*, T*, std::int32_t), T) {
+        std::vector<T> array(37), expected(37);
+        Random random(4);
+        for (T& x : array) x = random.below(5) == 0 ? outsideOrSpecial<T>(random) : inDomain<T>(random);
+        const OktStatus status = f(array.data(), expected.data(), 37);
+        EXPECT_EQ(f(array.data(), array.data(), 37), status);
+        EXPECT_EQ(std::memcmp(array.data(), expected.data(), 37 * sizeof(T)), 0);
+    };
+    inPlace(oktsAsin_32f_A24, Real32{});
+    inPlace(oktsAcos_32f_A24, Real32{});
+    inPlace(oktsAsin_64f_A53, Real64{});
+    inPlace(oktsAcos_64f_A53, Real64{});
+}
+
+}  // namespace
+}  // namespace okt::test
