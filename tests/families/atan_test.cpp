@@ -90,7 +90,7 @@ TEST(Atan, ALimitsUpperWordBelongsToTheLowerInterval) {
             w;
         return (u + v) * x + x;
     };
-    for (const std::uint64_t pattern : {0x3FDC000000000001, 0x3FDC0000FFFFFFFF, 0x3FDBFFFF00000000}) {
+    for (const std::uint64_t pattern : {0x3FDC000000000001u, 0x3FDC0000FFFFFFFFu, 0x3FDBFFFF00000000u}) {
         const Real64 x = bits64(pattern);
         EXPECT_TRUE(sameBits(alone(oktsAtan_64f_A53, x).value, asBits(lowest(x)))) << std::hex << pattern;
     }
