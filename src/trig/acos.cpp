@@ -21,6 +21,9 @@ struct Constants32 {
 };
 constexpr Constants32 constants32;
 
+// 0 and pi at the ends; NaNs as they are.
+constexpr half_angle::Patch<std::uint32_t> patch32{0, 0x40490FDB, 0xFFC00000, 0, 0};
+
 template <int N>
 inline half_angle::Outcome32<N> arccosine(const Constants32& k, F32<N> x) {
     const F32<N> a = abs(x);
@@ -53,8 +56,7 @@ OktStatus acos32(const Real32* src, Real32* dst, std::int32_t len) {
     return mxcsrFrame(dst, src, len, [=](OktStatus& status) {
         const Constants32& k = inMemory(constants32);
         const auto kernel = [&k]<int N>(F32<N> x) OKT_INLINE { return arccosine(k, x); };
-        const auto atOne = [](bool negative) { return negative ? 0x40490FDBu : 0u; };
-        half_angle::blocks<8>(src, dst, len, kernel, atOne, status);
+        half_angle::blocks<8>(src, dst, len, kernel, patch32, status);
     });
 }
 
@@ -66,6 +68,9 @@ struct Constants64 {
     Constant64 halfPiTailNegative = spread64(0xBC91A62633145C07);
 };
 constexpr Constants64 constants64;
+
+constexpr half_angle::Patch<std::uint64_t> patch64{0, 0x400921FB54442D18, 0xFFF8000000000000, half_angle::quietBit,
+                                                   half_angle::signBit};
 
 template <int N>
 inline half_angle::Outcome64<N> arccosine(const Constants64& k, F64<N> x) {
@@ -83,8 +88,7 @@ OktStatus acos64(const Real64* src, Real64* dst, std::int32_t len) {
     return mxcsrFrame(dst, src, len, [=](OktStatus& status) {
         const Constants64& k = inMemory(constants64);
         const auto kernel = [&k]<int N>(F64<N> x) OKT_INLINE { return arccosine(k, x); };
-        const auto atOne = [](bool negative) { return negative ? 0x400921FB54442D18u : std::uint64_t{0}; };
-        half_angle::blocks<4>(src, dst, len, kernel, atOne, status);
+        half_angle::blocks<4>(src, dst, len, kernel, patch64, status);
     });
 }
 

@@ -22,6 +22,9 @@ struct Constants32 {
 };
 constexpr Constants32 constants32;
 
+// pi/2 at the ends; NaNs as they are.
+constexpr half_angle::Patch<std::uint32_t> patch32{0x3FC90FDB, 0xBFC90FDB, 0xFFC00000, 0, 0};
+
 template <int N>
 inline half_angle::Outcome32<N> arcsine(const Constants32& k, F32<N> x) {
     const F32<N> a = abs(x);
@@ -51,8 +54,7 @@ OktStatus asin32(const Real32* src, Real32* dst, std::int32_t len) {
     return mxcsrFrame(dst, src, len, [=](OktStatus& status) {
         const Constants32& k = inMemory(constants32);
         const auto kernel = [&k]<int N>(F32<N> x) OKT_INLINE { return arcsine(k, x); };
-        const auto atOne = [](bool negative) { return negative ? 0xBFC90FDBu : 0x3FC90FDBu; };
-        half_angle::blocks<8>(src, dst, len, kernel, atOne, status);
+        half_angle::blocks<8>(src, dst, len, kernel, patch32, status);
     });
 }
 
@@ -62,6 +64,9 @@ struct Constants64 {
     Constant64 quarterPiTail = spread64(0x3C91A62633145C07);
 };
 constexpr Constants64 constants64;
+
+constexpr half_angle::Patch<std::uint64_t> patch64{0x3FF921FB54442D18, 0xBFF921FB54442D18, 0xFFF8000000000000,
+                                                   half_angle::quietBit, 0};
 
 template <int N>
 inline half_angle::Outcome64<N> arcsine(const Constants64& k, F64<N> x) {
@@ -76,8 +81,7 @@ OktStatus asin64(const Real64* src, Real64* dst, std::int32_t len) {
     return mxcsrFrame(dst, src, len, [=](OktStatus& status) {
         const Constants64& k = inMemory(constants64);
         const auto kernel = [&k]<int N>(F64<N> x) OKT_INLINE { return arcsine(k, x); };
-        const auto atOne = [](bool negative) { return negative ? 0xBFF921FB54442D18u : 0x3FF921FB54442D18u; };
-        half_angle::blocks<4>(src, dst, len, kernel, atOne, status);
+        half_angle::blocks<4>(src, dst, len, kernel, patch64, status);
     });
 }
 

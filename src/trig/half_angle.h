@@ -32,20 +32,10 @@ inline F32<N> excess(const Polynomial32& k, F32<N> z) {
 inline constexpr std::uint32_t rootHeadMask32 = 0xFFFF0000;
 inline constexpr std::uint32_t halved32 = 0x00800000;  // one in the exponent field
 
-// A lane for which the arithmetic is not the last word; NaNs are among them.
+// |x| = 1 and beyond, NaNs too: there the arithmetic is not the last word.
 template <int N>
 inline Mask32<N> beyondOne(F32<N> squared) {
     return ~(squared < F32<N>(1.0F));
-}
-
-// The result of a flagged element: `atOne` where |x| = 1; out of the domain, or a NaN as it was.
-inline std::uint32_t patched(std::uint32_t x, std::uint32_t result, std::uint32_t atOne, OktStatus& status) {
-    const std::uint32_t a = x & 0x7FFFFFFF;
-    if (a == 0x3F800000) return atOne;
-    if (a > 0x7F800000) return x;
-    if (a < 0x3F800000) return result;
-    status = oktStatusDomain;
-    return 0xFFC00000;
 }
 
 // ---------------------------------------------------------------------------------------------------------------------
@@ -113,38 +103,52 @@ inline Reduced64<N> reduced(const Constants64& k, F64<N> a) {
     return {big, uh, l, (E + O) * u};
 }
 
-// |x| = 1 and beyond, NaNs too, by the upper word.
+// The same on Real64, by the upper word.
 template <int N>
 inline Mask32<N> reachesOne(F64<N> a) {
     return greaterSigned(packHighWords(asBits(a)), U32<N>(0x3FF00000 - 1));
 }
 
-inline std::uint64_t patched(std::uint64_t x, std::uint64_t result, std::uint64_t atOne, OktStatus& status) {
-    const std::uint64_t a = x & 0x7FFFFFFFFFFFFFFF;
-    if (a == 0x3FF0000000000000) return atOne;
-    if (a > 0x7FF0000000000000) return result;
-    if (a < 0x3FF0000000000000) return result;
-    status = oktStatusDomain;
-    return 0xFFF8000000000000;
-}
-
 // ---------------------------------------------------------------------------------------------------------------------
 
-// The patches of flagged lanes of a block, in order. `atOne(negative)` is the pattern of the result at 1 and -1.
-template <class T, int N, class AtOne>
-[[gnu::noinline, gnu::cold]] void patchLanes(int flagged, Vec<T, N> x, T* dst, const AtOne& atOne, OktStatus& status) {
-    alignas(16) Unsigned<T> patterns[N];
+inline constexpr std::uint64_t quietBit = 0x0008000000000000;
+inline constexpr std::uint64_t signBit = 0x8000000000000000;
+
+// Results of a function's flagged elements.
+template <class Bits>
+struct Patch {
+    Bits atOne, atMinusOne, beyond;
+    Bits nanSet, nanFlip;  // what is set and flipped in a NaN
+};
+
+// Flagged lanes in order. A NaN's result is made of its pattern, as compilers do not keep the sign of NaNs in
+// arithmetic.
+template <class T, int N>
+[[gnu::noinline, gnu::cold]] void patchLanes(int flagged, Vec<T, N> x, T* dst, const Patch<Unsigned<T>>& patch,
+                                             OktStatus& status) {
+    using Bits = Unsigned<T>;
+    constexpr Bits sign = Bits{1} << (8 * sizeof(T) - 1);
+    constexpr Bits one = std::bit_cast<Bits>(T{1});
+    constexpr Bits infinity = sizeof(T) == 4 ? Bits{0x7F800000} : static_cast<Bits>(0x7FF0000000000000);
+    alignas(16) Bits patterns[N];
     asBits(x).store(patterns);
     for (int i = 0; i < N; ++i) {
-        if ((flagged >> i & 1) == 0) continue;
-        const bool negative = patterns[i] >> (8 * sizeof(T) - 1) != 0;
-        storeBits(dst + i, patched(patterns[i], loadBits(dst + i), atOne(negative), status));
+        const Bits a = patterns[i] & ~sign;
+        if ((flagged >> i & 1) == 0 || a < one) continue;
+        if (a == one) {
+            storeBits(dst + i, a == patterns[i] ? patch.atOne : patch.atMinusOne);
+        } else if (a > infinity) {
+            storeBits(dst + i, (patterns[i] | patch.nanSet) ^ patch.nanFlip);
+        } else {
+            storeBits(dst + i, patch.beyond);
+            status = oktStatusDomain;
+        }
     }
 }
 
 // Blocks of AtOnce elements and the rest one at a time; `kernel(x)` gives results and the mask of flagged lanes.
-template <int AtOnce, class T, class Kernel, class AtOne>
-inline void blocks(const T* src, T* dst, std::int32_t len, const Kernel& kernel, const AtOne& atOne,
+template <int AtOnce, class T, class Kernel>
+inline void blocks(const T* src, T* dst, std::int32_t len, const Kernel& kernel, const Patch<Unsigned<T>>& patch,
                    OktStatus& status) {
     std::int32_t i = 0;
     const auto step = [&]<int N>(std::integral_constant<int, N>) OKT_INLINE {
@@ -152,7 +156,7 @@ inline void blocks(const T* src, T* dst, std::int32_t len, const Kernel& kernel,
         const auto [result, flagged] = kernel(x);
         result.store(dst + i);
         if (any(flagged)) [[unlikely]]
-            patchLanes(laneBits(flagged), x, dst + i, atOne, status);
+            patchLanes(laneBits(flagged), x, dst + i, patch, status);
         i += N;
     };
     while (i <= len - AtOnce) step(std::integral_constant<int, AtOnce>{});
