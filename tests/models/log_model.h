@@ -63,7 +63,7 @@ inline Real32 element(Real32 x, OktStatus& status)
         return real32(0xFF800000);
     }
     if (b < 0x00800000) {
-        const int p = std::bit_width(b) - 1;
+        const int p = static_cast<int>(std::bit_width(b)) - 1;
         const std::uint32_t normal =
             ((b << (23 - p)) ^ 0x00800000U) | (static_cast<std::uint32_t>(p + 1) << 23);
         return steps(normal, -23, false);
