@@ -25,7 +25,8 @@ template <int N>
 inline F32<N> erf(F32<N> x) {
     const U32<N> bits = asBits(x);
     const U32<N> row = clampHighHalves((bits & U32<N>(0x7FE00000)) - U32<N>(0x3DE00000), 0x02A0);
-    const RowPerLane<N> c(tables::erfRows32, row >> 15);  // 64 bytes a row
+    const InMemory<std::uint32_t, N> offset(row >> 15);  // 64 bytes a row
+    const RowPerLane<N> c(tables::erfRows32, offset.lane);
 
     const U32<N> magnitude = bits & U32<N>(0x7FFFFFFF);
     const F64<N> t = widen(zeroIf(magnitude == U32<N>(0x7F800000), asReal(magnitude)));
@@ -52,11 +53,16 @@ OktStatus erf32(const Real32* src, Real32* dst, std::int32_t len) {
 // ---------------------------------------------------------------------------------------------------------------------
 // Real64
 
+// The byte offset of the element's row.
 template <int N>
-inline F64<N> erf(F64<N> x) {
-    const U32<N> row = clampHighHalves((packHighWords(asBits(x)) & U32<N>(0x7FFE0000)) - U32<N>(0x3FBE0000), 0x005A);
-    const RowPerLane<N> c(tables::erfRows64, row >> 10);  // 128 bytes a row
+inline U32<N> rowOffset(F64<N> x) {
+    const U32<N> bits = packHighWords(asBits(x)) & U32<N>(0x7FFE0000);
+    return clampHighHalves(bits - U32<N>(0x3FBE0000), 0x005A) >> 10;  // 128 bytes a row
+}
 
+template <int N>
+inline F64<N> erfOfRow(F64<N> x, const std::uint32_t* offset) {
+    const RowPerLane<N> c(tables::erfRows64, offset);
     const F64<N> t = abs(x) + c[12];
     const auto [c10, c11] = c.pair(10);
     const auto [c8, c9] = c.pair(8);
@@ -67,6 +73,16 @@ inline F64<N> erf(F64<N> x) {
     const F64<N> a = ((((((((c11 * t + c10) * t + c9) * t + c8) * t + c7) * t + c6) * t + c5) * t + c4) * t + c3) * t;
     const auto [head, low] = splitStep(twoSum(a, c2), t, c1, c0);
     return (head + low) | signOf(x);
+}
+
+// Register after register: more of them at a time do not find room for their columns.
+inline F64<4> erf(F64<4> x) {
+    const InMemory<std::uint32_t, 4> offset(rowOffset(x));
+    return {erfOfRow(x.lo, offset.lane), erfOfRow(x.hi, offset.lane + 2)};
+}
+inline F64<1> erf(F64<1> x) {
+    const std::uint32_t offset = rowOffset(x).raw;
+    return erfOfRow(x, &offset);
 }
 
 constexpr std::uint32_t leastMain64 = 0x00800000;  // high words of the main path: from here on,

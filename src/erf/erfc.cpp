@@ -64,9 +64,16 @@ constexpr std::uint32_t tiny32 = 0x32000000;       // 2^-27, below which the ele
 constexpr std::uint32_t two32 = 0x407547CA;        // 3.8325067: from its negative down the element path gives 2
 constexpr std::uint32_t underflow32 = 0x41131CE0;  // 9.19455: from here on results are subnormal or 0
 
+// The byte offset of the element's row.
 template <int N>
-inline F32<N> erfc(const Constants32& k, F32<N> x) {
-    const F64<N> wide = widen(x);
+inline U32<N> rowOffset(F32<N> x) {
+    const U32<N> bits = asBits(x) & U32<N>(0x7FE00000);
+    return clampHighHalves(bits - U32<N>(0x3E600000), 22u << 5) >> 15;  // 64 bytes a row
+}
+
+// For a Real32 in wide form.
+template <int N>
+inline F64<N> erfcOfRow(const Constants32& k, F64<N> wide, const std::uint32_t* offset) {
     const F64<N> sign = wide & U64<N>(k.sign);
     const F64<N> t = asReal(asBits(wide) ^ asBits(sign));
 
@@ -80,8 +87,7 @@ inline F32<N> erfc(const Constants32& k, F32<N> x) {
     const F64<N> q = (((r * k.inv24 + k.inv6) * r + k.half) * r + k.one) * r + k.one;
     const F64<N> e = (q * s) * gatherElements<7>(tables::pow2Fraction32, n);
 
-    const U32<N> row = clampHighHalves((asBits(x) & U32<N>(0x7FE00000)) - U32<N>(0x3E600000), 22u << 5);
-    const RowPerLane<N> c(tables::erfcRows32, row >> 15);  // 64 bytes a row
+    const RowPerLane<N> c(tables::erfcRows32, offset);
     const auto [c6, centre] = c.pair(6);
     const auto [c4, c5] = c.pair(4);
     const auto [c2, c3] = c.pair(2);
@@ -90,7 +96,18 @@ inline F32<N> erfc(const Constants32& k, F32<N> x) {
     const F64<N> f = (((((c6 * z + c5) * z + c4) * z + c3) * z + c2) * z + c1) * z + c0;
 
     const F64<N> base = asReal(asBits(sign) >> 1);  // the pattern of 2 for a negative x, else 0
-    return narrow(base + f * e);
+    return base + f * e;
+}
+
+// Register after register: more of them at a time do not find room for their columns.
+inline F32<4> erfc(const Constants32& k, F32<4> x) {
+    const InMemory<std::uint32_t, 4> offset(rowOffset(x));
+    const F64<4> wide = widen(x);
+    return narrow(F64<4>(erfcOfRow(k, wide.lo, offset.lane), erfcOfRow(k, wide.hi, offset.lane + 2)));
+}
+inline F32<1> erfc(const Constants32& k, F32<1> x) {
+    const std::uint32_t offset = rowOffset(x).raw;
+    return narrow(erfcOfRow(k, widen(x), &offset));
 }
 
 bool plain32(Real32 x) { return (asBits(x) & 0x7FFFFFFF) <= limit32; }
@@ -146,8 +163,17 @@ constexpr std::uint32_t lastHigh64 = 0x403B39DC;           // 27.2261
 constexpr std::uint32_t tinyHigh64 = 0x3C800000;           // 2^-55, below which the element path gives 1
 constexpr std::uint64_t underflow64 = 0x403B39DC41E48BFC;  // 27.226017111108362, above which the result is 0
 
+// The number of the element's row, times 2^18.
 template <int N>
-inline F64<N> erfc(const Constants64& k, F64<N> x) {
+inline U32<N> rowNumber(F64<N> x) {
+    const U32<N> bits = packHighWords(asBits(x)) & U32<N>(0x7FFC0000);
+    return clampHighHalves(bits - U32<N>(0x3FCC0000), 27u << 2);
+}
+
+// `offset` and `centreOffset`: the byte offsets of the row, 128 bytes each, and of its centre, 16 bytes each.
+template <int N>
+inline F64<N> erfcOfRow(const Constants64& k, F64<N> x, const std::uint32_t* offset,
+                        const std::uint32_t* centreOffset) {
     const F64<N> sign = x & U64<N>(k.sign);
     const F64<N> t = x ^ sign;
 
@@ -172,9 +198,8 @@ inline F64<N> erfc(const Constants64& k, F64<N> x) {
     const auto [powerHi, powerLo] = gatherPairs<7, Real64>(tables::pow2Fraction64, n);
     const F64<N> expLo = p * (powerHi + powerLo) + powerLo;
 
-    const U32<N> row = clampHighHalves((packHighWords(asBits(x)) & U32<N>(0x7FFC0000)) - U32<N>(0x3FCC0000), 27u << 2);
-    const RowPerLane<N> c(tables::erfcRows64, row >> 11);  // 128 bytes a row
-    const F64<N> z = t - RowPerLane<N>(tables::erfcCentres64, row >> 14)[0];
+    const RowPerLane<N> c(tables::erfcRows64, offset);
+    const F64<N> z = t - RowPerLane<N>(tables::erfcCentres64, centreOffset)[0];
     const auto [c14, c15] = c.pair(14);
     const auto [c12, c13] = c.pair(12);
     const auto [c10, c11] = c.pair(10);
@@ -198,6 +223,13 @@ inline F64<N> erfc(const Constants64& k, F64<N> x) {
     return (lo + ((base - sum) + hi)) + sum;
 }
 
+template <int N>
+inline F64<N> erfc(const Constants64& k, F64<N> x) {
+    const U32<N> row = rowNumber(x);
+    const InMemory<std::uint32_t, N> offset(row >> 11), centreOffset(row >> 14);
+    return erfcOfRow(k, x, offset.lane, centreOffset.lane);
+}
+
 bool plain64(Real64 x) { return (highWord(x) & 0x7FFFFFFF) < limitHigh64; }
 
 [[gnu::noinline, gnu::cold]] Real64 erfcElement64(Real64 x, OktStatus& status) {
@@ -215,15 +247,15 @@ OktStatus erfc64(const Real64* src, Real64* dst, std::int32_t len) {
     return mxcsrFrame(dst, src, len, [=](OktStatus& status) {
         const Constants64& k = inMemory(constants64);
         const auto tryBlock = [&k](const Real64* from, Real64* to) OKT_INLINE {
-            const F64<4> x = F64<4>::load(from);
-            const U32<4> high = packHighWords(asBits(x)) & U32<4>(0x7FFFFFFF);
-            if (any(greaterSigned(high, U32<4>(limitHigh64 - 1)))) [[unlikely]]
+            const F64<8> x = F64<8>::load(from);
+            const U32<8> high = packHighWords(asBits(x)) & U32<8>(0x7FFFFFFF);
+            if (any(greaterSigned(high, U32<8>(limitHigh64 - 1)))) [[unlikely]]
                 return false;
             erfc(k, x).store(to);
             return true;
         };
         const auto main = [&k](Real64 x) { return erfc(k, F64x1(x)).raw; };
-        pairLoop<4>(src, dst, len, tryBlock, plain64, main, erfcElement64, status);
+        pairLoop<8>(src, dst, len, tryBlock, plain64, main, erfcElement64, status);
     });
 }
 

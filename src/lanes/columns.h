@@ -51,17 +51,18 @@ inline F64<N> lowElements(const Real64* table, const std::uint64_t* n) {
 
 }  // namespace columns
 
-// The table's rows at the given byte offsets. Rows start at multiples of 16 bytes, and so do pairs of columns.
+// The table's rows at the given byte offsets, which stand in memory and stay there. Rows start at multiples of 16
+// bytes, and so do pairs of columns.
 template <int N, class Offset = std::uint32_t>
 class RowPerLane {
 public:
-    RowPerLane(const Real64* table, Vec<Offset, N> byteOffset) : table_(table), offset_(byteOffset) {}
-    Pair<F64<N>> pair(int evenColumn) const { return columns::pair<N>(table_ + evenColumn, offset_.lane); }
-    F64<N> operator[](int column) const { return columns::single<N>(table_ + column, offset_.lane); }
+    RowPerLane(const Real64* table, const Offset* byteOffset) : table_(table), offset_(byteOffset) {}
+    Pair<F64<N>> pair(int evenColumn) const { return columns::pair<N>(table_ + evenColumn, offset_); }
+    F64<N> operator[](int column) const { return columns::single<N>(table_ + column, offset_); }
 
 private:
     const Real64* table_;
-    InMemory<Offset, N> offset_;
+    const Offset* offset_;
 };
 
 // table[j], where j is the number in the low `bits` bits of a lane.
