@@ -97,8 +97,9 @@ inline bool anySpecial(F64<N> x) { return any(greaterSigned(packHighWords(asBits
 template <int N, class T>
 [[gnu::always_inline]] inline void tanhLanes(const T* src, T* dst) {
     const Vec<T, N> x = Vec<T, N>::load(src);
+    const bool special = anySpecial(x);
     tanhSteps(x).store(dst);
-    if (anySpecial(x)) [[unlikely]] {
+    if (special) [[unlikely]] {
         alignas(16) T kept[N];
         x.store(kept);
         selectSpecial<N>(kept, dst);

@@ -179,7 +179,7 @@ inline F64<N> column(const Real64* table, const std::uint32_t* offset) {
     if constexpr (N == 1)
         return *at(table, offset[0]);
     else if constexpr (N == 2)
-        return _mm_loadh_pd(_mm_load_sd(at(table, offset[0])), at(table, offset[1]));
+        return _mm_set_pd(*at(table, offset[1]), *at(table, offset[0]));
     else
         return {column<N / 2>(table, offset), column<N / 2>(table, offset + N / 2)};
 }
