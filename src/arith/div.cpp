@@ -85,8 +85,8 @@ OktStatus divComplex32(const Complex32* src1, const Complex32* src2, Complex32* 
 void divElement64(const Complex64* src1, const Complex64* src2, Complex64* dst) {
     const auto a = loadParts(src1);
     const auto b = loadParts(src2);
-    const Real80 bre = b.re, bim = b.im;
-    const Real80 r = 1.0L / (bim * bim + bre * bre);
+    const auto [bRe, bIm] = extended(b);
+    const Real80 r = 1.0L / (bIm * bIm + bRe * bRe);
     if (needsSimplePath(a, b)) [[unlikely]] {
         storeImaginary(dst, static_cast<Real64>(timesConjIm(extended(a), extended(b)) * r));
         // The imaginary part may have been stored into a source.

@@ -60,11 +60,11 @@ inline Real80 fromFields(std::uint64_t significand, int exponent) {
     return x;
 }
 
-// Keeps the compiler from making a compare with zero in Real64, where denormals-are-zero would act on it.
-inline Real80 loaded(Real64 part) {
-    Real80 x = part;
-    asm volatile("" : "+t"(x));
-    return x;
+// Keeps the compiler from using a part straight from memory: in a compare with zero denormals-are-zero would act on it,
+// and as a factor a signalling NaN would lose to a quiet one, while loaded it turns quiet and its significand counts.
+inline Real80 loaded(Real80 part) {
+    asm volatile("" : "+t"(part));
+    return part;
 }
 
 inline Real64 modulusOf(Complex64 z) {
@@ -179,6 +179,10 @@ inline Real80 compensated(Real80 a, Real80 b, Real80 sign, Real80 c, Real80 d) {
 
 // The simple path.
 inline Real80 plain(Real80 a, Real80 b, Real80 sign, Real80 c, Real80 d) {
+    a = loaded(a);
+    b = loaded(b);
+    c = loaded(c);
+    d = loaded(d);
     return sign < 0 ? a * b - c * d : a * b + c * d;
 }
 
@@ -258,8 +262,8 @@ inline Real80 plain(Real80 a, Real80 b, Real80 sign, Real80 c, Real80 d) {
     for (std::int32_t i = 0; i < len; ++i) {
         const Complex64* a = src1 + i;
         const Complex64* b = src2 + i;
-        const Real80 bRe = b->re;
-        const Real80 bIm = b->im;
+        const Real80 bRe = loaded(b->re);
+        const Real80 bIm = loaded(b->im);
         const Real80 d = bIm * bIm + bRe * bRe;
         const Real80 r = 1.0L / d;
         if (compensates(*a, *b)) {
