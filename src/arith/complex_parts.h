@@ -130,13 +130,18 @@ inline Product twoSum(Real80 p, Real80 q) {
     return {sum, (q + v) + (p - w)};
 }
 
-// The sum of two products, good to the last bit also where they cancel.
-inline Real80 operator+(Product first, Product second) {
-    const Product high = twoSum(first.value, second.value);
-    const Product low = twoSum(first.rest, second.rest);
-    return ((high.value + low.value) + high.rest) + low.rest;
+// The same with -q for q; not a negation, which would turn the sign of a NaN.
+inline Product twoDifference(Real80 p, Real80 q) {
+    const Real80 difference = p - q;
+    const Real80 v = p - difference;
+    const Real80 w = difference + v;
+    return {difference, (v - q) + (p - w)};
 }
-inline Real80 operator-(Product first, Product second) { return first + Product{-second.value, -second.rest}; }
+
+// The sum and the difference of two products, good to the last bit also where they cancel.
+inline Real80 joined(Product high, Product low) { return ((high.value + low.value) + high.rest) + low.rest; }
+inline Real80 operator+(Product x, Product y) { return joined(twoSum(x.value, y.value), twoSum(x.rest, y.rest)); }
+inline Real80 operator-(Product x, Product y) { return joined(twoDifference(x.value, y.value), twoDifference(x.rest, y.rest)); }
 
 // Loaded before they are used: as a memory operand of a product a signalling NaN would lose to a quiet one, while loaded it
 // turns quiet and the larger significand of the two comes through.
