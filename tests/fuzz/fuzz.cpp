@@ -89,11 +89,13 @@ struct Outcome {
     bool operator==(const Outcome&) const = default;
 };
 
+// With a remainder every array has its own; without one all are aligned, as the models need them.
 template <class Call>
 Outcome run(const Export& f, const Call& call, const Bytes& src1, const Bytes& src2, const Bytes& scalar, std::int32_t len,
             std::size_t remainder) {
     const std::size_t out = sizeOf(f.destination) * static_cast<std::size_t>(len);
-    const Array a(src1.size(), remainder), b(src2.size(), (remainder + 3) % 16), d(out, (remainder + 5) % 16), e(out, remainder);
+    const auto further = [=](std::size_t bytes) { return remainder == 0 ? 0 : (remainder + bytes) % 16; };
+    const Array a(src1.size(), remainder), b(src2.size(), further(3)), d(out, further(5)), e(out, further(0));
     a.fill(src1);
     b.fill(src2);
     std::fill(d.data(), d.data() + out, std::byte{0});
