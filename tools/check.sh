@@ -1,6 +1,6 @@
 #!/bin/bash
-# Sets up a Debian 12 machine and runs every test: GCC with the tools, Clang, and the Windows build
-# under Wine; then compares the digests of all results between the builds. Ends with
+# Sets up a Debian 12 machine and runs every test: GCC with the tools, Clang, no optimisation, sanitizers, a short
+# fuzzing run, and the Windows build under Wine; then compares the digests of all results between the builds. Ends with
 # a line that counts.
 set -uo pipefail
 cd "$(dirname "$0")/.." || exit 1
@@ -28,9 +28,10 @@ build_and_test() { build "$1" && suite "$2"; }
 same_digests() {
     build/tests/okt_digest >/tmp/okt-digest-gcc
     build-clang/tests/okt_digest >/tmp/okt-digest-clang
+    build-debug/tests/okt_digest >/tmp/okt-digest-unoptimised
     WINEPREFIX=$PWD/build-windows/wine WINEDEBUG=-all wine build-windows/okt_digest.exe | tr -d '\r' >/tmp/okt-digest-windows
     local result=0
-    for other in clang windows; do
+    for other in clang unoptimised windows; do
         diff /tmp/okt-digest-gcc "/tmp/okt-digest-$other" >/tmp/okt-digest-diff ||
             { echo "GCC -O3 and $other differ:"; head -n 20 /tmp/okt-digest-diff; result=1; }
     done
@@ -40,6 +41,9 @@ same_digests() {
 
 step "GCC, tools, accuracy, installation" build_and_test dev build
 step "Clang" build_and_test clang build-clang
+step "no optimisation" build_and_test debug build-debug
+step "sanitizers" build_and_test sanitize build-sanitize
+step "fuzzing, twenty seconds" build_and_test fuzz build-fuzz
 step "Windows under Wine" build_and_test windows build-windows
 step "the same bits from every build" same_digests
 
