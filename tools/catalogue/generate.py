@@ -85,7 +85,10 @@ ARGUMENT_TEXT = {
 
 def doxygen(family, routine):
     """The comment of the first name of a routine; the other grades refer to it."""
-    lines = ["/**", f" * @brief {family['summary'][0].upper() + family['summary'][1:]}, for each element."]
+    summary = family["summary"]
+    if not summary.startswith("src"):  # an argument's name keeps its case
+        summary = summary[0].upper() + summary[1:]
+    lines = ["/**", f" * @brief {summary}, for each element."]
     text = family.get("doc", "").strip()
     if text:
         lines.append(" *")
