@@ -69,6 +69,9 @@ std::string text(double x, double y, const char* anchor, const std::string& what
     return fmt::format("<text x=\"{:.1f}\" y=\"{:.1f}\" text-anchor=\"{}\" font-size=\"{}\">{}</text>\n", x, y, anchor, size, what);
 }
 
+// Moduli of complex arguments may overflow.
+bool isShown(const Sample& sample) { return std::isfinite(sample.argument) && std::isfinite(sample.error); }
+
 struct Extent {
     double low = std::numeric_limits<double>::infinity(), high = -low;
     void include(double x) {
@@ -84,9 +87,10 @@ std::string svg(const Plot& plot) {
     std::size_t large = 0, small = 0;
     for (const Curve& curve : plot.curves) {
         for (const Sample& sample : curve.samples) {
+            if (!isShown(sample)) continue;
             arguments.include(sample.argument);
             if (sample.argument != 0) magnitudes.include(std::abs(sample.argument));
-            if (std::isfinite(sample.error)) errors.include(sample.error);
+            errors.include(sample.error);
         }
     }
     // Logarithmic when a good part of the points lies in the lowest thousandth of the axis.
@@ -137,7 +141,7 @@ std::string svg(const Plot& plot) {
         std::vector<double> largest(stretches, -1);
         for (std::size_t i = 0; i < curve.samples.size(); ++i) {
             const Sample& sample = curve.samples[i];
-            if (!std::isfinite(sample.error) || (logArguments && sample.argument == 0)) continue;
+            if (!isShown(sample) || (logArguments && sample.argument == 0)) continue;
             const double at = argument(sample);
             const int bin = std::min(stretches - 1, static_cast<int>(xAxis.fraction(at) * stretches));
             double& most = largest[static_cast<std::size_t>(bin)];
