@@ -1745,6 +1745,54 @@ OKT_API OktStatus oktsSqrt_64f_A50(const Real64* src, Real64* dst, int32_t len);
 /** @copydoc oktsSqrt_64f_A26 */
 OKT_API OktStatus oktsSqrt_64f_A53(const Real64* src, Real64* dst, int32_t len);
 
+/**
+ * @brief Square root, for each element.
+ *
+ * By neither a root nor a division: a 12-bit approximation of 1/sqrt(x), cut so that the leading products are exact, and
+ * one evaluation of the binomial series. Errors below 0.761 ulp on 32f and 0.501 ulp on 64f (0.75 ulp where the source is
+ * subnormal on 64f); the last bit may follow the approximation of another processor model. Complex elements take the
+ * principal root.
+ *
+ * Real special values: a zero or plus infinity gives itself, a NaN itself, quiet; an element below zero gives the NaN
+ * 0xFFC00000 (64f: 0xFFF8000000000000) and oktStatusDomain, without the invalid flag.
+ *
+ * dst may be src.
+ *
+ * @param[in] src source array of len Complex32
+ * @param[out] dst destination array of len Complex32
+ * @param[in] len number of elements, 1 or more
+ * @return oktStatusOk, oktStatusBadLength, oktStatusNullPointer
+ */
+OKT_API OktStatus oktsSqrt_32fc_A11(const Complex32* src, Complex32* dst, int32_t len);
+/** @copydoc oktsSqrt_32fc_A11 */
+OKT_API OktStatus oktsSqrt_32fc_A21(const Complex32* src, Complex32* dst, int32_t len);
+/** @copydoc oktsSqrt_32fc_A11 */
+OKT_API OktStatus oktsSqrt_32fc_A24(const Complex32* src, Complex32* dst, int32_t len);
+
+/**
+ * @brief Square root, for each element.
+ *
+ * By neither a root nor a division: a 12-bit approximation of 1/sqrt(x), cut so that the leading products are exact, and
+ * one evaluation of the binomial series. Errors below 0.761 ulp on 32f and 0.501 ulp on 64f (0.75 ulp where the source is
+ * subnormal on 64f); the last bit may follow the approximation of another processor model. Complex elements take the
+ * principal root.
+ *
+ * Real special values: a zero or plus infinity gives itself, a NaN itself, quiet; an element below zero gives the NaN
+ * 0xFFC00000 (64f: 0xFFF8000000000000) and oktStatusDomain, without the invalid flag.
+ *
+ * dst may be src.
+ *
+ * @param[in] src source array of len Complex64
+ * @param[out] dst destination array of len Complex64
+ * @param[in] len number of elements, 1 or more
+ * @return oktStatusOk, oktStatusBadLength, oktStatusNullPointer
+ */
+OKT_API OktStatus oktsSqrt_64fc_A26(const Complex64* src, Complex64* dst, int32_t len);
+/** @copydoc oktsSqrt_64fc_A26 */
+OKT_API OktStatus oktsSqrt_64fc_A50(const Complex64* src, Complex64* dst, int32_t len);
+/** @copydoc oktsSqrt_64fc_A26 */
+OKT_API OktStatus oktsSqrt_64fc_A53(const Complex64* src, Complex64* dst, int32_t len);
+
 /** @} */
 
 /** @defgroup ErrorFunctions Error functions
@@ -2299,6 +2347,90 @@ OKT_API OktStatus oktsLn_64f_A50(const Real64* src, Real64* dst, int32_t len);
 OKT_API OktStatus oktsLn_64f_A53(const Real64* src, Real64* dst, int32_t len);
 
 /**
+ * @brief Natural logarithm, for each element.
+ *
+ * Real elements: a table holds short reciprocals of 64 (32f) or 512 (64f) leading parts of the significand and their
+ * logarithms; the product with the reciprocal is split so that its large part is exact, and a polynomial takes the rest. The
+ * relative accuracy is kept on both sides of 1. Errors below 0.57 ulp on 32f and 0.58 ulp on 64f.
+ *
+ * Special values: a zero of either sign gives -Inf and oktStatusSingularity; a negative element and -Inf give a NaN and
+ * oktStatusDomain, the pattern 0x7FFC0000 on 32f, 0xFFF8000000000000 on 64f; neither raises a flag. +Inf gives +Inf. A NaN
+ * comes back as it is, a signalling one too, which raises invalid on 64f and nothing on 32f. Subnormal elements do not warn.
+ *
+ * dst may be src.
+ *
+ * @param[in] src source array of len Complex32
+ * @param[out] dst destination array of len Complex32
+ * @param[in] len number of elements, 1 or more
+ * @return oktStatusOk, oktStatusBadLength, oktStatusNullPointer
+ */
+OKT_API OktStatus oktsLn_32fc_A11(const Complex32* src, Complex32* dst, int32_t len);
+
+/**
+ * @brief Natural logarithm, for each element.
+ *
+ * Real elements: a table holds short reciprocals of 64 (32f) or 512 (64f) leading parts of the significand and their
+ * logarithms; the product with the reciprocal is split so that its large part is exact, and a polynomial takes the rest. The
+ * relative accuracy is kept on both sides of 1. Errors below 0.57 ulp on 32f and 0.58 ulp on 64f.
+ *
+ * Special values: a zero of either sign gives -Inf and oktStatusSingularity; a negative element and -Inf give a NaN and
+ * oktStatusDomain, the pattern 0x7FFC0000 on 32f, 0xFFF8000000000000 on 64f; neither raises a flag. +Inf gives +Inf. A NaN
+ * comes back as it is, a signalling one too, which raises invalid on 64f and nothing on 32f. Subnormal elements do not warn.
+ *
+ * dst may be src.
+ *
+ * @param[in] src source array of len Complex32
+ * @param[out] dst destination array of len Complex32
+ * @param[in] len number of elements, 1 or more
+ * @return oktStatusOk, oktStatusBadLength, oktStatusNullPointer
+ */
+OKT_API OktStatus oktsLn_32fc_A21(const Complex32* src, Complex32* dst, int32_t len);
+
+/**
+ * @brief Natural logarithm, for each element.
+ *
+ * Real elements: a table holds short reciprocals of 64 (32f) or 512 (64f) leading parts of the significand and their
+ * logarithms; the product with the reciprocal is split so that its large part is exact, and a polynomial takes the rest. The
+ * relative accuracy is kept on both sides of 1. Errors below 0.57 ulp on 32f and 0.58 ulp on 64f.
+ *
+ * Special values: a zero of either sign gives -Inf and oktStatusSingularity; a negative element and -Inf give a NaN and
+ * oktStatusDomain, the pattern 0x7FFC0000 on 32f, 0xFFF8000000000000 on 64f; neither raises a flag. +Inf gives +Inf. A NaN
+ * comes back as it is, a signalling one too, which raises invalid on 64f and nothing on 32f. Subnormal elements do not warn.
+ *
+ * dst may be src.
+ *
+ * @param[in] src source array of len Complex32
+ * @param[out] dst destination array of len Complex32
+ * @param[in] len number of elements, 1 or more
+ * @return oktStatusOk, oktStatusBadLength, oktStatusNullPointer
+ */
+OKT_API OktStatus oktsLn_32fc_A24(const Complex32* src, Complex32* dst, int32_t len);
+
+/**
+ * @brief Natural logarithm, for each element.
+ *
+ * Real elements: a table holds short reciprocals of 64 (32f) or 512 (64f) leading parts of the significand and their
+ * logarithms; the product with the reciprocal is split so that its large part is exact, and a polynomial takes the rest. The
+ * relative accuracy is kept on both sides of 1. Errors below 0.57 ulp on 32f and 0.58 ulp on 64f.
+ *
+ * Special values: a zero of either sign gives -Inf and oktStatusSingularity; a negative element and -Inf give a NaN and
+ * oktStatusDomain, the pattern 0x7FFC0000 on 32f, 0xFFF8000000000000 on 64f; neither raises a flag. +Inf gives +Inf. A NaN
+ * comes back as it is, a signalling one too, which raises invalid on 64f and nothing on 32f. Subnormal elements do not warn.
+ *
+ * dst may be src.
+ *
+ * @param[in] src source array of len Complex64
+ * @param[out] dst destination array of len Complex64
+ * @param[in] len number of elements, 1 or more
+ * @return oktStatusOk, oktStatusBadLength, oktStatusNullPointer
+ */
+OKT_API OktStatus oktsLn_64fc_A26(const Complex64* src, Complex64* dst, int32_t len);
+/** @copydoc oktsLn_64fc_A26 */
+OKT_API OktStatus oktsLn_64fc_A50(const Complex64* src, Complex64* dst, int32_t len);
+/** @copydoc oktsLn_64fc_A26 */
+OKT_API OktStatus oktsLn_64fc_A53(const Complex64* src, Complex64* dst, int32_t len);
+
+/**
  * @brief Decimal logarithm, for each element.
  *
  * Real elements: as the natural logarithm, with reciprocals that hold the leading bits of log10 e, so that the result needs
@@ -2343,6 +2475,52 @@ OKT_API OktStatus oktsLog10_64f_A26(const Real64* src, Real64* dst, int32_t len)
 OKT_API OktStatus oktsLog10_64f_A50(const Real64* src, Real64* dst, int32_t len);
 /** @copydoc oktsLog10_64f_A26 */
 OKT_API OktStatus oktsLog10_64f_A53(const Real64* src, Real64* dst, int32_t len);
+
+/**
+ * @brief Decimal logarithm, for each element.
+ *
+ * Real elements: as the natural logarithm, with reciprocals that hold the leading bits of log10 e, so that the result needs
+ * no multiplication at its end; 128 (32f) or 512 (64f) table entries. Errors below 0.75 ulp on 32f and 0.59 ulp on 64f.
+ *
+ * Special values: a zero of either sign gives -Inf and oktStatusSingularity; a negative element and -Inf give a NaN with the
+ * sign set and oktStatusDomain; neither raises a flag. +Inf gives +Inf. A NaN comes back as it is, a signalling one too,
+ * which raises invalid. Subnormal elements do not warn.
+ *
+ * dst may be src.
+ *
+ * @param[in] src source array of len Complex32
+ * @param[out] dst destination array of len Complex32
+ * @param[in] len number of elements, 1 or more
+ * @return oktStatusOk, oktStatusBadLength, oktStatusNullPointer
+ */
+OKT_API OktStatus oktsLog10_32fc_A11(const Complex32* src, Complex32* dst, int32_t len);
+/** @copydoc oktsLog10_32fc_A11 */
+OKT_API OktStatus oktsLog10_32fc_A21(const Complex32* src, Complex32* dst, int32_t len);
+/** @copydoc oktsLog10_32fc_A11 */
+OKT_API OktStatus oktsLog10_32fc_A24(const Complex32* src, Complex32* dst, int32_t len);
+
+/**
+ * @brief Decimal logarithm, for each element.
+ *
+ * Real elements: as the natural logarithm, with reciprocals that hold the leading bits of log10 e, so that the result needs
+ * no multiplication at its end; 128 (32f) or 512 (64f) table entries. Errors below 0.75 ulp on 32f and 0.59 ulp on 64f.
+ *
+ * Special values: a zero of either sign gives -Inf and oktStatusSingularity; a negative element and -Inf give a NaN with the
+ * sign set and oktStatusDomain; neither raises a flag. +Inf gives +Inf. A NaN comes back as it is, a signalling one too,
+ * which raises invalid. Subnormal elements do not warn.
+ *
+ * dst may be src.
+ *
+ * @param[in] src source array of len Complex64
+ * @param[out] dst destination array of len Complex64
+ * @param[in] len number of elements, 1 or more
+ * @return oktStatusOk, oktStatusBadLength, oktStatusNullPointer
+ */
+OKT_API OktStatus oktsLog10_64fc_A26(const Complex64* src, Complex64* dst, int32_t len);
+/** @copydoc oktsLog10_64fc_A26 */
+OKT_API OktStatus oktsLog10_64fc_A50(const Complex64* src, Complex64* dst, int32_t len);
+/** @copydoc oktsLog10_64fc_A26 */
+OKT_API OktStatus oktsLog10_64fc_A53(const Complex64* src, Complex64* dst, int32_t len);
 
 /**
  * @brief Natural logarithm of 1 + src, for each element.
