@@ -298,13 +298,17 @@ struct Coefficients {
     Constant64 c[count];
 
     template <std::size_t... i>
-    constexpr Coefficients(const Real64 (&values)[count], std::index_sequence<i...>) : c{values[i]...} {}
-    constexpr Coefficients(const Real64 (&values)[count]) : Coefficients(values, std::make_index_sequence<count>()) {}
+    constexpr Coefficients(const Real64 (&values)[count], Real64 less, std::index_sequence<i...>)
+        : c{(i == 0 ? values[0] - less : values[i])...} {}
+    // `less` is taken from the constant term.
+    constexpr Coefficients(const Real64 (&values)[count], Real64 less = 0.0)
+        : Coefficients(values, less, std::make_index_sequence<count>()) {}
 
+    // The constant term is added last, which leaves one rounding of full size.
     template <int N>
     F64<N> at(F64<N> z) const {
         const F64<N> y = z * z;
-        return everyOther<1>(c, y) * z + everyOther<0>(c, y);
+        return (everyOther<2>(c, y) * z + everyOther<1>(c, y)) * z + F64<N>(c[0]);
     }
 };
 
@@ -382,12 +386,15 @@ struct Constants64 : DirectionConstants {
     Pattern64 headBits = splitMaskWide;
     Pattern64 exponent = 0x7FF0000000000000;
     Pattern64 twiceBias = 0x7FE0000000000000;
-    Pattern64 tinyQuotient = 0x1970000000000000;  // 2^-616
+    Pattern64 tinyQuotient = 0x3BF0000000000000;  // 2^-64
+    Pattern64 cubeBits = 0xFFFFFFC000000000;
     Constant64 b2 = spread64(0xBFDFFFFFFFFFFCA9);
     Constant64 b3 = spread64(0x3FD555555555512A);
     Constant64 b4 = spread64(0xBFD00000D588D052);
     Constant64 b5 = spread64(0x3FC9999B39037E04);
-    Coefficients<std::size(tables::Arctangent64)> arctangent{tables::Arctangent64};
+    static constexpr Real64 third = -85.0 / 256.0;
+    Constant64 thirdShort = third;
+    Coefficients<std::size(tables::Arctangent64)> arctangent{tables::Arctangent64, third};
 };
 constexpr Constants64 constants64;
 
@@ -458,14 +465,22 @@ inline F64<N> angle64(const Constants64& k, F64<N> re, F64<N> im, const Cut<N>& 
     const F64<N> th = (n * inverse) & U64<N>(k.headBits);
     const F64<N> tl = (((n - th * dHead) - th * dRest) + nRest) * inverse;
 
-    // A tiny quotient's square would be below the normal numbers, and nothing comes from it.
-    const F64<N> t = zeroIf(greaterSignedHigh(U64<N>(k.tinyQuotient), asBits(abs(th))), th + tl);
-    const F64<N> z = t * t;
-    const F64<N> u = t * z * k.arctangent.at(z);
+    // arctan t = t - t^3/3 + ... The head of the cube's term, of 15 bits of t and 7 bits of the third, is exact. Nothing
+    // comes from a tiny quotient, whose powers would be below the normal numbers.
+    const F64<N> top = zeroIf(greaterSignedHigh(U64<N>(k.tinyQuotient), asBits(abs(th))), th);
+    const F64<N> t = top + tl, z = t * t;
+    const F64<N> tShort = top & U64<N>(k.cubeBits);
+    const F64<N> tShort2 = tShort * tShort;
+    const F64<N> cube = tShort2 * tShort * F64<N>(k.thirdShort);
+    const F64<N> tMissing = (top - tShort) + tl;
+    const F64<N> cubeRest = F64<N>(k.thirdShort) * (tMissing * ((z + tShort2) + t * tShort));
+    const F64<N> further = t * (z * k.arctangent.at(z));
+    const DoubleDouble<N> arctan = fastTwoSum(th, cube);
+    const F64<N> arctanRest = arctan.lo + (tl + (further + cubeRest));
 
     const auto [K, kRest] = direction.angle();
-    const DoubleDouble<N> head = fastTwoSum(K, th ^ signRe);
-    return (((((u + tl) ^ signRe) + kRest) + head.lo) + head.hi) | signOf(im);
+    const DoubleDouble<N> head = fastTwoSum(K, arctan.hi ^ signRe);
+    return ((((arctanRest ^ signRe) + kRest) + head.lo) + head.hi) | signOf(im);
 }
 
 OktStatus lnc64(const Complex64* src, Complex64* dst, std::int32_t len) {

@@ -801,16 +801,16 @@ alignas(64) inline constexpr Real64 ArgumentTable[40] = {
 
 // atan t = t + t^3*P(t^2), |t| <= 7/16, within 4.8e-11 of t. Constant first.
 alignas(64) inline constexpr Real64 Arctangent32[6] = {
-    -0x1.5555544768234p-2, 0x1.9998c18c32158p-3, -0x1.24753f5236b92p-3,
-    0x1.c379885719e7fp-4, -0x1.56276b1ed0646p-4, 0x1.702d32353a5f3p-5,
+    -0x1.5555544768234p-2, 0x1.9998c18c32116p-3, -0x1.24753f5236556p-3,
+    0x1.c379885711b3fp-4, -0x1.56276b1ea9316p-4, 0x1.702d3234af08ep-5,
 };
 
-// The same within 6.5e-18.
-alignas(64) inline constexpr Real64 Arctangent64[11] = {
-    -0x1.5555555555508p-2, 0x1.999999998e189p-3, -0x1.2492491fd0a46p-3,
-    0x1.c71c6fcf6b12ep-4, -0x1.745cda81afef9p-4, 0x1.3b0f0edceb1f1p-4,
-    -0x1.10d55528f3125p-4, 0x1.ddd52cf49ee17p-5, -0x1.977f3f4f30bcbp-5,
-    0x1.2ace303816a55p-5, -0x1.09f29aa3a9965p-6,
+// The same within 1.7e-19.
+alignas(64) inline constexpr Real64 Arctangent64[12] = {
+    -0x1.5555555555552p-2, 0x1.999999999902bp-3, -0x1.2492492447d04p-3,
+    0x1.c71c71a23873ep-4, -0x1.745d11e8e0f77p-4, 0x1.3b1331cf90bb8p-4,
+    -0x1.11092566cf1c8p-4, 0x1.e134a3f12324bp-5, -0x1.aa068ee7a9c95p-5,
+    0x1.6b4513225215ep-5, -0x1.05b2bca3701c2p-5, 0x1.c185daa1dbbc7p-7,
 };
 
 } // namespace okt::tables
