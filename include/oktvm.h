@@ -586,6 +586,56 @@ OKT_API OktStatus oktsAcos_64f_A50(const Real64* src, Real64* dst, int32_t len);
 OKT_API OktStatus oktsAcos_64f_A53(const Real64* src, Real64* dst, int32_t len);
 
 /**
+ * @brief Arc cosine, for each element.
+ *
+ * Real elements: pi/2 - asin x up to 1/2, beyond that 2 asin(sqrt((1 - |x|)/2)), and pi less that for negative x. Largest
+ * errors seen: 0.80 ulp on 32f, 0.77 ulp on 64f. Approximate reciprocals and reciprocal roots of the processor are refined on
+ * the way, so that the last bit of a result may differ on another processor model.
+ *
+ * Special values: 1 gives +0 and -1 gives pi rounded, zeros give pi/2. An element beyond 1 in magnitude, infinities among them,
+ * gives a NaN (0xFFC00000, 0xFFF8000000000000) and oktStatusDomain. A NaN raises no warning; on 32f it comes through bit for
+ * bit, a signalling one too, on 64f it comes out quiet with its sign inverted. On 32f the sticky invalid flag tells nothing: 1
+ * and -1 raise it as well.
+ *
+ * dst may be src.
+ *
+ * @param[in] src source array of len Complex32
+ * @param[out] dst destination array of len Complex32
+ * @param[in] len number of elements, 1 or more
+ * @return oktStatusOk, oktStatusBadLength, oktStatusNullPointer
+ */
+OKT_API OktStatus oktsAcos_32fc_A11(const Complex32* src, Complex32* dst, int32_t len);
+/** @copydoc oktsAcos_32fc_A11 */
+OKT_API OktStatus oktsAcos_32fc_A21(const Complex32* src, Complex32* dst, int32_t len);
+/** @copydoc oktsAcos_32fc_A11 */
+OKT_API OktStatus oktsAcos_32fc_A24(const Complex32* src, Complex32* dst, int32_t len);
+
+/**
+ * @brief Arc cosine, for each element.
+ *
+ * Real elements: pi/2 - asin x up to 1/2, beyond that 2 asin(sqrt((1 - |x|)/2)), and pi less that for negative x. Largest
+ * errors seen: 0.80 ulp on 32f, 0.77 ulp on 64f. Approximate reciprocals and reciprocal roots of the processor are refined on
+ * the way, so that the last bit of a result may differ on another processor model.
+ *
+ * Special values: 1 gives +0 and -1 gives pi rounded, zeros give pi/2. An element beyond 1 in magnitude, infinities among them,
+ * gives a NaN (0xFFC00000, 0xFFF8000000000000) and oktStatusDomain. A NaN raises no warning; on 32f it comes through bit for
+ * bit, a signalling one too, on 64f it comes out quiet with its sign inverted. On 32f the sticky invalid flag tells nothing: 1
+ * and -1 raise it as well.
+ *
+ * dst may be src.
+ *
+ * @param[in] src source array of len Complex64
+ * @param[out] dst destination array of len Complex64
+ * @param[in] len number of elements, 1 or more
+ * @return oktStatusOk, oktStatusBadLength, oktStatusNullPointer
+ */
+OKT_API OktStatus oktsAcos_64fc_A26(const Complex64* src, Complex64* dst, int32_t len);
+/** @copydoc oktsAcos_64fc_A26 */
+OKT_API OktStatus oktsAcos_64fc_A50(const Complex64* src, Complex64* dst, int32_t len);
+/** @copydoc oktsAcos_64fc_A26 */
+OKT_API OktStatus oktsAcos_64fc_A53(const Complex64* src, Complex64* dst, int32_t len);
+
+/**
  * @brief Arc sine, for each element.
  *
  * Real elements: an odd polynomial up to 1/2, beyond that pi/2 - 2 asin(sqrt((1 - |x|)/2)), with the root as a head and a rest.
@@ -636,6 +686,56 @@ OKT_API OktStatus oktsAsin_64f_A50(const Real64* src, Real64* dst, int32_t len);
 OKT_API OktStatus oktsAsin_64f_A53(const Real64* src, Real64* dst, int32_t len);
 
 /**
+ * @brief Arc sine, for each element.
+ *
+ * Real elements: an odd polynomial up to 1/2, beyond that pi/2 - 2 asin(sqrt((1 - |x|)/2)), with the root as a head and a rest.
+ * Largest errors seen: 0.90 ulp on 32f, 0.85 ulp on 64f. The root is refined from the processor's approximate reciprocal
+ * root, so that the last bit of a result may differ on another processor model.
+ *
+ * Special values: zeros give themselves, 1 and -1 give pi/2 and -pi/2 rounded. An element beyond 1 in magnitude, infinities
+ * among them, gives a NaN (0xFFC00000, 0xFFF8000000000000) and oktStatusDomain. A NaN raises no warning; on 32f it comes
+ * through bit for bit, a signalling one too, on 64f it comes out quiet. On 32f the sticky invalid flag tells nothing: elements
+ * below 1/2 raise it as well.
+ *
+ * dst may be src.
+ *
+ * @param[in] src source array of len Complex32
+ * @param[out] dst destination array of len Complex32
+ * @param[in] len number of elements, 1 or more
+ * @return oktStatusOk, oktStatusBadLength, oktStatusNullPointer
+ */
+OKT_API OktStatus oktsAsin_32fc_A11(const Complex32* src, Complex32* dst, int32_t len);
+/** @copydoc oktsAsin_32fc_A11 */
+OKT_API OktStatus oktsAsin_32fc_A21(const Complex32* src, Complex32* dst, int32_t len);
+/** @copydoc oktsAsin_32fc_A11 */
+OKT_API OktStatus oktsAsin_32fc_A24(const Complex32* src, Complex32* dst, int32_t len);
+
+/**
+ * @brief Arc sine, for each element.
+ *
+ * Real elements: an odd polynomial up to 1/2, beyond that pi/2 - 2 asin(sqrt((1 - |x|)/2)), with the root as a head and a rest.
+ * Largest errors seen: 0.90 ulp on 32f, 0.85 ulp on 64f. The root is refined from the processor's approximate reciprocal
+ * root, so that the last bit of a result may differ on another processor model.
+ *
+ * Special values: zeros give themselves, 1 and -1 give pi/2 and -pi/2 rounded. An element beyond 1 in magnitude, infinities
+ * among them, gives a NaN (0xFFC00000, 0xFFF8000000000000) and oktStatusDomain. A NaN raises no warning; on 32f it comes
+ * through bit for bit, a signalling one too, on 64f it comes out quiet. On 32f the sticky invalid flag tells nothing: elements
+ * below 1/2 raise it as well.
+ *
+ * dst may be src.
+ *
+ * @param[in] src source array of len Complex64
+ * @param[out] dst destination array of len Complex64
+ * @param[in] len number of elements, 1 or more
+ * @return oktStatusOk, oktStatusBadLength, oktStatusNullPointer
+ */
+OKT_API OktStatus oktsAsin_64fc_A26(const Complex64* src, Complex64* dst, int32_t len);
+/** @copydoc oktsAsin_64fc_A26 */
+OKT_API OktStatus oktsAsin_64fc_A50(const Complex64* src, Complex64* dst, int32_t len);
+/** @copydoc oktsAsin_64fc_A26 */
+OKT_API OktStatus oktsAsin_64fc_A53(const Complex64* src, Complex64* dst, int32_t len);
+
+/**
  * @brief Arc tangent, for each element.
  *
  * Real elements: the addition theorem moves the argument onto a small interval about zero, an odd polynomial follows, and the
@@ -680,6 +780,52 @@ OKT_API OktStatus oktsAtan_64f_A26(const Real64* src, Real64* dst, int32_t len);
 OKT_API OktStatus oktsAtan_64f_A50(const Real64* src, Real64* dst, int32_t len);
 /** @copydoc oktsAtan_64f_A26 */
 OKT_API OktStatus oktsAtan_64f_A53(const Real64* src, Real64* dst, int32_t len);
+
+/**
+ * @brief Arc tangent, for each element.
+ *
+ * Real elements: the addition theorem moves the argument onto a small interval about zero, an odd polynomial follows, and the
+ * arctangent of the interval's centre is added in two parts. Largest errors seen: 0.96 ulp on 32f, 0.85 ulp on 64f. Every
+ * element takes the same steps, wherever it stands.
+ *
+ * Special values: zeros and subnormals give themselves, infinities give pi/2 rounded with their sign; a NaN comes out quiet
+ * with sign and payload. There is no warning.
+ *
+ * dst may be src.
+ *
+ * @param[in] src source array of len Complex32
+ * @param[out] dst destination array of len Complex32
+ * @param[in] len number of elements, 1 or more
+ * @return oktStatusOk, oktStatusBadLength, oktStatusNullPointer
+ */
+OKT_API OktStatus oktsAtan_32fc_A11(const Complex32* src, Complex32* dst, int32_t len);
+/** @copydoc oktsAtan_32fc_A11 */
+OKT_API OktStatus oktsAtan_32fc_A21(const Complex32* src, Complex32* dst, int32_t len);
+/** @copydoc oktsAtan_32fc_A11 */
+OKT_API OktStatus oktsAtan_32fc_A24(const Complex32* src, Complex32* dst, int32_t len);
+
+/**
+ * @brief Arc tangent, for each element.
+ *
+ * Real elements: the addition theorem moves the argument onto a small interval about zero, an odd polynomial follows, and the
+ * arctangent of the interval's centre is added in two parts. Largest errors seen: 0.96 ulp on 32f, 0.85 ulp on 64f. Every
+ * element takes the same steps, wherever it stands.
+ *
+ * Special values: zeros and subnormals give themselves, infinities give pi/2 rounded with their sign; a NaN comes out quiet
+ * with sign and payload. There is no warning.
+ *
+ * dst may be src.
+ *
+ * @param[in] src source array of len Complex64
+ * @param[out] dst destination array of len Complex64
+ * @param[in] len number of elements, 1 or more
+ * @return oktStatusOk, oktStatusBadLength, oktStatusNullPointer
+ */
+OKT_API OktStatus oktsAtan_64fc_A26(const Complex64* src, Complex64* dst, int32_t len);
+/** @copydoc oktsAtan_64fc_A26 */
+OKT_API OktStatus oktsAtan_64fc_A50(const Complex64* src, Complex64* dst, int32_t len);
+/** @copydoc oktsAtan_64fc_A26 */
+OKT_API OktStatus oktsAtan_64fc_A53(const Complex64* src, Complex64* dst, int32_t len);
 
 /**
  * @brief Four-quadrant arc tangent of two sources, for each element.
@@ -806,6 +952,70 @@ OKT_API OktStatus oktsCos_64f_A50(const Real64* src, Real64* dst, int32_t len);
 OKT_API OktStatus oktsCos_64f_A53(const Real64* src, Real64* dst, int32_t len);
 
 /**
+ * @brief Cosine, for each element.
+ *
+ * Real elements of 32f up to 10000 are reduced by odd multiples of pi/2 and put through a polynomial of nine in double
+ * precision; elements of 64f below 90112 use a table of 64 angles a turn, whose sines and cosines are held as head and
+ * tail, and Taylor series between them (P. T. P. Tang, Table-lookup algorithms for elementary functions and their error
+ * analysis, ARITH 10, 1991). Errors below 0.81 ulp on 32f and 0.526 ulp on 64f. A block of four with an element beyond
+ * these bounds goes element by element through a path of its own, 0.501 ulp on 32f and 0.531 ulp on 64f, so that results
+ * may depend on the neighbours in the last bit.
+ *
+ * Arguments from 2^17 up are reduced with as much of 4/pi as they need (M. H. Payne and R. N. Hanek, Radian reduction
+ * for trigonometric functions, SIGNUM Newsletter 18, 1983), to a relative error below 2^-58. At a few arguments with
+ * biased exponent 1403, 0x57B003E068000000 for one, the quadrant comes out wrong by one, and the result is that of an
+ * argument a quarter turn off.
+ *
+ * Special values: An infinite element gives a NaN and oktStatusDomain: 0xFFC00000 on 32f, the default NaN
+ * 0xFFF8000000000000 on 64f, and raises invalid. A NaN comes back quiet with sign and payload, without a warning. The
+ * cosine of a zero is exactly 1.
+ *
+ * dst may be src. The source is only read, and nothing behind its end is read.
+ *
+ * @param[in] src source array of len Complex32
+ * @param[out] dst destination array of len Complex32
+ * @param[in] len number of elements, 1 or more
+ * @return oktStatusOk, oktStatusBadLength, oktStatusNullPointer
+ */
+OKT_API OktStatus oktsCos_32fc_A11(const Complex32* src, Complex32* dst, int32_t len);
+/** @copydoc oktsCos_32fc_A11 */
+OKT_API OktStatus oktsCos_32fc_A21(const Complex32* src, Complex32* dst, int32_t len);
+/** @copydoc oktsCos_32fc_A11 */
+OKT_API OktStatus oktsCos_32fc_A24(const Complex32* src, Complex32* dst, int32_t len);
+
+/**
+ * @brief Cosine, for each element.
+ *
+ * Real elements of 32f up to 10000 are reduced by odd multiples of pi/2 and put through a polynomial of nine in double
+ * precision; elements of 64f below 90112 use a table of 64 angles a turn, whose sines and cosines are held as head and
+ * tail, and Taylor series between them (P. T. P. Tang, Table-lookup algorithms for elementary functions and their error
+ * analysis, ARITH 10, 1991). Errors below 0.81 ulp on 32f and 0.526 ulp on 64f. A block of four with an element beyond
+ * these bounds goes element by element through a path of its own, 0.501 ulp on 32f and 0.531 ulp on 64f, so that results
+ * may depend on the neighbours in the last bit.
+ *
+ * Arguments from 2^17 up are reduced with as much of 4/pi as they need (M. H. Payne and R. N. Hanek, Radian reduction
+ * for trigonometric functions, SIGNUM Newsletter 18, 1983), to a relative error below 2^-58. At a few arguments with
+ * biased exponent 1403, 0x57B003E068000000 for one, the quadrant comes out wrong by one, and the result is that of an
+ * argument a quarter turn off.
+ *
+ * Special values: An infinite element gives a NaN and oktStatusDomain: 0xFFC00000 on 32f, the default NaN
+ * 0xFFF8000000000000 on 64f, and raises invalid. A NaN comes back quiet with sign and payload, without a warning. The
+ * cosine of a zero is exactly 1.
+ *
+ * dst may be src. The source is only read, and nothing behind its end is read.
+ *
+ * @param[in] src source array of len Complex64
+ * @param[out] dst destination array of len Complex64
+ * @param[in] len number of elements, 1 or more
+ * @return oktStatusOk, oktStatusBadLength, oktStatusNullPointer
+ */
+OKT_API OktStatus oktsCos_64fc_A26(const Complex64* src, Complex64* dst, int32_t len);
+/** @copydoc oktsCos_64fc_A26 */
+OKT_API OktStatus oktsCos_64fc_A50(const Complex64* src, Complex64* dst, int32_t len);
+/** @copydoc oktsCos_64fc_A26 */
+OKT_API OktStatus oktsCos_64fc_A53(const Complex64* src, Complex64* dst, int32_t len);
+
+/**
  * @brief Sine, for each element.
  *
  * Real elements of 32f up to 10000 are reduced by multiples of pi and put through a polynomial of nine in double
@@ -868,6 +1078,70 @@ OKT_API OktStatus oktsSin_64f_A26(const Real64* src, Real64* dst, int32_t len);
 OKT_API OktStatus oktsSin_64f_A50(const Real64* src, Real64* dst, int32_t len);
 /** @copydoc oktsSin_64f_A26 */
 OKT_API OktStatus oktsSin_64f_A53(const Real64* src, Real64* dst, int32_t len);
+
+/**
+ * @brief Sine, for each element.
+ *
+ * Real elements of 32f up to 10000 are reduced by multiples of pi and put through a polynomial of nine in double
+ * precision; elements of 64f below 90112 use a table of 64 angles a turn, whose sines and cosines are held as head and
+ * tail, and Taylor series between them (P. T. P. Tang, Table-lookup algorithms for elementary functions and their error
+ * analysis, ARITH 10, 1991). Errors below 0.81 ulp on 32f and 0.526 ulp on 64f. A block of four with an element beyond
+ * these bounds goes element by element through a path of its own, 0.501 ulp on 32f and 0.531 ulp on 64f, so that results
+ * may depend on the neighbours in the last bit.
+ *
+ * Arguments from 2^17 up are reduced with as much of 4/pi as they need (M. H. Payne and R. N. Hanek, Radian reduction
+ * for trigonometric functions, SIGNUM Newsletter 18, 1983), to a relative error below 2^-58. At a few arguments with
+ * biased exponent 1403, 0x57B003E068000000 for one, the quadrant comes out wrong by one, and the result is that of an
+ * argument a quarter turn off.
+ *
+ * Special values: An infinite element gives a NaN and oktStatusDomain: 0xFFC00000 on 32f, the default NaN
+ * 0xFFF8000000000000 on 64f, and raises invalid. A NaN comes back quiet with sign and payload, without a warning. Zeros
+ * keep their sign on 32f. On 64f the sine of -0 is +0, but -0 in a block that holds a large element.
+ *
+ * dst may be src. The source is only read, and nothing behind its end is read.
+ *
+ * @param[in] src source array of len Complex32
+ * @param[out] dst destination array of len Complex32
+ * @param[in] len number of elements, 1 or more
+ * @return oktStatusOk, oktStatusBadLength, oktStatusNullPointer
+ */
+OKT_API OktStatus oktsSin_32fc_A11(const Complex32* src, Complex32* dst, int32_t len);
+/** @copydoc oktsSin_32fc_A11 */
+OKT_API OktStatus oktsSin_32fc_A21(const Complex32* src, Complex32* dst, int32_t len);
+/** @copydoc oktsSin_32fc_A11 */
+OKT_API OktStatus oktsSin_32fc_A24(const Complex32* src, Complex32* dst, int32_t len);
+
+/**
+ * @brief Sine, for each element.
+ *
+ * Real elements of 32f up to 10000 are reduced by multiples of pi and put through a polynomial of nine in double
+ * precision; elements of 64f below 90112 use a table of 64 angles a turn, whose sines and cosines are held as head and
+ * tail, and Taylor series between them (P. T. P. Tang, Table-lookup algorithms for elementary functions and their error
+ * analysis, ARITH 10, 1991). Errors below 0.81 ulp on 32f and 0.526 ulp on 64f. A block of four with an element beyond
+ * these bounds goes element by element through a path of its own, 0.501 ulp on 32f and 0.531 ulp on 64f, so that results
+ * may depend on the neighbours in the last bit.
+ *
+ * Arguments from 2^17 up are reduced with as much of 4/pi as they need (M. H. Payne and R. N. Hanek, Radian reduction
+ * for trigonometric functions, SIGNUM Newsletter 18, 1983), to a relative error below 2^-58. At a few arguments with
+ * biased exponent 1403, 0x57B003E068000000 for one, the quadrant comes out wrong by one, and the result is that of an
+ * argument a quarter turn off.
+ *
+ * Special values: An infinite element gives a NaN and oktStatusDomain: 0xFFC00000 on 32f, the default NaN
+ * 0xFFF8000000000000 on 64f, and raises invalid. A NaN comes back quiet with sign and payload, without a warning. Zeros
+ * keep their sign on 32f. On 64f the sine of -0 is +0, but -0 in a block that holds a large element.
+ *
+ * dst may be src. The source is only read, and nothing behind its end is read.
+ *
+ * @param[in] src source array of len Complex64
+ * @param[out] dst destination array of len Complex64
+ * @param[in] len number of elements, 1 or more
+ * @return oktStatusOk, oktStatusBadLength, oktStatusNullPointer
+ */
+OKT_API OktStatus oktsSin_64fc_A26(const Complex64* src, Complex64* dst, int32_t len);
+/** @copydoc oktsSin_64fc_A26 */
+OKT_API OktStatus oktsSin_64fc_A50(const Complex64* src, Complex64* dst, int32_t len);
+/** @copydoc oktsSin_64fc_A26 */
+OKT_API OktStatus oktsSin_64fc_A53(const Complex64* src, Complex64* dst, int32_t len);
 
 /**
  * @brief Sine and cosine of one source, for each element.
@@ -999,6 +1273,68 @@ OKT_API OktStatus oktsTan_64f_A50(const Real64* src, Real64* dst, int32_t len);
 /** @copydoc oktsTan_64f_A26 */
 OKT_API OktStatus oktsTan_64f_A53(const Real64* src, Real64* dst, int32_t len);
 
+/**
+ * @brief Tangent, for each element.
+ *
+ * Real elements of 32f up to 10000 are reduced by multiples of pi/2 and put through a quotient of two polynomials in
+ * double precision. Elements of 64f use expansions about 32 angles a period; next to a pole the reciprocal of the
+ * distance is split off and carried to double-double precision. Errors below 0.94 ulp on 32f (0.501 ulp in a pair with
+ * an element beyond 10000) and 1.04 ulp on 64f.
+ *
+ * Arguments from 12800 up on 64f and in the pairs beyond 10000 on 32f are reduced with as much of 4/pi as they need (M.
+ * H. Payne and R. N. Hanek, Radian reduction for trigonometric functions, SIGNUM Newsletter 18, 1983), to a relative
+ * error below 2^-58. At a few arguments with biased exponent 1403, 0x57B003E068000000 for one, the quadrant comes out
+ * wrong by one, and the result is that of an argument a quarter turn off.
+ *
+ * Special values: An infinite element gives a NaN and oktStatusDomain: 0xFFC00000 on 32f, the default NaN
+ * 0xFFF8000000000000 on 64f, and raises invalid. A NaN comes back quiet with sign and payload, without a warning. No
+ * element lies on a pole: the tangent never overflows. Zeros keep their sign on 64f. On 32f the tangent of -0 is +0, but
+ * -0 in a pair with an element beyond 10000.
+ *
+ * dst may be src. The source is only read, and nothing behind its end is read.
+ *
+ * @param[in] src source array of len Complex32
+ * @param[out] dst destination array of len Complex32
+ * @param[in] len number of elements, 1 or more
+ * @return oktStatusOk, oktStatusBadLength, oktStatusNullPointer
+ */
+OKT_API OktStatus oktsTan_32fc_A11(const Complex32* src, Complex32* dst, int32_t len);
+/** @copydoc oktsTan_32fc_A11 */
+OKT_API OktStatus oktsTan_32fc_A21(const Complex32* src, Complex32* dst, int32_t len);
+/** @copydoc oktsTan_32fc_A11 */
+OKT_API OktStatus oktsTan_32fc_A24(const Complex32* src, Complex32* dst, int32_t len);
+
+/**
+ * @brief Tangent, for each element.
+ *
+ * Real elements of 32f up to 10000 are reduced by multiples of pi/2 and put through a quotient of two polynomials in
+ * double precision. Elements of 64f use expansions about 32 angles a period; next to a pole the reciprocal of the
+ * distance is split off and carried to double-double precision. Errors below 0.94 ulp on 32f (0.501 ulp in a pair with
+ * an element beyond 10000) and 1.04 ulp on 64f.
+ *
+ * Arguments from 12800 up on 64f and in the pairs beyond 10000 on 32f are reduced with as much of 4/pi as they need (M.
+ * H. Payne and R. N. Hanek, Radian reduction for trigonometric functions, SIGNUM Newsletter 18, 1983), to a relative
+ * error below 2^-58. At a few arguments with biased exponent 1403, 0x57B003E068000000 for one, the quadrant comes out
+ * wrong by one, and the result is that of an argument a quarter turn off.
+ *
+ * Special values: An infinite element gives a NaN and oktStatusDomain: 0xFFC00000 on 32f, the default NaN
+ * 0xFFF8000000000000 on 64f, and raises invalid. A NaN comes back quiet with sign and payload, without a warning. No
+ * element lies on a pole: the tangent never overflows. Zeros keep their sign on 64f. On 32f the tangent of -0 is +0, but
+ * -0 in a pair with an element beyond 10000.
+ *
+ * dst may be src. The source is only read, and nothing behind its end is read.
+ *
+ * @param[in] src source array of len Complex64
+ * @param[out] dst destination array of len Complex64
+ * @param[in] len number of elements, 1 or more
+ * @return oktStatusOk, oktStatusBadLength, oktStatusNullPointer
+ */
+OKT_API OktStatus oktsTan_64fc_A26(const Complex64* src, Complex64* dst, int32_t len);
+/** @copydoc oktsTan_64fc_A26 */
+OKT_API OktStatus oktsTan_64fc_A50(const Complex64* src, Complex64* dst, int32_t len);
+/** @copydoc oktsTan_64fc_A26 */
+OKT_API OktStatus oktsTan_64fc_A53(const Complex64* src, Complex64* dst, int32_t len);
+
 /** @} */
 
 /** @defgroup Hyperbolic Hyperbolic
@@ -1051,6 +1387,52 @@ OKT_API OktStatus oktsAcosh_64f_A50(const Real64* src, Real64* dst, int32_t len)
 OKT_API OktStatus oktsAcosh_64f_A53(const Real64* src, Real64* dst, int32_t len);
 
 /**
+ * @brief Inverse hyperbolic cosine, for each element.
+ *
+ * Real elements: the logarithm of src + sqrt(src^2 - 1), sum and root as head and tail (64f) or in Real64 (32f); near 1 the
+ * root of 2 (src - 1) times a polynomial. Errors below 0.501 ulp on 32f and 0.52 ulp on 64f.
+ *
+ * Special values: 1 gives +0, +Inf itself, a NaN itself, quiet. An element below 1, -Inf included, gives a NaN and
+ * oktStatusDomain and raises the invalid flag. The caller's rounding mode, flush-to-zero and denormals-are-zero act on the
+ * arithmetic.
+ *
+ * dst may be src.
+ *
+ * @param[in] src source array of len Complex32
+ * @param[out] dst destination array of len Complex32
+ * @param[in] len number of elements, 1 or more
+ * @return oktStatusOk, oktStatusBadLength, oktStatusNullPointer
+ */
+OKT_API OktStatus oktsAcosh_32fc_A11(const Complex32* src, Complex32* dst, int32_t len);
+/** @copydoc oktsAcosh_32fc_A11 */
+OKT_API OktStatus oktsAcosh_32fc_A21(const Complex32* src, Complex32* dst, int32_t len);
+/** @copydoc oktsAcosh_32fc_A11 */
+OKT_API OktStatus oktsAcosh_32fc_A24(const Complex32* src, Complex32* dst, int32_t len);
+
+/**
+ * @brief Inverse hyperbolic cosine, for each element.
+ *
+ * Real elements: the logarithm of src + sqrt(src^2 - 1), sum and root as head and tail (64f) or in Real64 (32f); near 1 the
+ * root of 2 (src - 1) times a polynomial. Errors below 0.501 ulp on 32f and 0.52 ulp on 64f.
+ *
+ * Special values: 1 gives +0, +Inf itself, a NaN itself, quiet. An element below 1, -Inf included, gives a NaN and
+ * oktStatusDomain and raises the invalid flag. The caller's rounding mode, flush-to-zero and denormals-are-zero act on the
+ * arithmetic.
+ *
+ * dst may be src.
+ *
+ * @param[in] src source array of len Complex64
+ * @param[out] dst destination array of len Complex64
+ * @param[in] len number of elements, 1 or more
+ * @return oktStatusOk, oktStatusBadLength, oktStatusNullPointer
+ */
+OKT_API OktStatus oktsAcosh_64fc_A26(const Complex64* src, Complex64* dst, int32_t len);
+/** @copydoc oktsAcosh_64fc_A26 */
+OKT_API OktStatus oktsAcosh_64fc_A50(const Complex64* src, Complex64* dst, int32_t len);
+/** @copydoc oktsAcosh_64fc_A26 */
+OKT_API OktStatus oktsAcosh_64fc_A53(const Complex64* src, Complex64* dst, int32_t len);
+
+/**
  * @brief Inverse hyperbolic sine, for each element.
  *
  * Real elements: the logarithm of |src| + sqrt(src^2 + 1), sum and root as head and tail (64f) or in Real64 (32f); an odd
@@ -1093,6 +1475,50 @@ OKT_API OktStatus oktsAsinh_64f_A26(const Real64* src, Real64* dst, int32_t len)
 OKT_API OktStatus oktsAsinh_64f_A50(const Real64* src, Real64* dst, int32_t len);
 /** @copydoc oktsAsinh_64f_A26 */
 OKT_API OktStatus oktsAsinh_64f_A53(const Real64* src, Real64* dst, int32_t len);
+
+/**
+ * @brief Inverse hyperbolic sine, for each element.
+ *
+ * Real elements: the logarithm of |src| + sqrt(src^2 + 1), sum and root as head and tail (64f) or in Real64 (32f); an odd
+ * polynomial below 0.125, and the element itself below 2^-57. Errors below 0.501 ulp on 32f and 0.52 ulp on 64f.
+ *
+ * Special values: zeros and infinities give themselves, a NaN itself, quiet. No element warns. The caller's rounding mode,
+ * flush-to-zero and denormals-are-zero act on the arithmetic.
+ *
+ * dst may be src.
+ *
+ * @param[in] src source array of len Complex32
+ * @param[out] dst destination array of len Complex32
+ * @param[in] len number of elements, 1 or more
+ * @return oktStatusOk, oktStatusBadLength, oktStatusNullPointer
+ */
+OKT_API OktStatus oktsAsinh_32fc_A11(const Complex32* src, Complex32* dst, int32_t len);
+/** @copydoc oktsAsinh_32fc_A11 */
+OKT_API OktStatus oktsAsinh_32fc_A21(const Complex32* src, Complex32* dst, int32_t len);
+/** @copydoc oktsAsinh_32fc_A11 */
+OKT_API OktStatus oktsAsinh_32fc_A24(const Complex32* src, Complex32* dst, int32_t len);
+
+/**
+ * @brief Inverse hyperbolic sine, for each element.
+ *
+ * Real elements: the logarithm of |src| + sqrt(src^2 + 1), sum and root as head and tail (64f) or in Real64 (32f); an odd
+ * polynomial below 0.125, and the element itself below 2^-57. Errors below 0.501 ulp on 32f and 0.52 ulp on 64f.
+ *
+ * Special values: zeros and infinities give themselves, a NaN itself, quiet. No element warns. The caller's rounding mode,
+ * flush-to-zero and denormals-are-zero act on the arithmetic.
+ *
+ * dst may be src.
+ *
+ * @param[in] src source array of len Complex64
+ * @param[out] dst destination array of len Complex64
+ * @param[in] len number of elements, 1 or more
+ * @return oktStatusOk, oktStatusBadLength, oktStatusNullPointer
+ */
+OKT_API OktStatus oktsAsinh_64fc_A26(const Complex64* src, Complex64* dst, int32_t len);
+/** @copydoc oktsAsinh_64fc_A26 */
+OKT_API OktStatus oktsAsinh_64fc_A50(const Complex64* src, Complex64* dst, int32_t len);
+/** @copydoc oktsAsinh_64fc_A26 */
+OKT_API OktStatus oktsAsinh_64fc_A53(const Complex64* src, Complex64* dst, int32_t len);
 
 /**
  * @brief Inverse hyperbolic tangent, for each element.
@@ -1145,6 +1571,56 @@ OKT_API OktStatus oktsAtanh_64f_A50(const Real64* src, Real64* dst, int32_t len)
 OKT_API OktStatus oktsAtanh_64f_A53(const Real64* src, Real64* dst, int32_t len);
 
 /**
+ * @brief Inverse hyperbolic tangent, for each element.
+ *
+ * Real elements, 32f: in Real32, a polynomial around 0 or 0.6875 up to 0.75, half the logarithm of (1 + |src|)/(1 - |src|)
+ * from there on; errors below 0.93 ulp. 64f: half the same logarithm as head and tail, an odd polynomial below 0.0625, the
+ * element itself below 2^-57; errors below 0.52 ulp.
+ *
+ * Special values: a zero gives itself; 1 and -1 give an infinity with their sign and oktStatusSingularity; elements beyond
+ * give a NaN and oktStatusDomain. A NaN gives itself, made quiet on 64f and untouched on 32f, where a signalling NaN stays
+ * signalling. On 64f the warnings raise their IEEE flags, and the caller's rounding mode, flush-to-zero and
+ * denormals-are-zero act on the arithmetic.
+ *
+ * dst may be src.
+ *
+ * @param[in] src source array of len Complex32
+ * @param[out] dst destination array of len Complex32
+ * @param[in] len number of elements, 1 or more
+ * @return oktStatusOk, oktStatusBadLength, oktStatusNullPointer
+ */
+OKT_API OktStatus oktsAtanh_32fc_A11(const Complex32* src, Complex32* dst, int32_t len);
+/** @copydoc oktsAtanh_32fc_A11 */
+OKT_API OktStatus oktsAtanh_32fc_A21(const Complex32* src, Complex32* dst, int32_t len);
+/** @copydoc oktsAtanh_32fc_A11 */
+OKT_API OktStatus oktsAtanh_32fc_A24(const Complex32* src, Complex32* dst, int32_t len);
+
+/**
+ * @brief Inverse hyperbolic tangent, for each element.
+ *
+ * Real elements, 32f: in Real32, a polynomial around 0 or 0.6875 up to 0.75, half the logarithm of (1 + |src|)/(1 - |src|)
+ * from there on; errors below 0.93 ulp. 64f: half the same logarithm as head and tail, an odd polynomial below 0.0625, the
+ * element itself below 2^-57; errors below 0.52 ulp.
+ *
+ * Special values: a zero gives itself; 1 and -1 give an infinity with their sign and oktStatusSingularity; elements beyond
+ * give a NaN and oktStatusDomain. A NaN gives itself, made quiet on 64f and untouched on 32f, where a signalling NaN stays
+ * signalling. On 64f the warnings raise their IEEE flags, and the caller's rounding mode, flush-to-zero and
+ * denormals-are-zero act on the arithmetic.
+ *
+ * dst may be src.
+ *
+ * @param[in] src source array of len Complex64
+ * @param[out] dst destination array of len Complex64
+ * @param[in] len number of elements, 1 or more
+ * @return oktStatusOk, oktStatusBadLength, oktStatusNullPointer
+ */
+OKT_API OktStatus oktsAtanh_64fc_A26(const Complex64* src, Complex64* dst, int32_t len);
+/** @copydoc oktsAtanh_64fc_A26 */
+OKT_API OktStatus oktsAtanh_64fc_A50(const Complex64* src, Complex64* dst, int32_t len);
+/** @copydoc oktsAtanh_64fc_A26 */
+OKT_API OktStatus oktsAtanh_64fc_A53(const Complex64* src, Complex64* dst, int32_t len);
+
+/**
  * @brief Hyperbolic cosine, for each element.
  *
  * Real elements: half the sum of e^src and e^-src from one reduction, a table of 2^(j/64), a polynomial in the rest; 32f
@@ -1193,6 +1669,56 @@ OKT_API OktStatus oktsCosh_64f_A26(const Real64* src, Real64* dst, int32_t len);
 OKT_API OktStatus oktsCosh_64f_A50(const Real64* src, Real64* dst, int32_t len);
 /** @copydoc oktsCosh_64f_A26 */
 OKT_API OktStatus oktsCosh_64f_A53(const Real64* src, Real64* dst, int32_t len);
+
+/**
+ * @brief Hyperbolic cosine, for each element.
+ *
+ * Real elements: half the sum of e^src and e^-src from one reduction, a table of 2^(j/64), a polynomial in the rest; 32f
+ * in extended precision, 64f with the powers as head and tail. Errors below 0.608 ulp on 32f and 0.76 ulp on 64f.
+ *
+ * Special values: a zero or subnormal gives 1, an infinity +Inf. An overflowing element gives +Inf and oktStatusOverflow:
+ * on 32f from 89.41599 on, and on 64f from 710.475860073944 on. On 64f every |src| from 708.4018337446123 up to, but not
+ * including, 710.4704448615958 gives an infinity without a warning; between 710.4704448615958 and the overflow the results
+ * are finite again. A NaN comes back quiet with sign and payload on 32f; on 64f every NaN gives the pattern of all ones.
+ * On 32f an overflow raises the overflow flag.
+ *
+ * dst may be src.
+ *
+ * @param[in] src source array of len Complex32
+ * @param[out] dst destination array of len Complex32
+ * @param[in] len number of elements, 1 or more
+ * @return oktStatusOk, oktStatusBadLength, oktStatusNullPointer
+ */
+OKT_API OktStatus oktsCosh_32fc_A11(const Complex32* src, Complex32* dst, int32_t len);
+/** @copydoc oktsCosh_32fc_A11 */
+OKT_API OktStatus oktsCosh_32fc_A21(const Complex32* src, Complex32* dst, int32_t len);
+/** @copydoc oktsCosh_32fc_A11 */
+OKT_API OktStatus oktsCosh_32fc_A24(const Complex32* src, Complex32* dst, int32_t len);
+
+/**
+ * @brief Hyperbolic cosine, for each element.
+ *
+ * Real elements: half the sum of e^src and e^-src from one reduction, a table of 2^(j/64), a polynomial in the rest; 32f
+ * in extended precision, 64f with the powers as head and tail. Errors below 0.608 ulp on 32f and 0.76 ulp on 64f.
+ *
+ * Special values: a zero or subnormal gives 1, an infinity +Inf. An overflowing element gives +Inf and oktStatusOverflow:
+ * on 32f from 89.41599 on, and on 64f from 710.475860073944 on. On 64f every |src| from 708.4018337446123 up to, but not
+ * including, 710.4704448615958 gives an infinity without a warning; between 710.4704448615958 and the overflow the results
+ * are finite again. A NaN comes back quiet with sign and payload on 32f; on 64f every NaN gives the pattern of all ones.
+ * On 32f an overflow raises the overflow flag.
+ *
+ * dst may be src.
+ *
+ * @param[in] src source array of len Complex64
+ * @param[out] dst destination array of len Complex64
+ * @param[in] len number of elements, 1 or more
+ * @return oktStatusOk, oktStatusBadLength, oktStatusNullPointer
+ */
+OKT_API OktStatus oktsCosh_64fc_A26(const Complex64* src, Complex64* dst, int32_t len);
+/** @copydoc oktsCosh_64fc_A26 */
+OKT_API OktStatus oktsCosh_64fc_A50(const Complex64* src, Complex64* dst, int32_t len);
+/** @copydoc oktsCosh_64fc_A26 */
+OKT_API OktStatus oktsCosh_64fc_A53(const Complex64* src, Complex64* dst, int32_t len);
 
 /**
  * @brief Hyperbolic sine, for each element.
@@ -1249,6 +1775,60 @@ OKT_API OktStatus oktsSinh_64f_A50(const Real64* src, Real64* dst, int32_t len);
 OKT_API OktStatus oktsSinh_64f_A53(const Real64* src, Real64* dst, int32_t len);
 
 /**
+ * @brief Hyperbolic sine, for each element.
+ *
+ * Real elements: half the difference of e^src and e^-src from one reduction, a table of 2^(j/64), a polynomial in the
+ * rest; 32f in extended precision, 64f with the powers as head and tail. Errors below 0.501 ulp on 32f and 0.77 ulp on
+ * 64f.
+ *
+ * Special values: a zero or subnormal gives itself, on 32f every element below 0.0003; an infinity gives itself. An
+ * overflowing element gives an infinity with its sign and oktStatusOverflow: on 32f from 89.41599 on, and on 64f from
+ * 710.475860073944 on. On 64f every |src| from 708.4018337446123 up to, but not including, 710.4704448615958 gives an
+ * infinity without a warning; between 710.4704448615958 and the overflow the results are finite again. A NaN comes back
+ * quiet with sign and payload on 32f; on 64f every NaN gives the pattern of all ones. On 32f an overflow raises the
+ * overflow flag.
+ *
+ * dst may be src.
+ *
+ * @param[in] src source array of len Complex32
+ * @param[out] dst destination array of len Complex32
+ * @param[in] len number of elements, 1 or more
+ * @return oktStatusOk, oktStatusBadLength, oktStatusNullPointer
+ */
+OKT_API OktStatus oktsSinh_32fc_A11(const Complex32* src, Complex32* dst, int32_t len);
+/** @copydoc oktsSinh_32fc_A11 */
+OKT_API OktStatus oktsSinh_32fc_A21(const Complex32* src, Complex32* dst, int32_t len);
+/** @copydoc oktsSinh_32fc_A11 */
+OKT_API OktStatus oktsSinh_32fc_A24(const Complex32* src, Complex32* dst, int32_t len);
+
+/**
+ * @brief Hyperbolic sine, for each element.
+ *
+ * Real elements: half the difference of e^src and e^-src from one reduction, a table of 2^(j/64), a polynomial in the
+ * rest; 32f in extended precision, 64f with the powers as head and tail. Errors below 0.501 ulp on 32f and 0.77 ulp on
+ * 64f.
+ *
+ * Special values: a zero or subnormal gives itself, on 32f every element below 0.0003; an infinity gives itself. An
+ * overflowing element gives an infinity with its sign and oktStatusOverflow: on 32f from 89.41599 on, and on 64f from
+ * 710.475860073944 on. On 64f every |src| from 708.4018337446123 up to, but not including, 710.4704448615958 gives an
+ * infinity without a warning; between 710.4704448615958 and the overflow the results are finite again. A NaN comes back
+ * quiet with sign and payload on 32f; on 64f every NaN gives the pattern of all ones. On 32f an overflow raises the
+ * overflow flag.
+ *
+ * dst may be src.
+ *
+ * @param[in] src source array of len Complex64
+ * @param[out] dst destination array of len Complex64
+ * @param[in] len number of elements, 1 or more
+ * @return oktStatusOk, oktStatusBadLength, oktStatusNullPointer
+ */
+OKT_API OktStatus oktsSinh_64fc_A26(const Complex64* src, Complex64* dst, int32_t len);
+/** @copydoc oktsSinh_64fc_A26 */
+OKT_API OktStatus oktsSinh_64fc_A50(const Complex64* src, Complex64* dst, int32_t len);
+/** @copydoc oktsSinh_64fc_A26 */
+OKT_API OktStatus oktsSinh_64fc_A53(const Complex64* src, Complex64* dst, int32_t len);
+
+/**
  * @brief Hyperbolic tangent, for each element.
  *
  * Real elements: the positive axis is cut by the bits of the argument into 27 (32f) or 60 (64f) intervals, each with a
@@ -1297,6 +1877,56 @@ OKT_API OktStatus oktsTanh_64f_A26(const Real64* src, Real64* dst, int32_t len);
 OKT_API OktStatus oktsTanh_64f_A50(const Real64* src, Real64* dst, int32_t len);
 /** @copydoc oktsTanh_64f_A26 */
 OKT_API OktStatus oktsTanh_64f_A53(const Real64* src, Real64* dst, int32_t len);
+
+/**
+ * @brief Hyperbolic tangent, for each element.
+ *
+ * Real elements: the positive axis is cut by the bits of the argument into 27 (32f) or 60 (64f) intervals, each with a
+ * minimax polynomial; there is no exponential and no division. 32f in Real64; 64f around the value at the interval's centre,
+ * with the first-order term in two parts. Errors below 0.513 ulp on 32f, 0.755 ulp on 64f below 0.125 and 0.525 ulp
+ * elsewhere.
+ *
+ * Special values: a zero gives itself, an infinity 1 with its sign; so does every |src| from 10 up on 32f and from 20 up on
+ * 64f. A NaN gives itself, made quiet on 32f and untouched on 64f, where a signalling NaN stays signalling. No element
+ * warns.
+ *
+ * dst may be src.
+ *
+ * @param[in] src source array of len Complex32
+ * @param[out] dst destination array of len Complex32
+ * @param[in] len number of elements, 1 or more
+ * @return oktStatusOk, oktStatusBadLength, oktStatusNullPointer
+ */
+OKT_API OktStatus oktsTanh_32fc_A11(const Complex32* src, Complex32* dst, int32_t len);
+/** @copydoc oktsTanh_32fc_A11 */
+OKT_API OktStatus oktsTanh_32fc_A21(const Complex32* src, Complex32* dst, int32_t len);
+/** @copydoc oktsTanh_32fc_A11 */
+OKT_API OktStatus oktsTanh_32fc_A24(const Complex32* src, Complex32* dst, int32_t len);
+
+/**
+ * @brief Hyperbolic tangent, for each element.
+ *
+ * Real elements: the positive axis is cut by the bits of the argument into 27 (32f) or 60 (64f) intervals, each with a
+ * minimax polynomial; there is no exponential and no division. 32f in Real64; 64f around the value at the interval's centre,
+ * with the first-order term in two parts. Errors below 0.513 ulp on 32f, 0.755 ulp on 64f below 0.125 and 0.525 ulp
+ * elsewhere.
+ *
+ * Special values: a zero gives itself, an infinity 1 with its sign; so does every |src| from 10 up on 32f and from 20 up on
+ * 64f. A NaN gives itself, made quiet on 32f and untouched on 64f, where a signalling NaN stays signalling. No element
+ * warns.
+ *
+ * dst may be src.
+ *
+ * @param[in] src source array of len Complex64
+ * @param[out] dst destination array of len Complex64
+ * @param[in] len number of elements, 1 or more
+ * @return oktStatusOk, oktStatusBadLength, oktStatusNullPointer
+ */
+OKT_API OktStatus oktsTanh_64fc_A26(const Complex64* src, Complex64* dst, int32_t len);
+/** @copydoc oktsTanh_64fc_A26 */
+OKT_API OktStatus oktsTanh_64fc_A50(const Complex64* src, Complex64* dst, int32_t len);
+/** @copydoc oktsTanh_64fc_A26 */
+OKT_API OktStatus oktsTanh_64fc_A53(const Complex64* src, Complex64* dst, int32_t len);
 
 /** @} */
 
@@ -1566,6 +2196,78 @@ OKT_API OktStatus oktsPow_64f_A50(const Real64* src1, const Real64* src2, Real64
 OKT_API OktStatus oktsPow_64f_A53(const Real64* src1, const Real64* src2, Real64* dst, int32_t len);
 
 /**
+ * @brief Src1 to the power src2, for each element.
+ *
+ * Real elements, 32f: y ln x in Real64, with a table of 257 logarithms and reciprocals and three terms of the series, and the
+ * exponential of Exp. 64f: a base-2 logarithm of about 68 bits from a table of 1025 reciprocals, its product with y split
+ * exactly, and 2^(j/128) from a table (the scheme of P. T. P. Tang, Table-driven implementation of the logarithm function in
+ * IEEE floating-point arithmetic, ACM TOMS 16, 1990, carried to two lengths).
+ *
+ * Errors: 32f 0.56 ulp, but up to 3.2 ulp for bases within 2^-8 of 1 and 0.92 ulp just outside of there, since the series
+ * has three terms. 64f 0.51 ulp, up to 1.0 ulp for bases within 0.001 of 1 with large exponents and for results from 2^-1071
+ * to 2^-1070, 0.75 ulp for smaller results.
+ *
+ * Special values, the first row that fits: x^0 is 1, and so is (-1)^Inf of either sign, and 1^y, also where the other operand is a
+ * NaN; a NaN in src1, then in src2, comes back bit for bit, without a flag; infinite and zero operands follow IEEE 754's pow,
+ * odd integer exponents keeping the sign. oktStatusDomain is the only warning: a negative base with a fractional exponent
+ * gives the default NaN (sign bit set), a zero base with a negative exponent, -Inf included, an infinity; both raise the
+ * invalid flag. Overflow and underflow warn of nothing: the result is infinite, zero or subnormal.
+ *
+ * On 32f an element beside one outside the main range (a negative, zero or subnormal base, a result below 2^-126 or above
+ * 2^126) may differ in its last bit from the same element elsewhere. On 64f this happens for results between 2^-964 and
+ * 2^-963 only.
+ *
+ * dst may be src1 or src2. Nothing behind the ends of the sources is read.
+ *
+ * @param[in] src1 first source array of len Complex32
+ * @param[in] src2 second source array of len Complex32
+ * @param[out] dst destination array of len Complex32
+ * @param[in] len number of elements, 1 or more
+ * @return oktStatusOk, oktStatusBadLength, oktStatusNullPointer
+ */
+OKT_API OktStatus oktsPow_32fc_A11(const Complex32* src1, const Complex32* src2, Complex32* dst, int32_t len);
+/** @copydoc oktsPow_32fc_A11 */
+OKT_API OktStatus oktsPow_32fc_A21(const Complex32* src1, const Complex32* src2, Complex32* dst, int32_t len);
+/** @copydoc oktsPow_32fc_A11 */
+OKT_API OktStatus oktsPow_32fc_A24(const Complex32* src1, const Complex32* src2, Complex32* dst, int32_t len);
+
+/**
+ * @brief Src1 to the power src2, for each element.
+ *
+ * Real elements, 32f: y ln x in Real64, with a table of 257 logarithms and reciprocals and three terms of the series, and the
+ * exponential of Exp. 64f: a base-2 logarithm of about 68 bits from a table of 1025 reciprocals, its product with y split
+ * exactly, and 2^(j/128) from a table (the scheme of P. T. P. Tang, Table-driven implementation of the logarithm function in
+ * IEEE floating-point arithmetic, ACM TOMS 16, 1990, carried to two lengths).
+ *
+ * Errors: 32f 0.56 ulp, but up to 3.2 ulp for bases within 2^-8 of 1 and 0.92 ulp just outside of there, since the series
+ * has three terms. 64f 0.51 ulp, up to 1.0 ulp for bases within 0.001 of 1 with large exponents and for results from 2^-1071
+ * to 2^-1070, 0.75 ulp for smaller results.
+ *
+ * Special values, the first row that fits: x^0 is 1, and so is (-1)^Inf of either sign, and 1^y, also where the other operand is a
+ * NaN; a NaN in src1, then in src2, comes back bit for bit, without a flag; infinite and zero operands follow IEEE 754's pow,
+ * odd integer exponents keeping the sign. oktStatusDomain is the only warning: a negative base with a fractional exponent
+ * gives the default NaN (sign bit set), a zero base with a negative exponent, -Inf included, an infinity; both raise the
+ * invalid flag. Overflow and underflow warn of nothing: the result is infinite, zero or subnormal.
+ *
+ * On 32f an element beside one outside the main range (a negative, zero or subnormal base, a result below 2^-126 or above
+ * 2^126) may differ in its last bit from the same element elsewhere. On 64f this happens for results between 2^-964 and
+ * 2^-963 only.
+ *
+ * dst may be src1 or src2. Nothing behind the ends of the sources is read.
+ *
+ * @param[in] src1 first source array of len Complex64
+ * @param[in] src2 second source array of len Complex64
+ * @param[out] dst destination array of len Complex64
+ * @param[in] len number of elements, 1 or more
+ * @return oktStatusOk, oktStatusBadLength, oktStatusNullPointer
+ */
+OKT_API OktStatus oktsPow_64fc_A26(const Complex64* src1, const Complex64* src2, Complex64* dst, int32_t len);
+/** @copydoc oktsPow_64fc_A26 */
+OKT_API OktStatus oktsPow_64fc_A50(const Complex64* src1, const Complex64* src2, Complex64* dst, int32_t len);
+/** @copydoc oktsPow_64fc_A26 */
+OKT_API OktStatus oktsPow_64fc_A53(const Complex64* src1, const Complex64* src2, Complex64* dst, int32_t len);
+
+/**
  * @brief Src to the power 2/3, for each element.
  *
  * The cube root of the magnitude in double-length Real64 arithmetic under the caller's MXCSR, and its square. Errors below
@@ -1696,6 +2398,48 @@ OKT_API OktStatus oktsPowx_64f_A26(const Real64* src, Real64 scalar, Real64* dst
 OKT_API OktStatus oktsPowx_64f_A50(const Real64* src, Real64 scalar, Real64* dst, int32_t len);
 /** @copydoc oktsPowx_64f_A26 */
 OKT_API OktStatus oktsPowx_64f_A53(const Real64* src, Real64 scalar, Real64* dst, int32_t len);
+
+/**
+ * @brief Src to the power of one scalar, for each element.
+ *
+ * Real elements: the results of Pow with the same exponent for every element, and its accuracy, special values, statuses
+ * and flags, with one exception: the scalar 2.0 squares. Then every element is src times src, an overflow is infinite, a NaN
+ * comes back quiet, a signalling one raises the invalid flag, and nothing warns.
+ *
+ * dst may be src.
+ *
+ * @param[in] src source array of len Complex32
+ * @param[in] scalar scalar Complex32, the same for every element
+ * @param[out] dst destination array of len Complex32
+ * @param[in] len number of elements, 1 or more
+ * @return oktStatusOk, oktStatusBadLength, oktStatusNullPointer
+ */
+OKT_API OktStatus oktsPowx_32fc_A11(const Complex32* src, Complex32 scalar, Complex32* dst, int32_t len);
+/** @copydoc oktsPowx_32fc_A11 */
+OKT_API OktStatus oktsPowx_32fc_A21(const Complex32* src, Complex32 scalar, Complex32* dst, int32_t len);
+/** @copydoc oktsPowx_32fc_A11 */
+OKT_API OktStatus oktsPowx_32fc_A24(const Complex32* src, Complex32 scalar, Complex32* dst, int32_t len);
+
+/**
+ * @brief Src to the power of one scalar, for each element.
+ *
+ * Real elements: the results of Pow with the same exponent for every element, and its accuracy, special values, statuses
+ * and flags, with one exception: the scalar 2.0 squares. Then every element is src times src, an overflow is infinite, a NaN
+ * comes back quiet, a signalling one raises the invalid flag, and nothing warns.
+ *
+ * dst may be src.
+ *
+ * @param[in] src source array of len Complex64
+ * @param[in] scalar scalar Complex64, the same for every element
+ * @param[out] dst destination array of len Complex64
+ * @param[in] len number of elements, 1 or more
+ * @return oktStatusOk, oktStatusBadLength, oktStatusNullPointer
+ */
+OKT_API OktStatus oktsPowx_64fc_A26(const Complex64* src, Complex64 scalar, Complex64* dst, int32_t len);
+/** @copydoc oktsPowx_64fc_A26 */
+OKT_API OktStatus oktsPowx_64fc_A50(const Complex64* src, Complex64 scalar, Complex64* dst, int32_t len);
+/** @copydoc oktsPowx_64fc_A26 */
+OKT_API OktStatus oktsPowx_64fc_A53(const Complex64* src, Complex64 scalar, Complex64* dst, int32_t len);
 
 /**
  * @brief Square root, for each element.
