@@ -547,6 +547,13 @@ OKT_API OktStatus oktsSub_64fc_A53(const Complex64* src1, const Complex64* src2,
  * bit, a signalling one too, on 64f it comes out quiet with its sign inverted. On 32f the sticky invalid flag tells nothing: 1
  * and -1 raise it as well.
  *
+ * Complex elements: from half the sum and half the difference of the distances from two branch points (T. E. Hull, T. F.
+ * Fairgrieve and P. T. P. Tang, Implementing the complex arcsine and arccosine functions using exception handling, ACM TOMS
+ * 23, 1997), one at a time in extended precision, whatever the caller's x87 precision is. The branch cuts run along the real
+ * axis from 1 and -1 outwards, the sign of a zero imaginary part choosing the side. Errors of each part below 0.501 ulp on
+ * 32fc and 0.515 ulp on 64fc. A zero real part gives pi/2 whatever the imaginary part is, a NaN included; infinities give
+ * multiples of pi/4 and an infinite imaginary part. There is no status on complex elements.
+ *
  * dst may be src.
  *
  * @param[in] src source array of len Real32
@@ -571,6 +578,13 @@ OKT_API OktStatus oktsAcos_32f_A24(const Real32* src, Real32* dst, int32_t len);
  * gives a NaN (0xFFC00000, 0xFFF8000000000000) and oktStatusDomain. A NaN raises no warning; on 32f it comes through bit for
  * bit, a signalling one too, on 64f it comes out quiet with its sign inverted. On 32f the sticky invalid flag tells nothing: 1
  * and -1 raise it as well.
+ *
+ * Complex elements: from half the sum and half the difference of the distances from two branch points (T. E. Hull, T. F.
+ * Fairgrieve and P. T. P. Tang, Implementing the complex arcsine and arccosine functions using exception handling, ACM TOMS
+ * 23, 1997), one at a time in extended precision, whatever the caller's x87 precision is. The branch cuts run along the real
+ * axis from 1 and -1 outwards, the sign of a zero imaginary part choosing the side. Errors of each part below 0.501 ulp on
+ * 32fc and 0.515 ulp on 64fc. A zero real part gives pi/2 whatever the imaginary part is, a NaN included; infinities give
+ * multiples of pi/4 and an infinite imaginary part. There is no status on complex elements.
  *
  * dst may be src.
  *
@@ -597,6 +611,13 @@ OKT_API OktStatus oktsAcos_64f_A53(const Real64* src, Real64* dst, int32_t len);
  * bit, a signalling one too, on 64f it comes out quiet with its sign inverted. On 32f the sticky invalid flag tells nothing: 1
  * and -1 raise it as well.
  *
+ * Complex elements: from half the sum and half the difference of the distances from two branch points (T. E. Hull, T. F.
+ * Fairgrieve and P. T. P. Tang, Implementing the complex arcsine and arccosine functions using exception handling, ACM TOMS
+ * 23, 1997), one at a time in extended precision, whatever the caller's x87 precision is. The branch cuts run along the real
+ * axis from 1 and -1 outwards, the sign of a zero imaginary part choosing the side. Errors of each part below 0.501 ulp on
+ * 32fc and 0.515 ulp on 64fc. A zero real part gives pi/2 whatever the imaginary part is, a NaN included; infinities give
+ * multiples of pi/4 and an infinite imaginary part. There is no status on complex elements.
+ *
  * dst may be src.
  *
  * @param[in] src source array of len Complex32
@@ -621,6 +642,13 @@ OKT_API OktStatus oktsAcos_32fc_A24(const Complex32* src, Complex32* dst, int32_
  * gives a NaN (0xFFC00000, 0xFFF8000000000000) and oktStatusDomain. A NaN raises no warning; on 32f it comes through bit for
  * bit, a signalling one too, on 64f it comes out quiet with its sign inverted. On 32f the sticky invalid flag tells nothing: 1
  * and -1 raise it as well.
+ *
+ * Complex elements: from half the sum and half the difference of the distances from two branch points (T. E. Hull, T. F.
+ * Fairgrieve and P. T. P. Tang, Implementing the complex arcsine and arccosine functions using exception handling, ACM TOMS
+ * 23, 1997), one at a time in extended precision, whatever the caller's x87 precision is. The branch cuts run along the real
+ * axis from 1 and -1 outwards, the sign of a zero imaginary part choosing the side. Errors of each part below 0.501 ulp on
+ * 32fc and 0.515 ulp on 64fc. A zero real part gives pi/2 whatever the imaginary part is, a NaN included; infinities give
+ * multiples of pi/4 and an infinite imaginary part. There is no status on complex elements.
  *
  * dst may be src.
  *
@@ -647,6 +675,11 @@ OKT_API OktStatus oktsAcos_64fc_A53(const Complex64* src, Complex64* dst, int32_
  * through bit for bit, a signalling one too, on 64f it comes out quiet. On 32f the sticky invalid flag tells nothing: elements
  * below 1/2 raise it as well.
  *
+ * Complex elements: -i asinh(i z), one at a time in extended precision, whatever the caller's x87 precision is. The branch
+ * cuts run along the real axis from 1 and -1 outwards, the sign of a zero imaginary part choosing the side. Errors of each
+ * part below 0.501 ulp on 32fc and 0.515 ulp on 64fc. Special values are those of the complex Asinh at i z, NaNs keeping their
+ * sign in the turn. There is no status on complex elements.
+ *
  * dst may be src.
  *
  * @param[in] src source array of len Real32
@@ -671,6 +704,11 @@ OKT_API OktStatus oktsAsin_32f_A24(const Real32* src, Real32* dst, int32_t len);
  * among them, gives a NaN (0xFFC00000, 0xFFF8000000000000) and oktStatusDomain. A NaN raises no warning; on 32f it comes
  * through bit for bit, a signalling one too, on 64f it comes out quiet. On 32f the sticky invalid flag tells nothing: elements
  * below 1/2 raise it as well.
+ *
+ * Complex elements: -i asinh(i z), one at a time in extended precision, whatever the caller's x87 precision is. The branch
+ * cuts run along the real axis from 1 and -1 outwards, the sign of a zero imaginary part choosing the side. Errors of each
+ * part below 0.501 ulp on 32fc and 0.515 ulp on 64fc. Special values are those of the complex Asinh at i z, NaNs keeping their
+ * sign in the turn. There is no status on complex elements.
  *
  * dst may be src.
  *
@@ -697,6 +735,11 @@ OKT_API OktStatus oktsAsin_64f_A53(const Real64* src, Real64* dst, int32_t len);
  * through bit for bit, a signalling one too, on 64f it comes out quiet. On 32f the sticky invalid flag tells nothing: elements
  * below 1/2 raise it as well.
  *
+ * Complex elements: -i asinh(i z), one at a time in extended precision, whatever the caller's x87 precision is. The branch
+ * cuts run along the real axis from 1 and -1 outwards, the sign of a zero imaginary part choosing the side. Errors of each
+ * part below 0.501 ulp on 32fc and 0.515 ulp on 64fc. Special values are those of the complex Asinh at i z, NaNs keeping their
+ * sign in the turn. There is no status on complex elements.
+ *
  * dst may be src.
  *
  * @param[in] src source array of len Complex32
@@ -722,6 +765,11 @@ OKT_API OktStatus oktsAsin_32fc_A24(const Complex32* src, Complex32* dst, int32_
  * through bit for bit, a signalling one too, on 64f it comes out quiet. On 32f the sticky invalid flag tells nothing: elements
  * below 1/2 raise it as well.
  *
+ * Complex elements: -i asinh(i z), one at a time in extended precision, whatever the caller's x87 precision is. The branch
+ * cuts run along the real axis from 1 and -1 outwards, the sign of a zero imaginary part choosing the side. Errors of each
+ * part below 0.501 ulp on 32fc and 0.515 ulp on 64fc. Special values are those of the complex Asinh at i z, NaNs keeping their
+ * sign in the turn. There is no status on complex elements.
+ *
  * dst may be src.
  *
  * @param[in] src source array of len Complex64
@@ -744,6 +792,11 @@ OKT_API OktStatus oktsAsin_64fc_A53(const Complex64* src, Complex64* dst, int32_
  *
  * Special values: zeros and subnormals give themselves, infinities give pi/2 rounded with their sign; a NaN comes out quiet
  * with sign and payload. There is no warning.
+ *
+ * Complex elements: -i atanh(i z), one at a time in extended precision, whatever the caller's x87 precision is. The branch
+ * cuts run along the imaginary axis from 1 and -1 outwards, the sign of a zero real part choosing the side. Errors of each
+ * part below 0.501 ulp on 32fc and 0.515 ulp on 64fc. Special values are those of the complex Atanh at i z, NaNs keeping their
+ * sign in the turn. There is no status on complex elements: the poles at i and -i give infinities and raise divide-by-zero.
  *
  * dst may be src.
  *
@@ -768,6 +821,11 @@ OKT_API OktStatus oktsAtan_32f_A24(const Real32* src, Real32* dst, int32_t len);
  * Special values: zeros and subnormals give themselves, infinities give pi/2 rounded with their sign; a NaN comes out quiet
  * with sign and payload. There is no warning.
  *
+ * Complex elements: -i atanh(i z), one at a time in extended precision, whatever the caller's x87 precision is. The branch
+ * cuts run along the imaginary axis from 1 and -1 outwards, the sign of a zero real part choosing the side. Errors of each
+ * part below 0.501 ulp on 32fc and 0.515 ulp on 64fc. Special values are those of the complex Atanh at i z, NaNs keeping their
+ * sign in the turn. There is no status on complex elements: the poles at i and -i give infinities and raise divide-by-zero.
+ *
  * dst may be src.
  *
  * @param[in] src source array of len Real64
@@ -791,6 +849,11 @@ OKT_API OktStatus oktsAtan_64f_A53(const Real64* src, Real64* dst, int32_t len);
  * Special values: zeros and subnormals give themselves, infinities give pi/2 rounded with their sign; a NaN comes out quiet
  * with sign and payload. There is no warning.
  *
+ * Complex elements: -i atanh(i z), one at a time in extended precision, whatever the caller's x87 precision is. The branch
+ * cuts run along the imaginary axis from 1 and -1 outwards, the sign of a zero real part choosing the side. Errors of each
+ * part below 0.501 ulp on 32fc and 0.515 ulp on 64fc. Special values are those of the complex Atanh at i z, NaNs keeping their
+ * sign in the turn. There is no status on complex elements: the poles at i and -i give infinities and raise divide-by-zero.
+ *
  * dst may be src.
  *
  * @param[in] src source array of len Complex32
@@ -813,6 +876,11 @@ OKT_API OktStatus oktsAtan_32fc_A24(const Complex32* src, Complex32* dst, int32_
  *
  * Special values: zeros and subnormals give themselves, infinities give pi/2 rounded with their sign; a NaN comes out quiet
  * with sign and payload. There is no warning.
+ *
+ * Complex elements: -i atanh(i z), one at a time in extended precision, whatever the caller's x87 precision is. The branch
+ * cuts run along the imaginary axis from 1 and -1 outwards, the sign of a zero real part choosing the side. Errors of each
+ * part below 0.501 ulp on 32fc and 0.515 ulp on 64fc. Special values are those of the complex Atanh at i z, NaNs keeping their
+ * sign in the turn. There is no status on complex elements: the poles at i and -i give infinities and raise divide-by-zero.
  *
  * dst may be src.
  *
@@ -906,6 +974,11 @@ OKT_API OktStatus oktsAtan2_64f_A53(const Real64* src1, const Real64* src2, Real
  * 0xFFF8000000000000 on 64f, and raises invalid. A NaN comes back quiet with sign and payload, without a warning. The
  * cosine of a zero is exactly 1.
  *
+ * Complex elements: cosh(i z), one at a time in extended precision, whatever the caller's x87 precision is. Errors of each
+ * part below 0.501 ulp on 32fc and 0.502 ulp on 64fc, for real parts of any size. Special values are those of the complex Cosh
+ * at i z, NaNs keeping their sign in the turn: the imaginary part of the cosine of (1, +0) is -0. There is no status on
+ * complex elements: overflow, underflow and invalid show in the results and in the sticky flags.
+ *
  * dst may be src. The source is only read, and nothing behind its end is read.
  *
  * @param[in] src source array of len Real32
@@ -937,6 +1010,11 @@ OKT_API OktStatus oktsCos_32f_A24(const Real32* src, Real32* dst, int32_t len);
  * Special values: An infinite element gives a NaN and oktStatusDomain: 0xFFC00000 on 32f, the default NaN
  * 0xFFF8000000000000 on 64f, and raises invalid. A NaN comes back quiet with sign and payload, without a warning. The
  * cosine of a zero is exactly 1.
+ *
+ * Complex elements: cosh(i z), one at a time in extended precision, whatever the caller's x87 precision is. Errors of each
+ * part below 0.501 ulp on 32fc and 0.502 ulp on 64fc, for real parts of any size. Special values are those of the complex Cosh
+ * at i z, NaNs keeping their sign in the turn: the imaginary part of the cosine of (1, +0) is -0. There is no status on
+ * complex elements: overflow, underflow and invalid show in the results and in the sticky flags.
  *
  * dst may be src. The source is only read, and nothing behind its end is read.
  *
@@ -970,6 +1048,11 @@ OKT_API OktStatus oktsCos_64f_A53(const Real64* src, Real64* dst, int32_t len);
  * 0xFFF8000000000000 on 64f, and raises invalid. A NaN comes back quiet with sign and payload, without a warning. The
  * cosine of a zero is exactly 1.
  *
+ * Complex elements: cosh(i z), one at a time in extended precision, whatever the caller's x87 precision is. Errors of each
+ * part below 0.501 ulp on 32fc and 0.502 ulp on 64fc, for real parts of any size. Special values are those of the complex Cosh
+ * at i z, NaNs keeping their sign in the turn: the imaginary part of the cosine of (1, +0) is -0. There is no status on
+ * complex elements: overflow, underflow and invalid show in the results and in the sticky flags.
+ *
  * dst may be src. The source is only read, and nothing behind its end is read.
  *
  * @param[in] src source array of len Complex32
@@ -1001,6 +1084,11 @@ OKT_API OktStatus oktsCos_32fc_A24(const Complex32* src, Complex32* dst, int32_t
  * Special values: An infinite element gives a NaN and oktStatusDomain: 0xFFC00000 on 32f, the default NaN
  * 0xFFF8000000000000 on 64f, and raises invalid. A NaN comes back quiet with sign and payload, without a warning. The
  * cosine of a zero is exactly 1.
+ *
+ * Complex elements: cosh(i z), one at a time in extended precision, whatever the caller's x87 precision is. Errors of each
+ * part below 0.501 ulp on 32fc and 0.502 ulp on 64fc, for real parts of any size. Special values are those of the complex Cosh
+ * at i z, NaNs keeping their sign in the turn: the imaginary part of the cosine of (1, +0) is -0. There is no status on
+ * complex elements: overflow, underflow and invalid show in the results and in the sticky flags.
  *
  * dst may be src. The source is only read, and nothing behind its end is read.
  *
@@ -1034,6 +1122,11 @@ OKT_API OktStatus oktsCos_64fc_A53(const Complex64* src, Complex64* dst, int32_t
  * 0xFFF8000000000000 on 64f, and raises invalid. A NaN comes back quiet with sign and payload, without a warning. Zeros
  * keep their sign on 32f. On 64f the sine of -0 is +0, but -0 in a block that holds a large element.
  *
+ * Complex elements: -i sinh(i z), one at a time in extended precision, whatever the caller's x87 precision is. Errors of each
+ * part below 0.501 ulp on 32fc and 0.502 ulp on 64fc, for real parts of any size. Special values are those of the complex Sinh
+ * at i z, NaNs keeping their sign in the turn. There is no status on complex elements: overflow, underflow and invalid show in
+ * the results and in the sticky flags.
+ *
  * dst may be src. The source is only read, and nothing behind its end is read.
  *
  * @param[in] src source array of len Real32
@@ -1065,6 +1158,11 @@ OKT_API OktStatus oktsSin_32f_A24(const Real32* src, Real32* dst, int32_t len);
  * Special values: An infinite element gives a NaN and oktStatusDomain: 0xFFC00000 on 32f, the default NaN
  * 0xFFF8000000000000 on 64f, and raises invalid. A NaN comes back quiet with sign and payload, without a warning. Zeros
  * keep their sign on 32f. On 64f the sine of -0 is +0, but -0 in a block that holds a large element.
+ *
+ * Complex elements: -i sinh(i z), one at a time in extended precision, whatever the caller's x87 precision is. Errors of each
+ * part below 0.501 ulp on 32fc and 0.502 ulp on 64fc, for real parts of any size. Special values are those of the complex Sinh
+ * at i z, NaNs keeping their sign in the turn. There is no status on complex elements: overflow, underflow and invalid show in
+ * the results and in the sticky flags.
  *
  * dst may be src. The source is only read, and nothing behind its end is read.
  *
@@ -1098,6 +1196,11 @@ OKT_API OktStatus oktsSin_64f_A53(const Real64* src, Real64* dst, int32_t len);
  * 0xFFF8000000000000 on 64f, and raises invalid. A NaN comes back quiet with sign and payload, without a warning. Zeros
  * keep their sign on 32f. On 64f the sine of -0 is +0, but -0 in a block that holds a large element.
  *
+ * Complex elements: -i sinh(i z), one at a time in extended precision, whatever the caller's x87 precision is. Errors of each
+ * part below 0.501 ulp on 32fc and 0.502 ulp on 64fc, for real parts of any size. Special values are those of the complex Sinh
+ * at i z, NaNs keeping their sign in the turn. There is no status on complex elements: overflow, underflow and invalid show in
+ * the results and in the sticky flags.
+ *
  * dst may be src. The source is only read, and nothing behind its end is read.
  *
  * @param[in] src source array of len Complex32
@@ -1129,6 +1232,11 @@ OKT_API OktStatus oktsSin_32fc_A24(const Complex32* src, Complex32* dst, int32_t
  * Special values: An infinite element gives a NaN and oktStatusDomain: 0xFFC00000 on 32f, the default NaN
  * 0xFFF8000000000000 on 64f, and raises invalid. A NaN comes back quiet with sign and payload, without a warning. Zeros
  * keep their sign on 32f. On 64f the sine of -0 is +0, but -0 in a block that holds a large element.
+ *
+ * Complex elements: -i sinh(i z), one at a time in extended precision, whatever the caller's x87 precision is. Errors of each
+ * part below 0.501 ulp on 32fc and 0.502 ulp on 64fc, for real parts of any size. Special values are those of the complex Sinh
+ * at i z, NaNs keeping their sign in the turn. There is no status on complex elements: overflow, underflow and invalid show in
+ * the results and in the sticky flags.
  *
  * dst may be src. The source is only read, and nothing behind its end is read.
  *
@@ -1229,6 +1337,10 @@ OKT_API OktStatus oktsSinCos_64f_A53(const Real64* src, Real64* dst1, Real64* ds
  * element lies on a pole: the tangent never overflows. Zeros keep their sign on 64f. On 32f the tangent of -0 is +0, but
  * -0 in a pair with an element beyond 10000.
  *
+ * Complex elements: -i tanh(i z), one at a time in extended precision, whatever the caller's x87 precision is. Errors of each
+ * part below 0.501 ulp on 32fc and 0.502 ulp on 64fc, for real parts of any size. Special values are those of the complex Tanh
+ * at i z, NaNs keeping their sign in the turn. There is no status on complex elements.
+ *
  * dst may be src. The source is only read, and nothing behind its end is read.
  *
  * @param[in] src source array of len Real32
@@ -1259,6 +1371,10 @@ OKT_API OktStatus oktsTan_32f_A24(const Real32* src, Real32* dst, int32_t len);
  * 0xFFF8000000000000 on 64f, and raises invalid. A NaN comes back quiet with sign and payload, without a warning. No
  * element lies on a pole: the tangent never overflows. Zeros keep their sign on 64f. On 32f the tangent of -0 is +0, but
  * -0 in a pair with an element beyond 10000.
+ *
+ * Complex elements: -i tanh(i z), one at a time in extended precision, whatever the caller's x87 precision is. Errors of each
+ * part below 0.501 ulp on 32fc and 0.502 ulp on 64fc, for real parts of any size. Special values are those of the complex Tanh
+ * at i z, NaNs keeping their sign in the turn. There is no status on complex elements.
  *
  * dst may be src. The source is only read, and nothing behind its end is read.
  *
@@ -1291,6 +1407,10 @@ OKT_API OktStatus oktsTan_64f_A53(const Real64* src, Real64* dst, int32_t len);
  * element lies on a pole: the tangent never overflows. Zeros keep their sign on 64f. On 32f the tangent of -0 is +0, but
  * -0 in a pair with an element beyond 10000.
  *
+ * Complex elements: -i tanh(i z), one at a time in extended precision, whatever the caller's x87 precision is. Errors of each
+ * part below 0.501 ulp on 32fc and 0.502 ulp on 64fc, for real parts of any size. Special values are those of the complex Tanh
+ * at i z, NaNs keeping their sign in the turn. There is no status on complex elements.
+ *
  * dst may be src. The source is only read, and nothing behind its end is read.
  *
  * @param[in] src source array of len Complex32
@@ -1322,6 +1442,10 @@ OKT_API OktStatus oktsTan_32fc_A24(const Complex32* src, Complex32* dst, int32_t
  * element lies on a pole: the tangent never overflows. Zeros keep their sign on 64f. On 32f the tangent of -0 is +0, but
  * -0 in a pair with an element beyond 10000.
  *
+ * Complex elements: -i tanh(i z), one at a time in extended precision, whatever the caller's x87 precision is. Errors of each
+ * part below 0.501 ulp on 32fc and 0.502 ulp on 64fc, for real parts of any size. Special values are those of the complex Tanh
+ * at i z, NaNs keeping their sign in the turn. There is no status on complex elements.
+ *
  * dst may be src. The source is only read, and nothing behind its end is read.
  *
  * @param[in] src source array of len Complex64
@@ -1350,6 +1474,12 @@ OKT_API OktStatus oktsTan_64fc_A53(const Complex64* src, Complex64* dst, int32_t
  * oktStatusDomain and raises the invalid flag. The caller's rounding mode, flush-to-zero and denormals-are-zero act on the
  * arithmetic.
  *
+ * Complex elements: from half the sum and half the difference of the distances from two branch points (T. E. Hull, T. F.
+ * Fairgrieve and P. T. P. Tang, Implementing the complex arcsine and arccosine functions using exception handling, ACM TOMS
+ * 23, 1997), one at a time in extended precision, whatever the caller's x87 precision is. The branch cut runs along the real
+ * axis from 1 downwards, the sign of a zero imaginary part choosing the side. Errors of each part below 0.501 ulp on 32fc and
+ * 0.515 ulp on 64fc. Infinities give an infinite real part and multiples of pi/4. There is no status on complex elements.
+ *
  * dst may be src.
  *
  * @param[in] src source array of len Real32
@@ -1372,6 +1502,12 @@ OKT_API OktStatus oktsAcosh_32f_A24(const Real32* src, Real32* dst, int32_t len)
  * Special values: 1 gives +0, +Inf itself, a NaN itself, quiet. An element below 1, -Inf included, gives a NaN and
  * oktStatusDomain and raises the invalid flag. The caller's rounding mode, flush-to-zero and denormals-are-zero act on the
  * arithmetic.
+ *
+ * Complex elements: from half the sum and half the difference of the distances from two branch points (T. E. Hull, T. F.
+ * Fairgrieve and P. T. P. Tang, Implementing the complex arcsine and arccosine functions using exception handling, ACM TOMS
+ * 23, 1997), one at a time in extended precision, whatever the caller's x87 precision is. The branch cut runs along the real
+ * axis from 1 downwards, the sign of a zero imaginary part choosing the side. Errors of each part below 0.501 ulp on 32fc and
+ * 0.515 ulp on 64fc. Infinities give an infinite real part and multiples of pi/4. There is no status on complex elements.
  *
  * dst may be src.
  *
@@ -1396,6 +1532,12 @@ OKT_API OktStatus oktsAcosh_64f_A53(const Real64* src, Real64* dst, int32_t len)
  * oktStatusDomain and raises the invalid flag. The caller's rounding mode, flush-to-zero and denormals-are-zero act on the
  * arithmetic.
  *
+ * Complex elements: from half the sum and half the difference of the distances from two branch points (T. E. Hull, T. F.
+ * Fairgrieve and P. T. P. Tang, Implementing the complex arcsine and arccosine functions using exception handling, ACM TOMS
+ * 23, 1997), one at a time in extended precision, whatever the caller's x87 precision is. The branch cut runs along the real
+ * axis from 1 downwards, the sign of a zero imaginary part choosing the side. Errors of each part below 0.501 ulp on 32fc and
+ * 0.515 ulp on 64fc. Infinities give an infinite real part and multiples of pi/4. There is no status on complex elements.
+ *
  * dst may be src.
  *
  * @param[in] src source array of len Complex32
@@ -1419,6 +1561,12 @@ OKT_API OktStatus oktsAcosh_32fc_A24(const Complex32* src, Complex32* dst, int32
  * oktStatusDomain and raises the invalid flag. The caller's rounding mode, flush-to-zero and denormals-are-zero act on the
  * arithmetic.
  *
+ * Complex elements: from half the sum and half the difference of the distances from two branch points (T. E. Hull, T. F.
+ * Fairgrieve and P. T. P. Tang, Implementing the complex arcsine and arccosine functions using exception handling, ACM TOMS
+ * 23, 1997), one at a time in extended precision, whatever the caller's x87 precision is. The branch cut runs along the real
+ * axis from 1 downwards, the sign of a zero imaginary part choosing the side. Errors of each part below 0.501 ulp on 32fc and
+ * 0.515 ulp on 64fc. Infinities give an infinite real part and multiples of pi/4. There is no status on complex elements.
+ *
  * dst may be src.
  *
  * @param[in] src source array of len Complex64
@@ -1440,6 +1588,13 @@ OKT_API OktStatus oktsAcosh_64fc_A53(const Complex64* src, Complex64* dst, int32
  *
  * Special values: zeros and infinities give themselves, a NaN itself, quiet. No element warns. The caller's rounding mode,
  * flush-to-zero and denormals-are-zero act on the arithmetic.
+ *
+ * Complex elements: from half the sum and half the difference of the distances from two branch points (T. E. Hull, T. F.
+ * Fairgrieve and P. T. P. Tang, Implementing the complex arcsine and arccosine functions using exception handling, ACM TOMS
+ * 23, 1997), one at a time in extended precision, whatever the caller's x87 precision is. The branch cuts run along the
+ * imaginary axis from 1 and -1 outwards, the sign of a zero real part choosing the side. Errors of each part below 0.501 ulp
+ * on 32fc and 0.515 ulp on 64fc. Infinities give an infinite real part and multiples of pi/4. There is no status on complex
+ * elements.
  *
  * dst may be src.
  *
@@ -1463,6 +1618,13 @@ OKT_API OktStatus oktsAsinh_32f_A24(const Real32* src, Real32* dst, int32_t len)
  * Special values: zeros and infinities give themselves, a NaN itself, quiet. No element warns. The caller's rounding mode,
  * flush-to-zero and denormals-are-zero act on the arithmetic.
  *
+ * Complex elements: from half the sum and half the difference of the distances from two branch points (T. E. Hull, T. F.
+ * Fairgrieve and P. T. P. Tang, Implementing the complex arcsine and arccosine functions using exception handling, ACM TOMS
+ * 23, 1997), one at a time in extended precision, whatever the caller's x87 precision is. The branch cuts run along the
+ * imaginary axis from 1 and -1 outwards, the sign of a zero real part choosing the side. Errors of each part below 0.501 ulp
+ * on 32fc and 0.515 ulp on 64fc. Infinities give an infinite real part and multiples of pi/4. There is no status on complex
+ * elements.
+ *
  * dst may be src.
  *
  * @param[in] src source array of len Real64
@@ -1485,6 +1647,13 @@ OKT_API OktStatus oktsAsinh_64f_A53(const Real64* src, Real64* dst, int32_t len)
  * Special values: zeros and infinities give themselves, a NaN itself, quiet. No element warns. The caller's rounding mode,
  * flush-to-zero and denormals-are-zero act on the arithmetic.
  *
+ * Complex elements: from half the sum and half the difference of the distances from two branch points (T. E. Hull, T. F.
+ * Fairgrieve and P. T. P. Tang, Implementing the complex arcsine and arccosine functions using exception handling, ACM TOMS
+ * 23, 1997), one at a time in extended precision, whatever the caller's x87 precision is. The branch cuts run along the
+ * imaginary axis from 1 and -1 outwards, the sign of a zero real part choosing the side. Errors of each part below 0.501 ulp
+ * on 32fc and 0.515 ulp on 64fc. Infinities give an infinite real part and multiples of pi/4. There is no status on complex
+ * elements.
+ *
  * dst may be src.
  *
  * @param[in] src source array of len Complex32
@@ -1506,6 +1675,13 @@ OKT_API OktStatus oktsAsinh_32fc_A24(const Complex32* src, Complex32* dst, int32
  *
  * Special values: zeros and infinities give themselves, a NaN itself, quiet. No element warns. The caller's rounding mode,
  * flush-to-zero and denormals-are-zero act on the arithmetic.
+ *
+ * Complex elements: from half the sum and half the difference of the distances from two branch points (T. E. Hull, T. F.
+ * Fairgrieve and P. T. P. Tang, Implementing the complex arcsine and arccosine functions using exception handling, ACM TOMS
+ * 23, 1997), one at a time in extended precision, whatever the caller's x87 precision is. The branch cuts run along the
+ * imaginary axis from 1 and -1 outwards, the sign of a zero real part choosing the side. Errors of each part below 0.501 ulp
+ * on 32fc and 0.515 ulp on 64fc. Infinities give an infinite real part and multiples of pi/4. There is no status on complex
+ * elements.
  *
  * dst may be src.
  *
@@ -1532,6 +1708,12 @@ OKT_API OktStatus oktsAsinh_64fc_A53(const Complex64* src, Complex64* dst, int32
  * signalling. On 64f the warnings raise their IEEE flags, and the caller's rounding mode, flush-to-zero and
  * denormals-are-zero act on the arithmetic.
  *
+ * Complex elements: a quarter of the logarithm of the ratio of the squared distances from -1 and 1, or half the real function
+ * where the two are close, and half the angle of (1 - |z|^2, 2y), one at a time in extended precision, whatever the caller's
+ * x87 precision is. The branch cuts run along the real axis from 1 and -1 outwards. Errors of each part below 0.501 ulp on
+ * 32fc and 0.515 ulp on 64fc. A large element gives a zero and pi/2. There is no status on complex elements: the poles at 1
+ * and -1 give infinities and raise divide-by-zero.
+ *
  * dst may be src.
  *
  * @param[in] src source array of len Real32
@@ -1556,6 +1738,12 @@ OKT_API OktStatus oktsAtanh_32f_A24(const Real32* src, Real32* dst, int32_t len)
  * give a NaN and oktStatusDomain. A NaN gives itself, made quiet on 64f and untouched on 32f, where a signalling NaN stays
  * signalling. On 64f the warnings raise their IEEE flags, and the caller's rounding mode, flush-to-zero and
  * denormals-are-zero act on the arithmetic.
+ *
+ * Complex elements: a quarter of the logarithm of the ratio of the squared distances from -1 and 1, or half the real function
+ * where the two are close, and half the angle of (1 - |z|^2, 2y), one at a time in extended precision, whatever the caller's
+ * x87 precision is. The branch cuts run along the real axis from 1 and -1 outwards. Errors of each part below 0.501 ulp on
+ * 32fc and 0.515 ulp on 64fc. A large element gives a zero and pi/2. There is no status on complex elements: the poles at 1
+ * and -1 give infinities and raise divide-by-zero.
  *
  * dst may be src.
  *
@@ -1582,6 +1770,12 @@ OKT_API OktStatus oktsAtanh_64f_A53(const Real64* src, Real64* dst, int32_t len)
  * signalling. On 64f the warnings raise their IEEE flags, and the caller's rounding mode, flush-to-zero and
  * denormals-are-zero act on the arithmetic.
  *
+ * Complex elements: a quarter of the logarithm of the ratio of the squared distances from -1 and 1, or half the real function
+ * where the two are close, and half the angle of (1 - |z|^2, 2y), one at a time in extended precision, whatever the caller's
+ * x87 precision is. The branch cuts run along the real axis from 1 and -1 outwards. Errors of each part below 0.501 ulp on
+ * 32fc and 0.515 ulp on 64fc. A large element gives a zero and pi/2. There is no status on complex elements: the poles at 1
+ * and -1 give infinities and raise divide-by-zero.
+ *
  * dst may be src.
  *
  * @param[in] src source array of len Complex32
@@ -1606,6 +1800,12 @@ OKT_API OktStatus oktsAtanh_32fc_A24(const Complex32* src, Complex32* dst, int32
  * give a NaN and oktStatusDomain. A NaN gives itself, made quiet on 64f and untouched on 32f, where a signalling NaN stays
  * signalling. On 64f the warnings raise their IEEE flags, and the caller's rounding mode, flush-to-zero and
  * denormals-are-zero act on the arithmetic.
+ *
+ * Complex elements: a quarter of the logarithm of the ratio of the squared distances from -1 and 1, or half the real function
+ * where the two are close, and half the angle of (1 - |z|^2, 2y), one at a time in extended precision, whatever the caller's
+ * x87 precision is. The branch cuts run along the real axis from 1 and -1 outwards. Errors of each part below 0.501 ulp on
+ * 32fc and 0.515 ulp on 64fc. A large element gives a zero and pi/2. There is no status on complex elements: the poles at 1
+ * and -1 give infinities and raise divide-by-zero.
  *
  * dst may be src.
  *
@@ -1632,6 +1832,12 @@ OKT_API OktStatus oktsAtanh_64fc_A53(const Complex64* src, Complex64* dst, int32
  * are finite again. A NaN comes back quiet with sign and payload on 32f; on 64f every NaN gives the pattern of all ones.
  * On 32f an overflow raises the overflow flag.
  *
+ * Complex elements x + iy: (cosh x cos y, sinh x sin y), one at a time in extended precision, whatever the caller's x87
+ * precision is. Errors of each part below 0.501 ulp on 32fc and 0.502 ulp on 64fc, for imaginary parts of any size. From |x| =
+ * 2^11 on both parts are infinite. A zero y gives (cosh x, a zero); a zero x with a NaN gives (NaN, -x); an infinite x gives
+ * infinities with the signs of cos y and x sin y; everything else with a NaN or an infinite y gives NaNs. There is no status
+ * on complex elements: overflow, underflow and invalid show in the results and in the sticky flags.
+ *
  * dst may be src.
  *
  * @param[in] src source array of len Real32
@@ -1656,6 +1862,12 @@ OKT_API OktStatus oktsCosh_32f_A24(const Real32* src, Real32* dst, int32_t len);
  * including, 710.4704448615958 gives an infinity without a warning; between 710.4704448615958 and the overflow the results
  * are finite again. A NaN comes back quiet with sign and payload on 32f; on 64f every NaN gives the pattern of all ones.
  * On 32f an overflow raises the overflow flag.
+ *
+ * Complex elements x + iy: (cosh x cos y, sinh x sin y), one at a time in extended precision, whatever the caller's x87
+ * precision is. Errors of each part below 0.501 ulp on 32fc and 0.502 ulp on 64fc, for imaginary parts of any size. From |x| =
+ * 2^11 on both parts are infinite. A zero y gives (cosh x, a zero); a zero x with a NaN gives (NaN, -x); an infinite x gives
+ * infinities with the signs of cos y and x sin y; everything else with a NaN or an infinite y gives NaNs. There is no status
+ * on complex elements: overflow, underflow and invalid show in the results and in the sticky flags.
  *
  * dst may be src.
  *
@@ -1682,6 +1894,12 @@ OKT_API OktStatus oktsCosh_64f_A53(const Real64* src, Real64* dst, int32_t len);
  * are finite again. A NaN comes back quiet with sign and payload on 32f; on 64f every NaN gives the pattern of all ones.
  * On 32f an overflow raises the overflow flag.
  *
+ * Complex elements x + iy: (cosh x cos y, sinh x sin y), one at a time in extended precision, whatever the caller's x87
+ * precision is. Errors of each part below 0.501 ulp on 32fc and 0.502 ulp on 64fc, for imaginary parts of any size. From |x| =
+ * 2^11 on both parts are infinite. A zero y gives (cosh x, a zero); a zero x with a NaN gives (NaN, -x); an infinite x gives
+ * infinities with the signs of cos y and x sin y; everything else with a NaN or an infinite y gives NaNs. There is no status
+ * on complex elements: overflow, underflow and invalid show in the results and in the sticky flags.
+ *
  * dst may be src.
  *
  * @param[in] src source array of len Complex32
@@ -1706,6 +1924,12 @@ OKT_API OktStatus oktsCosh_32fc_A24(const Complex32* src, Complex32* dst, int32_
  * including, 710.4704448615958 gives an infinity without a warning; between 710.4704448615958 and the overflow the results
  * are finite again. A NaN comes back quiet with sign and payload on 32f; on 64f every NaN gives the pattern of all ones.
  * On 32f an overflow raises the overflow flag.
+ *
+ * Complex elements x + iy: (cosh x cos y, sinh x sin y), one at a time in extended precision, whatever the caller's x87
+ * precision is. Errors of each part below 0.501 ulp on 32fc and 0.502 ulp on 64fc, for imaginary parts of any size. From |x| =
+ * 2^11 on both parts are infinite. A zero y gives (cosh x, a zero); a zero x with a NaN gives (NaN, -x); an infinite x gives
+ * infinities with the signs of cos y and x sin y; everything else with a NaN or an infinite y gives NaNs. There is no status
+ * on complex elements: overflow, underflow and invalid show in the results and in the sticky flags.
  *
  * dst may be src.
  *
@@ -1734,6 +1958,12 @@ OKT_API OktStatus oktsCosh_64fc_A53(const Complex64* src, Complex64* dst, int32_
  * quiet with sign and payload on 32f; on 64f every NaN gives the pattern of all ones. On 32f an overflow raises the
  * overflow flag.
  *
+ * Complex elements x + iy: (sinh x cos y, cosh x sin y), one at a time in extended precision, whatever the caller's x87
+ * precision is. Errors of each part below 0.501 ulp on 32fc and 0.502 ulp on 64fc, for imaginary parts of any size. From |x| =
+ * 2^11 on both parts are infinite. A zero y gives (sinh x, y); a zero or infinite x with an infinite y or a NaN gives (x,
+ * NaN); an infinite x with a finite y gives infinities with the signs of x cos y and sin y. There is no status on complex
+ * elements: overflow, underflow and invalid show in the results and in the sticky flags.
+ *
  * dst may be src.
  *
  * @param[in] src source array of len Real32
@@ -1760,6 +1990,12 @@ OKT_API OktStatus oktsSinh_32f_A24(const Real32* src, Real32* dst, int32_t len);
  * infinity without a warning; between 710.4704448615958 and the overflow the results are finite again. A NaN comes back
  * quiet with sign and payload on 32f; on 64f every NaN gives the pattern of all ones. On 32f an overflow raises the
  * overflow flag.
+ *
+ * Complex elements x + iy: (sinh x cos y, cosh x sin y), one at a time in extended precision, whatever the caller's x87
+ * precision is. Errors of each part below 0.501 ulp on 32fc and 0.502 ulp on 64fc, for imaginary parts of any size. From |x| =
+ * 2^11 on both parts are infinite. A zero y gives (sinh x, y); a zero or infinite x with an infinite y or a NaN gives (x,
+ * NaN); an infinite x with a finite y gives infinities with the signs of x cos y and sin y. There is no status on complex
+ * elements: overflow, underflow and invalid show in the results and in the sticky flags.
  *
  * dst may be src.
  *
@@ -1788,6 +2024,12 @@ OKT_API OktStatus oktsSinh_64f_A53(const Real64* src, Real64* dst, int32_t len);
  * quiet with sign and payload on 32f; on 64f every NaN gives the pattern of all ones. On 32f an overflow raises the
  * overflow flag.
  *
+ * Complex elements x + iy: (sinh x cos y, cosh x sin y), one at a time in extended precision, whatever the caller's x87
+ * precision is. Errors of each part below 0.501 ulp on 32fc and 0.502 ulp on 64fc, for imaginary parts of any size. From |x| =
+ * 2^11 on both parts are infinite. A zero y gives (sinh x, y); a zero or infinite x with an infinite y or a NaN gives (x,
+ * NaN); an infinite x with a finite y gives infinities with the signs of x cos y and sin y. There is no status on complex
+ * elements: overflow, underflow and invalid show in the results and in the sticky flags.
+ *
  * dst may be src.
  *
  * @param[in] src source array of len Complex32
@@ -1815,6 +2057,12 @@ OKT_API OktStatus oktsSinh_32fc_A24(const Complex32* src, Complex32* dst, int32_
  * quiet with sign and payload on 32f; on 64f every NaN gives the pattern of all ones. On 32f an overflow raises the
  * overflow flag.
  *
+ * Complex elements x + iy: (sinh x cos y, cosh x sin y), one at a time in extended precision, whatever the caller's x87
+ * precision is. Errors of each part below 0.501 ulp on 32fc and 0.502 ulp on 64fc, for imaginary parts of any size. From |x| =
+ * 2^11 on both parts are infinite. A zero y gives (sinh x, y); a zero or infinite x with an infinite y or a NaN gives (x,
+ * NaN); an infinite x with a finite y gives infinities with the signs of x cos y and sin y. There is no status on complex
+ * elements: overflow, underflow and invalid show in the results and in the sticky flags.
+ *
  * dst may be src.
  *
  * @param[in] src source array of len Complex64
@@ -1839,6 +2087,11 @@ OKT_API OktStatus oktsSinh_64fc_A53(const Complex64* src, Complex64* dst, int32_
  * Special values: a zero gives itself, an infinity 1 with its sign; so does every |src| from 10 up on 32f and from 20 up on
  * 64f. A NaN gives itself, made quiet on 32f and untouched on 64f, where a signalling NaN stays signalling. No element
  * warns.
+ *
+ * Complex elements x + iy: (sinh x cosh x, sin y cos y) over sinh^2 x + cos^2 y, one at a time in extended precision, whatever
+ * the caller's x87 precision is. Errors of each part below 0.501 ulp on 32fc and 0.502 ulp on 64fc, for imaginary parts of any
+ * size. From |x| = 2^9 on the result is 1 with the sign of x and a zero with the sign of sin y cos y, infinite x included. A
+ * finite x with an infinite y or a NaN gives NaNs in both parts, a zero x too. There is no status on complex elements.
  *
  * dst may be src.
  *
@@ -1865,6 +2118,11 @@ OKT_API OktStatus oktsTanh_32f_A24(const Real32* src, Real32* dst, int32_t len);
  * 64f. A NaN gives itself, made quiet on 32f and untouched on 64f, where a signalling NaN stays signalling. No element
  * warns.
  *
+ * Complex elements x + iy: (sinh x cosh x, sin y cos y) over sinh^2 x + cos^2 y, one at a time in extended precision, whatever
+ * the caller's x87 precision is. Errors of each part below 0.501 ulp on 32fc and 0.502 ulp on 64fc, for imaginary parts of any
+ * size. From |x| = 2^9 on the result is 1 with the sign of x and a zero with the sign of sin y cos y, infinite x included. A
+ * finite x with an infinite y or a NaN gives NaNs in both parts, a zero x too. There is no status on complex elements.
+ *
  * dst may be src.
  *
  * @param[in] src source array of len Real64
@@ -1890,6 +2148,11 @@ OKT_API OktStatus oktsTanh_64f_A53(const Real64* src, Real64* dst, int32_t len);
  * 64f. A NaN gives itself, made quiet on 32f and untouched on 64f, where a signalling NaN stays signalling. No element
  * warns.
  *
+ * Complex elements x + iy: (sinh x cosh x, sin y cos y) over sinh^2 x + cos^2 y, one at a time in extended precision, whatever
+ * the caller's x87 precision is. Errors of each part below 0.501 ulp on 32fc and 0.502 ulp on 64fc, for imaginary parts of any
+ * size. From |x| = 2^9 on the result is 1 with the sign of x and a zero with the sign of sin y cos y, infinite x included. A
+ * finite x with an infinite y or a NaN gives NaNs in both parts, a zero x too. There is no status on complex elements.
+ *
  * dst may be src.
  *
  * @param[in] src source array of len Complex32
@@ -1914,6 +2177,11 @@ OKT_API OktStatus oktsTanh_32fc_A24(const Complex32* src, Complex32* dst, int32_
  * Special values: a zero gives itself, an infinity 1 with its sign; so does every |src| from 10 up on 32f and from 20 up on
  * 64f. A NaN gives itself, made quiet on 32f and untouched on 64f, where a signalling NaN stays signalling. No element
  * warns.
+ *
+ * Complex elements x + iy: (sinh x cosh x, sin y cos y) over sinh^2 x + cos^2 y, one at a time in extended precision, whatever
+ * the caller's x87 precision is. Errors of each part below 0.501 ulp on 32fc and 0.502 ulp on 64fc, for imaginary parts of any
+ * size. From |x| = 2^9 on the result is 1 with the sign of x and a zero with the sign of sin y cos y, infinite x included. A
+ * finite x with an infinite y or a NaN gives NaNs in both parts, a zero x too. There is no status on complex elements.
  *
  * dst may be src.
  *
@@ -2145,6 +2413,13 @@ OKT_API OktStatus oktsInvSqrt_64f_A53(const Real64* src, Real64* dst, int32_t le
  * 2^126) may differ in its last bit from the same element elsewhere. On 64f this happens for results between 2^-964 and
  * 2^-963 only.
  *
+ * Complex elements: e^(src2 ln src1), one at a time in extended precision, whatever the caller's x87 precision is, with the
+ * logarithm and its product with the exponent rounded to Real64, four products and two sums without compensation. The relative
+ * error of the result grows with the size of that product, up to 0.501 ulp of the modulus on 32fc and 20 on 64fc for
+ * parts up to 3; one part alone may be less accurate. There are no special cases: zero bases, integer or real exponents and
+ * infinities take the same road, so that a zero base gives what the product with the infinite logarithm gives, often a NaN.
+ * There is no status on complex elements.
+ *
  * dst may be src1 or src2. Nothing behind the ends of the sources is read.
  *
  * @param[in] src1 first source array of len Real32
@@ -2180,6 +2455,13 @@ OKT_API OktStatus oktsPow_32f_A24(const Real32* src1, const Real32* src2, Real32
  * On 32f an element beside one outside the main range (a negative, zero or subnormal base, a result below 2^-126 or above
  * 2^126) may differ in its last bit from the same element elsewhere. On 64f this happens for results between 2^-964 and
  * 2^-963 only.
+ *
+ * Complex elements: e^(src2 ln src1), one at a time in extended precision, whatever the caller's x87 precision is, with the
+ * logarithm and its product with the exponent rounded to Real64, four products and two sums without compensation. The relative
+ * error of the result grows with the size of that product, up to 0.501 ulp of the modulus on 32fc and 20 on 64fc for
+ * parts up to 3; one part alone may be less accurate. There are no special cases: zero bases, integer or real exponents and
+ * infinities take the same road, so that a zero base gives what the product with the infinite logarithm gives, often a NaN.
+ * There is no status on complex elements.
  *
  * dst may be src1 or src2. Nothing behind the ends of the sources is read.
  *
@@ -2217,6 +2499,13 @@ OKT_API OktStatus oktsPow_64f_A53(const Real64* src1, const Real64* src2, Real64
  * 2^126) may differ in its last bit from the same element elsewhere. On 64f this happens for results between 2^-964 and
  * 2^-963 only.
  *
+ * Complex elements: e^(src2 ln src1), one at a time in extended precision, whatever the caller's x87 precision is, with the
+ * logarithm and its product with the exponent rounded to Real64, four products and two sums without compensation. The relative
+ * error of the result grows with the size of that product, up to 0.501 ulp of the modulus on 32fc and 20 on 64fc for
+ * parts up to 3; one part alone may be less accurate. There are no special cases: zero bases, integer or real exponents and
+ * infinities take the same road, so that a zero base gives what the product with the infinite logarithm gives, often a NaN.
+ * There is no status on complex elements.
+ *
  * dst may be src1 or src2. Nothing behind the ends of the sources is read.
  *
  * @param[in] src1 first source array of len Complex32
@@ -2252,6 +2541,13 @@ OKT_API OktStatus oktsPow_32fc_A24(const Complex32* src1, const Complex32* src2,
  * On 32f an element beside one outside the main range (a negative, zero or subnormal base, a result below 2^-126 or above
  * 2^126) may differ in its last bit from the same element elsewhere. On 64f this happens for results between 2^-964 and
  * 2^-963 only.
+ *
+ * Complex elements: e^(src2 ln src1), one at a time in extended precision, whatever the caller's x87 precision is, with the
+ * logarithm and its product with the exponent rounded to Real64, four products and two sums without compensation. The relative
+ * error of the result grows with the size of that product, up to 0.501 ulp of the modulus on 32fc and 20 on 64fc for
+ * parts up to 3; one part alone may be less accurate. There are no special cases: zero bases, integer or real exponents and
+ * infinities take the same road, so that a zero base gives what the product with the infinite logarithm gives, often a NaN.
+ * There is no status on complex elements.
  *
  * dst may be src1 or src2. Nothing behind the ends of the sources is read.
  *
@@ -2364,6 +2660,9 @@ OKT_API OktStatus oktsPow3o2_64f_A53(const Real64* src, Real64* dst, int32_t len
  * and flags, with one exception: the scalar 2.0 squares. Then every element is src times src, an overflow is infinite, a NaN
  * comes back quiet, a signalling one raises the invalid flag, and nothing warns.
  *
+ * Complex elements: the results of the complex Pow with the same exponent for every element; the scalar (2, 0) does not
+ * square.
+ *
  * dst may be src.
  *
  * @param[in] src source array of len Real32
@@ -2384,6 +2683,9 @@ OKT_API OktStatus oktsPowx_32f_A24(const Real32* src, Real32 scalar, Real32* dst
  * Real elements: the results of Pow with the same exponent for every element, and its accuracy, special values, statuses
  * and flags, with one exception: the scalar 2.0 squares. Then every element is src times src, an overflow is infinite, a NaN
  * comes back quiet, a signalling one raises the invalid flag, and nothing warns.
+ *
+ * Complex elements: the results of the complex Pow with the same exponent for every element; the scalar (2, 0) does not
+ * square.
  *
  * dst may be src.
  *
@@ -2406,6 +2708,9 @@ OKT_API OktStatus oktsPowx_64f_A53(const Real64* src, Real64 scalar, Real64* dst
  * and flags, with one exception: the scalar 2.0 squares. Then every element is src times src, an overflow is infinite, a NaN
  * comes back quiet, a signalling one raises the invalid flag, and nothing warns.
  *
+ * Complex elements: the results of the complex Pow with the same exponent for every element; the scalar (2, 0) does not
+ * square.
+ *
  * dst may be src.
  *
  * @param[in] src source array of len Complex32
@@ -2426,6 +2731,9 @@ OKT_API OktStatus oktsPowx_32fc_A24(const Complex32* src, Complex32 scalar, Comp
  * Real elements: the results of Pow with the same exponent for every element, and its accuracy, special values, statuses
  * and flags, with one exception: the scalar 2.0 squares. Then every element is src times src, an overflow is infinite, a NaN
  * comes back quiet, a signalling one raises the invalid flag, and nothing warns.
+ *
+ * Complex elements: the results of the complex Pow with the same exponent for every element; the scalar (2, 0) does not
+ * square.
  *
  * dst may be src.
  *
