@@ -547,6 +547,13 @@ OKT_API OktStatus oktsSub_64fc_A53(const Complex64* src1, const Complex64* src2,
  * bit, a signalling one too, on 64f it comes out quiet with its sign inverted. On 32f the sticky invalid flag tells nothing: 1
  * and -1 raise it as well.
  *
+ * Complex elements: from half the sum and half the difference of the distances from two branch points (T. E. Hull, T. F.
+ * Fairgrieve and P. T. P. Tang, Implementing the complex arcsine and arccosine functions using exception handling, ACM TOMS
+ * 23, 1997), one at a time in extended precision, whatever the caller's x87 precision is. The branch cuts run along the real
+ * axis from 1 and -1 outwards, the sign of a zero imaginary part choosing the side. Errors of each part below 0.501 ulp on
+ * 32fc and 0.515 ulp on 64fc. A zero real part gives pi/2 whatever the imaginary part is, a NaN included; infinities give
+ * multiples of pi/4 and an infinite imaginary part. There is no status on complex elements.
+ *
  * dst may be src.
  *
  * @param[in] src source array of len Real32
@@ -572,6 +579,13 @@ OKT_API OktStatus oktsAcos_32f_A24(const Real32* src, Real32* dst, int32_t len);
  * bit, a signalling one too, on 64f it comes out quiet with its sign inverted. On 32f the sticky invalid flag tells nothing: 1
  * and -1 raise it as well.
  *
+ * Complex elements: from half the sum and half the difference of the distances from two branch points (T. E. Hull, T. F.
+ * Fairgrieve and P. T. P. Tang, Implementing the complex arcsine and arccosine functions using exception handling, ACM TOMS
+ * 23, 1997), one at a time in extended precision, whatever the caller's x87 precision is. The branch cuts run along the real
+ * axis from 1 and -1 outwards, the sign of a zero imaginary part choosing the side. Errors of each part below 0.501 ulp on
+ * 32fc and 0.515 ulp on 64fc. A zero real part gives pi/2 whatever the imaginary part is, a NaN included; infinities give
+ * multiples of pi/4 and an infinite imaginary part. There is no status on complex elements.
+ *
  * dst may be src.
  *
  * @param[in] src source array of len Real64
@@ -586,6 +600,70 @@ OKT_API OktStatus oktsAcos_64f_A50(const Real64* src, Real64* dst, int32_t len);
 OKT_API OktStatus oktsAcos_64f_A53(const Real64* src, Real64* dst, int32_t len);
 
 /**
+ * @brief Arc cosine, for each element.
+ *
+ * Real elements: pi/2 - asin x up to 1/2, beyond that 2 asin(sqrt((1 - |x|)/2)), and pi less that for negative x. Largest
+ * errors seen: 0.80 ulp on 32f, 0.77 ulp on 64f. Approximate reciprocals and reciprocal roots of the processor are refined on
+ * the way, so that the last bit of a result may differ on another processor model.
+ *
+ * Special values: 1 gives +0 and -1 gives pi rounded, zeros give pi/2. An element beyond 1 in magnitude, infinities among them,
+ * gives a NaN (0xFFC00000, 0xFFF8000000000000) and oktStatusDomain. A NaN raises no warning; on 32f it comes through bit for
+ * bit, a signalling one too, on 64f it comes out quiet with its sign inverted. On 32f the sticky invalid flag tells nothing: 1
+ * and -1 raise it as well.
+ *
+ * Complex elements: from half the sum and half the difference of the distances from two branch points (T. E. Hull, T. F.
+ * Fairgrieve and P. T. P. Tang, Implementing the complex arcsine and arccosine functions using exception handling, ACM TOMS
+ * 23, 1997), one at a time in extended precision, whatever the caller's x87 precision is. The branch cuts run along the real
+ * axis from 1 and -1 outwards, the sign of a zero imaginary part choosing the side. Errors of each part below 0.501 ulp on
+ * 32fc and 0.515 ulp on 64fc. A zero real part gives pi/2 whatever the imaginary part is, a NaN included; infinities give
+ * multiples of pi/4 and an infinite imaginary part. There is no status on complex elements.
+ *
+ * dst may be src.
+ *
+ * @param[in] src source array of len Complex32
+ * @param[out] dst destination array of len Complex32
+ * @param[in] len number of elements, 1 or more
+ * @return oktStatusOk, oktStatusBadLength, oktStatusNullPointer
+ */
+OKT_API OktStatus oktsAcos_32fc_A11(const Complex32* src, Complex32* dst, int32_t len);
+/** @copydoc oktsAcos_32fc_A11 */
+OKT_API OktStatus oktsAcos_32fc_A21(const Complex32* src, Complex32* dst, int32_t len);
+/** @copydoc oktsAcos_32fc_A11 */
+OKT_API OktStatus oktsAcos_32fc_A24(const Complex32* src, Complex32* dst, int32_t len);
+
+/**
+ * @brief Arc cosine, for each element.
+ *
+ * Real elements: pi/2 - asin x up to 1/2, beyond that 2 asin(sqrt((1 - |x|)/2)), and pi less that for negative x. Largest
+ * errors seen: 0.80 ulp on 32f, 0.77 ulp on 64f. Approximate reciprocals and reciprocal roots of the processor are refined on
+ * the way, so that the last bit of a result may differ on another processor model.
+ *
+ * Special values: 1 gives +0 and -1 gives pi rounded, zeros give pi/2. An element beyond 1 in magnitude, infinities among them,
+ * gives a NaN (0xFFC00000, 0xFFF8000000000000) and oktStatusDomain. A NaN raises no warning; on 32f it comes through bit for
+ * bit, a signalling one too, on 64f it comes out quiet with its sign inverted. On 32f the sticky invalid flag tells nothing: 1
+ * and -1 raise it as well.
+ *
+ * Complex elements: from half the sum and half the difference of the distances from two branch points (T. E. Hull, T. F.
+ * Fairgrieve and P. T. P. Tang, Implementing the complex arcsine and arccosine functions using exception handling, ACM TOMS
+ * 23, 1997), one at a time in extended precision, whatever the caller's x87 precision is. The branch cuts run along the real
+ * axis from 1 and -1 outwards, the sign of a zero imaginary part choosing the side. Errors of each part below 0.501 ulp on
+ * 32fc and 0.515 ulp on 64fc. A zero real part gives pi/2 whatever the imaginary part is, a NaN included; infinities give
+ * multiples of pi/4 and an infinite imaginary part. There is no status on complex elements.
+ *
+ * dst may be src.
+ *
+ * @param[in] src source array of len Complex64
+ * @param[out] dst destination array of len Complex64
+ * @param[in] len number of elements, 1 or more
+ * @return oktStatusOk, oktStatusBadLength, oktStatusNullPointer
+ */
+OKT_API OktStatus oktsAcos_64fc_A26(const Complex64* src, Complex64* dst, int32_t len);
+/** @copydoc oktsAcos_64fc_A26 */
+OKT_API OktStatus oktsAcos_64fc_A50(const Complex64* src, Complex64* dst, int32_t len);
+/** @copydoc oktsAcos_64fc_A26 */
+OKT_API OktStatus oktsAcos_64fc_A53(const Complex64* src, Complex64* dst, int32_t len);
+
+/**
  * @brief Arc sine, for each element.
  *
  * Real elements: an odd polynomial up to 1/2, beyond that pi/2 - 2 asin(sqrt((1 - |x|)/2)), with the root as a head and a rest.
@@ -596,6 +674,11 @@ OKT_API OktStatus oktsAcos_64f_A53(const Real64* src, Real64* dst, int32_t len);
  * among them, gives a NaN (0xFFC00000, 0xFFF8000000000000) and oktStatusDomain. A NaN raises no warning; on 32f it comes
  * through bit for bit, a signalling one too, on 64f it comes out quiet. On 32f the sticky invalid flag tells nothing: elements
  * below 1/2 raise it as well.
+ *
+ * Complex elements: -i asinh(i z), one at a time in extended precision, whatever the caller's x87 precision is. The branch
+ * cuts run along the real axis from 1 and -1 outwards, the sign of a zero imaginary part choosing the side. Errors of each
+ * part below 0.501 ulp on 32fc and 0.515 ulp on 64fc. Special values are those of the complex Asinh at i z, NaNs keeping their
+ * sign in the turn. There is no status on complex elements.
  *
  * dst may be src.
  *
@@ -622,6 +705,11 @@ OKT_API OktStatus oktsAsin_32f_A24(const Real32* src, Real32* dst, int32_t len);
  * through bit for bit, a signalling one too, on 64f it comes out quiet. On 32f the sticky invalid flag tells nothing: elements
  * below 1/2 raise it as well.
  *
+ * Complex elements: -i asinh(i z), one at a time in extended precision, whatever the caller's x87 precision is. The branch
+ * cuts run along the real axis from 1 and -1 outwards, the sign of a zero imaginary part choosing the side. Errors of each
+ * part below 0.501 ulp on 32fc and 0.515 ulp on 64fc. Special values are those of the complex Asinh at i z, NaNs keeping their
+ * sign in the turn. There is no status on complex elements.
+ *
  * dst may be src.
  *
  * @param[in] src source array of len Real64
@@ -636,6 +724,66 @@ OKT_API OktStatus oktsAsin_64f_A50(const Real64* src, Real64* dst, int32_t len);
 OKT_API OktStatus oktsAsin_64f_A53(const Real64* src, Real64* dst, int32_t len);
 
 /**
+ * @brief Arc sine, for each element.
+ *
+ * Real elements: an odd polynomial up to 1/2, beyond that pi/2 - 2 asin(sqrt((1 - |x|)/2)), with the root as a head and a rest.
+ * Largest errors seen: 0.90 ulp on 32f, 0.85 ulp on 64f. The root is refined from the processor's approximate reciprocal
+ * root, so that the last bit of a result may differ on another processor model.
+ *
+ * Special values: zeros give themselves, 1 and -1 give pi/2 and -pi/2 rounded. An element beyond 1 in magnitude, infinities
+ * among them, gives a NaN (0xFFC00000, 0xFFF8000000000000) and oktStatusDomain. A NaN raises no warning; on 32f it comes
+ * through bit for bit, a signalling one too, on 64f it comes out quiet. On 32f the sticky invalid flag tells nothing: elements
+ * below 1/2 raise it as well.
+ *
+ * Complex elements: -i asinh(i z), one at a time in extended precision, whatever the caller's x87 precision is. The branch
+ * cuts run along the real axis from 1 and -1 outwards, the sign of a zero imaginary part choosing the side. Errors of each
+ * part below 0.501 ulp on 32fc and 0.515 ulp on 64fc. Special values are those of the complex Asinh at i z, NaNs keeping their
+ * sign in the turn. There is no status on complex elements.
+ *
+ * dst may be src.
+ *
+ * @param[in] src source array of len Complex32
+ * @param[out] dst destination array of len Complex32
+ * @param[in] len number of elements, 1 or more
+ * @return oktStatusOk, oktStatusBadLength, oktStatusNullPointer
+ */
+OKT_API OktStatus oktsAsin_32fc_A11(const Complex32* src, Complex32* dst, int32_t len);
+/** @copydoc oktsAsin_32fc_A11 */
+OKT_API OktStatus oktsAsin_32fc_A21(const Complex32* src, Complex32* dst, int32_t len);
+/** @copydoc oktsAsin_32fc_A11 */
+OKT_API OktStatus oktsAsin_32fc_A24(const Complex32* src, Complex32* dst, int32_t len);
+
+/**
+ * @brief Arc sine, for each element.
+ *
+ * Real elements: an odd polynomial up to 1/2, beyond that pi/2 - 2 asin(sqrt((1 - |x|)/2)), with the root as a head and a rest.
+ * Largest errors seen: 0.90 ulp on 32f, 0.85 ulp on 64f. The root is refined from the processor's approximate reciprocal
+ * root, so that the last bit of a result may differ on another processor model.
+ *
+ * Special values: zeros give themselves, 1 and -1 give pi/2 and -pi/2 rounded. An element beyond 1 in magnitude, infinities
+ * among them, gives a NaN (0xFFC00000, 0xFFF8000000000000) and oktStatusDomain. A NaN raises no warning; on 32f it comes
+ * through bit for bit, a signalling one too, on 64f it comes out quiet. On 32f the sticky invalid flag tells nothing: elements
+ * below 1/2 raise it as well.
+ *
+ * Complex elements: -i asinh(i z), one at a time in extended precision, whatever the caller's x87 precision is. The branch
+ * cuts run along the real axis from 1 and -1 outwards, the sign of a zero imaginary part choosing the side. Errors of each
+ * part below 0.501 ulp on 32fc and 0.515 ulp on 64fc. Special values are those of the complex Asinh at i z, NaNs keeping their
+ * sign in the turn. There is no status on complex elements.
+ *
+ * dst may be src.
+ *
+ * @param[in] src source array of len Complex64
+ * @param[out] dst destination array of len Complex64
+ * @param[in] len number of elements, 1 or more
+ * @return oktStatusOk, oktStatusBadLength, oktStatusNullPointer
+ */
+OKT_API OktStatus oktsAsin_64fc_A26(const Complex64* src, Complex64* dst, int32_t len);
+/** @copydoc oktsAsin_64fc_A26 */
+OKT_API OktStatus oktsAsin_64fc_A50(const Complex64* src, Complex64* dst, int32_t len);
+/** @copydoc oktsAsin_64fc_A26 */
+OKT_API OktStatus oktsAsin_64fc_A53(const Complex64* src, Complex64* dst, int32_t len);
+
+/**
  * @brief Arc tangent, for each element.
  *
  * Real elements: the addition theorem moves the argument onto a small interval about zero, an odd polynomial follows, and the
@@ -644,6 +792,11 @@ OKT_API OktStatus oktsAsin_64f_A53(const Real64* src, Real64* dst, int32_t len);
  *
  * Special values: zeros and subnormals give themselves, infinities give pi/2 rounded with their sign; a NaN comes out quiet
  * with sign and payload. There is no warning.
+ *
+ * Complex elements: -i atanh(i z), one at a time in extended precision, whatever the caller's x87 precision is. The branch
+ * cuts run along the imaginary axis from 1 and -1 outwards, the sign of a zero real part choosing the side. Errors of each
+ * part below 0.501 ulp on 32fc and 0.515 ulp on 64fc. Special values are those of the complex Atanh at i z, NaNs keeping their
+ * sign in the turn. There is no status on complex elements: the poles at i and -i give infinities and raise divide-by-zero.
  *
  * dst may be src.
  *
@@ -668,6 +821,11 @@ OKT_API OktStatus oktsAtan_32f_A24(const Real32* src, Real32* dst, int32_t len);
  * Special values: zeros and subnormals give themselves, infinities give pi/2 rounded with their sign; a NaN comes out quiet
  * with sign and payload. There is no warning.
  *
+ * Complex elements: -i atanh(i z), one at a time in extended precision, whatever the caller's x87 precision is. The branch
+ * cuts run along the imaginary axis from 1 and -1 outwards, the sign of a zero real part choosing the side. Errors of each
+ * part below 0.501 ulp on 32fc and 0.515 ulp on 64fc. Special values are those of the complex Atanh at i z, NaNs keeping their
+ * sign in the turn. There is no status on complex elements: the poles at i and -i give infinities and raise divide-by-zero.
+ *
  * dst may be src.
  *
  * @param[in] src source array of len Real64
@@ -680,6 +838,62 @@ OKT_API OktStatus oktsAtan_64f_A26(const Real64* src, Real64* dst, int32_t len);
 OKT_API OktStatus oktsAtan_64f_A50(const Real64* src, Real64* dst, int32_t len);
 /** @copydoc oktsAtan_64f_A26 */
 OKT_API OktStatus oktsAtan_64f_A53(const Real64* src, Real64* dst, int32_t len);
+
+/**
+ * @brief Arc tangent, for each element.
+ *
+ * Real elements: the addition theorem moves the argument onto a small interval about zero, an odd polynomial follows, and the
+ * arctangent of the interval's centre is added in two parts. Largest errors seen: 0.96 ulp on 32f, 0.85 ulp on 64f. Every
+ * element takes the same steps, wherever it stands.
+ *
+ * Special values: zeros and subnormals give themselves, infinities give pi/2 rounded with their sign; a NaN comes out quiet
+ * with sign and payload. There is no warning.
+ *
+ * Complex elements: -i atanh(i z), one at a time in extended precision, whatever the caller's x87 precision is. The branch
+ * cuts run along the imaginary axis from 1 and -1 outwards, the sign of a zero real part choosing the side. Errors of each
+ * part below 0.501 ulp on 32fc and 0.515 ulp on 64fc. Special values are those of the complex Atanh at i z, NaNs keeping their
+ * sign in the turn. There is no status on complex elements: the poles at i and -i give infinities and raise divide-by-zero.
+ *
+ * dst may be src.
+ *
+ * @param[in] src source array of len Complex32
+ * @param[out] dst destination array of len Complex32
+ * @param[in] len number of elements, 1 or more
+ * @return oktStatusOk, oktStatusBadLength, oktStatusNullPointer
+ */
+OKT_API OktStatus oktsAtan_32fc_A11(const Complex32* src, Complex32* dst, int32_t len);
+/** @copydoc oktsAtan_32fc_A11 */
+OKT_API OktStatus oktsAtan_32fc_A21(const Complex32* src, Complex32* dst, int32_t len);
+/** @copydoc oktsAtan_32fc_A11 */
+OKT_API OktStatus oktsAtan_32fc_A24(const Complex32* src, Complex32* dst, int32_t len);
+
+/**
+ * @brief Arc tangent, for each element.
+ *
+ * Real elements: the addition theorem moves the argument onto a small interval about zero, an odd polynomial follows, and the
+ * arctangent of the interval's centre is added in two parts. Largest errors seen: 0.96 ulp on 32f, 0.85 ulp on 64f. Every
+ * element takes the same steps, wherever it stands.
+ *
+ * Special values: zeros and subnormals give themselves, infinities give pi/2 rounded with their sign; a NaN comes out quiet
+ * with sign and payload. There is no warning.
+ *
+ * Complex elements: -i atanh(i z), one at a time in extended precision, whatever the caller's x87 precision is. The branch
+ * cuts run along the imaginary axis from 1 and -1 outwards, the sign of a zero real part choosing the side. Errors of each
+ * part below 0.501 ulp on 32fc and 0.515 ulp on 64fc. Special values are those of the complex Atanh at i z, NaNs keeping their
+ * sign in the turn. There is no status on complex elements: the poles at i and -i give infinities and raise divide-by-zero.
+ *
+ * dst may be src.
+ *
+ * @param[in] src source array of len Complex64
+ * @param[out] dst destination array of len Complex64
+ * @param[in] len number of elements, 1 or more
+ * @return oktStatusOk, oktStatusBadLength, oktStatusNullPointer
+ */
+OKT_API OktStatus oktsAtan_64fc_A26(const Complex64* src, Complex64* dst, int32_t len);
+/** @copydoc oktsAtan_64fc_A26 */
+OKT_API OktStatus oktsAtan_64fc_A50(const Complex64* src, Complex64* dst, int32_t len);
+/** @copydoc oktsAtan_64fc_A26 */
+OKT_API OktStatus oktsAtan_64fc_A53(const Complex64* src, Complex64* dst, int32_t len);
 
 /**
  * @brief Four-quadrant arc tangent of two sources, for each element.
@@ -760,6 +974,11 @@ OKT_API OktStatus oktsAtan2_64f_A53(const Real64* src1, const Real64* src2, Real
  * 0xFFF8000000000000 on 64f, and raises invalid. A NaN comes back quiet with sign and payload, without a warning. The
  * cosine of a zero is exactly 1.
  *
+ * Complex elements: cosh(i z), one at a time in extended precision, whatever the caller's x87 precision is. Errors of each
+ * part below 0.501 ulp on 32fc and 0.502 ulp on 64fc, for real parts of any size. Special values are those of the complex Cosh
+ * at i z, NaNs keeping their sign in the turn: the imaginary part of the cosine of (1, +0) is -0. There is no status on
+ * complex elements: overflow, underflow and invalid show in the results and in the sticky flags.
+ *
  * dst may be src. The source is only read, and nothing behind its end is read.
  *
  * @param[in] src source array of len Real32
@@ -792,6 +1011,11 @@ OKT_API OktStatus oktsCos_32f_A24(const Real32* src, Real32* dst, int32_t len);
  * 0xFFF8000000000000 on 64f, and raises invalid. A NaN comes back quiet with sign and payload, without a warning. The
  * cosine of a zero is exactly 1.
  *
+ * Complex elements: cosh(i z), one at a time in extended precision, whatever the caller's x87 precision is. Errors of each
+ * part below 0.501 ulp on 32fc and 0.502 ulp on 64fc, for real parts of any size. Special values are those of the complex Cosh
+ * at i z, NaNs keeping their sign in the turn: the imaginary part of the cosine of (1, +0) is -0. There is no status on
+ * complex elements: overflow, underflow and invalid show in the results and in the sticky flags.
+ *
  * dst may be src. The source is only read, and nothing behind its end is read.
  *
  * @param[in] src source array of len Real64
@@ -804,6 +1028,80 @@ OKT_API OktStatus oktsCos_64f_A26(const Real64* src, Real64* dst, int32_t len);
 OKT_API OktStatus oktsCos_64f_A50(const Real64* src, Real64* dst, int32_t len);
 /** @copydoc oktsCos_64f_A26 */
 OKT_API OktStatus oktsCos_64f_A53(const Real64* src, Real64* dst, int32_t len);
+
+/**
+ * @brief Cosine, for each element.
+ *
+ * Real elements of 32f up to 10000 are reduced by odd multiples of pi/2 and put through a polynomial of nine in double
+ * precision; elements of 64f below 90112 use a table of 64 angles a turn, whose sines and cosines are held as head and
+ * tail, and Taylor series between them (P. T. P. Tang, Table-lookup algorithms for elementary functions and their error
+ * analysis, ARITH 10, 1991). Errors below 0.81 ulp on 32f and 0.526 ulp on 64f. A block of four with an element beyond
+ * these bounds goes element by element through a path of its own, 0.501 ulp on 32f and 0.531 ulp on 64f, so that results
+ * may depend on the neighbours in the last bit.
+ *
+ * Arguments from 2^17 up are reduced with as much of 4/pi as they need (M. H. Payne and R. N. Hanek, Radian reduction
+ * for trigonometric functions, SIGNUM Newsletter 18, 1983), to a relative error below 2^-58. At a few arguments with
+ * biased exponent 1403, 0x57B003E068000000 for one, the quadrant comes out wrong by one, and the result is that of an
+ * argument a quarter turn off.
+ *
+ * Special values: An infinite element gives a NaN and oktStatusDomain: 0xFFC00000 on 32f, the default NaN
+ * 0xFFF8000000000000 on 64f, and raises invalid. A NaN comes back quiet with sign and payload, without a warning. The
+ * cosine of a zero is exactly 1.
+ *
+ * Complex elements: cosh(i z), one at a time in extended precision, whatever the caller's x87 precision is. Errors of each
+ * part below 0.501 ulp on 32fc and 0.502 ulp on 64fc, for real parts of any size. Special values are those of the complex Cosh
+ * at i z, NaNs keeping their sign in the turn: the imaginary part of the cosine of (1, +0) is -0. There is no status on
+ * complex elements: overflow, underflow and invalid show in the results and in the sticky flags.
+ *
+ * dst may be src. The source is only read, and nothing behind its end is read.
+ *
+ * @param[in] src source array of len Complex32
+ * @param[out] dst destination array of len Complex32
+ * @param[in] len number of elements, 1 or more
+ * @return oktStatusOk, oktStatusBadLength, oktStatusNullPointer
+ */
+OKT_API OktStatus oktsCos_32fc_A11(const Complex32* src, Complex32* dst, int32_t len);
+/** @copydoc oktsCos_32fc_A11 */
+OKT_API OktStatus oktsCos_32fc_A21(const Complex32* src, Complex32* dst, int32_t len);
+/** @copydoc oktsCos_32fc_A11 */
+OKT_API OktStatus oktsCos_32fc_A24(const Complex32* src, Complex32* dst, int32_t len);
+
+/**
+ * @brief Cosine, for each element.
+ *
+ * Real elements of 32f up to 10000 are reduced by odd multiples of pi/2 and put through a polynomial of nine in double
+ * precision; elements of 64f below 90112 use a table of 64 angles a turn, whose sines and cosines are held as head and
+ * tail, and Taylor series between them (P. T. P. Tang, Table-lookup algorithms for elementary functions and their error
+ * analysis, ARITH 10, 1991). Errors below 0.81 ulp on 32f and 0.526 ulp on 64f. A block of four with an element beyond
+ * these bounds goes element by element through a path of its own, 0.501 ulp on 32f and 0.531 ulp on 64f, so that results
+ * may depend on the neighbours in the last bit.
+ *
+ * Arguments from 2^17 up are reduced with as much of 4/pi as they need (M. H. Payne and R. N. Hanek, Radian reduction
+ * for trigonometric functions, SIGNUM Newsletter 18, 1983), to a relative error below 2^-58. At a few arguments with
+ * biased exponent 1403, 0x57B003E068000000 for one, the quadrant comes out wrong by one, and the result is that of an
+ * argument a quarter turn off.
+ *
+ * Special values: An infinite element gives a NaN and oktStatusDomain: 0xFFC00000 on 32f, the default NaN
+ * 0xFFF8000000000000 on 64f, and raises invalid. A NaN comes back quiet with sign and payload, without a warning. The
+ * cosine of a zero is exactly 1.
+ *
+ * Complex elements: cosh(i z), one at a time in extended precision, whatever the caller's x87 precision is. Errors of each
+ * part below 0.501 ulp on 32fc and 0.502 ulp on 64fc, for real parts of any size. Special values are those of the complex Cosh
+ * at i z, NaNs keeping their sign in the turn: the imaginary part of the cosine of (1, +0) is -0. There is no status on
+ * complex elements: overflow, underflow and invalid show in the results and in the sticky flags.
+ *
+ * dst may be src. The source is only read, and nothing behind its end is read.
+ *
+ * @param[in] src source array of len Complex64
+ * @param[out] dst destination array of len Complex64
+ * @param[in] len number of elements, 1 or more
+ * @return oktStatusOk, oktStatusBadLength, oktStatusNullPointer
+ */
+OKT_API OktStatus oktsCos_64fc_A26(const Complex64* src, Complex64* dst, int32_t len);
+/** @copydoc oktsCos_64fc_A26 */
+OKT_API OktStatus oktsCos_64fc_A50(const Complex64* src, Complex64* dst, int32_t len);
+/** @copydoc oktsCos_64fc_A26 */
+OKT_API OktStatus oktsCos_64fc_A53(const Complex64* src, Complex64* dst, int32_t len);
 
 /**
  * @brief Sine, for each element.
@@ -823,6 +1121,11 @@ OKT_API OktStatus oktsCos_64f_A53(const Real64* src, Real64* dst, int32_t len);
  * Special values: An infinite element gives a NaN and oktStatusDomain: 0xFFC00000 on 32f, the default NaN
  * 0xFFF8000000000000 on 64f, and raises invalid. A NaN comes back quiet with sign and payload, without a warning. Zeros
  * keep their sign on 32f. On 64f the sine of -0 is +0, but -0 in a block that holds a large element.
+ *
+ * Complex elements: -i sinh(i z), one at a time in extended precision, whatever the caller's x87 precision is. Errors of each
+ * part below 0.501 ulp on 32fc and 0.502 ulp on 64fc, for real parts of any size. Special values are those of the complex Sinh
+ * at i z, NaNs keeping their sign in the turn. There is no status on complex elements: overflow, underflow and invalid show in
+ * the results and in the sticky flags.
  *
  * dst may be src. The source is only read, and nothing behind its end is read.
  *
@@ -856,6 +1159,11 @@ OKT_API OktStatus oktsSin_32f_A24(const Real32* src, Real32* dst, int32_t len);
  * 0xFFF8000000000000 on 64f, and raises invalid. A NaN comes back quiet with sign and payload, without a warning. Zeros
  * keep their sign on 32f. On 64f the sine of -0 is +0, but -0 in a block that holds a large element.
  *
+ * Complex elements: -i sinh(i z), one at a time in extended precision, whatever the caller's x87 precision is. Errors of each
+ * part below 0.501 ulp on 32fc and 0.502 ulp on 64fc, for real parts of any size. Special values are those of the complex Sinh
+ * at i z, NaNs keeping their sign in the turn. There is no status on complex elements: overflow, underflow and invalid show in
+ * the results and in the sticky flags.
+ *
  * dst may be src. The source is only read, and nothing behind its end is read.
  *
  * @param[in] src source array of len Real64
@@ -868,6 +1176,80 @@ OKT_API OktStatus oktsSin_64f_A26(const Real64* src, Real64* dst, int32_t len);
 OKT_API OktStatus oktsSin_64f_A50(const Real64* src, Real64* dst, int32_t len);
 /** @copydoc oktsSin_64f_A26 */
 OKT_API OktStatus oktsSin_64f_A53(const Real64* src, Real64* dst, int32_t len);
+
+/**
+ * @brief Sine, for each element.
+ *
+ * Real elements of 32f up to 10000 are reduced by multiples of pi and put through a polynomial of nine in double
+ * precision; elements of 64f below 90112 use a table of 64 angles a turn, whose sines and cosines are held as head and
+ * tail, and Taylor series between them (P. T. P. Tang, Table-lookup algorithms for elementary functions and their error
+ * analysis, ARITH 10, 1991). Errors below 0.81 ulp on 32f and 0.526 ulp on 64f. A block of four with an element beyond
+ * these bounds goes element by element through a path of its own, 0.501 ulp on 32f and 0.531 ulp on 64f, so that results
+ * may depend on the neighbours in the last bit.
+ *
+ * Arguments from 2^17 up are reduced with as much of 4/pi as they need (M. H. Payne and R. N. Hanek, Radian reduction
+ * for trigonometric functions, SIGNUM Newsletter 18, 1983), to a relative error below 2^-58. At a few arguments with
+ * biased exponent 1403, 0x57B003E068000000 for one, the quadrant comes out wrong by one, and the result is that of an
+ * argument a quarter turn off.
+ *
+ * Special values: An infinite element gives a NaN and oktStatusDomain: 0xFFC00000 on 32f, the default NaN
+ * 0xFFF8000000000000 on 64f, and raises invalid. A NaN comes back quiet with sign and payload, without a warning. Zeros
+ * keep their sign on 32f. On 64f the sine of -0 is +0, but -0 in a block that holds a large element.
+ *
+ * Complex elements: -i sinh(i z), one at a time in extended precision, whatever the caller's x87 precision is. Errors of each
+ * part below 0.501 ulp on 32fc and 0.502 ulp on 64fc, for real parts of any size. Special values are those of the complex Sinh
+ * at i z, NaNs keeping their sign in the turn. There is no status on complex elements: overflow, underflow and invalid show in
+ * the results and in the sticky flags.
+ *
+ * dst may be src. The source is only read, and nothing behind its end is read.
+ *
+ * @param[in] src source array of len Complex32
+ * @param[out] dst destination array of len Complex32
+ * @param[in] len number of elements, 1 or more
+ * @return oktStatusOk, oktStatusBadLength, oktStatusNullPointer
+ */
+OKT_API OktStatus oktsSin_32fc_A11(const Complex32* src, Complex32* dst, int32_t len);
+/** @copydoc oktsSin_32fc_A11 */
+OKT_API OktStatus oktsSin_32fc_A21(const Complex32* src, Complex32* dst, int32_t len);
+/** @copydoc oktsSin_32fc_A11 */
+OKT_API OktStatus oktsSin_32fc_A24(const Complex32* src, Complex32* dst, int32_t len);
+
+/**
+ * @brief Sine, for each element.
+ *
+ * Real elements of 32f up to 10000 are reduced by multiples of pi and put through a polynomial of nine in double
+ * precision; elements of 64f below 90112 use a table of 64 angles a turn, whose sines and cosines are held as head and
+ * tail, and Taylor series between them (P. T. P. Tang, Table-lookup algorithms for elementary functions and their error
+ * analysis, ARITH 10, 1991). Errors below 0.81 ulp on 32f and 0.526 ulp on 64f. A block of four with an element beyond
+ * these bounds goes element by element through a path of its own, 0.501 ulp on 32f and 0.531 ulp on 64f, so that results
+ * may depend on the neighbours in the last bit.
+ *
+ * Arguments from 2^17 up are reduced with as much of 4/pi as they need (M. H. Payne and R. N. Hanek, Radian reduction
+ * for trigonometric functions, SIGNUM Newsletter 18, 1983), to a relative error below 2^-58. At a few arguments with
+ * biased exponent 1403, 0x57B003E068000000 for one, the quadrant comes out wrong by one, and the result is that of an
+ * argument a quarter turn off.
+ *
+ * Special values: An infinite element gives a NaN and oktStatusDomain: 0xFFC00000 on 32f, the default NaN
+ * 0xFFF8000000000000 on 64f, and raises invalid. A NaN comes back quiet with sign and payload, without a warning. Zeros
+ * keep their sign on 32f. On 64f the sine of -0 is +0, but -0 in a block that holds a large element.
+ *
+ * Complex elements: -i sinh(i z), one at a time in extended precision, whatever the caller's x87 precision is. Errors of each
+ * part below 0.501 ulp on 32fc and 0.502 ulp on 64fc, for real parts of any size. Special values are those of the complex Sinh
+ * at i z, NaNs keeping their sign in the turn. There is no status on complex elements: overflow, underflow and invalid show in
+ * the results and in the sticky flags.
+ *
+ * dst may be src. The source is only read, and nothing behind its end is read.
+ *
+ * @param[in] src source array of len Complex64
+ * @param[out] dst destination array of len Complex64
+ * @param[in] len number of elements, 1 or more
+ * @return oktStatusOk, oktStatusBadLength, oktStatusNullPointer
+ */
+OKT_API OktStatus oktsSin_64fc_A26(const Complex64* src, Complex64* dst, int32_t len);
+/** @copydoc oktsSin_64fc_A26 */
+OKT_API OktStatus oktsSin_64fc_A50(const Complex64* src, Complex64* dst, int32_t len);
+/** @copydoc oktsSin_64fc_A26 */
+OKT_API OktStatus oktsSin_64fc_A53(const Complex64* src, Complex64* dst, int32_t len);
 
 /**
  * @brief Sine and cosine of one source, for each element.
@@ -955,6 +1337,10 @@ OKT_API OktStatus oktsSinCos_64f_A53(const Real64* src, Real64* dst1, Real64* ds
  * element lies on a pole: the tangent never overflows. Zeros keep their sign on 64f. On 32f the tangent of -0 is +0, but
  * -0 in a pair with an element beyond 10000.
  *
+ * Complex elements: -i tanh(i z), one at a time in extended precision, whatever the caller's x87 precision is. Errors of each
+ * part below 0.501 ulp on 32fc and 0.502 ulp on 64fc, for real parts of any size. Special values are those of the complex Tanh
+ * at i z, NaNs keeping their sign in the turn. There is no status on complex elements.
+ *
  * dst may be src. The source is only read, and nothing behind its end is read.
  *
  * @param[in] src source array of len Real32
@@ -986,6 +1372,10 @@ OKT_API OktStatus oktsTan_32f_A24(const Real32* src, Real32* dst, int32_t len);
  * element lies on a pole: the tangent never overflows. Zeros keep their sign on 64f. On 32f the tangent of -0 is +0, but
  * -0 in a pair with an element beyond 10000.
  *
+ * Complex elements: -i tanh(i z), one at a time in extended precision, whatever the caller's x87 precision is. Errors of each
+ * part below 0.501 ulp on 32fc and 0.502 ulp on 64fc, for real parts of any size. Special values are those of the complex Tanh
+ * at i z, NaNs keeping their sign in the turn. There is no status on complex elements.
+ *
  * dst may be src. The source is only read, and nothing behind its end is read.
  *
  * @param[in] src source array of len Real64
@@ -998,6 +1388,76 @@ OKT_API OktStatus oktsTan_64f_A26(const Real64* src, Real64* dst, int32_t len);
 OKT_API OktStatus oktsTan_64f_A50(const Real64* src, Real64* dst, int32_t len);
 /** @copydoc oktsTan_64f_A26 */
 OKT_API OktStatus oktsTan_64f_A53(const Real64* src, Real64* dst, int32_t len);
+
+/**
+ * @brief Tangent, for each element.
+ *
+ * Real elements of 32f up to 10000 are reduced by multiples of pi/2 and put through a quotient of two polynomials in
+ * double precision. Elements of 64f use expansions about 32 angles a period; next to a pole the reciprocal of the
+ * distance is split off and carried to double-double precision. Errors below 0.94 ulp on 32f (0.501 ulp in a pair with
+ * an element beyond 10000) and 1.04 ulp on 64f.
+ *
+ * Arguments from 12800 up on 64f and in the pairs beyond 10000 on 32f are reduced with as much of 4/pi as they need (M.
+ * H. Payne and R. N. Hanek, Radian reduction for trigonometric functions, SIGNUM Newsletter 18, 1983), to a relative
+ * error below 2^-58. At a few arguments with biased exponent 1403, 0x57B003E068000000 for one, the quadrant comes out
+ * wrong by one, and the result is that of an argument a quarter turn off.
+ *
+ * Special values: An infinite element gives a NaN and oktStatusDomain: 0xFFC00000 on 32f, the default NaN
+ * 0xFFF8000000000000 on 64f, and raises invalid. A NaN comes back quiet with sign and payload, without a warning. No
+ * element lies on a pole: the tangent never overflows. Zeros keep their sign on 64f. On 32f the tangent of -0 is +0, but
+ * -0 in a pair with an element beyond 10000.
+ *
+ * Complex elements: -i tanh(i z), one at a time in extended precision, whatever the caller's x87 precision is. Errors of each
+ * part below 0.501 ulp on 32fc and 0.502 ulp on 64fc, for real parts of any size. Special values are those of the complex Tanh
+ * at i z, NaNs keeping their sign in the turn. There is no status on complex elements.
+ *
+ * dst may be src. The source is only read, and nothing behind its end is read.
+ *
+ * @param[in] src source array of len Complex32
+ * @param[out] dst destination array of len Complex32
+ * @param[in] len number of elements, 1 or more
+ * @return oktStatusOk, oktStatusBadLength, oktStatusNullPointer
+ */
+OKT_API OktStatus oktsTan_32fc_A11(const Complex32* src, Complex32* dst, int32_t len);
+/** @copydoc oktsTan_32fc_A11 */
+OKT_API OktStatus oktsTan_32fc_A21(const Complex32* src, Complex32* dst, int32_t len);
+/** @copydoc oktsTan_32fc_A11 */
+OKT_API OktStatus oktsTan_32fc_A24(const Complex32* src, Complex32* dst, int32_t len);
+
+/**
+ * @brief Tangent, for each element.
+ *
+ * Real elements of 32f up to 10000 are reduced by multiples of pi/2 and put through a quotient of two polynomials in
+ * double precision. Elements of 64f use expansions about 32 angles a period; next to a pole the reciprocal of the
+ * distance is split off and carried to double-double precision. Errors below 0.94 ulp on 32f (0.501 ulp in a pair with
+ * an element beyond 10000) and 1.04 ulp on 64f.
+ *
+ * Arguments from 12800 up on 64f and in the pairs beyond 10000 on 32f are reduced with as much of 4/pi as they need (M.
+ * H. Payne and R. N. Hanek, Radian reduction for trigonometric functions, SIGNUM Newsletter 18, 1983), to a relative
+ * error below 2^-58. At a few arguments with biased exponent 1403, 0x57B003E068000000 for one, the quadrant comes out
+ * wrong by one, and the result is that of an argument a quarter turn off.
+ *
+ * Special values: An infinite element gives a NaN and oktStatusDomain: 0xFFC00000 on 32f, the default NaN
+ * 0xFFF8000000000000 on 64f, and raises invalid. A NaN comes back quiet with sign and payload, without a warning. No
+ * element lies on a pole: the tangent never overflows. Zeros keep their sign on 64f. On 32f the tangent of -0 is +0, but
+ * -0 in a pair with an element beyond 10000.
+ *
+ * Complex elements: -i tanh(i z), one at a time in extended precision, whatever the caller's x87 precision is. Errors of each
+ * part below 0.501 ulp on 32fc and 0.502 ulp on 64fc, for real parts of any size. Special values are those of the complex Tanh
+ * at i z, NaNs keeping their sign in the turn. There is no status on complex elements.
+ *
+ * dst may be src. The source is only read, and nothing behind its end is read.
+ *
+ * @param[in] src source array of len Complex64
+ * @param[out] dst destination array of len Complex64
+ * @param[in] len number of elements, 1 or more
+ * @return oktStatusOk, oktStatusBadLength, oktStatusNullPointer
+ */
+OKT_API OktStatus oktsTan_64fc_A26(const Complex64* src, Complex64* dst, int32_t len);
+/** @copydoc oktsTan_64fc_A26 */
+OKT_API OktStatus oktsTan_64fc_A50(const Complex64* src, Complex64* dst, int32_t len);
+/** @copydoc oktsTan_64fc_A26 */
+OKT_API OktStatus oktsTan_64fc_A53(const Complex64* src, Complex64* dst, int32_t len);
 
 /** @} */
 
@@ -1013,6 +1473,12 @@ OKT_API OktStatus oktsTan_64f_A53(const Real64* src, Real64* dst, int32_t len);
  * Special values: 1 gives +0, +Inf itself, a NaN itself, quiet. An element below 1, -Inf included, gives a NaN and
  * oktStatusDomain and raises the invalid flag. The caller's rounding mode, flush-to-zero and denormals-are-zero act on the
  * arithmetic.
+ *
+ * Complex elements: from half the sum and half the difference of the distances from two branch points (T. E. Hull, T. F.
+ * Fairgrieve and P. T. P. Tang, Implementing the complex arcsine and arccosine functions using exception handling, ACM TOMS
+ * 23, 1997), one at a time in extended precision, whatever the caller's x87 precision is. The branch cut runs along the real
+ * axis from 1 downwards, the sign of a zero imaginary part choosing the side. Errors of each part below 0.501 ulp on 32fc and
+ * 0.515 ulp on 64fc. Infinities give an infinite real part and multiples of pi/4. There is no status on complex elements.
  *
  * dst may be src.
  *
@@ -1037,6 +1503,12 @@ OKT_API OktStatus oktsAcosh_32f_A24(const Real32* src, Real32* dst, int32_t len)
  * oktStatusDomain and raises the invalid flag. The caller's rounding mode, flush-to-zero and denormals-are-zero act on the
  * arithmetic.
  *
+ * Complex elements: from half the sum and half the difference of the distances from two branch points (T. E. Hull, T. F.
+ * Fairgrieve and P. T. P. Tang, Implementing the complex arcsine and arccosine functions using exception handling, ACM TOMS
+ * 23, 1997), one at a time in extended precision, whatever the caller's x87 precision is. The branch cut runs along the real
+ * axis from 1 downwards, the sign of a zero imaginary part choosing the side. Errors of each part below 0.501 ulp on 32fc and
+ * 0.515 ulp on 64fc. Infinities give an infinite real part and multiples of pi/4. There is no status on complex elements.
+ *
  * dst may be src.
  *
  * @param[in] src source array of len Real64
@@ -1051,6 +1523,64 @@ OKT_API OktStatus oktsAcosh_64f_A50(const Real64* src, Real64* dst, int32_t len)
 OKT_API OktStatus oktsAcosh_64f_A53(const Real64* src, Real64* dst, int32_t len);
 
 /**
+ * @brief Inverse hyperbolic cosine, for each element.
+ *
+ * Real elements: the logarithm of src + sqrt(src^2 - 1), sum and root as head and tail (64f) or in Real64 (32f); near 1 the
+ * root of 2 (src - 1) times a polynomial. Errors below 0.501 ulp on 32f and 0.52 ulp on 64f.
+ *
+ * Special values: 1 gives +0, +Inf itself, a NaN itself, quiet. An element below 1, -Inf included, gives a NaN and
+ * oktStatusDomain and raises the invalid flag. The caller's rounding mode, flush-to-zero and denormals-are-zero act on the
+ * arithmetic.
+ *
+ * Complex elements: from half the sum and half the difference of the distances from two branch points (T. E. Hull, T. F.
+ * Fairgrieve and P. T. P. Tang, Implementing the complex arcsine and arccosine functions using exception handling, ACM TOMS
+ * 23, 1997), one at a time in extended precision, whatever the caller's x87 precision is. The branch cut runs along the real
+ * axis from 1 downwards, the sign of a zero imaginary part choosing the side. Errors of each part below 0.501 ulp on 32fc and
+ * 0.515 ulp on 64fc. Infinities give an infinite real part and multiples of pi/4. There is no status on complex elements.
+ *
+ * dst may be src.
+ *
+ * @param[in] src source array of len Complex32
+ * @param[out] dst destination array of len Complex32
+ * @param[in] len number of elements, 1 or more
+ * @return oktStatusOk, oktStatusBadLength, oktStatusNullPointer
+ */
+OKT_API OktStatus oktsAcosh_32fc_A11(const Complex32* src, Complex32* dst, int32_t len);
+/** @copydoc oktsAcosh_32fc_A11 */
+OKT_API OktStatus oktsAcosh_32fc_A21(const Complex32* src, Complex32* dst, int32_t len);
+/** @copydoc oktsAcosh_32fc_A11 */
+OKT_API OktStatus oktsAcosh_32fc_A24(const Complex32* src, Complex32* dst, int32_t len);
+
+/**
+ * @brief Inverse hyperbolic cosine, for each element.
+ *
+ * Real elements: the logarithm of src + sqrt(src^2 - 1), sum and root as head and tail (64f) or in Real64 (32f); near 1 the
+ * root of 2 (src - 1) times a polynomial. Errors below 0.501 ulp on 32f and 0.52 ulp on 64f.
+ *
+ * Special values: 1 gives +0, +Inf itself, a NaN itself, quiet. An element below 1, -Inf included, gives a NaN and
+ * oktStatusDomain and raises the invalid flag. The caller's rounding mode, flush-to-zero and denormals-are-zero act on the
+ * arithmetic.
+ *
+ * Complex elements: from half the sum and half the difference of the distances from two branch points (T. E. Hull, T. F.
+ * Fairgrieve and P. T. P. Tang, Implementing the complex arcsine and arccosine functions using exception handling, ACM TOMS
+ * 23, 1997), one at a time in extended precision, whatever the caller's x87 precision is. The branch cut runs along the real
+ * axis from 1 downwards, the sign of a zero imaginary part choosing the side. Errors of each part below 0.501 ulp on 32fc and
+ * 0.515 ulp on 64fc. Infinities give an infinite real part and multiples of pi/4. There is no status on complex elements.
+ *
+ * dst may be src.
+ *
+ * @param[in] src source array of len Complex64
+ * @param[out] dst destination array of len Complex64
+ * @param[in] len number of elements, 1 or more
+ * @return oktStatusOk, oktStatusBadLength, oktStatusNullPointer
+ */
+OKT_API OktStatus oktsAcosh_64fc_A26(const Complex64* src, Complex64* dst, int32_t len);
+/** @copydoc oktsAcosh_64fc_A26 */
+OKT_API OktStatus oktsAcosh_64fc_A50(const Complex64* src, Complex64* dst, int32_t len);
+/** @copydoc oktsAcosh_64fc_A26 */
+OKT_API OktStatus oktsAcosh_64fc_A53(const Complex64* src, Complex64* dst, int32_t len);
+
+/**
  * @brief Inverse hyperbolic sine, for each element.
  *
  * Real elements: the logarithm of |src| + sqrt(src^2 + 1), sum and root as head and tail (64f) or in Real64 (32f); an odd
@@ -1058,6 +1588,13 @@ OKT_API OktStatus oktsAcosh_64f_A53(const Real64* src, Real64* dst, int32_t len)
  *
  * Special values: zeros and infinities give themselves, a NaN itself, quiet. No element warns. The caller's rounding mode,
  * flush-to-zero and denormals-are-zero act on the arithmetic.
+ *
+ * Complex elements: from half the sum and half the difference of the distances from two branch points (T. E. Hull, T. F.
+ * Fairgrieve and P. T. P. Tang, Implementing the complex arcsine and arccosine functions using exception handling, ACM TOMS
+ * 23, 1997), one at a time in extended precision, whatever the caller's x87 precision is. The branch cuts run along the
+ * imaginary axis from 1 and -1 outwards, the sign of a zero real part choosing the side. Errors of each part below 0.501 ulp
+ * on 32fc and 0.515 ulp on 64fc. Infinities give an infinite real part and multiples of pi/4. There is no status on complex
+ * elements.
  *
  * dst may be src.
  *
@@ -1081,6 +1618,13 @@ OKT_API OktStatus oktsAsinh_32f_A24(const Real32* src, Real32* dst, int32_t len)
  * Special values: zeros and infinities give themselves, a NaN itself, quiet. No element warns. The caller's rounding mode,
  * flush-to-zero and denormals-are-zero act on the arithmetic.
  *
+ * Complex elements: from half the sum and half the difference of the distances from two branch points (T. E. Hull, T. F.
+ * Fairgrieve and P. T. P. Tang, Implementing the complex arcsine and arccosine functions using exception handling, ACM TOMS
+ * 23, 1997), one at a time in extended precision, whatever the caller's x87 precision is. The branch cuts run along the
+ * imaginary axis from 1 and -1 outwards, the sign of a zero real part choosing the side. Errors of each part below 0.501 ulp
+ * on 32fc and 0.515 ulp on 64fc. Infinities give an infinite real part and multiples of pi/4. There is no status on complex
+ * elements.
+ *
  * dst may be src.
  *
  * @param[in] src source array of len Real64
@@ -1095,6 +1639,64 @@ OKT_API OktStatus oktsAsinh_64f_A50(const Real64* src, Real64* dst, int32_t len)
 OKT_API OktStatus oktsAsinh_64f_A53(const Real64* src, Real64* dst, int32_t len);
 
 /**
+ * @brief Inverse hyperbolic sine, for each element.
+ *
+ * Real elements: the logarithm of |src| + sqrt(src^2 + 1), sum and root as head and tail (64f) or in Real64 (32f); an odd
+ * polynomial below 0.125, and the element itself below 2^-57. Errors below 0.501 ulp on 32f and 0.52 ulp on 64f.
+ *
+ * Special values: zeros and infinities give themselves, a NaN itself, quiet. No element warns. The caller's rounding mode,
+ * flush-to-zero and denormals-are-zero act on the arithmetic.
+ *
+ * Complex elements: from half the sum and half the difference of the distances from two branch points (T. E. Hull, T. F.
+ * Fairgrieve and P. T. P. Tang, Implementing the complex arcsine and arccosine functions using exception handling, ACM TOMS
+ * 23, 1997), one at a time in extended precision, whatever the caller's x87 precision is. The branch cuts run along the
+ * imaginary axis from 1 and -1 outwards, the sign of a zero real part choosing the side. Errors of each part below 0.501 ulp
+ * on 32fc and 0.515 ulp on 64fc. Infinities give an infinite real part and multiples of pi/4. There is no status on complex
+ * elements.
+ *
+ * dst may be src.
+ *
+ * @param[in] src source array of len Complex32
+ * @param[out] dst destination array of len Complex32
+ * @param[in] len number of elements, 1 or more
+ * @return oktStatusOk, oktStatusBadLength, oktStatusNullPointer
+ */
+OKT_API OktStatus oktsAsinh_32fc_A11(const Complex32* src, Complex32* dst, int32_t len);
+/** @copydoc oktsAsinh_32fc_A11 */
+OKT_API OktStatus oktsAsinh_32fc_A21(const Complex32* src, Complex32* dst, int32_t len);
+/** @copydoc oktsAsinh_32fc_A11 */
+OKT_API OktStatus oktsAsinh_32fc_A24(const Complex32* src, Complex32* dst, int32_t len);
+
+/**
+ * @brief Inverse hyperbolic sine, for each element.
+ *
+ * Real elements: the logarithm of |src| + sqrt(src^2 + 1), sum and root as head and tail (64f) or in Real64 (32f); an odd
+ * polynomial below 0.125, and the element itself below 2^-57. Errors below 0.501 ulp on 32f and 0.52 ulp on 64f.
+ *
+ * Special values: zeros and infinities give themselves, a NaN itself, quiet. No element warns. The caller's rounding mode,
+ * flush-to-zero and denormals-are-zero act on the arithmetic.
+ *
+ * Complex elements: from half the sum and half the difference of the distances from two branch points (T. E. Hull, T. F.
+ * Fairgrieve and P. T. P. Tang, Implementing the complex arcsine and arccosine functions using exception handling, ACM TOMS
+ * 23, 1997), one at a time in extended precision, whatever the caller's x87 precision is. The branch cuts run along the
+ * imaginary axis from 1 and -1 outwards, the sign of a zero real part choosing the side. Errors of each part below 0.501 ulp
+ * on 32fc and 0.515 ulp on 64fc. Infinities give an infinite real part and multiples of pi/4. There is no status on complex
+ * elements.
+ *
+ * dst may be src.
+ *
+ * @param[in] src source array of len Complex64
+ * @param[out] dst destination array of len Complex64
+ * @param[in] len number of elements, 1 or more
+ * @return oktStatusOk, oktStatusBadLength, oktStatusNullPointer
+ */
+OKT_API OktStatus oktsAsinh_64fc_A26(const Complex64* src, Complex64* dst, int32_t len);
+/** @copydoc oktsAsinh_64fc_A26 */
+OKT_API OktStatus oktsAsinh_64fc_A50(const Complex64* src, Complex64* dst, int32_t len);
+/** @copydoc oktsAsinh_64fc_A26 */
+OKT_API OktStatus oktsAsinh_64fc_A53(const Complex64* src, Complex64* dst, int32_t len);
+
+/**
  * @brief Inverse hyperbolic tangent, for each element.
  *
  * Real elements, 32f: in Real32, a polynomial around 0 or 0.6875 up to 0.75, half the logarithm of (1 + |src|)/(1 - |src|)
@@ -1105,6 +1707,12 @@ OKT_API OktStatus oktsAsinh_64f_A53(const Real64* src, Real64* dst, int32_t len)
  * give a NaN and oktStatusDomain. A NaN gives itself, made quiet on 64f and untouched on 32f, where a signalling NaN stays
  * signalling. On 64f the warnings raise their IEEE flags, and the caller's rounding mode, flush-to-zero and
  * denormals-are-zero act on the arithmetic.
+ *
+ * Complex elements: a quarter of the logarithm of the ratio of the squared distances from -1 and 1, or half the real function
+ * where the two are close, and half the angle of (1 - |z|^2, 2y), one at a time in extended precision, whatever the caller's
+ * x87 precision is. The branch cuts run along the real axis from 1 and -1 outwards. Errors of each part below 0.501 ulp on
+ * 32fc and 0.515 ulp on 64fc. A large element gives a zero and pi/2. There is no status on complex elements: the poles at 1
+ * and -1 give infinities and raise divide-by-zero.
  *
  * dst may be src.
  *
@@ -1131,6 +1739,12 @@ OKT_API OktStatus oktsAtanh_32f_A24(const Real32* src, Real32* dst, int32_t len)
  * signalling. On 64f the warnings raise their IEEE flags, and the caller's rounding mode, flush-to-zero and
  * denormals-are-zero act on the arithmetic.
  *
+ * Complex elements: a quarter of the logarithm of the ratio of the squared distances from -1 and 1, or half the real function
+ * where the two are close, and half the angle of (1 - |z|^2, 2y), one at a time in extended precision, whatever the caller's
+ * x87 precision is. The branch cuts run along the real axis from 1 and -1 outwards. Errors of each part below 0.501 ulp on
+ * 32fc and 0.515 ulp on 64fc. A large element gives a zero and pi/2. There is no status on complex elements: the poles at 1
+ * and -1 give infinities and raise divide-by-zero.
+ *
  * dst may be src.
  *
  * @param[in] src source array of len Real64
@@ -1145,6 +1759,68 @@ OKT_API OktStatus oktsAtanh_64f_A50(const Real64* src, Real64* dst, int32_t len)
 OKT_API OktStatus oktsAtanh_64f_A53(const Real64* src, Real64* dst, int32_t len);
 
 /**
+ * @brief Inverse hyperbolic tangent, for each element.
+ *
+ * Real elements, 32f: in Real32, a polynomial around 0 or 0.6875 up to 0.75, half the logarithm of (1 + |src|)/(1 - |src|)
+ * from there on; errors below 0.93 ulp. 64f: half the same logarithm as head and tail, an odd polynomial below 0.0625, the
+ * element itself below 2^-57; errors below 0.52 ulp.
+ *
+ * Special values: a zero gives itself; 1 and -1 give an infinity with their sign and oktStatusSingularity; elements beyond
+ * give a NaN and oktStatusDomain. A NaN gives itself, made quiet on 64f and untouched on 32f, where a signalling NaN stays
+ * signalling. On 64f the warnings raise their IEEE flags, and the caller's rounding mode, flush-to-zero and
+ * denormals-are-zero act on the arithmetic.
+ *
+ * Complex elements: a quarter of the logarithm of the ratio of the squared distances from -1 and 1, or half the real function
+ * where the two are close, and half the angle of (1 - |z|^2, 2y), one at a time in extended precision, whatever the caller's
+ * x87 precision is. The branch cuts run along the real axis from 1 and -1 outwards. Errors of each part below 0.501 ulp on
+ * 32fc and 0.515 ulp on 64fc. A large element gives a zero and pi/2. There is no status on complex elements: the poles at 1
+ * and -1 give infinities and raise divide-by-zero.
+ *
+ * dst may be src.
+ *
+ * @param[in] src source array of len Complex32
+ * @param[out] dst destination array of len Complex32
+ * @param[in] len number of elements, 1 or more
+ * @return oktStatusOk, oktStatusBadLength, oktStatusNullPointer
+ */
+OKT_API OktStatus oktsAtanh_32fc_A11(const Complex32* src, Complex32* dst, int32_t len);
+/** @copydoc oktsAtanh_32fc_A11 */
+OKT_API OktStatus oktsAtanh_32fc_A21(const Complex32* src, Complex32* dst, int32_t len);
+/** @copydoc oktsAtanh_32fc_A11 */
+OKT_API OktStatus oktsAtanh_32fc_A24(const Complex32* src, Complex32* dst, int32_t len);
+
+/**
+ * @brief Inverse hyperbolic tangent, for each element.
+ *
+ * Real elements, 32f: in Real32, a polynomial around 0 or 0.6875 up to 0.75, half the logarithm of (1 + |src|)/(1 - |src|)
+ * from there on; errors below 0.93 ulp. 64f: half the same logarithm as head and tail, an odd polynomial below 0.0625, the
+ * element itself below 2^-57; errors below 0.52 ulp.
+ *
+ * Special values: a zero gives itself; 1 and -1 give an infinity with their sign and oktStatusSingularity; elements beyond
+ * give a NaN and oktStatusDomain. A NaN gives itself, made quiet on 64f and untouched on 32f, where a signalling NaN stays
+ * signalling. On 64f the warnings raise their IEEE flags, and the caller's rounding mode, flush-to-zero and
+ * denormals-are-zero act on the arithmetic.
+ *
+ * Complex elements: a quarter of the logarithm of the ratio of the squared distances from -1 and 1, or half the real function
+ * where the two are close, and half the angle of (1 - |z|^2, 2y), one at a time in extended precision, whatever the caller's
+ * x87 precision is. The branch cuts run along the real axis from 1 and -1 outwards. Errors of each part below 0.501 ulp on
+ * 32fc and 0.515 ulp on 64fc. A large element gives a zero and pi/2. There is no status on complex elements: the poles at 1
+ * and -1 give infinities and raise divide-by-zero.
+ *
+ * dst may be src.
+ *
+ * @param[in] src source array of len Complex64
+ * @param[out] dst destination array of len Complex64
+ * @param[in] len number of elements, 1 or more
+ * @return oktStatusOk, oktStatusBadLength, oktStatusNullPointer
+ */
+OKT_API OktStatus oktsAtanh_64fc_A26(const Complex64* src, Complex64* dst, int32_t len);
+/** @copydoc oktsAtanh_64fc_A26 */
+OKT_API OktStatus oktsAtanh_64fc_A50(const Complex64* src, Complex64* dst, int32_t len);
+/** @copydoc oktsAtanh_64fc_A26 */
+OKT_API OktStatus oktsAtanh_64fc_A53(const Complex64* src, Complex64* dst, int32_t len);
+
+/**
  * @brief Hyperbolic cosine, for each element.
  *
  * Real elements: half the sum of e^src and e^-src from one reduction, a table of 2^(j/64), a polynomial in the rest; 32f
@@ -1155,6 +1831,12 @@ OKT_API OktStatus oktsAtanh_64f_A53(const Real64* src, Real64* dst, int32_t len)
  * including, 710.4704448615958 gives an infinity without a warning; between 710.4704448615958 and the overflow the results
  * are finite again. A NaN comes back quiet with sign and payload on 32f; on 64f every NaN gives the pattern of all ones.
  * On 32f an overflow raises the overflow flag.
+ *
+ * Complex elements x + iy: (cosh x cos y, sinh x sin y), one at a time in extended precision, whatever the caller's x87
+ * precision is. Errors of each part below 0.501 ulp on 32fc and 0.502 ulp on 64fc, for imaginary parts of any size. From |x| =
+ * 2^11 on both parts are infinite. A zero y gives (cosh x, a zero); a zero x with a NaN gives (NaN, -x); an infinite x gives
+ * infinities with the signs of cos y and x sin y; everything else with a NaN or an infinite y gives NaNs. There is no status
+ * on complex elements: overflow, underflow and invalid show in the results and in the sticky flags.
  *
  * dst may be src.
  *
@@ -1181,6 +1863,12 @@ OKT_API OktStatus oktsCosh_32f_A24(const Real32* src, Real32* dst, int32_t len);
  * are finite again. A NaN comes back quiet with sign and payload on 32f; on 64f every NaN gives the pattern of all ones.
  * On 32f an overflow raises the overflow flag.
  *
+ * Complex elements x + iy: (cosh x cos y, sinh x sin y), one at a time in extended precision, whatever the caller's x87
+ * precision is. Errors of each part below 0.501 ulp on 32fc and 0.502 ulp on 64fc, for imaginary parts of any size. From |x| =
+ * 2^11 on both parts are infinite. A zero y gives (cosh x, a zero); a zero x with a NaN gives (NaN, -x); an infinite x gives
+ * infinities with the signs of cos y and x sin y; everything else with a NaN or an infinite y gives NaNs. There is no status
+ * on complex elements: overflow, underflow and invalid show in the results and in the sticky flags.
+ *
  * dst may be src.
  *
  * @param[in] src source array of len Real64
@@ -1195,6 +1883,68 @@ OKT_API OktStatus oktsCosh_64f_A50(const Real64* src, Real64* dst, int32_t len);
 OKT_API OktStatus oktsCosh_64f_A53(const Real64* src, Real64* dst, int32_t len);
 
 /**
+ * @brief Hyperbolic cosine, for each element.
+ *
+ * Real elements: half the sum of e^src and e^-src from one reduction, a table of 2^(j/64), a polynomial in the rest; 32f
+ * in extended precision, 64f with the powers as head and tail. Errors below 0.608 ulp on 32f and 0.76 ulp on 64f.
+ *
+ * Special values: a zero or subnormal gives 1, an infinity +Inf. An overflowing element gives +Inf and oktStatusOverflow:
+ * on 32f from 89.41599 on, and on 64f from 710.475860073944 on. On 64f every |src| from 708.4018337446123 up to, but not
+ * including, 710.4704448615958 gives an infinity without a warning; between 710.4704448615958 and the overflow the results
+ * are finite again. A NaN comes back quiet with sign and payload on 32f; on 64f every NaN gives the pattern of all ones.
+ * On 32f an overflow raises the overflow flag.
+ *
+ * Complex elements x + iy: (cosh x cos y, sinh x sin y), one at a time in extended precision, whatever the caller's x87
+ * precision is. Errors of each part below 0.501 ulp on 32fc and 0.502 ulp on 64fc, for imaginary parts of any size. From |x| =
+ * 2^11 on both parts are infinite. A zero y gives (cosh x, a zero); a zero x with a NaN gives (NaN, -x); an infinite x gives
+ * infinities with the signs of cos y and x sin y; everything else with a NaN or an infinite y gives NaNs. There is no status
+ * on complex elements: overflow, underflow and invalid show in the results and in the sticky flags.
+ *
+ * dst may be src.
+ *
+ * @param[in] src source array of len Complex32
+ * @param[out] dst destination array of len Complex32
+ * @param[in] len number of elements, 1 or more
+ * @return oktStatusOk, oktStatusBadLength, oktStatusNullPointer
+ */
+OKT_API OktStatus oktsCosh_32fc_A11(const Complex32* src, Complex32* dst, int32_t len);
+/** @copydoc oktsCosh_32fc_A11 */
+OKT_API OktStatus oktsCosh_32fc_A21(const Complex32* src, Complex32* dst, int32_t len);
+/** @copydoc oktsCosh_32fc_A11 */
+OKT_API OktStatus oktsCosh_32fc_A24(const Complex32* src, Complex32* dst, int32_t len);
+
+/**
+ * @brief Hyperbolic cosine, for each element.
+ *
+ * Real elements: half the sum of e^src and e^-src from one reduction, a table of 2^(j/64), a polynomial in the rest; 32f
+ * in extended precision, 64f with the powers as head and tail. Errors below 0.608 ulp on 32f and 0.76 ulp on 64f.
+ *
+ * Special values: a zero or subnormal gives 1, an infinity +Inf. An overflowing element gives +Inf and oktStatusOverflow:
+ * on 32f from 89.41599 on, and on 64f from 710.475860073944 on. On 64f every |src| from 708.4018337446123 up to, but not
+ * including, 710.4704448615958 gives an infinity without a warning; between 710.4704448615958 and the overflow the results
+ * are finite again. A NaN comes back quiet with sign and payload on 32f; on 64f every NaN gives the pattern of all ones.
+ * On 32f an overflow raises the overflow flag.
+ *
+ * Complex elements x + iy: (cosh x cos y, sinh x sin y), one at a time in extended precision, whatever the caller's x87
+ * precision is. Errors of each part below 0.501 ulp on 32fc and 0.502 ulp on 64fc, for imaginary parts of any size. From |x| =
+ * 2^11 on both parts are infinite. A zero y gives (cosh x, a zero); a zero x with a NaN gives (NaN, -x); an infinite x gives
+ * infinities with the signs of cos y and x sin y; everything else with a NaN or an infinite y gives NaNs. There is no status
+ * on complex elements: overflow, underflow and invalid show in the results and in the sticky flags.
+ *
+ * dst may be src.
+ *
+ * @param[in] src source array of len Complex64
+ * @param[out] dst destination array of len Complex64
+ * @param[in] len number of elements, 1 or more
+ * @return oktStatusOk, oktStatusBadLength, oktStatusNullPointer
+ */
+OKT_API OktStatus oktsCosh_64fc_A26(const Complex64* src, Complex64* dst, int32_t len);
+/** @copydoc oktsCosh_64fc_A26 */
+OKT_API OktStatus oktsCosh_64fc_A50(const Complex64* src, Complex64* dst, int32_t len);
+/** @copydoc oktsCosh_64fc_A26 */
+OKT_API OktStatus oktsCosh_64fc_A53(const Complex64* src, Complex64* dst, int32_t len);
+
+/**
  * @brief Hyperbolic sine, for each element.
  *
  * Real elements: half the difference of e^src and e^-src from one reduction, a table of 2^(j/64), a polynomial in the
@@ -1207,6 +1957,12 @@ OKT_API OktStatus oktsCosh_64f_A53(const Real64* src, Real64* dst, int32_t len);
  * infinity without a warning; between 710.4704448615958 and the overflow the results are finite again. A NaN comes back
  * quiet with sign and payload on 32f; on 64f every NaN gives the pattern of all ones. On 32f an overflow raises the
  * overflow flag.
+ *
+ * Complex elements x + iy: (sinh x cos y, cosh x sin y), one at a time in extended precision, whatever the caller's x87
+ * precision is. Errors of each part below 0.501 ulp on 32fc and 0.502 ulp on 64fc, for imaginary parts of any size. From |x| =
+ * 2^11 on both parts are infinite. A zero y gives (sinh x, y); a zero or infinite x with an infinite y or a NaN gives (x,
+ * NaN); an infinite x with a finite y gives infinities with the signs of x cos y and sin y. There is no status on complex
+ * elements: overflow, underflow and invalid show in the results and in the sticky flags.
  *
  * dst may be src.
  *
@@ -1235,6 +1991,12 @@ OKT_API OktStatus oktsSinh_32f_A24(const Real32* src, Real32* dst, int32_t len);
  * quiet with sign and payload on 32f; on 64f every NaN gives the pattern of all ones. On 32f an overflow raises the
  * overflow flag.
  *
+ * Complex elements x + iy: (sinh x cos y, cosh x sin y), one at a time in extended precision, whatever the caller's x87
+ * precision is. Errors of each part below 0.501 ulp on 32fc and 0.502 ulp on 64fc, for imaginary parts of any size. From |x| =
+ * 2^11 on both parts are infinite. A zero y gives (sinh x, y); a zero or infinite x with an infinite y or a NaN gives (x,
+ * NaN); an infinite x with a finite y gives infinities with the signs of x cos y and sin y. There is no status on complex
+ * elements: overflow, underflow and invalid show in the results and in the sticky flags.
+ *
  * dst may be src.
  *
  * @param[in] src source array of len Real64
@@ -1249,6 +2011,72 @@ OKT_API OktStatus oktsSinh_64f_A50(const Real64* src, Real64* dst, int32_t len);
 OKT_API OktStatus oktsSinh_64f_A53(const Real64* src, Real64* dst, int32_t len);
 
 /**
+ * @brief Hyperbolic sine, for each element.
+ *
+ * Real elements: half the difference of e^src and e^-src from one reduction, a table of 2^(j/64), a polynomial in the
+ * rest; 32f in extended precision, 64f with the powers as head and tail. Errors below 0.501 ulp on 32f and 0.77 ulp on
+ * 64f.
+ *
+ * Special values: a zero or subnormal gives itself, on 32f every element below 0.0003; an infinity gives itself. An
+ * overflowing element gives an infinity with its sign and oktStatusOverflow: on 32f from 89.41599 on, and on 64f from
+ * 710.475860073944 on. On 64f every |src| from 708.4018337446123 up to, but not including, 710.4704448615958 gives an
+ * infinity without a warning; between 710.4704448615958 and the overflow the results are finite again. A NaN comes back
+ * quiet with sign and payload on 32f; on 64f every NaN gives the pattern of all ones. On 32f an overflow raises the
+ * overflow flag.
+ *
+ * Complex elements x + iy: (sinh x cos y, cosh x sin y), one at a time in extended precision, whatever the caller's x87
+ * precision is. Errors of each part below 0.501 ulp on 32fc and 0.502 ulp on 64fc, for imaginary parts of any size. From |x| =
+ * 2^11 on both parts are infinite. A zero y gives (sinh x, y); a zero or infinite x with an infinite y or a NaN gives (x,
+ * NaN); an infinite x with a finite y gives infinities with the signs of x cos y and sin y. There is no status on complex
+ * elements: overflow, underflow and invalid show in the results and in the sticky flags.
+ *
+ * dst may be src.
+ *
+ * @param[in] src source array of len Complex32
+ * @param[out] dst destination array of len Complex32
+ * @param[in] len number of elements, 1 or more
+ * @return oktStatusOk, oktStatusBadLength, oktStatusNullPointer
+ */
+OKT_API OktStatus oktsSinh_32fc_A11(const Complex32* src, Complex32* dst, int32_t len);
+/** @copydoc oktsSinh_32fc_A11 */
+OKT_API OktStatus oktsSinh_32fc_A21(const Complex32* src, Complex32* dst, int32_t len);
+/** @copydoc oktsSinh_32fc_A11 */
+OKT_API OktStatus oktsSinh_32fc_A24(const Complex32* src, Complex32* dst, int32_t len);
+
+/**
+ * @brief Hyperbolic sine, for each element.
+ *
+ * Real elements: half the difference of e^src and e^-src from one reduction, a table of 2^(j/64), a polynomial in the
+ * rest; 32f in extended precision, 64f with the powers as head and tail. Errors below 0.501 ulp on 32f and 0.77 ulp on
+ * 64f.
+ *
+ * Special values: a zero or subnormal gives itself, on 32f every element below 0.0003; an infinity gives itself. An
+ * overflowing element gives an infinity with its sign and oktStatusOverflow: on 32f from 89.41599 on, and on 64f from
+ * 710.475860073944 on. On 64f every |src| from 708.4018337446123 up to, but not including, 710.4704448615958 gives an
+ * infinity without a warning; between 710.4704448615958 and the overflow the results are finite again. A NaN comes back
+ * quiet with sign and payload on 32f; on 64f every NaN gives the pattern of all ones. On 32f an overflow raises the
+ * overflow flag.
+ *
+ * Complex elements x + iy: (sinh x cos y, cosh x sin y), one at a time in extended precision, whatever the caller's x87
+ * precision is. Errors of each part below 0.501 ulp on 32fc and 0.502 ulp on 64fc, for imaginary parts of any size. From |x| =
+ * 2^11 on both parts are infinite. A zero y gives (sinh x, y); a zero or infinite x with an infinite y or a NaN gives (x,
+ * NaN); an infinite x with a finite y gives infinities with the signs of x cos y and sin y. There is no status on complex
+ * elements: overflow, underflow and invalid show in the results and in the sticky flags.
+ *
+ * dst may be src.
+ *
+ * @param[in] src source array of len Complex64
+ * @param[out] dst destination array of len Complex64
+ * @param[in] len number of elements, 1 or more
+ * @return oktStatusOk, oktStatusBadLength, oktStatusNullPointer
+ */
+OKT_API OktStatus oktsSinh_64fc_A26(const Complex64* src, Complex64* dst, int32_t len);
+/** @copydoc oktsSinh_64fc_A26 */
+OKT_API OktStatus oktsSinh_64fc_A50(const Complex64* src, Complex64* dst, int32_t len);
+/** @copydoc oktsSinh_64fc_A26 */
+OKT_API OktStatus oktsSinh_64fc_A53(const Complex64* src, Complex64* dst, int32_t len);
+
+/**
  * @brief Hyperbolic tangent, for each element.
  *
  * Real elements: the positive axis is cut by the bits of the argument into 27 (32f) or 60 (64f) intervals, each with a
@@ -1259,6 +2087,11 @@ OKT_API OktStatus oktsSinh_64f_A53(const Real64* src, Real64* dst, int32_t len);
  * Special values: a zero gives itself, an infinity 1 with its sign; so does every |src| from 10 up on 32f and from 20 up on
  * 64f. A NaN gives itself, made quiet on 32f and untouched on 64f, where a signalling NaN stays signalling. No element
  * warns.
+ *
+ * Complex elements x + iy: (sinh x cosh x, sin y cos y) over sinh^2 x + cos^2 y, one at a time in extended precision, whatever
+ * the caller's x87 precision is. Errors of each part below 0.501 ulp on 32fc and 0.502 ulp on 64fc, for imaginary parts of any
+ * size. From |x| = 2^9 on the result is 1 with the sign of x and a zero with the sign of sin y cos y, infinite x included. A
+ * finite x with an infinite y or a NaN gives NaNs in both parts, a zero x too. There is no status on complex elements.
  *
  * dst may be src.
  *
@@ -1285,6 +2118,11 @@ OKT_API OktStatus oktsTanh_32f_A24(const Real32* src, Real32* dst, int32_t len);
  * 64f. A NaN gives itself, made quiet on 32f and untouched on 64f, where a signalling NaN stays signalling. No element
  * warns.
  *
+ * Complex elements x + iy: (sinh x cosh x, sin y cos y) over sinh^2 x + cos^2 y, one at a time in extended precision, whatever
+ * the caller's x87 precision is. Errors of each part below 0.501 ulp on 32fc and 0.502 ulp on 64fc, for imaginary parts of any
+ * size. From |x| = 2^9 on the result is 1 with the sign of x and a zero with the sign of sin y cos y, infinite x included. A
+ * finite x with an infinite y or a NaN gives NaNs in both parts, a zero x too. There is no status on complex elements.
+ *
  * dst may be src.
  *
  * @param[in] src source array of len Real64
@@ -1297,6 +2135,66 @@ OKT_API OktStatus oktsTanh_64f_A26(const Real64* src, Real64* dst, int32_t len);
 OKT_API OktStatus oktsTanh_64f_A50(const Real64* src, Real64* dst, int32_t len);
 /** @copydoc oktsTanh_64f_A26 */
 OKT_API OktStatus oktsTanh_64f_A53(const Real64* src, Real64* dst, int32_t len);
+
+/**
+ * @brief Hyperbolic tangent, for each element.
+ *
+ * Real elements: the positive axis is cut by the bits of the argument into 27 (32f) or 60 (64f) intervals, each with a
+ * minimax polynomial; there is no exponential and no division. 32f in Real64; 64f around the value at the interval's centre,
+ * with the first-order term in two parts. Errors below 0.513 ulp on 32f, 0.755 ulp on 64f below 0.125 and 0.525 ulp
+ * elsewhere.
+ *
+ * Special values: a zero gives itself, an infinity 1 with its sign; so does every |src| from 10 up on 32f and from 20 up on
+ * 64f. A NaN gives itself, made quiet on 32f and untouched on 64f, where a signalling NaN stays signalling. No element
+ * warns.
+ *
+ * Complex elements x + iy: (sinh x cosh x, sin y cos y) over sinh^2 x + cos^2 y, one at a time in extended precision, whatever
+ * the caller's x87 precision is. Errors of each part below 0.501 ulp on 32fc and 0.502 ulp on 64fc, for imaginary parts of any
+ * size. From |x| = 2^9 on the result is 1 with the sign of x and a zero with the sign of sin y cos y, infinite x included. A
+ * finite x with an infinite y or a NaN gives NaNs in both parts, a zero x too. There is no status on complex elements.
+ *
+ * dst may be src.
+ *
+ * @param[in] src source array of len Complex32
+ * @param[out] dst destination array of len Complex32
+ * @param[in] len number of elements, 1 or more
+ * @return oktStatusOk, oktStatusBadLength, oktStatusNullPointer
+ */
+OKT_API OktStatus oktsTanh_32fc_A11(const Complex32* src, Complex32* dst, int32_t len);
+/** @copydoc oktsTanh_32fc_A11 */
+OKT_API OktStatus oktsTanh_32fc_A21(const Complex32* src, Complex32* dst, int32_t len);
+/** @copydoc oktsTanh_32fc_A11 */
+OKT_API OktStatus oktsTanh_32fc_A24(const Complex32* src, Complex32* dst, int32_t len);
+
+/**
+ * @brief Hyperbolic tangent, for each element.
+ *
+ * Real elements: the positive axis is cut by the bits of the argument into 27 (32f) or 60 (64f) intervals, each with a
+ * minimax polynomial; there is no exponential and no division. 32f in Real64; 64f around the value at the interval's centre,
+ * with the first-order term in two parts. Errors below 0.513 ulp on 32f, 0.755 ulp on 64f below 0.125 and 0.525 ulp
+ * elsewhere.
+ *
+ * Special values: a zero gives itself, an infinity 1 with its sign; so does every |src| from 10 up on 32f and from 20 up on
+ * 64f. A NaN gives itself, made quiet on 32f and untouched on 64f, where a signalling NaN stays signalling. No element
+ * warns.
+ *
+ * Complex elements x + iy: (sinh x cosh x, sin y cos y) over sinh^2 x + cos^2 y, one at a time in extended precision, whatever
+ * the caller's x87 precision is. Errors of each part below 0.501 ulp on 32fc and 0.502 ulp on 64fc, for imaginary parts of any
+ * size. From |x| = 2^9 on the result is 1 with the sign of x and a zero with the sign of sin y cos y, infinite x included. A
+ * finite x with an infinite y or a NaN gives NaNs in both parts, a zero x too. There is no status on complex elements.
+ *
+ * dst may be src.
+ *
+ * @param[in] src source array of len Complex64
+ * @param[out] dst destination array of len Complex64
+ * @param[in] len number of elements, 1 or more
+ * @return oktStatusOk, oktStatusBadLength, oktStatusNullPointer
+ */
+OKT_API OktStatus oktsTanh_64fc_A26(const Complex64* src, Complex64* dst, int32_t len);
+/** @copydoc oktsTanh_64fc_A26 */
+OKT_API OktStatus oktsTanh_64fc_A50(const Complex64* src, Complex64* dst, int32_t len);
+/** @copydoc oktsTanh_64fc_A26 */
+OKT_API OktStatus oktsTanh_64fc_A53(const Complex64* src, Complex64* dst, int32_t len);
 
 /** @} */
 
@@ -1515,6 +2413,13 @@ OKT_API OktStatus oktsInvSqrt_64f_A53(const Real64* src, Real64* dst, int32_t le
  * 2^126) may differ in its last bit from the same element elsewhere. On 64f this happens for results between 2^-964 and
  * 2^-963 only.
  *
+ * Complex elements: e^(src2 ln src1), one at a time in extended precision, whatever the caller's x87 precision is, with the
+ * logarithm and its product with the exponent rounded to Real64, four products and two sums without compensation. The relative
+ * error of the result grows with the size of that product, up to 0.501 ulp of the modulus on 32fc and 20 on 64fc for
+ * parts up to 3; one part alone may be less accurate. There are no special cases: zero bases, integer or real exponents and
+ * infinities take the same road, so that a zero base gives what the product with the infinite logarithm gives, often a NaN.
+ * There is no status on complex elements.
+ *
  * dst may be src1 or src2. Nothing behind the ends of the sources is read.
  *
  * @param[in] src1 first source array of len Real32
@@ -1551,6 +2456,13 @@ OKT_API OktStatus oktsPow_32f_A24(const Real32* src1, const Real32* src2, Real32
  * 2^126) may differ in its last bit from the same element elsewhere. On 64f this happens for results between 2^-964 and
  * 2^-963 only.
  *
+ * Complex elements: e^(src2 ln src1), one at a time in extended precision, whatever the caller's x87 precision is, with the
+ * logarithm and its product with the exponent rounded to Real64, four products and two sums without compensation. The relative
+ * error of the result grows with the size of that product, up to 0.501 ulp of the modulus on 32fc and 20 on 64fc for
+ * parts up to 3; one part alone may be less accurate. There are no special cases: zero bases, integer or real exponents and
+ * infinities take the same road, so that a zero base gives what the product with the infinite logarithm gives, often a NaN.
+ * There is no status on complex elements.
+ *
  * dst may be src1 or src2. Nothing behind the ends of the sources is read.
  *
  * @param[in] src1 first source array of len Real64
@@ -1564,6 +2476,92 @@ OKT_API OktStatus oktsPow_64f_A26(const Real64* src1, const Real64* src2, Real64
 OKT_API OktStatus oktsPow_64f_A50(const Real64* src1, const Real64* src2, Real64* dst, int32_t len);
 /** @copydoc oktsPow_64f_A26 */
 OKT_API OktStatus oktsPow_64f_A53(const Real64* src1, const Real64* src2, Real64* dst, int32_t len);
+
+/**
+ * @brief Src1 to the power src2, for each element.
+ *
+ * Real elements, 32f: y ln x in Real64, with a table of 257 logarithms and reciprocals and three terms of the series, and the
+ * exponential of Exp. 64f: a base-2 logarithm of about 68 bits from a table of 1025 reciprocals, its product with y split
+ * exactly, and 2^(j/128) from a table (the scheme of P. T. P. Tang, Table-driven implementation of the logarithm function in
+ * IEEE floating-point arithmetic, ACM TOMS 16, 1990, carried to two lengths).
+ *
+ * Errors: 32f 0.56 ulp, but up to 3.2 ulp for bases within 2^-8 of 1 and 0.92 ulp just outside of there, since the series
+ * has three terms. 64f 0.51 ulp, up to 1.0 ulp for bases within 0.001 of 1 with large exponents and for results from 2^-1071
+ * to 2^-1070, 0.75 ulp for smaller results.
+ *
+ * Special values, the first row that fits: x^0 is 1, and so is (-1)^Inf of either sign, and 1^y, also where the other operand is a
+ * NaN; a NaN in src1, then in src2, comes back bit for bit, without a flag; infinite and zero operands follow IEEE 754's pow,
+ * odd integer exponents keeping the sign. oktStatusDomain is the only warning: a negative base with a fractional exponent
+ * gives the default NaN (sign bit set), a zero base with a negative exponent, -Inf included, an infinity; both raise the
+ * invalid flag. Overflow and underflow warn of nothing: the result is infinite, zero or subnormal.
+ *
+ * On 32f an element beside one outside the main range (a negative, zero or subnormal base, a result below 2^-126 or above
+ * 2^126) may differ in its last bit from the same element elsewhere. On 64f this happens for results between 2^-964 and
+ * 2^-963 only.
+ *
+ * Complex elements: e^(src2 ln src1), one at a time in extended precision, whatever the caller's x87 precision is, with the
+ * logarithm and its product with the exponent rounded to Real64, four products and two sums without compensation. The relative
+ * error of the result grows with the size of that product, up to 0.501 ulp of the modulus on 32fc and 20 on 64fc for
+ * parts up to 3; one part alone may be less accurate. There are no special cases: zero bases, integer or real exponents and
+ * infinities take the same road, so that a zero base gives what the product with the infinite logarithm gives, often a NaN.
+ * There is no status on complex elements.
+ *
+ * dst may be src1 or src2. Nothing behind the ends of the sources is read.
+ *
+ * @param[in] src1 first source array of len Complex32
+ * @param[in] src2 second source array of len Complex32
+ * @param[out] dst destination array of len Complex32
+ * @param[in] len number of elements, 1 or more
+ * @return oktStatusOk, oktStatusBadLength, oktStatusNullPointer
+ */
+OKT_API OktStatus oktsPow_32fc_A11(const Complex32* src1, const Complex32* src2, Complex32* dst, int32_t len);
+/** @copydoc oktsPow_32fc_A11 */
+OKT_API OktStatus oktsPow_32fc_A21(const Complex32* src1, const Complex32* src2, Complex32* dst, int32_t len);
+/** @copydoc oktsPow_32fc_A11 */
+OKT_API OktStatus oktsPow_32fc_A24(const Complex32* src1, const Complex32* src2, Complex32* dst, int32_t len);
+
+/**
+ * @brief Src1 to the power src2, for each element.
+ *
+ * Real elements, 32f: y ln x in Real64, with a table of 257 logarithms and reciprocals and three terms of the series, and the
+ * exponential of Exp. 64f: a base-2 logarithm of about 68 bits from a table of 1025 reciprocals, its product with y split
+ * exactly, and 2^(j/128) from a table (the scheme of P. T. P. Tang, Table-driven implementation of the logarithm function in
+ * IEEE floating-point arithmetic, ACM TOMS 16, 1990, carried to two lengths).
+ *
+ * Errors: 32f 0.56 ulp, but up to 3.2 ulp for bases within 2^-8 of 1 and 0.92 ulp just outside of there, since the series
+ * has three terms. 64f 0.51 ulp, up to 1.0 ulp for bases within 0.001 of 1 with large exponents and for results from 2^-1071
+ * to 2^-1070, 0.75 ulp for smaller results.
+ *
+ * Special values, the first row that fits: x^0 is 1, and so is (-1)^Inf of either sign, and 1^y, also where the other operand is a
+ * NaN; a NaN in src1, then in src2, comes back bit for bit, without a flag; infinite and zero operands follow IEEE 754's pow,
+ * odd integer exponents keeping the sign. oktStatusDomain is the only warning: a negative base with a fractional exponent
+ * gives the default NaN (sign bit set), a zero base with a negative exponent, -Inf included, an infinity; both raise the
+ * invalid flag. Overflow and underflow warn of nothing: the result is infinite, zero or subnormal.
+ *
+ * On 32f an element beside one outside the main range (a negative, zero or subnormal base, a result below 2^-126 or above
+ * 2^126) may differ in its last bit from the same element elsewhere. On 64f this happens for results between 2^-964 and
+ * 2^-963 only.
+ *
+ * Complex elements: e^(src2 ln src1), one at a time in extended precision, whatever the caller's x87 precision is, with the
+ * logarithm and its product with the exponent rounded to Real64, four products and two sums without compensation. The relative
+ * error of the result grows with the size of that product, up to 0.501 ulp of the modulus on 32fc and 20 on 64fc for
+ * parts up to 3; one part alone may be less accurate. There are no special cases: zero bases, integer or real exponents and
+ * infinities take the same road, so that a zero base gives what the product with the infinite logarithm gives, often a NaN.
+ * There is no status on complex elements.
+ *
+ * dst may be src1 or src2. Nothing behind the ends of the sources is read.
+ *
+ * @param[in] src1 first source array of len Complex64
+ * @param[in] src2 second source array of len Complex64
+ * @param[out] dst destination array of len Complex64
+ * @param[in] len number of elements, 1 or more
+ * @return oktStatusOk, oktStatusBadLength, oktStatusNullPointer
+ */
+OKT_API OktStatus oktsPow_64fc_A26(const Complex64* src1, const Complex64* src2, Complex64* dst, int32_t len);
+/** @copydoc oktsPow_64fc_A26 */
+OKT_API OktStatus oktsPow_64fc_A50(const Complex64* src1, const Complex64* src2, Complex64* dst, int32_t len);
+/** @copydoc oktsPow_64fc_A26 */
+OKT_API OktStatus oktsPow_64fc_A53(const Complex64* src1, const Complex64* src2, Complex64* dst, int32_t len);
 
 /**
  * @brief Src to the power 2/3, for each element.
@@ -1662,6 +2660,9 @@ OKT_API OktStatus oktsPow3o2_64f_A53(const Real64* src, Real64* dst, int32_t len
  * and flags, with one exception: the scalar 2.0 squares. Then every element is src times src, an overflow is infinite, a NaN
  * comes back quiet, a signalling one raises the invalid flag, and nothing warns.
  *
+ * Complex elements: the results of the complex Pow with the same exponent for every element; the scalar (2, 0) does not
+ * square.
+ *
  * dst may be src.
  *
  * @param[in] src source array of len Real32
@@ -1683,6 +2684,9 @@ OKT_API OktStatus oktsPowx_32f_A24(const Real32* src, Real32 scalar, Real32* dst
  * and flags, with one exception: the scalar 2.0 squares. Then every element is src times src, an overflow is infinite, a NaN
  * comes back quiet, a signalling one raises the invalid flag, and nothing warns.
  *
+ * Complex elements: the results of the complex Pow with the same exponent for every element; the scalar (2, 0) does not
+ * square.
+ *
  * dst may be src.
  *
  * @param[in] src source array of len Real64
@@ -1696,6 +2700,54 @@ OKT_API OktStatus oktsPowx_64f_A26(const Real64* src, Real64 scalar, Real64* dst
 OKT_API OktStatus oktsPowx_64f_A50(const Real64* src, Real64 scalar, Real64* dst, int32_t len);
 /** @copydoc oktsPowx_64f_A26 */
 OKT_API OktStatus oktsPowx_64f_A53(const Real64* src, Real64 scalar, Real64* dst, int32_t len);
+
+/**
+ * @brief Src to the power of one scalar, for each element.
+ *
+ * Real elements: the results of Pow with the same exponent for every element, and its accuracy, special values, statuses
+ * and flags, with one exception: the scalar 2.0 squares. Then every element is src times src, an overflow is infinite, a NaN
+ * comes back quiet, a signalling one raises the invalid flag, and nothing warns.
+ *
+ * Complex elements: the results of the complex Pow with the same exponent for every element; the scalar (2, 0) does not
+ * square.
+ *
+ * dst may be src.
+ *
+ * @param[in] src source array of len Complex32
+ * @param[in] scalar scalar Complex32, the same for every element
+ * @param[out] dst destination array of len Complex32
+ * @param[in] len number of elements, 1 or more
+ * @return oktStatusOk, oktStatusBadLength, oktStatusNullPointer
+ */
+OKT_API OktStatus oktsPowx_32fc_A11(const Complex32* src, Complex32 scalar, Complex32* dst, int32_t len);
+/** @copydoc oktsPowx_32fc_A11 */
+OKT_API OktStatus oktsPowx_32fc_A21(const Complex32* src, Complex32 scalar, Complex32* dst, int32_t len);
+/** @copydoc oktsPowx_32fc_A11 */
+OKT_API OktStatus oktsPowx_32fc_A24(const Complex32* src, Complex32 scalar, Complex32* dst, int32_t len);
+
+/**
+ * @brief Src to the power of one scalar, for each element.
+ *
+ * Real elements: the results of Pow with the same exponent for every element, and its accuracy, special values, statuses
+ * and flags, with one exception: the scalar 2.0 squares. Then every element is src times src, an overflow is infinite, a NaN
+ * comes back quiet, a signalling one raises the invalid flag, and nothing warns.
+ *
+ * Complex elements: the results of the complex Pow with the same exponent for every element; the scalar (2, 0) does not
+ * square.
+ *
+ * dst may be src.
+ *
+ * @param[in] src source array of len Complex64
+ * @param[in] scalar scalar Complex64, the same for every element
+ * @param[out] dst destination array of len Complex64
+ * @param[in] len number of elements, 1 or more
+ * @return oktStatusOk, oktStatusBadLength, oktStatusNullPointer
+ */
+OKT_API OktStatus oktsPowx_64fc_A26(const Complex64* src, Complex64 scalar, Complex64* dst, int32_t len);
+/** @copydoc oktsPowx_64fc_A26 */
+OKT_API OktStatus oktsPowx_64fc_A50(const Complex64* src, Complex64 scalar, Complex64* dst, int32_t len);
+/** @copydoc oktsPowx_64fc_A26 */
+OKT_API OktStatus oktsPowx_64fc_A53(const Complex64* src, Complex64 scalar, Complex64* dst, int32_t len);
 
 /**
  * @brief Square root, for each element.
