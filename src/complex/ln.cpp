@@ -11,6 +11,13 @@
 // sums of a head and a rest.
 //
 // An element with a part outside a routine's range goes through the scalar kernel; its neighbours do not.
+//
+// Largest errors seen, real and imaginary part, in ulp:
+//   A11        2524 at (0x1.8fff82p-19, 0x1.fffffep-1), 3771 at (0x1p+0, 0x1.ffecdep-24): leading coefficients
+//   A21        0.839 at (-0x1.19a096p-1, 0x1.ab497cp-1), 3.00 at (0x1.75a948p-1, 0x1.77f93ep-1): beside the diagonal
+//   A24        0.5000, 0.5004 at (0x1.de23dep+34, 0x1.4552e4p+33)
+//   Complex64  0.5018 at (0x1.e4016c940dd0dp-1, -0x1.7a5b3270bf60ep-2), 0.5215 at (0x1.e8b6b0012d14ep+0,
+//              -0x1.a2a53fd964754p-1)
 #include "complex/block_loop.h"
 #include "complex/log_block_tables.h"
 #include "frame/frame.h"
@@ -382,9 +389,9 @@ OktStatus lnc32A24(const Complex32* src, Complex32* dst, std::int32_t len) {
 // Complex64
 
 struct Constants64 : DirectionConstants {
-    Pattern32 first = 0x23D00000, last = 0x5C0FFFFF;  // upper words: 2^-450 and what is below 2^450
     Pattern64 headBits = splitMaskWide;
     Pattern64 exponent = 0x7FF0000000000000;
+    Pattern64 hundredBinades = std::uint64_t{100} << 52;
     Pattern64 twiceBias = 0x7FE0000000000000;
     Pattern64 tinyQuotient = 0x3BF0000000000000;  // 2^-64
     Pattern64 cubeBits = 0xFFFFFFC000000000;
@@ -413,7 +420,9 @@ inline F64<N> lnFar64(const Constants64& k, const Cut<N>& a, const Cut<N>& b, Sq
     const F64<N> restB = (b.head * b.head - s.b) + b.rest * (b.whole + b.head);
     const F64<N> v = s.sum - s.a;
     const F64<N> restSum = (s.a - (s.sum - v)) + (s.b - v);
-    const F64<N> rest = restSum + (restA + restB);
+    // A rest far below the last place is left out, as it could not be scaled without an underflow.
+    const F64<N> anyRest = restSum + (restA + restB);
+    const F64<N> rest = zeroIf(greaterSignedHigh(asBits(s.sum), asBits(abs(anyRest)) + U64<N>(k.hundredBinades)), anyRest);
     const F64<N> unscale = asReal(U64<N>(k.twiceBias) - (asBits(s.sum) & U64<N>(k.exponent)));
     const Terms<N> t = lnTerms<9>(k, tables::LnComplex64Table, s.sum,
                                   [&](F64<N> ml) OKT_INLINE { return ml + rest * unscale; });
@@ -489,6 +498,7 @@ OktStatus lnc64(const Complex64* src, Complex64* dst, std::int32_t len) {
         const Constants64& k = inMemory(constants64);
         paddedBlocks<N>(src, dst, len, [&k](const Complex64* from, Complex64* to) OKT_INLINE {
             auto [re, im] = loadInterleaved<N>(&from->re);
+            // Upper words of 2^-450 and of the numbers just below 2^450.
             const auto outOfRange = [&](F64<N> part) OKT_INLINE {
                 return outside(packHighWords(asBits(part)) & U32<N>(k.magnitude32), 0x23D00000, 0x5C0FFFFF);
             };

@@ -20,12 +20,19 @@ using PartPattern = decltype(asBits(PartOf<Z>{}));
 inline constexpr std::size_t placesArrayLength = 13;  // whole blocks and a tail
 
 template <class Z>
+std::string patterns(const Z& z) {
+    char buffer[64];
+    std::snprintf(buffer, sizeof buffer, "(0x%llX, 0x%llX)", static_cast<unsigned long long>(asBits(z.re)),
+                  static_cast<unsigned long long>(asBits(z.im)));
+    return buffer;
+}
+
+template <class Z>
 testing::AssertionResult sameArrays(const std::vector<Z>& src, const std::vector<Z>& actual, const std::vector<Z>& expected) {
     for (std::size_t i = 0; i < src.size(); ++i)
         if (!sameElement(actual[i], expected[i]))
-            return testing::AssertionFailure()
-                   << "element " << i << " of " << src.size() << text(src[i].re, src[i].im) << ": "
-                   << text(actual[i].re, actual[i].im) << " instead of " << text(expected[i].re, expected[i].im);
+            return testing::AssertionFailure() << "element " << i << " of " << src.size() << ": " << patterns(src[i]) << " to "
+                                               << patterns(actual[i]) << " instead of " << patterns(expected[i]);
     return testing::AssertionSuccess();
 }
 
