@@ -2417,7 +2417,7 @@ OKT_API OktStatus oktsInvSqrt_64f_A53(const Real64* src, Real64* dst, int32_t le
  * logarithm and its product with the exponent rounded to Real64, four products and two sums without compensation. The relative
  * error of the result grows with the size of that product, up to 0.501 ulp of the modulus on 32fc and 20 on 64fc for
  * parts up to 3; one part alone may be less accurate. There are no special cases: zero bases, integer or real exponents and
- * infinities take the same road, so that a zero base gives what the product with the infinite logarithm gives, often a NaN.
+ * infinities take the same road, so that a zero base gives what the product with the infinite logarithm gives.
  * There is no status on complex elements.
  *
  * dst may be src1 or src2. Nothing behind the ends of the sources is read.
@@ -2460,7 +2460,7 @@ OKT_API OktStatus oktsPow_32f_A24(const Real32* src1, const Real32* src2, Real32
  * logarithm and its product with the exponent rounded to Real64, four products and two sums without compensation. The relative
  * error of the result grows with the size of that product, up to 0.501 ulp of the modulus on 32fc and 20 on 64fc for
  * parts up to 3; one part alone may be less accurate. There are no special cases: zero bases, integer or real exponents and
- * infinities take the same road, so that a zero base gives what the product with the infinite logarithm gives, often a NaN.
+ * infinities take the same road, so that a zero base gives what the product with the infinite logarithm gives.
  * There is no status on complex elements.
  *
  * dst may be src1 or src2. Nothing behind the ends of the sources is read.
@@ -2503,7 +2503,7 @@ OKT_API OktStatus oktsPow_64f_A53(const Real64* src1, const Real64* src2, Real64
  * logarithm and its product with the exponent rounded to Real64, four products and two sums without compensation. The relative
  * error of the result grows with the size of that product, up to 0.501 ulp of the modulus on 32fc and 20 on 64fc for
  * parts up to 3; one part alone may be less accurate. There are no special cases: zero bases, integer or real exponents and
- * infinities take the same road, so that a zero base gives what the product with the infinite logarithm gives, often a NaN.
+ * infinities take the same road, so that a zero base gives what the product with the infinite logarithm gives.
  * There is no status on complex elements.
  *
  * dst may be src1 or src2. Nothing behind the ends of the sources is read.
@@ -2546,7 +2546,7 @@ OKT_API OktStatus oktsPow_32fc_A24(const Complex32* src1, const Complex32* src2,
  * logarithm and its product with the exponent rounded to Real64, four products and two sums without compensation. The relative
  * error of the result grows with the size of that product, up to 0.501 ulp of the modulus on 32fc and 20 on 64fc for
  * parts up to 3; one part alone may be less accurate. There are no special cases: zero bases, integer or real exponents and
- * infinities take the same road, so that a zero base gives what the product with the infinite logarithm gives, often a NaN.
+ * infinities take the same road, so that a zero base gives what the product with the infinite logarithm gives.
  * There is no status on complex elements.
  *
  * dst may be src1 or src2. Nothing behind the ends of the sources is read.

@@ -249,9 +249,12 @@ inline Real80 asinExt(T argument) {
         }
         return exponent >= 0x3FB4 ? x + x * z * tables::AsinWide[0] : tinyOdd(x);
     }
+    if (exponent == 0x7FFF && x != x) [[unlikely]] {
+        return x * 1.0;
+    }
     Real80 a = absExt(x);
-    if (!(a <= 1.0)) {
-        return x != x ? x * 1.0 : invalid();
+    if (a > 1.0) [[unlikely]] {
+        return invalid();
     }
     auto [head, low] = halfAngle(a);
     const Real64* halfPi = tables::atanTable + 2 * 256;
@@ -271,9 +274,12 @@ inline Real80 acosExt(T argument) {
         Pair angle = fastTwoSum(halfPi[0], -x);
         return angle.head + (angle.tail + (halfPi[1] - rest));
     }
+    if (exponent == 0x7FFF && x != x) [[unlikely]] {
+        return x * 1.0;
+    }
     Real80 a = absExt(x);
-    if (!(a <= 1.0)) {
-        return x != x ? x * 1.0 : invalid();
+    if (a > 1.0) [[unlikely]] {
+        return invalid();
     }
     auto [head, low] = halfAngle(a);
     if (!signOf(argument)) {

@@ -83,7 +83,7 @@ inline Real80 logExt(Real80 x) {
         if (x == 0) {
             return pole(-1.0);
         }
-        return x < 0 ? invalid() : x * 1.0;
+        return x == x && x < 0 ? invalid() : x * 1.0;  // a comparison by order would be invalid for a NaN
     }
     Real80 t = x - 1.0;
     return t == 0 ? Real80{0.0} : lnNear(t, extExponent(t));

@@ -20,7 +20,7 @@ inline Complex64 complexLogSpecial(Real64 a, Real64 b, Real80 angleFactor) {
         return {__builtin_inf(), narrow(atan2Ext(b, a) * angleFactor)};
     }
     if (isNaN(a)) {
-        return isInf(b) ? Complex64{squared(b), squared(a)} : Complex64{b * a, squared(a)};
+        return isInf(b) ? Complex64{squared(b), squared(a)} : Complex64{mulOrdered(b, a), squared(a)};
     }
     return isInf(a) ? Complex64{squared(a), squared(b)} : Complex64{squared(b), squared(b)};
 }
