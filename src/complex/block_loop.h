@@ -8,21 +8,22 @@
 
 namespace okt {
 
-// N elements at a time. What an array's end leaves over is worked in a buffer, whose free places hold the first of it.
-// `block(src, dst)` reads all of its elements before it writes.
+// Less than a block, worked in a buffer whose free places hold the first element. A function of its own, so that the loop
+// over whole blocks has the registers for itself.
+template <int N, class Z, class Block>
+[[gnu::noinline]] void paddedBlock(const Z* src, Z* dst, std::int32_t left, const Block& block) {
+    Z rest[N];
+    for (std::int32_t j = 0; j < N; ++j) rest[j] = loadElement(src + (j < left ? j : 0));
+    block(rest, rest);
+    for (std::int32_t j = 0; j < left; ++j) storeElement(dst + j, rest[j]);
+}
+
+// N elements at a time. `block(src, dst)` reads all of its elements before it writes.
 template <int N, class Z, class Block>
 inline void paddedBlocks(const Z* src, Z* dst, std::int32_t len, const Block& block) {
-    Z rest[N];
-    for (std::int32_t i = 0; i < len; i += N) {
-        const std::int32_t left = len - i;
-        if (left >= N) [[likely]] {
-            block(src + i, dst + i);
-            continue;
-        }
-        for (std::int32_t j = 0; j < N; ++j) rest[j] = loadElement(src + i + (j < left ? j : 0));
-        block(rest, rest);
-        for (std::int32_t j = 0; j < left; ++j) storeElement(dst + i + j, rest[j]);
-    }
+    std::int32_t i = 0;
+    for (; i <= len - N; i += N) block(src + i, dst + i);
+    if (i < len) paddedBlock<N>(src + i, dst + i, len - i, block);
 }
 
 // Stores a block's results, those of `byKernel` for the flagged elements. dst may be src.

@@ -55,28 +55,50 @@ inline F64<N> inverseRoot(const Constants& k, F64<N> v) {
 }
 
 template <int N>
-inline Pair<F32<N>> roots(const Constants& k, F32<N> re, F32<N> im) {
+struct Started {
+    F32<N> re, im;
+    F64<N> v;  // (|z| + |re|)/2
+};
+
+template <int N>
+inline Started<N> start(const Constants& k, const Complex32* src) {
+    const auto [re, im] = loadInterleaved<N>(&src->re);
     const F64<N> X = widen(re), Y = widen(im);
-    const F64<N> m = sqrt(X * X + Y * Y);
-    const F64<N> a = m + abs(X);
-    const F64<N> h = F64<N>(k.half) * abs(Y);
-    const F64<N> v = asReal(asBits(a) - U64<N>(k.halving));
-    const F64<N> y = inverseRoot(k, v);
-    const F32<N> along = narrow(v * y), across = narrow(y * h);
-    const Mask32<N> left = re < F32<N>(0.0F);
-    return {select(left, across, along), select(left, along, across) | signOf(im)};
+    const F64<N> a = sqrt(X * X + Y * Y) + abs(X);
+    return {re, im, asReal(asBits(a) - U64<N>(k.halving))};
 }
 
-// Every element goes through the packed steps, a flagged one too: the flags that it raises there count.
+template <int N>
+inline void finish(const Constants& k, const Started<N>& z, const Complex32* src, Complex32* dst) {
+    const F64<N> y = inverseRoot(k, z.v);
+    const F64<N> h = F64<N>(k.half) * widen(abs(z.im));
+    const F32<N> along = narrow(z.v * y), across = narrow(y * h);
+    const Mask32<N> left = z.re < F32<N>(0.0F);
+    storeBlock(src, dst, select(left, across, along), select(left, along, across) | signOf(z.im),
+               outOfRange(k, z.re) | outOfRange(k, z.im), sqrtByKernel);
+}
+
+// Every element goes through the packed steps, a flagged one too: the flags that it raises there count. A block is begun
+// while its predecessor is finished, since a block is one long chain of operations.
 OktStatus sqrtc32(const Complex32* src, Complex32* dst, std::int32_t len) {
     return x87Frame<64>(len, src, dst, [=](OktStatus&) {
         constexpr int N = 4;
         const Constants& k = inMemory(constants);
-        paddedBlocks<N>(src, dst, len, [&k](const Complex32* from, Complex32* to) OKT_INLINE {
-            const auto [re, im] = loadInterleaved<N>(&from->re);
-            const Pair<F32<N>> root = roots(k, re, im);
-            storeBlock(from, to, root.first, root.second, outOfRange(k, re) | outOfRange(k, im), sqrtByKernel);
-        });
+        std::int32_t i = 0;
+        if (len >= N) {
+            Started<N> present = start<N>(k, src);
+            for (; i < len - (2 * N - 1); i += N) {
+                const Started<N> next = start<N>(k, src + i + N);
+                finish(k, present, src + i, dst + i);
+                present = next;
+            }
+            finish(k, present, src + i, dst + i);
+            i += N;
+        }
+        if (i < len)
+            paddedBlock<N>(src + i, dst + i, len - i, [&k](const Complex32* from, Complex32* to) {
+                finish(k, start<N>(k, from), from, to);
+            });
     });
 }
 
