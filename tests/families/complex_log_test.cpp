@@ -348,6 +348,18 @@ TEST(ComplexLn, DenormalsAreZeroInTheGuardedRoutinesOfComplex32) {
         }
 }
 
+TEST(ComplexLn, FlagsOfPackedElementsAreTheModels) {
+    Random random(8);
+    for (int round = 0; round < 500; ++round) {
+        const Complex32 z = round % 2 == 0 ? usualComplex<Complex32, -120, 120>(random) : nearUnitCircle<Complex32>(random);
+        EXPECT_EQ(flagsOf<Complex32>(lnA11, z), flagsOf<Complex32>(model::Ln_32fc_A11, z)) << patterns(z);
+        underEveryMxcsr([&] {
+            const std::uint32_t control = _mm_getcsr();
+            EXPECT_EQ(flagsOf<Complex32>(lnA21, z, control), flagsOf<Complex32>(model::Ln_32fc_A21, z, control)) << patterns(z);
+        });
+    }
+}
+
 TEST(ComplexLn, Flags) {
     for (const auto f : {lnA11, lnA21, lnA24}) EXPECT_EQ(flagsOf<Complex32>(f, {1.3F, 2.7F}), flagInexact);
     EXPECT_EQ(flagsOf<Complex64>(ln64, {1.3, 2.7}), flagInexact);
@@ -363,6 +375,10 @@ TEST(ComplexLn, Flags) {
     EXPECT_EQ(flagsOf<Complex64>(ln64, {1.3, 2.7}, defaultMxcsr | roundUp), 0U);
     EXPECT_EQ(flagsOf<Complex32>(lnA11, {1.3F, 2.7F}, defaultMxcsr | flushToZero), 0U);
     EXPECT_EQ(flagsOf<Complex32>(lnA21, {1.3F, 2.7F}, defaultMxcsr | roundUp), flagInexact);
+    // A11 and A21 put every element through their blocks' steps, in which a NaN is compared and two zeros are divided.
+    EXPECT_TRUE(flagsOf<Complex32>(lnA11, element<Complex32>(quietNaN(), 1.0)) & flagInvalid);
+    EXPECT_TRUE(flagsOf<Complex32>(lnA21, element<Complex32>(quietNaN(), 1.0)) & flagInvalid);
+    EXPECT_TRUE(flagsOf<Complex32>(lnA21, {0.0F, 0.0F}) & flagInvalid);
     // The routines that keep flagged elements out of their arithmetic raise nothing over a quiet NaN, and over a zero what
     // the kernel raises on the x87 unit.
     for (const auto& [re, im] : {std::pair{quietNaN(), 1.0}, {1.0, quietNaN()}, {inf, -3.0}, {-inf, inf}, {0.0, -0.0}, {-0.0, 1.0}}) {

@@ -144,6 +144,14 @@ TEST(ComplexSqrt, NeighboursChangeNothing) {
     }
 }
 
+TEST(ComplexSqrt, FlagsOfPackedElementsAreTheModels) {
+    for (const Complex32& z : manyElements<Complex32>(500, -125, 127, false, 6))
+        underEveryMxcsr([&] {
+            const std::uint32_t control = _mm_getcsr();
+            EXPECT_EQ(flagsOf<Complex32>(sqrt32, z, control), flagsOf<Complex32>(model::Sqrt_32fc, z, control)) << patterns(z);
+        });
+}
+
 TEST(ComplexSqrt, Flags) {
     // A subnormal part of a result raises underflow, an exact one too.
     EXPECT_TRUE(flagsOf<Complex64>(sqrt64, {4.0, 0x1p-1072}) & flagUnderflow);
