@@ -19,9 +19,11 @@ inline Expected limitTimesCosine(double a, double b) { return exactly(signedBy(e
 inline Expected limitTimesSine(double a, double b) { return exactly(signedBy(expLimit(a), negative(sine(b)))); }
 
 inline constexpr auto expCells = std::to_array<Cell>({
-    {expExtreme, zero, [](double a, double) { return exactly(expLimit(a)); }, [](double, double b) { return exactly(b); }},
+    {expExtreme, zero, [](double a, double) { return exactly(expLimit(a)); },
+     [](double, double b) { return exactly(b); }},
     {expExtreme, finiteNonzero, limitTimesCosine, limitTimesSine},
-    {infinite, zero, [](double a, double) { return exactly(expLimit(a)); }, [](double, double b) { return exactly(b); }},
+    {infinite, zero, [](double a, double) { return exactly(expLimit(a)); },
+     [](double, double b) { return exactly(b); }},
     {infinite, finiteNonzero, limitTimesCosine, limitTimesSine},
     {infinite, infinite, [](double a, double) { return exactly(expLimit(a)); },
      [](double a, double b) { return negative(a) ? zeroWithSign(negative(b)) : aNaN(); }},
@@ -61,8 +63,8 @@ inline constexpr auto cisCells = std::to_array<RealCell>({
 inline double axisAngle(double a, double b) {
     const bool steepA = std::isinf(a), flatB = b == 0, steepB = std::isinf(b);
     const double left = negative(a) ? pi : 0.0;
-    double angle = pi / 2;                                                // a is small beside b
-    if (flatB || (steepA && !steepB)) angle = left;                       // b is small beside a, or both are zeros
+    double angle = pi / 2;                                   // a is small beside b
+    if (flatB || (steepA && !steepB)) angle = left;          // b is small beside a, or both are zeros
     if (steepA && steepB) angle = negative(a) ? 0x1.2d97c7f3321d2p1 : pi / 4;
     return withSignOf(angle, b);
 }
