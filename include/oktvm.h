@@ -3410,7 +3410,8 @@ OKT_API OktStatus oktsExpm1_64f_A53(const Real64* src, Real64* dst, int32_t len)
  * double precision: 0.5004 ulp. 64fc is one routine that works with heads and rests: 0.5018 ulp in the real part, 0.522 in the
  * imaginary part. An element with a part outside a routine's range goes through a scalar kernel in extended precision, which is
  * right to 0.501 ulp: A11 takes parts from 2^-125 to below 2^123, A21 all that are neither zero nor infinite, A24 normal numbers,
- * 64fc parts from 2^-450 to below 2^450. A11, A24 and 64fc work under round to nearest, and denormals-are-zero stays the
+ * 64fc parts from 2^-450 to below 2^450. A11 and A21 put such an element through their block's steps as well, whose flags stay:
+ * a quiet NaN, for one, raises invalid. A11, A24 and 64fc work under round to nearest, and denormals-are-zero stays the
  * caller's; A21 works under the caller's MXCSR, where with denormals-are-zero a subnormal part is a zero of its sign.
  *
  * Complex special values: zero gives (-Inf, angle), the angle 0 or pi with the sign of the imaginary part; an infinite part
@@ -3450,7 +3451,8 @@ OKT_API OktStatus oktsLn_32f_A24(const Real32* src, Real32* dst, int32_t len);
  * double precision: 0.5004 ulp. 64fc is one routine that works with heads and rests: 0.5018 ulp in the real part, 0.522 in the
  * imaginary part. An element with a part outside a routine's range goes through a scalar kernel in extended precision, which is
  * right to 0.501 ulp: A11 takes parts from 2^-125 to below 2^123, A21 all that are neither zero nor infinite, A24 normal numbers,
- * 64fc parts from 2^-450 to below 2^450. A11, A24 and 64fc work under round to nearest, and denormals-are-zero stays the
+ * 64fc parts from 2^-450 to below 2^450. A11 and A21 put such an element through their block's steps as well, whose flags stay:
+ * a quiet NaN, for one, raises invalid. A11, A24 and 64fc work under round to nearest, and denormals-are-zero stays the
  * caller's; A21 works under the caller's MXCSR, where with denormals-are-zero a subnormal part is a zero of its sign.
  *
  * Complex special values: zero gives (-Inf, angle), the angle 0 or pi with the sign of the imaginary part; an infinite part
@@ -3490,7 +3492,8 @@ OKT_API OktStatus oktsLn_64f_A53(const Real64* src, Real64* dst, int32_t len);
  * double precision: 0.5004 ulp. 64fc is one routine that works with heads and rests: 0.5018 ulp in the real part, 0.522 in the
  * imaginary part. An element with a part outside a routine's range goes through a scalar kernel in extended precision, which is
  * right to 0.501 ulp: A11 takes parts from 2^-125 to below 2^123, A21 all that are neither zero nor infinite, A24 normal numbers,
- * 64fc parts from 2^-450 to below 2^450. A11, A24 and 64fc work under round to nearest, and denormals-are-zero stays the
+ * 64fc parts from 2^-450 to below 2^450. A11 and A21 put such an element through their block's steps as well, whose flags stay:
+ * a quiet NaN, for one, raises invalid. A11, A24 and 64fc work under round to nearest, and denormals-are-zero stays the
  * caller's; A21 works under the caller's MXCSR, where with denormals-are-zero a subnormal part is a zero of its sign.
  *
  * Complex special values: zero gives (-Inf, angle), the angle 0 or pi with the sign of the imaginary part; an infinite part
@@ -3526,7 +3529,8 @@ OKT_API OktStatus oktsLn_32fc_A11(const Complex32* src, Complex32* dst, int32_t 
  * double precision: 0.5004 ulp. 64fc is one routine that works with heads and rests: 0.5018 ulp in the real part, 0.522 in the
  * imaginary part. An element with a part outside a routine's range goes through a scalar kernel in extended precision, which is
  * right to 0.501 ulp: A11 takes parts from 2^-125 to below 2^123, A21 all that are neither zero nor infinite, A24 normal numbers,
- * 64fc parts from 2^-450 to below 2^450. A11, A24 and 64fc work under round to nearest, and denormals-are-zero stays the
+ * 64fc parts from 2^-450 to below 2^450. A11 and A21 put such an element through their block's steps as well, whose flags stay:
+ * a quiet NaN, for one, raises invalid. A11, A24 and 64fc work under round to nearest, and denormals-are-zero stays the
  * caller's; A21 works under the caller's MXCSR, where with denormals-are-zero a subnormal part is a zero of its sign.
  *
  * Complex special values: zero gives (-Inf, angle), the angle 0 or pi with the sign of the imaginary part; an infinite part
@@ -3562,7 +3566,8 @@ OKT_API OktStatus oktsLn_32fc_A21(const Complex32* src, Complex32* dst, int32_t 
  * double precision: 0.5004 ulp. 64fc is one routine that works with heads and rests: 0.5018 ulp in the real part, 0.522 in the
  * imaginary part. An element with a part outside a routine's range goes through a scalar kernel in extended precision, which is
  * right to 0.501 ulp: A11 takes parts from 2^-125 to below 2^123, A21 all that are neither zero nor infinite, A24 normal numbers,
- * 64fc parts from 2^-450 to below 2^450. A11, A24 and 64fc work under round to nearest, and denormals-are-zero stays the
+ * 64fc parts from 2^-450 to below 2^450. A11 and A21 put such an element through their block's steps as well, whose flags stay:
+ * a quiet NaN, for one, raises invalid. A11, A24 and 64fc work under round to nearest, and denormals-are-zero stays the
  * caller's; A21 works under the caller's MXCSR, where with denormals-are-zero a subnormal part is a zero of its sign.
  *
  * Complex special values: zero gives (-Inf, angle), the angle 0 or pi with the sign of the imaginary part; an infinite part
@@ -3598,7 +3603,8 @@ OKT_API OktStatus oktsLn_32fc_A24(const Complex32* src, Complex32* dst, int32_t 
  * double precision: 0.5004 ulp. 64fc is one routine that works with heads and rests: 0.5018 ulp in the real part, 0.522 in the
  * imaginary part. An element with a part outside a routine's range goes through a scalar kernel in extended precision, which is
  * right to 0.501 ulp: A11 takes parts from 2^-125 to below 2^123, A21 all that are neither zero nor infinite, A24 normal numbers,
- * 64fc parts from 2^-450 to below 2^450. A11, A24 and 64fc work under round to nearest, and denormals-are-zero stays the
+ * 64fc parts from 2^-450 to below 2^450. A11 and A21 put such an element through their block's steps as well, whose flags stay:
+ * a quiet NaN, for one, raises invalid. A11, A24 and 64fc work under round to nearest, and denormals-are-zero stays the
  * caller's; A21 works under the caller's MXCSR, where with denormals-are-zero a subnormal part is a zero of its sign.
  *
  * Complex special values: zero gives (-Inf, angle), the angle 0 or pi with the sign of the imaginary part; an infinite part

@@ -1,5 +1,6 @@
 // Complex logarithms, natural and decimal.
 #include "tests/models/complex_log_model.h"
+#include "tests/models/complex_special_tables.h"
 
 #include "complex_blocks.h"
 
@@ -207,50 +208,8 @@ TEST(ComplexLn, A11OfARealOneIsExact) {
 
 constexpr double log10E = 0x1.bcb7b1526e50ep-2;
 
-constexpr PartRule plusInfinity = [](double, double) { return exactly(inf); };
-constexpr PartRule minusInfinity = [](double, double) { return exactly(-inf); };
-constexpr PartRule quietA = [](double a, double) { return quietOf(a); };
-constexpr PartRule quietB = [](double, double b) { return quietOf(b); };
-constexpr PartRule anyNaN = [](double, double) { return aNaN(); };
-constexpr PartRule lnOfA = [](double a, double) { return about(std::log(std::fabs(a))); };
-constexpr PartRule lnOfB = [](double, double b) { return about(std::log(std::fabs(b))); };
-constexpr PartRule log10OfA = [](double a, double) { return about(std::log10(std::fabs(a))); };
-constexpr PartRule log10OfB = [](double, double b) { return about(std::log10(std::fabs(b))); };
-
-// The angle, where it is a multiple of an eighth of the circle, times the factor.
-double eighths(double a, double b) {
-    const bool left = negative(a);
-    if (std::isinf(a) && std::isinf(b)) return left ? 0.75 : 0.25;
-    if (std::isinf(a) || b == 0) return left ? 1.0 : 0.0;
-    return 0.5;
-}
-constexpr PartRule angle = [](double a, double b) { return about(withSignOf(eighths(a, b) * pi, b)); };
-constexpr PartRule angle10 = [](double a, double b) { return about(withSignOf(eighths(a, b) * pi * log10E, b)); };
-
-Values finiteOrZeroFirst(bool single) { return joined(zero(single), oneAndMore(single)); }
-// The kernel's logarithm next to 1 is of another kind than the C library's.
-Values notCloseToOne(bool single) {
-    return joined(joined(subnormal(single), huge(single)), both({0x1p-60, 0.375, 1.625, 2.0, 25.0}));
-}
-
-void expectSpecialValues(std::string_view family, PartRule logA, PartRule logB, PartRule arg) {
-    const Cell cells[] = {
-        {infinite, finite, plusInfinity, arg},
-        {infinite, infinite, plusInfinity, arg},
-        {finite, infinite, plusInfinity, arg},
-        {nan, finiteOrZeroFirst, quietA, quietA},
-        {nan, infinite, plusInfinity, quietA},
-        {finite, nan, quietB, quietB},
-        {infinite, nan, plusInfinity, quietB},
-        {nan, nan, anyNaN, quietA},
-        {zero, zero, minusInfinity, arg},
-        {notCloseToOne, zero, logA, arg},
-        {zero, notCloseToOne, logB, arg},
-    };
-    expectCells(family, cells);
-}
-TEST(ComplexLn, SpecialValues) { expectSpecialValues("Ln", lnOfA, lnOfB, angle); }
-TEST(ComplexLog10, SpecialValues) { expectSpecialValues("Log10", log10OfA, log10OfB, angle10); }
+TEST(ComplexLn, SpecialValues) { expectCells("Ln", logCells<false>); }
+TEST(ComplexLog10, SpecialValues) { expectCells("Log10", logCells<true>); }
 
 // pi above the cut and on it from above, -pi below.
 TEST(ComplexLn, BothSidesOfTheCut) {

@@ -1,4 +1,5 @@
 // Complex square root.
+#include "tests/models/complex_special_tables.h"
 #include "tests/models/complex_sqrt_model.h"
 
 #include "complex_blocks.h"
@@ -34,56 +35,7 @@ TEST(ComplexSqrt, LimitsOfThePackedRange) {
                             });
 }
 
-// Special values.
-
-constexpr PartRule infinity = [](double, double) { return exactly(inf); };
-constexpr PartRule y = [](double, double b) { return exactly(b); };
-constexpr PartRule quietX = [](double a, double) { return quietOf(a); };
-constexpr PartRule quietY = [](double, double b) { return quietOf(b); };
-constexpr PartRule plusZero = [](double, double) { return exactly(0.0); };
-constexpr PartRule infinityAsY = [](double, double b) { return infinityWithSign(negative(b)); };
-constexpr PartRule zeroAsY = [](double, double b) { return zeroWithSign(negative(b)); };
-constexpr PartRule anyNaN = [](double, double) { return aNaN(); };
-constexpr PartRule rootOfHalf = [](double, double b) { return about(std::sqrt(std::fabs(b)) * 0x1.6a09e667f3bcdp-1); };
-constexpr PartRule rootOfHalfAsY = [](double, double b) { return about(withSignOf(std::sqrt(std::fabs(b)) * 0x1.6a09e667f3bcdp-1, b)); };
-constexpr PartRule rootOfX = [](double a, double) { return about(std::sqrt(std::fabs(a))); };
-constexpr PartRule rootOfXAsY = [](double a, double b) { return about(withSignOf(std::sqrt(std::fabs(a)), b)); };
-
-Values minusInfinity(bool) { return {-inf}; }
-Values plusInfinity(bool) { return {inf}; }
-Values below(bool single) {
-    Values values;
-    for (const double v : finiteNonzero(single))
-        if (negative(v)) values.push_back(v);
-    return values;
-}
-Values above(bool single) {
-    Values values;
-    for (const double v : finiteNonzero(single))
-        if (!negative(v)) values.push_back(v);
-    return values;
-}
-Values anything(bool single) { return joined(finite(single), infiniteOrNaN(single)); }
-// A NaN's sign is the product's, too: +1 and +0 leave it alone.
-Values finiteFirst(bool single) { return joined(zero(single), oneAndMore(single)); }
-
-TEST(ComplexSqrt, SpecialValues) {
-    const Cell cells[] = {
-        {anything, infinite, infinity, y},
-        {minusInfinity, nan, quietY, infinity},
-        {plusInfinity, nan, infinity, quietY},
-        {nan, finiteFirst, quietX, quietX},
-        {finiteFirst, nan, quietY, quietY},
-        {nan, nan, anyNaN, anyNaN},
-        {minusInfinity, finite, plusZero, infinityAsY},
-        {plusInfinity, finite, infinity, zeroAsY},
-        {zero, finiteNonzero, rootOfHalf, rootOfHalfAsY},
-        {zero, zero, plusZero, y},
-        {below, zero, plusZero, rootOfXAsY},
-        {above, zero, rootOfX, y},
-    };
-    expectCells("Sqrt", cells);
-}
+TEST(ComplexSqrt, SpecialValues) { expectCells("Sqrt", sqrtCells); }
 
 TEST(ComplexSqrt, ExactRoots) {
     expectBoth("Sqrt", -4, 0.0, exactly(0.0), exactly(2));
