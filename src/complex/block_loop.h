@@ -8,6 +8,12 @@
 
 namespace okt {
 
+// The elements' parts, without asking for an alignment.
+template <class Z>
+inline const decltype(Z::re)* partsOf(const Z* z) { return reinterpret_cast<const decltype(Z::re)*>(z); }
+template <class Z>
+inline decltype(Z::re)* partsOf(Z* z) { return reinterpret_cast<decltype(Z::re)*>(z); }
+
 // Less than a block, worked in a buffer whose free places hold the first element. A function of its own, so that the loop
 // over whole blocks has the registers for itself.
 template <int N, class Z, class Block>
@@ -31,7 +37,7 @@ template <class Z, class V>
 [[gnu::noinline, gnu::cold]] void storeWithKernel(const Z* src, Z* dst, const V& re, const V& im, int flagged,
                                                  Z (*byKernel)(Z)) {
     Z result[V::lanes];
-    storeInterleaved(&result[0].re, re, im);
+    storeInterleaved(partsOf(result), re, im);
     for (int i = 0; i < V::lanes; ++i)
         if (flagged >> i & 1) result[i] = byKernel(loadElement(src + i));
     for (int i = 0; i < V::lanes; ++i) storeElement(dst + i, result[i]);
@@ -44,7 +50,7 @@ inline void storeBlock(const Z* src, Z* dst, const V& re, const V& im, Mask<Bits
     if (any(flagged)) [[unlikely]]
         storeWithKernel(src, dst, re, im, laneBits(flagged), byKernel);
     else
-        storeInterleaved(&dst->re, re, im);
+        storeInterleaved(partsOf(dst), re, im);
 }
 
 }  // namespace okt

@@ -41,18 +41,13 @@ struct RangeConstants {
     Constant64 half = 0.5;
 };
 
-template <class Part>
-struct Parts {
-    Part re, im;
-};
-
 // The squares of a and b and their sum.
 template <int N>
 struct Squares {
     F64<N> a, b, sum;
 
     // The sum's distance from 1; zero in the lanes that are far from 1, which keeps them out of harm.
-    [[gnu::always_inline]] F64<N> distance(Mask64<N> far) const {
+    F64<N> distance(Mask64<N> far) const {
         const Mask64<N> first = a > b;
         const F64<N> w = (select(first, a, b) - F64<N>(1.0)) + select(first, b, a);
         return zeroIf(far, w);
@@ -139,7 +134,7 @@ OktStatus lnc32A11(const Complex32* src, Complex32* dst, std::int32_t len) {
         constexpr int N = 4;
         const ConstantsA11& k = inMemory(constantsA11);
         paddedBlocks<N>(src, dst, len, [&k](const Complex32* from, Complex32* to) OKT_INLINE {
-            const auto [re, im] = loadInterleaved<N>(&from->re);
+            const auto [re, im] = loadInterleaved<N>(partsOf(from));
             const Squares<N> s = squares(widen(re), widen(im));
             const Mask64<N> far = farFromOne(k, s.sum);
             F32<N> L = lnFarA11(k, s.sum);
@@ -170,7 +165,7 @@ struct Terms {
     F64<N> S, Q;  // e·ln 2 - ln c
 };
 
-// Of 2^bits + 1 rows (c, 0, hi, lo), hi + lo = -ln c. `rest` is what s lacks.
+// From 2^bits + 1 rows (c, 0, hi, lo), hi + lo = -ln c. `restOfMantissa` makes of the lower half of m what m·c is to have.
 template <int bits, int N, class Rest>
 inline Terms<N> lnTerms(const TableConstants& k, const Real64* table, F64<N> s, const Rest& restOfMantissa) {
     const U64<N> pattern = asBits(s);
@@ -250,7 +245,7 @@ OktStatus lnc32A21(const Complex32* src, Complex32* dst, std::int32_t len) {
         constexpr int N = 4;
         const ConstantsA21& k = inMemory(constantsA21);
         paddedBlocks<N>(src, dst, len, [&k](const Complex32* from, Complex32* to) OKT_INLINE {
-            const auto [srcRe, srcIm] = loadInterleaved<N>(&from->re);
+            const auto [srcRe, srcIm] = loadInterleaved<N>(partsOf(from));
             const Mask32<N> zeroRe = srcRe == F32<N>(0.0F), zeroIm = srcIm == F32<N>(0.0F);
             const F32<N> re = zerosMadeClear(srcRe, zeroRe), im = zerosMadeClear(srcIm, zeroIm);
             const Squares<N> s = squares(widen(re), widen(im));
@@ -368,7 +363,7 @@ OktStatus lnc32A24(const Complex32* src, Complex32* dst, std::int32_t len) {
         constexpr int N = 4;
         const ConstantsA24& k = inMemory(constantsA24);
         paddedBlocks<N>(src, dst, len, [&k](const Complex32* from, Complex32* to) OKT_INLINE {
-            auto [re, im] = loadInterleaved<N>(&from->re);
+            auto [re, im] = loadInterleaved<N>(partsOf(from));
             const Mask32<N> flagged = flagged32(k, re, im, 0x00800000, 0x7F7FFFFF);
             if (any(flagged)) [[unlikely]] {
                 re = select(flagged, F32<N>(2.0F), re);
@@ -497,7 +492,7 @@ OktStatus lnc64(const Complex64* src, Complex64* dst, std::int32_t len) {
         constexpr int N = 4;
         const Constants64& k = inMemory(constants64);
         paddedBlocks<N>(src, dst, len, [&k](const Complex64* from, Complex64* to) OKT_INLINE {
-            auto [re, im] = loadInterleaved<N>(&from->re);
+            auto [re, im] = loadInterleaved<N>(partsOf(from));
             // Upper words of 2^-450 and of the numbers just below 2^450.
             const auto outOfRange = [&](F64<N> part) OKT_INLINE {
                 return outside(packHighWords(asBits(part)) & U32<N>(k.magnitude32), 0x23D00000, 0x5C0FFFFF);

@@ -62,7 +62,7 @@ struct Started {
 
 template <int N>
 inline Started<N> start(const Constants& k, const Complex32* src) {
-    const auto [re, im] = loadInterleaved<N>(&src->re);
+    const auto [re, im] = loadInterleaved<N>(partsOf(src));
     const F64<N> X = widen(re), Y = widen(im);
     const F64<N> a = sqrt(X * X + Y * Y) + abs(X);
     return {re, im, asReal(asBits(a) - U64<N>(k.halving))};
