@@ -38,24 +38,35 @@ OKT_EXT_RARE Real80 angleNearAxis(Real80 s, Real80 l, Real80 ratio, int row) {
     return (qh + angle[0]) + (low + angle[1]);
 }
 
-// The direction of row base of atanTable plus the arctangent of s/l, 2^-13 < |s/l| <= 1. lHead is l rounded to Real64;
-// Short says that it is l itself. k = round(128*s/l): the Real64 t has its last place at 2^-7, so that rounding to it
-// gives both k/128 and, in its pattern, k.
+// The direction of row base of atanTable plus the arctangent of s/l, 2^-13 < |s/l| <= 1. lHead is l rounded to Real64.
+// k = round(128*s/l): the Real64 t has its last place at 2^-7, so that rounding to it gives both k/128 and, in its
+// pattern, k.
+struct AngleStart {
+    Real80 s, l;
+    Real64 lHead, t;
+    int base;
+};
+
+inline constexpr Real64 angleMagic = 0x1.8p45;
+
+OKT_EXT AngleStart startAngle(int base, Real80 s, Real80 l, Real64 lHead) {
+    return {s, l, lHead, static_cast<Real64>(s / l + angleMagic), base};
+}
+
+// Short says that l is lHead.
 template <bool Short>
-OKT_EXT Real80 angleFrom(int base, Real80 s, Real80 l, Real64 lHead) {
-    constexpr Real64 magic = 0x1.8p45;
-    auto t = static_cast<Real64>(s / l + magic);
-    auto k = static_cast<int>(asBits(t) - asBits(magic));
-    Real80 ratio = Real80{t} - magic;
-    int row = base + k;
+OKT_EXT Real80 finishAngle(const AngleStart& a) {
+    auto k = static_cast<int>(asBits(a.t) - asBits(angleMagic));
+    Real80 ratio = Real80{a.t} - angleMagic;
+    int row = a.base + k;
     if (static_cast<unsigned>(k + 4) <= 8) [[unlikely]] {
-        return angleNearAxis(s, l, ratio, row);
+        return angleNearAxis(a.s, a.l, ratio, row);
     }
-    Real80 numerator = s - lHead * ratio;
+    Real80 numerator = a.s - a.lHead * ratio;
     if constexpr (!Short) {
-        numerator = numerator - (l - lHead) * ratio;
+        numerator = numerator - (a.l - a.lHead) * ratio;
     }
-    Real80 q = numerator / (s * ratio + l);
+    Real80 q = numerator / (a.s * ratio + a.l);
     Real80 z = q * q;
     const Real64* angle = tables::atanTable + 2 * row;
     return ((q * z * poly(z, atanSeries) + q) + angle[1]) + angle[0];
@@ -63,18 +74,18 @@ OKT_EXT Real80 angleFrom(int base, Real80 s, Real80 l, Real64 lHead) {
 
 // Angle of the point (x, y) from 0 to pi, y > 0, the two within a factor 2^12 of each other; y64 and x64 are the
 // coordinates rounded to Real64. Whether y or x is the larger is as good as random: no branch.
-OKT_EXT Real80 upperAngle(Real80 y, Real64 y64, Real80 x, Real64 x64) {
+OKT_EXT AngleStart startUpperAngle(Real80 y, Real64 y64, Real80 x, Real64 x64) {
     bool steep = asBits(y64) > asBits(absReal64(x64));
     int base = steep ? 256 : signOf(x64) ? 512 : 0;
     Real64 lHead = bits64(steep ? asBits(y64) : asBits(x64));
-    return angleFrom<false>(base, select(steep, -x, y), select(steep, y, x), lHead);
+    return startAngle(base, select(steep, -x, y), select(steep, y, x), lHead);
 }
 
-OKT_EXT Real80 upperAngle(Real64 y, Real64 x) {
+OKT_EXT AngleStart startUpperAngle(Real64 y, Real64 x) {
     bool steep = asBits(y) > asBits(absReal64(x));
     int base = steep ? 256 : signOf(x) ? 512 : 0;
     Real64 s = bits64(steep ? asBits(x) ^ 0x8000000000000000U : asBits(y)), l = bits64(steep ? asBits(y) : asBits(x));
-    return angleFrom<true>(base, s, l, l);
+    return startAngle(base, s, l, l);
 }
 
 // A direction of an axis, and on which side of it a small angle lies.
@@ -105,7 +116,7 @@ inline Real80 tableAngle(int row) { return tables::atanTable[2 * row] + Real80{t
 // of Real64.
 OKT_EXT Real80 angleByRatio(Real80 s, Real80 l, int apart, Octant octant) {
     if (apart <= 12) {
-        return angleFrom<false>(octant.base, octant.minus ? -s : s, l, static_cast<Real64>(l));
+        return finishAngle<false>(startAngle(octant.base, octant.minus ? -s : s, l, static_cast<Real64>(l)));
     }
     return smallAngleInOctant(s, l, octant);
 }
@@ -191,10 +202,11 @@ OKT_EXT Real80 atan2Ext(T argumentY, T argumentX) {
         [[likely]] {
         Real80 angle;
         if constexpr (sizeof(T) == 8) {
-            angle = upperAngle(absReal64(argumentY), argumentX);
+            angle = finishAngle<true>(startUpperAngle(absReal64(argumentY), argumentX));
         } else {
             Real80 y = absExt(argumentY);
-            angle = upperAngle(y, static_cast<Real64>(y), argumentX, static_cast<Real64>(argumentX));
+            angle = finishAngle<false>(
+                startUpperAngle(y, static_cast<Real64>(y), argumentX, static_cast<Real64>(argumentX)));
         }
         return negateIf(fieldY >> 15 != 0, angle);
     }

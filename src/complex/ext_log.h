@@ -78,30 +78,49 @@ inline Real80 lnNear(Real80 t, int exponent) {
 
 }  // namespace ext
 
+namespace ext {
+
+// Sign, exponent and the top 16 significand bits in one number.
+OKT_EXT std::uint32_t keyOf(Real80Bits bits) {
+    return static_cast<std::uint32_t>(bits.signAndExponent) << 16 | static_cast<std::uint32_t>(bits.significand >> 48);
+}
+
+// From about 0.96875 to 1.0625.
+OKT_EXT bool isNearOne(std::uint32_t key) { return key - 0x3FFEF800U <= 0x3FFF8800U - 0x3FFEF800U; }
+
+inline Real80 lnNearOne(Real80 x) {
+    Real80 t = x - 1.0;
+    return t == 0 ? Real80{0.0} : lnNear(t, extExponent(t));
+}
+
+// ln x of a positive normal x, given by its bits.
+OKT_EXT Real80 lnOrdinary(Real80Bits bits) {
+    return isNearOne(keyOf(bits)) ? lnNearOne(fromBits(bits)) : lnFar(bits, 0.0);
+}
+
+}  // namespace ext
+
 // ln x.
 inline Real80 logExt(Real80 x) {
     using namespace ext;
     Real80Bits bits = asBits(x);
-    // Sign, exponent and the top 16 significand bits in one number.
-    std::uint32_t key =
-        static_cast<std::uint32_t>(bits.signAndExponent) << 16 | static_cast<std::uint32_t>(bits.significand >> 48);
-    if (key - 0x3FFEF800U > 0x3FFF8800U - 0x3FFEF800U) {
-        if (key < 0x7FFF8000U) {
-            if (bits.signAndExponent != 0) {
-                return lnFar(bits, 0.0);
-            }
-            if (bits.significand == 0) {
-                return pole(-1.0);
-            }
-            return lnFar(asBits(x * twoTo75), 0.0, -75);  // a subnormal
+    std::uint32_t key = keyOf(bits);
+    if (isNearOne(key)) {
+        return lnNearOne(x);
+    }
+    if (key < 0x7FFF8000U) {
+        if (bits.signAndExponent != 0) {
+            return lnFar(bits, 0.0);
         }
-        if (x == 0) {
+        if (bits.significand == 0) {
             return pole(-1.0);
         }
-        return x == x && x < 0 ? invalid() : x * 1.0;  // a comparison by order would be invalid for a NaN
+        return lnFar(asBits(x * twoTo75), 0.0, -75);  // a subnormal
     }
-    Real80 t = x - 1.0;
-    return t == 0 ? Real80{0.0} : lnNear(t, extExponent(t));
+    if (x == 0) {
+        return pole(-1.0);
+    }
+    return x == x && x < 0 ? invalid() : x * 1.0;  // a comparison by order would be invalid for a NaN
 }
 
 // ln(1 + x).
