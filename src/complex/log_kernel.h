@@ -33,7 +33,7 @@ OKT_EXT Real80 squareHead(Real80 x) {
 
 // ln(a^2 + b^2).
 OKT_EXT Real80 lnOfSquares(Real64 a, Real64 b) {
-    auto [major, minor, unused] = ordered(b, a);
+    auto [major, minor] = ordered(b, a);
     Real80 majorSquare = major * major, minorSquare = minor * minor;
     Real80 s = majorSquare + minorSquare;
     if (absExt(s - 1.0) > 0x1.eb851eb851eb8p-6) {
