@@ -3635,8 +3635,8 @@ OKT_API OktStatus oktsLn_64fc_A53(const Complex64* src, Complex64* dst, int32_t 
  * which raises invalid. Subnormal elements do not warn.
  *
  * Complex elements: log10|z| + i arg z log10 e, the natural logarithm's two parts times log10 e in extended precision, one
- * element at a time, whatever the caller's x87 precision is. Largest errors seen: 0.5001 ulp on 32fc, 0.51 and 0.501 ulp in the
- * real and the imaginary part on 64fc. The cut and the special values are those of the complex Ln, angles times log10 e. Complex
+ * element at a time, whatever the caller's x87 precision is. Largest errors seen: 0.5001 ulp on 32fc, 0.5244 and 0.5007 ulp in
+ * the real and the imaginary part on 64fc. The cut and the special values are those of the complex Ln, angles times log10 e. Complex
  * elements never warn.
  *
  * dst may be src.
@@ -3663,8 +3663,8 @@ OKT_API OktStatus oktsLog10_32f_A24(const Real32* src, Real32* dst, int32_t len)
  * which raises invalid. Subnormal elements do not warn.
  *
  * Complex elements: log10|z| + i arg z log10 e, the natural logarithm's two parts times log10 e in extended precision, one
- * element at a time, whatever the caller's x87 precision is. Largest errors seen: 0.5001 ulp on 32fc, 0.51 and 0.501 ulp in the
- * real and the imaginary part on 64fc. The cut and the special values are those of the complex Ln, angles times log10 e. Complex
+ * element at a time, whatever the caller's x87 precision is. Largest errors seen: 0.5001 ulp on 32fc, 0.5244 and 0.5007 ulp in
+ * the real and the imaginary part on 64fc. The cut and the special values are those of the complex Ln, angles times log10 e. Complex
  * elements never warn.
  *
  * dst may be src.
@@ -3691,8 +3691,8 @@ OKT_API OktStatus oktsLog10_64f_A53(const Real64* src, Real64* dst, int32_t len)
  * which raises invalid. Subnormal elements do not warn.
  *
  * Complex elements: log10|z| + i arg z log10 e, the natural logarithm's two parts times log10 e in extended precision, one
- * element at a time, whatever the caller's x87 precision is. Largest errors seen: 0.5001 ulp on 32fc, 0.51 and 0.501 ulp in the
- * real and the imaginary part on 64fc. The cut and the special values are those of the complex Ln, angles times log10 e. Complex
+ * element at a time, whatever the caller's x87 precision is. Largest errors seen: 0.5001 ulp on 32fc, 0.5244 and 0.5007 ulp in
+ * the real and the imaginary part on 64fc. The cut and the special values are those of the complex Ln, angles times log10 e. Complex
  * elements never warn.
  *
  * dst may be src.
@@ -3719,8 +3719,8 @@ OKT_API OktStatus oktsLog10_32fc_A24(const Complex32* src, Complex32* dst, int32
  * which raises invalid. Subnormal elements do not warn.
  *
  * Complex elements: log10|z| + i arg z log10 e, the natural logarithm's two parts times log10 e in extended precision, one
- * element at a time, whatever the caller's x87 precision is. Largest errors seen: 0.5001 ulp on 32fc, 0.51 and 0.501 ulp in the
- * real and the imaginary part on 64fc. The cut and the special values are those of the complex Ln, angles times log10 e. Complex
+ * element at a time, whatever the caller's x87 precision is. Largest errors seen: 0.5001 ulp on 32fc, 0.5244 and 0.5007 ulp in
+ * the real and the imaginary part on 64fc. The cut and the special values are those of the complex Ln, angles times log10 e. Complex
  * elements never warn.
  *
  * dst may be src.
