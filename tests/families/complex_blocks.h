@@ -1,4 +1,5 @@
-// The block routines of complex functions: elements at any place of an array, and around the limits of a routine's range.
+// The block routines of complex functions: elements at any place of an array, and around the limits of a routine's
+// range.
 #pragma once
 
 #include "complex_cells.h"
@@ -28,11 +29,13 @@ std::string patterns(const Z& z) {
 }
 
 template <class Z>
-testing::AssertionResult sameArrays(const std::vector<Z>& src, const std::vector<Z>& actual, const std::vector<Z>& expected) {
+testing::AssertionResult sameArrays(const std::vector<Z>& src, const std::vector<Z>& actual,
+                                    const std::vector<Z>& expected) {
     for (std::size_t i = 0; i < src.size(); ++i)
         if (!sameElement(actual[i], expected[i]))
-            return testing::AssertionFailure() << "element " << i << " of " << src.size() << ": " << patterns(src[i]) << " to "
-                                               << patterns(actual[i]) << " instead of " << patterns(expected[i]);
+            return testing::AssertionFailure()
+                   << "element " << i << " of " << src.size() << ": " << patterns(src[i]) << " to "
+                   << patterns(actual[i]) << " instead of " << patterns(expected[i]);
     return testing::AssertionSuccess();
 }
 
@@ -43,7 +46,9 @@ std::vector<Z> resultsOf(ComplexRoutine<Z> f, const std::vector<std::type_identi
     return dst;
 }
 template <class Z>
-Z resultOf(ComplexRoutine<Z> f, std::type_identity_t<Z> z) { return resultsOf<Z>(f, {z})[0]; }
+Z resultOf(ComplexRoutine<Z> f, std::type_identity_t<Z> z) {
+    return resultsOf<Z>(f, {z})[0];
+}
 
 // What the model gives for z, alone and at every place of an array; fillers on the main path.
 template <class Z>
@@ -60,7 +65,8 @@ void expectModelAtEveryPlace(ComplexRoutine<Z> f, ComplexRoutine<Z> model, std::
 // Calls check(z) for all z of which one part has a given magnitude or one of the two next to it on either side, and the
 // other one a magnitude of `partners`; all signs.
 template <class Z, class Check>
-void aroundLimits(std::initializer_list<PartPattern<Z>> limits, std::initializer_list<double> partners, const Check& check) {
+void aroundLimits(std::initializer_list<PartPattern<Z>> limits, std::initializer_list<double> partners,
+                  const Check& check) {
     using Pattern = PartPattern<Z>;
     const int topBit = 8 * sizeof(Pattern) - 1;
     for (const Pattern limit : limits)

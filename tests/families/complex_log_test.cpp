@@ -16,7 +16,8 @@ constexpr ComplexRoutine<Complex64> ln64 = oktsLn_64fc_A53;
 template <class Z>
 Z nearUnitCircle(Random& random) {
     const double angle = random.between(-pi, pi);
-    const double modulus = 1 + random.between(-0.05, 0.05) * (random.below(2) == 0 ? 1.0 : std::exp2(-random.between(0, 40)));
+    const double modulus =
+        1 + random.between(-0.05, 0.05) * (random.below(2) == 0 ? 1.0 : std::exp2(-random.between(0, 40)));
     return {static_cast<PartOf<Z>>(modulus * std::cos(angle)), static_cast<PartOf<Z>>(modulus * std::sin(angle))};
 }
 template <class Z>
@@ -50,7 +51,8 @@ TEST(ComplexLn, A21AgreesWithTheModelUnderEveryMxcsr) {
     for (Complex32& z : circle) z = anyOrNearUnitCircle<Complex32>(random);
     underEveryMxcsr([&] {
         for (const auto& src : {usual, special, circle})
-            EXPECT_TRUE(sameArrays(src, resultsOf<Complex32>(lnA21, src), resultsOf<Complex32>(model::Ln_32fc_A21, src)));
+            EXPECT_TRUE(
+                sameArrays(src, resultsOf<Complex32>(lnA21, src), resultsOf<Complex32>(model::Ln_32fc_A21, src)));
     });
 }
 
@@ -61,7 +63,8 @@ TEST(ComplexLn, A21UnderDenormalsAreZeroTakesASubnormalPartForAZeroOfItsSign) {
                 const Complex32 wanted = resultOf(lnA21, zero);
                 const ScopedControlState scope({defaultMxcsr | denormalsAreZero, 0x037F});
                 std::vector<Complex32> src(placesArrayLength, z);
-                for (const Complex32& w : resultsOf<Complex32>(lnA21, src)) EXPECT_TRUE(sameElement(w, wanted)) << text(z.re, z.im);
+                for (const Complex32& w : resultsOf<Complex32>(lnA21, src))
+                    EXPECT_TRUE(sameElement(w, wanted)) << text(z.re, z.im);
             };
             inBoth(element<Complex32>(other, tiny), element<Complex32>(other, withSignOf(0.0, tiny)));
             inBoth(element<Complex32>(tiny, other), element<Complex32>(withSignOf(0.0, tiny), other));
@@ -106,13 +109,12 @@ TEST(ComplexLn, Complex64IsCloseToTheKernel) {
 // Where a routine changes its course
 
 TEST(ComplexLn, LimitsOfTheBlockRoutinesRanges) {
-    const std::initializer_list<double> partners = {0.0, 0x1p-149, 0x1p-126, 0x1p-125, 0.6, 1.0, 0x1.fffffep122, 0x1.fffffep127, inf};
-    aroundLimits<Complex32>({0x00000002, 0x01000000, 0x7D000000, 0x7F800000}, partners, [](Complex32 z) {
-        expectModelAtEveryPlace<Complex32>(lnA11, model::Ln_32fc_A11, z);
-    });
-    aroundLimits<Complex32>({0x00000002, 0x00800000, 0x7F7FFFFF, 0x7F800000}, partners, [](Complex32 z) {
-        expectModelAtEveryPlace<Complex32>(lnA21, model::Ln_32fc_A21, z);
-    });
+    const std::initializer_list<double> partners = {0.0, 0x1p-149,       0x1p-126,       0x1p-125, 0.6,
+                                                    1.0, 0x1.fffffep122, 0x1.fffffep127, inf};
+    aroundLimits<Complex32>({0x00000002, 0x01000000, 0x7D000000, 0x7F800000}, partners,
+                            [](Complex32 z) { expectModelAtEveryPlace<Complex32>(lnA11, model::Ln_32fc_A11, z); });
+    aroundLimits<Complex32>({0x00000002, 0x00800000, 0x7F7FFFFF, 0x7F800000}, partners,
+                            [](Complex32 z) { expectModelAtEveryPlace<Complex32>(lnA21, model::Ln_32fc_A21, z); });
 }
 
 // Beyond its range an element gets the kernel's bits, up to there a result close to them.
@@ -183,7 +185,8 @@ TEST(ComplexLn, OnTheUnitCircle) {
         EXPECT_TRUE(withinOne(result.im, kernel.im)) << text(z.re, z.im);
     };
     for (const double sign : {1.0, -1.0})
-        for (const double a : {0.6, 0.8, 0.28, 0.96, 5.0 / 13, 12.0 / 13, 8.0 / 17, 15.0 / 17, 0x1p-20, 0x1.fffffffffffffp-1}) {
+        for (const double a :
+             {0.6, 0.8, 0.28, 0.96, 5.0 / 13, 12.0 / 13, 8.0 / 17, 15.0 / 17, 0x1p-20, 0x1.fffffffffffffp-1}) {
             const double b = std::sqrt((1 - a) * (1 + a)) * sign;
             expectKernels(ln64, Complex64{a, b});
             expectKernels(ln64, Complex64{-b, a});
@@ -242,7 +245,10 @@ void expectConjugateSymmetry(ComplexRoutine<Z> f, int low, int high) {
     for (const Z& z : manyElements<Z>(1001, -2, 1, false, 9)) src.push_back(z);
     std::erase_if(src, [](const Z& z) { return z.re != z.re || z.im != z.im; });
     std::vector<Z> mirrored = src;
-    const auto flip = [](auto part) { return std::bit_cast<PartOf<Z>>(static_cast<PartPattern<Z>>(asBits(part) ^ PartPattern<Z>{1} << (8 * sizeof part - 1))); };
+    const auto flip = [](auto part) {
+        return std::bit_cast<PartOf<Z>>(
+            static_cast<PartPattern<Z>>(asBits(part) ^ PartPattern<Z>{1} << (8 * sizeof part - 1)));
+    };
     for (Z& z : mirrored) z.im = flip(z.im);
     const auto plain = resultsOf<Z>(f, src), mirror = resultsOf<Z>(f, mirrored);
     for (std::size_t i = 0; i < src.size(); ++i) {
@@ -258,13 +264,15 @@ TEST(ComplexLn, ConjugateSymmetry) {
 
 TEST(ComplexLog10, IsALoopOverTheKernel) { expectKernelLoop("Log10", {}, 127); }
 
-// The result of an element does not depend on its place or its neighbours, nor on the caller's x87 setting; dst may be src.
+// The result of an element does not depend on its place or its neighbours, nor on the caller's x87 setting; dst may be
+// src.
 template <class Z>
 void expectIndependence(ComplexRoutine<Z> f, int low, int high) {
     for (std::size_t len = 1; len <= 40; ++len) {
         std::vector<Z> src = manyElements<Z>(len, low, high, len % 2 == 0, len);
         const std::vector<Z> usual = resultsOf<Z>(f, src);
-        for (std::size_t i = 0; i < len; ++i) EXPECT_TRUE(sameElement(resultOf(f, src[i]), usual[i])) << text(src[i].re, src[i].im);
+        for (std::size_t i = 0; i < len; ++i)
+            EXPECT_TRUE(sameElement(resultOf(f, src[i]), usual[i])) << text(src[i].re, src[i].im);
         for (const int word : {0x007F, 0x027F, 0x0E7F}) {
             const ScopedControlState scope({defaultMxcsr, static_cast<std::uint16_t>(word)});
             EXPECT_TRUE(sameArrays(src, resultsOf<Z>(f, src), usual));
@@ -310,11 +318,13 @@ TEST(ComplexLn, DenormalsAreZeroInTheGuardedRoutinesOfComplex32) {
 TEST(ComplexLn, FlagsOfPackedElementsAreTheModels) {
     Random random(8);
     for (int round = 0; round < 500; ++round) {
-        const Complex32 z = round % 2 == 0 ? usualComplex<Complex32, -120, 120>(random) : nearUnitCircle<Complex32>(random);
+        const Complex32 z =
+            round % 2 == 0 ? usualComplex<Complex32, -120, 120>(random) : nearUnitCircle<Complex32>(random);
         EXPECT_EQ(flagsOf<Complex32>(lnA11, z), flagsOf<Complex32>(model::Ln_32fc_A11, z)) << patterns(z);
         underEveryMxcsr([&] {
             const std::uint32_t control = _mm_getcsr();
-            EXPECT_EQ(flagsOf<Complex32>(lnA21, z, control), flagsOf<Complex32>(model::Ln_32fc_A21, z, control)) << patterns(z);
+            EXPECT_EQ(flagsOf<Complex32>(lnA21, z, control), flagsOf<Complex32>(model::Ln_32fc_A21, z, control))
+                << patterns(z);
         });
     }
 }
@@ -338,9 +348,10 @@ TEST(ComplexLn, Flags) {
     EXPECT_TRUE(flagsOf<Complex32>(lnA11, element<Complex32>(quietNaN(), 1.0)) & flagInvalid);
     EXPECT_TRUE(flagsOf<Complex32>(lnA21, element<Complex32>(quietNaN(), 1.0)) & flagInvalid);
     EXPECT_TRUE(flagsOf<Complex32>(lnA21, {0.0F, 0.0F}) & flagInvalid);
-    // The routines that keep flagged elements out of their arithmetic raise nothing over a quiet NaN, and over a zero what
-    // the kernel raises on the x87 unit.
-    for (const auto& [re, im] : {std::pair{quietNaN(), 1.0}, {1.0, quietNaN()}, {inf, -3.0}, {-inf, inf}, {0.0, -0.0}, {-0.0, 1.0}}) {
+    // The routines that keep flagged elements out of their arithmetic raise nothing over a quiet NaN, and over a zero
+    // what the kernel raises on the x87 unit.
+    for (const auto& [re, im] :
+         {std::pair{quietNaN(), 1.0}, {1.0, quietNaN()}, {inf, -3.0}, {-inf, inf}, {0.0, -0.0}, {-0.0, 1.0}}) {
         EXPECT_EQ(flagsOf<Complex64>(ln64, element<Complex64>(re, im)) & ~flagInexact, 0U) << text(re, im);
         EXPECT_EQ(flagsOf<Complex32>(lnA24, element<Complex32>(re, im)) & ~flagInexact, 0U) << text(re, im);
     }

@@ -22,17 +22,17 @@ TEST(ComplexSqrt, AgreesWithTheModelUnderEveryMxcsr) {
     const std::vector<Complex32> special = manyElements<Complex32>(603, -126, 127, true);
     underEveryMxcsr([&] {
         for (const auto& src : {usual, special})
-            EXPECT_TRUE(sameArrays(src, resultsOf<Complex32>(sqrt32, src), resultsOf<Complex32>(model::Sqrt_32fc, src)));
+            EXPECT_TRUE(
+                sameArrays(src, resultsOf<Complex32>(sqrt32, src), resultsOf<Complex32>(model::Sqrt_32fc, src)));
     });
 }
 
-// What the packed steps do to the largest and smallest numbers, and the limits of the range, on which the paths differ in
-// last bits.
+// What the packed steps do to the largest and smallest numbers, and the limits of the range, on which the paths differ
+// in last bits.
 TEST(ComplexSqrt, LimitsOfThePackedRange) {
     aroundLimits<Complex32>({0x00000000, 0x00000002, 0x007FFFFF, 0x00800000, 0x7F7FFFFF, 0x7F800000, 0x7FC00000},
-                            {0.0, 0x1p-149, 0x1p-126, 0x1.8p-126, 0.3, 1.0, 0x1.fffffep127, inf}, [](Complex32 z) {
-                                expectModelAtEveryPlace<Complex32>(sqrt32, model::Sqrt_32fc, z);
-                            });
+                            {0.0, 0x1p-149, 0x1p-126, 0x1.8p-126, 0.3, 1.0, 0x1.fffffep127, inf},
+                            [](Complex32 z) { expectModelAtEveryPlace<Complex32>(sqrt32, model::Sqrt_32fc, z); });
 }
 
 TEST(ComplexSqrt, SpecialValues) { expectCells("Sqrt", sqrtCells); }
@@ -100,7 +100,8 @@ TEST(ComplexSqrt, FlagsOfPackedElementsAreTheModels) {
     for (const Complex32& z : manyElements<Complex32>(500, -125, 127, false, 6))
         underEveryMxcsr([&] {
             const std::uint32_t control = _mm_getcsr();
-            EXPECT_EQ(flagsOf<Complex32>(sqrt32, z, control), flagsOf<Complex32>(model::Sqrt_32fc, z, control)) << patterns(z);
+            EXPECT_EQ(flagsOf<Complex32>(sqrt32, z, control), flagsOf<Complex32>(model::Sqrt_32fc, z, control))
+                << patterns(z);
         });
 }
 
