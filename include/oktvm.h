@@ -697,6 +697,13 @@ OKT_API OktStatus oktsSub_64fc_A53(const Complex64* src1, const Complex64* src2,
  * bit, a signalling one too, on 64f it comes out quiet with its sign inverted. On 32f the sticky invalid flag tells nothing: 1
  * and -1 raise it as well.
  *
+ * Complex elements: from half the sum and half the difference of the distances from two branch points (T. E. Hull, T. F.
+ * Fairgrieve and P. T. P. Tang, Implementing the complex arcsine and arccosine functions using exception handling, ACM TOMS
+ * 23, 1997), one at a time in extended precision, whatever the caller's x87 precision is. The branch cuts run along the real
+ * axis from 1 and -1 outwards, the sign of a zero imaginary part choosing the side. Errors of each part below 0.501 ulp on
+ * 32fc and 0.515 ulp on 64fc. A zero real part gives pi/2 whatever the imaginary part is, a NaN included; infinities give
+ * multiples of pi/4 and an infinite imaginary part. There is no status on complex elements.
+ *
  * dst may be src.
  *
  * @param[in] src source array of len Real32
@@ -722,6 +729,13 @@ OKT_API OktStatus oktsAcos_32f_A24(const Real32* src, Real32* dst, int32_t len);
  * bit, a signalling one too, on 64f it comes out quiet with its sign inverted. On 32f the sticky invalid flag tells nothing: 1
  * and -1 raise it as well.
  *
+ * Complex elements: from half the sum and half the difference of the distances from two branch points (T. E. Hull, T. F.
+ * Fairgrieve and P. T. P. Tang, Implementing the complex arcsine and arccosine functions using exception handling, ACM TOMS
+ * 23, 1997), one at a time in extended precision, whatever the caller's x87 precision is. The branch cuts run along the real
+ * axis from 1 and -1 outwards, the sign of a zero imaginary part choosing the side. Errors of each part below 0.501 ulp on
+ * 32fc and 0.515 ulp on 64fc. A zero real part gives pi/2 whatever the imaginary part is, a NaN included; infinities give
+ * multiples of pi/4 and an infinite imaginary part. There is no status on complex elements.
+ *
  * dst may be src.
  *
  * @param[in] src source array of len Real64
@@ -736,6 +750,70 @@ OKT_API OktStatus oktsAcos_64f_A50(const Real64* src, Real64* dst, int32_t len);
 OKT_API OktStatus oktsAcos_64f_A53(const Real64* src, Real64* dst, int32_t len);
 
 /**
+ * @brief Arc cosine, for each element.
+ *
+ * Real elements: pi/2 - asin x up to 1/2, beyond that 2 asin(sqrt((1 - |x|)/2)), and pi less that for negative x. Largest
+ * errors seen: 0.80 ulp on 32f, 0.77 ulp on 64f. Approximate reciprocals and reciprocal roots of the processor are refined on
+ * the way, so that the last bit of a result may differ on another processor model.
+ *
+ * Special values: 1 gives +0 and -1 gives pi rounded, zeros give pi/2. An element beyond 1 in magnitude, infinities among them,
+ * gives a NaN (0xFFC00000, 0xFFF8000000000000) and oktStatusDomain. A NaN raises no warning; on 32f it comes through bit for
+ * bit, a signalling one too, on 64f it comes out quiet with its sign inverted. On 32f the sticky invalid flag tells nothing: 1
+ * and -1 raise it as well.
+ *
+ * Complex elements: from half the sum and half the difference of the distances from two branch points (T. E. Hull, T. F.
+ * Fairgrieve and P. T. P. Tang, Implementing the complex arcsine and arccosine functions using exception handling, ACM TOMS
+ * 23, 1997), one at a time in extended precision, whatever the caller's x87 precision is. The branch cuts run along the real
+ * axis from 1 and -1 outwards, the sign of a zero imaginary part choosing the side. Errors of each part below 0.501 ulp on
+ * 32fc and 0.515 ulp on 64fc. A zero real part gives pi/2 whatever the imaginary part is, a NaN included; infinities give
+ * multiples of pi/4 and an infinite imaginary part. There is no status on complex elements.
+ *
+ * dst may be src.
+ *
+ * @param[in] src source array of len Complex32
+ * @param[out] dst destination array of len Complex32
+ * @param[in] len number of elements, 1 or more
+ * @return oktStatusOk, oktStatusBadLength, oktStatusNullPointer
+ */
+OKT_API OktStatus oktsAcos_32fc_A11(const Complex32* src, Complex32* dst, int32_t len);
+/** @copydoc oktsAcos_32fc_A11 */
+OKT_API OktStatus oktsAcos_32fc_A21(const Complex32* src, Complex32* dst, int32_t len);
+/** @copydoc oktsAcos_32fc_A11 */
+OKT_API OktStatus oktsAcos_32fc_A24(const Complex32* src, Complex32* dst, int32_t len);
+
+/**
+ * @brief Arc cosine, for each element.
+ *
+ * Real elements: pi/2 - asin x up to 1/2, beyond that 2 asin(sqrt((1 - |x|)/2)), and pi less that for negative x. Largest
+ * errors seen: 0.80 ulp on 32f, 0.77 ulp on 64f. Approximate reciprocals and reciprocal roots of the processor are refined on
+ * the way, so that the last bit of a result may differ on another processor model.
+ *
+ * Special values: 1 gives +0 and -1 gives pi rounded, zeros give pi/2. An element beyond 1 in magnitude, infinities among them,
+ * gives a NaN (0xFFC00000, 0xFFF8000000000000) and oktStatusDomain. A NaN raises no warning; on 32f it comes through bit for
+ * bit, a signalling one too, on 64f it comes out quiet with its sign inverted. On 32f the sticky invalid flag tells nothing: 1
+ * and -1 raise it as well.
+ *
+ * Complex elements: from half the sum and half the difference of the distances from two branch points (T. E. Hull, T. F.
+ * Fairgrieve and P. T. P. Tang, Implementing the complex arcsine and arccosine functions using exception handling, ACM TOMS
+ * 23, 1997), one at a time in extended precision, whatever the caller's x87 precision is. The branch cuts run along the real
+ * axis from 1 and -1 outwards, the sign of a zero imaginary part choosing the side. Errors of each part below 0.501 ulp on
+ * 32fc and 0.515 ulp on 64fc. A zero real part gives pi/2 whatever the imaginary part is, a NaN included; infinities give
+ * multiples of pi/4 and an infinite imaginary part. There is no status on complex elements.
+ *
+ * dst may be src.
+ *
+ * @param[in] src source array of len Complex64
+ * @param[out] dst destination array of len Complex64
+ * @param[in] len number of elements, 1 or more
+ * @return oktStatusOk, oktStatusBadLength, oktStatusNullPointer
+ */
+OKT_API OktStatus oktsAcos_64fc_A26(const Complex64* src, Complex64* dst, int32_t len);
+/** @copydoc oktsAcos_64fc_A26 */
+OKT_API OktStatus oktsAcos_64fc_A50(const Complex64* src, Complex64* dst, int32_t len);
+/** @copydoc oktsAcos_64fc_A26 */
+OKT_API OktStatus oktsAcos_64fc_A53(const Complex64* src, Complex64* dst, int32_t len);
+
+/**
  * @brief Arc sine, for each element.
  *
  * Real elements: an odd polynomial up to 1/2, beyond that pi/2 - 2 asin(sqrt((1 - |x|)/2)), with the root as a head and a rest.
@@ -746,6 +824,11 @@ OKT_API OktStatus oktsAcos_64f_A53(const Real64* src, Real64* dst, int32_t len);
  * among them, gives a NaN (0xFFC00000, 0xFFF8000000000000) and oktStatusDomain. A NaN raises no warning; on 32f it comes
  * through bit for bit, a signalling one too, on 64f it comes out quiet. On 32f the sticky invalid flag tells nothing: elements
  * below 1/2 raise it as well.
+ *
+ * Complex elements: -i asinh(i z), one at a time in extended precision, whatever the caller's x87 precision is. The branch
+ * cuts run along the real axis from 1 and -1 outwards, the sign of a zero imaginary part choosing the side. Errors of each
+ * part below 0.501 ulp on 32fc and 0.515 ulp on 64fc. Special values are those of the complex Asinh at i z, NaNs keeping their
+ * sign in the turn. There is no status on complex elements.
  *
  * dst may be src.
  *
@@ -772,6 +855,11 @@ OKT_API OktStatus oktsAsin_32f_A24(const Real32* src, Real32* dst, int32_t len);
  * through bit for bit, a signalling one too, on 64f it comes out quiet. On 32f the sticky invalid flag tells nothing: elements
  * below 1/2 raise it as well.
  *
+ * Complex elements: -i asinh(i z), one at a time in extended precision, whatever the caller's x87 precision is. The branch
+ * cuts run along the real axis from 1 and -1 outwards, the sign of a zero imaginary part choosing the side. Errors of each
+ * part below 0.501 ulp on 32fc and 0.515 ulp on 64fc. Special values are those of the complex Asinh at i z, NaNs keeping their
+ * sign in the turn. There is no status on complex elements.
+ *
  * dst may be src.
  *
  * @param[in] src source array of len Real64
@@ -786,6 +874,66 @@ OKT_API OktStatus oktsAsin_64f_A50(const Real64* src, Real64* dst, int32_t len);
 OKT_API OktStatus oktsAsin_64f_A53(const Real64* src, Real64* dst, int32_t len);
 
 /**
+ * @brief Arc sine, for each element.
+ *
+ * Real elements: an odd polynomial up to 1/2, beyond that pi/2 - 2 asin(sqrt((1 - |x|)/2)), with the root as a head and a rest.
+ * Largest errors seen: 0.90 ulp on 32f, 0.85 ulp on 64f. The root is refined from the processor's approximate reciprocal
+ * root, so that the last bit of a result may differ on another processor model.
+ *
+ * Special values: zeros give themselves, 1 and -1 give pi/2 and -pi/2 rounded. An element beyond 1 in magnitude, infinities
+ * among them, gives a NaN (0xFFC00000, 0xFFF8000000000000) and oktStatusDomain. A NaN raises no warning; on 32f it comes
+ * through bit for bit, a signalling one too, on 64f it comes out quiet. On 32f the sticky invalid flag tells nothing: elements
+ * below 1/2 raise it as well.
+ *
+ * Complex elements: -i asinh(i z), one at a time in extended precision, whatever the caller's x87 precision is. The branch
+ * cuts run along the real axis from 1 and -1 outwards, the sign of a zero imaginary part choosing the side. Errors of each
+ * part below 0.501 ulp on 32fc and 0.515 ulp on 64fc. Special values are those of the complex Asinh at i z, NaNs keeping their
+ * sign in the turn. There is no status on complex elements.
+ *
+ * dst may be src.
+ *
+ * @param[in] src source array of len Complex32
+ * @param[out] dst destination array of len Complex32
+ * @param[in] len number of elements, 1 or more
+ * @return oktStatusOk, oktStatusBadLength, oktStatusNullPointer
+ */
+OKT_API OktStatus oktsAsin_32fc_A11(const Complex32* src, Complex32* dst, int32_t len);
+/** @copydoc oktsAsin_32fc_A11 */
+OKT_API OktStatus oktsAsin_32fc_A21(const Complex32* src, Complex32* dst, int32_t len);
+/** @copydoc oktsAsin_32fc_A11 */
+OKT_API OktStatus oktsAsin_32fc_A24(const Complex32* src, Complex32* dst, int32_t len);
+
+/**
+ * @brief Arc sine, for each element.
+ *
+ * Real elements: an odd polynomial up to 1/2, beyond that pi/2 - 2 asin(sqrt((1 - |x|)/2)), with the root as a head and a rest.
+ * Largest errors seen: 0.90 ulp on 32f, 0.85 ulp on 64f. The root is refined from the processor's approximate reciprocal
+ * root, so that the last bit of a result may differ on another processor model.
+ *
+ * Special values: zeros give themselves, 1 and -1 give pi/2 and -pi/2 rounded. An element beyond 1 in magnitude, infinities
+ * among them, gives a NaN (0xFFC00000, 0xFFF8000000000000) and oktStatusDomain. A NaN raises no warning; on 32f it comes
+ * through bit for bit, a signalling one too, on 64f it comes out quiet. On 32f the sticky invalid flag tells nothing: elements
+ * below 1/2 raise it as well.
+ *
+ * Complex elements: -i asinh(i z), one at a time in extended precision, whatever the caller's x87 precision is. The branch
+ * cuts run along the real axis from 1 and -1 outwards, the sign of a zero imaginary part choosing the side. Errors of each
+ * part below 0.501 ulp on 32fc and 0.515 ulp on 64fc. Special values are those of the complex Asinh at i z, NaNs keeping their
+ * sign in the turn. There is no status on complex elements.
+ *
+ * dst may be src.
+ *
+ * @param[in] src source array of len Complex64
+ * @param[out] dst destination array of len Complex64
+ * @param[in] len number of elements, 1 or more
+ * @return oktStatusOk, oktStatusBadLength, oktStatusNullPointer
+ */
+OKT_API OktStatus oktsAsin_64fc_A26(const Complex64* src, Complex64* dst, int32_t len);
+/** @copydoc oktsAsin_64fc_A26 */
+OKT_API OktStatus oktsAsin_64fc_A50(const Complex64* src, Complex64* dst, int32_t len);
+/** @copydoc oktsAsin_64fc_A26 */
+OKT_API OktStatus oktsAsin_64fc_A53(const Complex64* src, Complex64* dst, int32_t len);
+
+/**
  * @brief Arc tangent, for each element.
  *
  * Real elements: the addition theorem moves the argument onto a small interval about zero, an odd polynomial follows, and the
@@ -794,6 +942,11 @@ OKT_API OktStatus oktsAsin_64f_A53(const Real64* src, Real64* dst, int32_t len);
  *
  * Special values: zeros and subnormals give themselves, infinities give pi/2 rounded with their sign; a NaN comes out quiet
  * with sign and payload. There is no warning.
+ *
+ * Complex elements: -i atanh(i z), one at a time in extended precision, whatever the caller's x87 precision is. The branch
+ * cuts run along the imaginary axis from 1 and -1 outwards, the sign of a zero real part choosing the side. Errors of each
+ * part below 0.501 ulp on 32fc and 0.515 ulp on 64fc. Special values are those of the complex Atanh at i z, NaNs keeping their
+ * sign in the turn. There is no status on complex elements: the poles at i and -i give infinities and raise divide-by-zero.
  *
  * dst may be src.
  *
@@ -818,6 +971,11 @@ OKT_API OktStatus oktsAtan_32f_A24(const Real32* src, Real32* dst, int32_t len);
  * Special values: zeros and subnormals give themselves, infinities give pi/2 rounded with their sign; a NaN comes out quiet
  * with sign and payload. There is no warning.
  *
+ * Complex elements: -i atanh(i z), one at a time in extended precision, whatever the caller's x87 precision is. The branch
+ * cuts run along the imaginary axis from 1 and -1 outwards, the sign of a zero real part choosing the side. Errors of each
+ * part below 0.501 ulp on 32fc and 0.515 ulp on 64fc. Special values are those of the complex Atanh at i z, NaNs keeping their
+ * sign in the turn. There is no status on complex elements: the poles at i and -i give infinities and raise divide-by-zero.
+ *
  * dst may be src.
  *
  * @param[in] src source array of len Real64
@@ -830,6 +988,62 @@ OKT_API OktStatus oktsAtan_64f_A26(const Real64* src, Real64* dst, int32_t len);
 OKT_API OktStatus oktsAtan_64f_A50(const Real64* src, Real64* dst, int32_t len);
 /** @copydoc oktsAtan_64f_A26 */
 OKT_API OktStatus oktsAtan_64f_A53(const Real64* src, Real64* dst, int32_t len);
+
+/**
+ * @brief Arc tangent, for each element.
+ *
+ * Real elements: the addition theorem moves the argument onto a small interval about zero, an odd polynomial follows, and the
+ * arctangent of the interval's centre is added in two parts. Largest errors seen: 0.96 ulp on 32f, 0.85 ulp on 64f. Every
+ * element takes the same steps, wherever it stands.
+ *
+ * Special values: zeros and subnormals give themselves, infinities give pi/2 rounded with their sign; a NaN comes out quiet
+ * with sign and payload. There is no warning.
+ *
+ * Complex elements: -i atanh(i z), one at a time in extended precision, whatever the caller's x87 precision is. The branch
+ * cuts run along the imaginary axis from 1 and -1 outwards, the sign of a zero real part choosing the side. Errors of each
+ * part below 0.501 ulp on 32fc and 0.515 ulp on 64fc. Special values are those of the complex Atanh at i z, NaNs keeping their
+ * sign in the turn. There is no status on complex elements: the poles at i and -i give infinities and raise divide-by-zero.
+ *
+ * dst may be src.
+ *
+ * @param[in] src source array of len Complex32
+ * @param[out] dst destination array of len Complex32
+ * @param[in] len number of elements, 1 or more
+ * @return oktStatusOk, oktStatusBadLength, oktStatusNullPointer
+ */
+OKT_API OktStatus oktsAtan_32fc_A11(const Complex32* src, Complex32* dst, int32_t len);
+/** @copydoc oktsAtan_32fc_A11 */
+OKT_API OktStatus oktsAtan_32fc_A21(const Complex32* src, Complex32* dst, int32_t len);
+/** @copydoc oktsAtan_32fc_A11 */
+OKT_API OktStatus oktsAtan_32fc_A24(const Complex32* src, Complex32* dst, int32_t len);
+
+/**
+ * @brief Arc tangent, for each element.
+ *
+ * Real elements: the addition theorem moves the argument onto a small interval about zero, an odd polynomial follows, and the
+ * arctangent of the interval's centre is added in two parts. Largest errors seen: 0.96 ulp on 32f, 0.85 ulp on 64f. Every
+ * element takes the same steps, wherever it stands.
+ *
+ * Special values: zeros and subnormals give themselves, infinities give pi/2 rounded with their sign; a NaN comes out quiet
+ * with sign and payload. There is no warning.
+ *
+ * Complex elements: -i atanh(i z), one at a time in extended precision, whatever the caller's x87 precision is. The branch
+ * cuts run along the imaginary axis from 1 and -1 outwards, the sign of a zero real part choosing the side. Errors of each
+ * part below 0.501 ulp on 32fc and 0.515 ulp on 64fc. Special values are those of the complex Atanh at i z, NaNs keeping their
+ * sign in the turn. There is no status on complex elements: the poles at i and -i give infinities and raise divide-by-zero.
+ *
+ * dst may be src.
+ *
+ * @param[in] src source array of len Complex64
+ * @param[out] dst destination array of len Complex64
+ * @param[in] len number of elements, 1 or more
+ * @return oktStatusOk, oktStatusBadLength, oktStatusNullPointer
+ */
+OKT_API OktStatus oktsAtan_64fc_A26(const Complex64* src, Complex64* dst, int32_t len);
+/** @copydoc oktsAtan_64fc_A26 */
+OKT_API OktStatus oktsAtan_64fc_A50(const Complex64* src, Complex64* dst, int32_t len);
+/** @copydoc oktsAtan_64fc_A26 */
+OKT_API OktStatus oktsAtan_64fc_A53(const Complex64* src, Complex64* dst, int32_t len);
 
 /**
  * @brief Four-quadrant arc tangent of two sources, for each element.
@@ -910,6 +1124,11 @@ OKT_API OktStatus oktsAtan2_64f_A53(const Real64* src1, const Real64* src2, Real
  * 0xFFF8000000000000 on 64f, and raises invalid. A NaN comes back quiet with sign and payload, without a warning. The
  * cosine of a zero is exactly 1.
  *
+ * Complex elements: cosh(i z), one at a time in extended precision, whatever the caller's x87 precision is. Errors of each
+ * part below 0.501 ulp on 32fc and 0.502 ulp on 64fc, for real parts of any size. Special values are those of the complex Cosh
+ * at i z, NaNs keeping their sign in the turn: the imaginary part of the cosine of (1, +0) is -0. There is no status on
+ * complex elements: overflow, underflow and invalid show in the results and in the sticky flags.
+ *
  * dst may be src. The source is only read, and nothing behind its end is read.
  *
  * @param[in] src source array of len Real32
@@ -942,6 +1161,11 @@ OKT_API OktStatus oktsCos_32f_A24(const Real32* src, Real32* dst, int32_t len);
  * 0xFFF8000000000000 on 64f, and raises invalid. A NaN comes back quiet with sign and payload, without a warning. The
  * cosine of a zero is exactly 1.
  *
+ * Complex elements: cosh(i z), one at a time in extended precision, whatever the caller's x87 precision is. Errors of each
+ * part below 0.501 ulp on 32fc and 0.502 ulp on 64fc, for real parts of any size. Special values are those of the complex Cosh
+ * at i z, NaNs keeping their sign in the turn: the imaginary part of the cosine of (1, +0) is -0. There is no status on
+ * complex elements: overflow, underflow and invalid show in the results and in the sticky flags.
+ *
  * dst may be src. The source is only read, and nothing behind its end is read.
  *
  * @param[in] src source array of len Real64
@@ -954,6 +1178,80 @@ OKT_API OktStatus oktsCos_64f_A26(const Real64* src, Real64* dst, int32_t len);
 OKT_API OktStatus oktsCos_64f_A50(const Real64* src, Real64* dst, int32_t len);
 /** @copydoc oktsCos_64f_A26 */
 OKT_API OktStatus oktsCos_64f_A53(const Real64* src, Real64* dst, int32_t len);
+
+/**
+ * @brief Cosine, for each element.
+ *
+ * Real elements of 32f up to 10000 are reduced by odd multiples of pi/2 and put through a polynomial of nine in double
+ * precision; elements of 64f below 90112 use a table of 64 angles a turn, whose sines and cosines are held as head and
+ * tail, and Taylor series between them (P. T. P. Tang, Table-lookup algorithms for elementary functions and their error
+ * analysis, ARITH 10, 1991). Errors below 0.81 ulp on 32f and 0.526 ulp on 64f. A block of four with an element beyond
+ * these bounds goes element by element through a path of its own, 0.501 ulp on 32f and 0.531 ulp on 64f, so that results
+ * may depend on the neighbours in the last bit.
+ *
+ * Arguments from 2^17 up are reduced with as much of 4/pi as they need (M. H. Payne and R. N. Hanek, Radian reduction
+ * for trigonometric functions, SIGNUM Newsletter 18, 1983), to a relative error below 2^-58. At a few arguments with
+ * biased exponent 1403, 0x57B003E068000000 for one, the quadrant comes out wrong by one, and the result is that of an
+ * argument a quarter turn off.
+ *
+ * Special values: An infinite element gives a NaN and oktStatusDomain: 0xFFC00000 on 32f, the default NaN
+ * 0xFFF8000000000000 on 64f, and raises invalid. A NaN comes back quiet with sign and payload, without a warning. The
+ * cosine of a zero is exactly 1.
+ *
+ * Complex elements: cosh(i z), one at a time in extended precision, whatever the caller's x87 precision is. Errors of each
+ * part below 0.501 ulp on 32fc and 0.502 ulp on 64fc, for real parts of any size. Special values are those of the complex Cosh
+ * at i z, NaNs keeping their sign in the turn: the imaginary part of the cosine of (1, +0) is -0. There is no status on
+ * complex elements: overflow, underflow and invalid show in the results and in the sticky flags.
+ *
+ * dst may be src. The source is only read, and nothing behind its end is read.
+ *
+ * @param[in] src source array of len Complex32
+ * @param[out] dst destination array of len Complex32
+ * @param[in] len number of elements, 1 or more
+ * @return oktStatusOk, oktStatusBadLength, oktStatusNullPointer
+ */
+OKT_API OktStatus oktsCos_32fc_A11(const Complex32* src, Complex32* dst, int32_t len);
+/** @copydoc oktsCos_32fc_A11 */
+OKT_API OktStatus oktsCos_32fc_A21(const Complex32* src, Complex32* dst, int32_t len);
+/** @copydoc oktsCos_32fc_A11 */
+OKT_API OktStatus oktsCos_32fc_A24(const Complex32* src, Complex32* dst, int32_t len);
+
+/**
+ * @brief Cosine, for each element.
+ *
+ * Real elements of 32f up to 10000 are reduced by odd multiples of pi/2 and put through a polynomial of nine in double
+ * precision; elements of 64f below 90112 use a table of 64 angles a turn, whose sines and cosines are held as head and
+ * tail, and Taylor series between them (P. T. P. Tang, Table-lookup algorithms for elementary functions and their error
+ * analysis, ARITH 10, 1991). Errors below 0.81 ulp on 32f and 0.526 ulp on 64f. A block of four with an element beyond
+ * these bounds goes element by element through a path of its own, 0.501 ulp on 32f and 0.531 ulp on 64f, so that results
+ * may depend on the neighbours in the last bit.
+ *
+ * Arguments from 2^17 up are reduced with as much of 4/pi as they need (M. H. Payne and R. N. Hanek, Radian reduction
+ * for trigonometric functions, SIGNUM Newsletter 18, 1983), to a relative error below 2^-58. At a few arguments with
+ * biased exponent 1403, 0x57B003E068000000 for one, the quadrant comes out wrong by one, and the result is that of an
+ * argument a quarter turn off.
+ *
+ * Special values: An infinite element gives a NaN and oktStatusDomain: 0xFFC00000 on 32f, the default NaN
+ * 0xFFF8000000000000 on 64f, and raises invalid. A NaN comes back quiet with sign and payload, without a warning. The
+ * cosine of a zero is exactly 1.
+ *
+ * Complex elements: cosh(i z), one at a time in extended precision, whatever the caller's x87 precision is. Errors of each
+ * part below 0.501 ulp on 32fc and 0.502 ulp on 64fc, for real parts of any size. Special values are those of the complex Cosh
+ * at i z, NaNs keeping their sign in the turn: the imaginary part of the cosine of (1, +0) is -0. There is no status on
+ * complex elements: overflow, underflow and invalid show in the results and in the sticky flags.
+ *
+ * dst may be src. The source is only read, and nothing behind its end is read.
+ *
+ * @param[in] src source array of len Complex64
+ * @param[out] dst destination array of len Complex64
+ * @param[in] len number of elements, 1 or more
+ * @return oktStatusOk, oktStatusBadLength, oktStatusNullPointer
+ */
+OKT_API OktStatus oktsCos_64fc_A26(const Complex64* src, Complex64* dst, int32_t len);
+/** @copydoc oktsCos_64fc_A26 */
+OKT_API OktStatus oktsCos_64fc_A50(const Complex64* src, Complex64* dst, int32_t len);
+/** @copydoc oktsCos_64fc_A26 */
+OKT_API OktStatus oktsCos_64fc_A53(const Complex64* src, Complex64* dst, int32_t len);
 
 /**
  * @brief Sine, for each element.
@@ -973,6 +1271,11 @@ OKT_API OktStatus oktsCos_64f_A53(const Real64* src, Real64* dst, int32_t len);
  * Special values: An infinite element gives a NaN and oktStatusDomain: 0xFFC00000 on 32f, the default NaN
  * 0xFFF8000000000000 on 64f, and raises invalid. A NaN comes back quiet with sign and payload, without a warning. Zeros
  * keep their sign on 32f. On 64f the sine of -0 is +0, but -0 in a block that holds a large element.
+ *
+ * Complex elements: -i sinh(i z), one at a time in extended precision, whatever the caller's x87 precision is. Errors of each
+ * part below 0.501 ulp on 32fc and 0.502 ulp on 64fc, for real parts of any size. Special values are those of the complex Sinh
+ * at i z, NaNs keeping their sign in the turn. There is no status on complex elements: overflow, underflow and invalid show in
+ * the results and in the sticky flags.
  *
  * dst may be src. The source is only read, and nothing behind its end is read.
  *
@@ -1006,6 +1309,11 @@ OKT_API OktStatus oktsSin_32f_A24(const Real32* src, Real32* dst, int32_t len);
  * 0xFFF8000000000000 on 64f, and raises invalid. A NaN comes back quiet with sign and payload, without a warning. Zeros
  * keep their sign on 32f. On 64f the sine of -0 is +0, but -0 in a block that holds a large element.
  *
+ * Complex elements: -i sinh(i z), one at a time in extended precision, whatever the caller's x87 precision is. Errors of each
+ * part below 0.501 ulp on 32fc and 0.502 ulp on 64fc, for real parts of any size. Special values are those of the complex Sinh
+ * at i z, NaNs keeping their sign in the turn. There is no status on complex elements: overflow, underflow and invalid show in
+ * the results and in the sticky flags.
+ *
  * dst may be src. The source is only read, and nothing behind its end is read.
  *
  * @param[in] src source array of len Real64
@@ -1018,6 +1326,80 @@ OKT_API OktStatus oktsSin_64f_A26(const Real64* src, Real64* dst, int32_t len);
 OKT_API OktStatus oktsSin_64f_A50(const Real64* src, Real64* dst, int32_t len);
 /** @copydoc oktsSin_64f_A26 */
 OKT_API OktStatus oktsSin_64f_A53(const Real64* src, Real64* dst, int32_t len);
+
+/**
+ * @brief Sine, for each element.
+ *
+ * Real elements of 32f up to 10000 are reduced by multiples of pi and put through a polynomial of nine in double
+ * precision; elements of 64f below 90112 use a table of 64 angles a turn, whose sines and cosines are held as head and
+ * tail, and Taylor series between them (P. T. P. Tang, Table-lookup algorithms for elementary functions and their error
+ * analysis, ARITH 10, 1991). Errors below 0.81 ulp on 32f and 0.526 ulp on 64f. A block of four with an element beyond
+ * these bounds goes element by element through a path of its own, 0.501 ulp on 32f and 0.531 ulp on 64f, so that results
+ * may depend on the neighbours in the last bit.
+ *
+ * Arguments from 2^17 up are reduced with as much of 4/pi as they need (M. H. Payne and R. N. Hanek, Radian reduction
+ * for trigonometric functions, SIGNUM Newsletter 18, 1983), to a relative error below 2^-58. At a few arguments with
+ * biased exponent 1403, 0x57B003E068000000 for one, the quadrant comes out wrong by one, and the result is that of an
+ * argument a quarter turn off.
+ *
+ * Special values: An infinite element gives a NaN and oktStatusDomain: 0xFFC00000 on 32f, the default NaN
+ * 0xFFF8000000000000 on 64f, and raises invalid. A NaN comes back quiet with sign and payload, without a warning. Zeros
+ * keep their sign on 32f. On 64f the sine of -0 is +0, but -0 in a block that holds a large element.
+ *
+ * Complex elements: -i sinh(i z), one at a time in extended precision, whatever the caller's x87 precision is. Errors of each
+ * part below 0.501 ulp on 32fc and 0.502 ulp on 64fc, for real parts of any size. Special values are those of the complex Sinh
+ * at i z, NaNs keeping their sign in the turn. There is no status on complex elements: overflow, underflow and invalid show in
+ * the results and in the sticky flags.
+ *
+ * dst may be src. The source is only read, and nothing behind its end is read.
+ *
+ * @param[in] src source array of len Complex32
+ * @param[out] dst destination array of len Complex32
+ * @param[in] len number of elements, 1 or more
+ * @return oktStatusOk, oktStatusBadLength, oktStatusNullPointer
+ */
+OKT_API OktStatus oktsSin_32fc_A11(const Complex32* src, Complex32* dst, int32_t len);
+/** @copydoc oktsSin_32fc_A11 */
+OKT_API OktStatus oktsSin_32fc_A21(const Complex32* src, Complex32* dst, int32_t len);
+/** @copydoc oktsSin_32fc_A11 */
+OKT_API OktStatus oktsSin_32fc_A24(const Complex32* src, Complex32* dst, int32_t len);
+
+/**
+ * @brief Sine, for each element.
+ *
+ * Real elements of 32f up to 10000 are reduced by multiples of pi and put through a polynomial of nine in double
+ * precision; elements of 64f below 90112 use a table of 64 angles a turn, whose sines and cosines are held as head and
+ * tail, and Taylor series between them (P. T. P. Tang, Table-lookup algorithms for elementary functions and their error
+ * analysis, ARITH 10, 1991). Errors below 0.81 ulp on 32f and 0.526 ulp on 64f. A block of four with an element beyond
+ * these bounds goes element by element through a path of its own, 0.501 ulp on 32f and 0.531 ulp on 64f, so that results
+ * may depend on the neighbours in the last bit.
+ *
+ * Arguments from 2^17 up are reduced with as much of 4/pi as they need (M. H. Payne and R. N. Hanek, Radian reduction
+ * for trigonometric functions, SIGNUM Newsletter 18, 1983), to a relative error below 2^-58. At a few arguments with
+ * biased exponent 1403, 0x57B003E068000000 for one, the quadrant comes out wrong by one, and the result is that of an
+ * argument a quarter turn off.
+ *
+ * Special values: An infinite element gives a NaN and oktStatusDomain: 0xFFC00000 on 32f, the default NaN
+ * 0xFFF8000000000000 on 64f, and raises invalid. A NaN comes back quiet with sign and payload, without a warning. Zeros
+ * keep their sign on 32f. On 64f the sine of -0 is +0, but -0 in a block that holds a large element.
+ *
+ * Complex elements: -i sinh(i z), one at a time in extended precision, whatever the caller's x87 precision is. Errors of each
+ * part below 0.501 ulp on 32fc and 0.502 ulp on 64fc, for real parts of any size. Special values are those of the complex Sinh
+ * at i z, NaNs keeping their sign in the turn. There is no status on complex elements: overflow, underflow and invalid show in
+ * the results and in the sticky flags.
+ *
+ * dst may be src. The source is only read, and nothing behind its end is read.
+ *
+ * @param[in] src source array of len Complex64
+ * @param[out] dst destination array of len Complex64
+ * @param[in] len number of elements, 1 or more
+ * @return oktStatusOk, oktStatusBadLength, oktStatusNullPointer
+ */
+OKT_API OktStatus oktsSin_64fc_A26(const Complex64* src, Complex64* dst, int32_t len);
+/** @copydoc oktsSin_64fc_A26 */
+OKT_API OktStatus oktsSin_64fc_A50(const Complex64* src, Complex64* dst, int32_t len);
+/** @copydoc oktsSin_64fc_A26 */
+OKT_API OktStatus oktsSin_64fc_A53(const Complex64* src, Complex64* dst, int32_t len);
 
 /**
  * @brief Sine and cosine of one source, for each element.
@@ -1105,6 +1487,10 @@ OKT_API OktStatus oktsSinCos_64f_A53(const Real64* src, Real64* dst1, Real64* ds
  * element lies on a pole: the tangent never overflows. Zeros keep their sign on 64f. On 32f the tangent of -0 is +0, but
  * -0 in a pair with an element beyond 10000.
  *
+ * Complex elements: -i tanh(i z), one at a time in extended precision, whatever the caller's x87 precision is. Errors of each
+ * part below 0.501 ulp on 32fc and 0.502 ulp on 64fc, for real parts of any size. Special values are those of the complex Tanh
+ * at i z, NaNs keeping their sign in the turn. There is no status on complex elements.
+ *
  * dst may be src. The source is only read, and nothing behind its end is read.
  *
  * @param[in] src source array of len Real32
@@ -1136,6 +1522,10 @@ OKT_API OktStatus oktsTan_32f_A24(const Real32* src, Real32* dst, int32_t len);
  * element lies on a pole: the tangent never overflows. Zeros keep their sign on 64f. On 32f the tangent of -0 is +0, but
  * -0 in a pair with an element beyond 10000.
  *
+ * Complex elements: -i tanh(i z), one at a time in extended precision, whatever the caller's x87 precision is. Errors of each
+ * part below 0.501 ulp on 32fc and 0.502 ulp on 64fc, for real parts of any size. Special values are those of the complex Tanh
+ * at i z, NaNs keeping their sign in the turn. There is no status on complex elements.
+ *
  * dst may be src. The source is only read, and nothing behind its end is read.
  *
  * @param[in] src source array of len Real64
@@ -1148,6 +1538,76 @@ OKT_API OktStatus oktsTan_64f_A26(const Real64* src, Real64* dst, int32_t len);
 OKT_API OktStatus oktsTan_64f_A50(const Real64* src, Real64* dst, int32_t len);
 /** @copydoc oktsTan_64f_A26 */
 OKT_API OktStatus oktsTan_64f_A53(const Real64* src, Real64* dst, int32_t len);
+
+/**
+ * @brief Tangent, for each element.
+ *
+ * Real elements of 32f up to 10000 are reduced by multiples of pi/2 and put through a quotient of two polynomials in
+ * double precision. Elements of 64f use expansions about 32 angles a period; next to a pole the reciprocal of the
+ * distance is split off and carried to double-double precision. Errors below 0.94 ulp on 32f (0.501 ulp in a pair with
+ * an element beyond 10000) and 1.04 ulp on 64f.
+ *
+ * Arguments from 12800 up on 64f and in the pairs beyond 10000 on 32f are reduced with as much of 4/pi as they need (M.
+ * H. Payne and R. N. Hanek, Radian reduction for trigonometric functions, SIGNUM Newsletter 18, 1983), to a relative
+ * error below 2^-58. At a few arguments with biased exponent 1403, 0x57B003E068000000 for one, the quadrant comes out
+ * wrong by one, and the result is that of an argument a quarter turn off.
+ *
+ * Special values: An infinite element gives a NaN and oktStatusDomain: 0xFFC00000 on 32f, the default NaN
+ * 0xFFF8000000000000 on 64f, and raises invalid. A NaN comes back quiet with sign and payload, without a warning. No
+ * element lies on a pole: the tangent never overflows. Zeros keep their sign on 64f. On 32f the tangent of -0 is +0, but
+ * -0 in a pair with an element beyond 10000.
+ *
+ * Complex elements: -i tanh(i z), one at a time in extended precision, whatever the caller's x87 precision is. Errors of each
+ * part below 0.501 ulp on 32fc and 0.502 ulp on 64fc, for real parts of any size. Special values are those of the complex Tanh
+ * at i z, NaNs keeping their sign in the turn. There is no status on complex elements.
+ *
+ * dst may be src. The source is only read, and nothing behind its end is read.
+ *
+ * @param[in] src source array of len Complex32
+ * @param[out] dst destination array of len Complex32
+ * @param[in] len number of elements, 1 or more
+ * @return oktStatusOk, oktStatusBadLength, oktStatusNullPointer
+ */
+OKT_API OktStatus oktsTan_32fc_A11(const Complex32* src, Complex32* dst, int32_t len);
+/** @copydoc oktsTan_32fc_A11 */
+OKT_API OktStatus oktsTan_32fc_A21(const Complex32* src, Complex32* dst, int32_t len);
+/** @copydoc oktsTan_32fc_A11 */
+OKT_API OktStatus oktsTan_32fc_A24(const Complex32* src, Complex32* dst, int32_t len);
+
+/**
+ * @brief Tangent, for each element.
+ *
+ * Real elements of 32f up to 10000 are reduced by multiples of pi/2 and put through a quotient of two polynomials in
+ * double precision. Elements of 64f use expansions about 32 angles a period; next to a pole the reciprocal of the
+ * distance is split off and carried to double-double precision. Errors below 0.94 ulp on 32f (0.501 ulp in a pair with
+ * an element beyond 10000) and 1.04 ulp on 64f.
+ *
+ * Arguments from 12800 up on 64f and in the pairs beyond 10000 on 32f are reduced with as much of 4/pi as they need (M.
+ * H. Payne and R. N. Hanek, Radian reduction for trigonometric functions, SIGNUM Newsletter 18, 1983), to a relative
+ * error below 2^-58. At a few arguments with biased exponent 1403, 0x57B003E068000000 for one, the quadrant comes out
+ * wrong by one, and the result is that of an argument a quarter turn off.
+ *
+ * Special values: An infinite element gives a NaN and oktStatusDomain: 0xFFC00000 on 32f, the default NaN
+ * 0xFFF8000000000000 on 64f, and raises invalid. A NaN comes back quiet with sign and payload, without a warning. No
+ * element lies on a pole: the tangent never overflows. Zeros keep their sign on 64f. On 32f the tangent of -0 is +0, but
+ * -0 in a pair with an element beyond 10000.
+ *
+ * Complex elements: -i tanh(i z), one at a time in extended precision, whatever the caller's x87 precision is. Errors of each
+ * part below 0.501 ulp on 32fc and 0.502 ulp on 64fc, for real parts of any size. Special values are those of the complex Tanh
+ * at i z, NaNs keeping their sign in the turn. There is no status on complex elements.
+ *
+ * dst may be src. The source is only read, and nothing behind its end is read.
+ *
+ * @param[in] src source array of len Complex64
+ * @param[out] dst destination array of len Complex64
+ * @param[in] len number of elements, 1 or more
+ * @return oktStatusOk, oktStatusBadLength, oktStatusNullPointer
+ */
+OKT_API OktStatus oktsTan_64fc_A26(const Complex64* src, Complex64* dst, int32_t len);
+/** @copydoc oktsTan_64fc_A26 */
+OKT_API OktStatus oktsTan_64fc_A50(const Complex64* src, Complex64* dst, int32_t len);
+/** @copydoc oktsTan_64fc_A26 */
+OKT_API OktStatus oktsTan_64fc_A53(const Complex64* src, Complex64* dst, int32_t len);
 
 /** @} */
 
@@ -1163,6 +1623,12 @@ OKT_API OktStatus oktsTan_64f_A53(const Real64* src, Real64* dst, int32_t len);
  * Special values: 1 gives +0, +Inf itself, a NaN itself, quiet. An element below 1, -Inf included, gives a NaN and
  * oktStatusDomain and raises the invalid flag. The caller's rounding mode, flush-to-zero and denormals-are-zero act on the
  * arithmetic.
+ *
+ * Complex elements: from half the sum and half the difference of the distances from two branch points (T. E. Hull, T. F.
+ * Fairgrieve and P. T. P. Tang, Implementing the complex arcsine and arccosine functions using exception handling, ACM TOMS
+ * 23, 1997), one at a time in extended precision, whatever the caller's x87 precision is. The branch cut runs along the real
+ * axis from 1 downwards, the sign of a zero imaginary part choosing the side. Errors of each part below 0.501 ulp on 32fc and
+ * 0.515 ulp on 64fc. Infinities give an infinite real part and multiples of pi/4. There is no status on complex elements.
  *
  * dst may be src.
  *
@@ -1187,6 +1653,12 @@ OKT_API OktStatus oktsAcosh_32f_A24(const Real32* src, Real32* dst, int32_t len)
  * oktStatusDomain and raises the invalid flag. The caller's rounding mode, flush-to-zero and denormals-are-zero act on the
  * arithmetic.
  *
+ * Complex elements: from half the sum and half the difference of the distances from two branch points (T. E. Hull, T. F.
+ * Fairgrieve and P. T. P. Tang, Implementing the complex arcsine and arccosine functions using exception handling, ACM TOMS
+ * 23, 1997), one at a time in extended precision, whatever the caller's x87 precision is. The branch cut runs along the real
+ * axis from 1 downwards, the sign of a zero imaginary part choosing the side. Errors of each part below 0.501 ulp on 32fc and
+ * 0.515 ulp on 64fc. Infinities give an infinite real part and multiples of pi/4. There is no status on complex elements.
+ *
  * dst may be src.
  *
  * @param[in] src source array of len Real64
@@ -1201,6 +1673,64 @@ OKT_API OktStatus oktsAcosh_64f_A50(const Real64* src, Real64* dst, int32_t len)
 OKT_API OktStatus oktsAcosh_64f_A53(const Real64* src, Real64* dst, int32_t len);
 
 /**
+ * @brief Inverse hyperbolic cosine, for each element.
+ *
+ * Real elements: the logarithm of src + sqrt(src^2 - 1), sum and root as head and tail (64f) or in Real64 (32f); near 1 the
+ * root of 2 (src - 1) times a polynomial. Errors below 0.501 ulp on 32f and 0.52 ulp on 64f.
+ *
+ * Special values: 1 gives +0, +Inf itself, a NaN itself, quiet. An element below 1, -Inf included, gives a NaN and
+ * oktStatusDomain and raises the invalid flag. The caller's rounding mode, flush-to-zero and denormals-are-zero act on the
+ * arithmetic.
+ *
+ * Complex elements: from half the sum and half the difference of the distances from two branch points (T. E. Hull, T. F.
+ * Fairgrieve and P. T. P. Tang, Implementing the complex arcsine and arccosine functions using exception handling, ACM TOMS
+ * 23, 1997), one at a time in extended precision, whatever the caller's x87 precision is. The branch cut runs along the real
+ * axis from 1 downwards, the sign of a zero imaginary part choosing the side. Errors of each part below 0.501 ulp on 32fc and
+ * 0.515 ulp on 64fc. Infinities give an infinite real part and multiples of pi/4. There is no status on complex elements.
+ *
+ * dst may be src.
+ *
+ * @param[in] src source array of len Complex32
+ * @param[out] dst destination array of len Complex32
+ * @param[in] len number of elements, 1 or more
+ * @return oktStatusOk, oktStatusBadLength, oktStatusNullPointer
+ */
+OKT_API OktStatus oktsAcosh_32fc_A11(const Complex32* src, Complex32* dst, int32_t len);
+/** @copydoc oktsAcosh_32fc_A11 */
+OKT_API OktStatus oktsAcosh_32fc_A21(const Complex32* src, Complex32* dst, int32_t len);
+/** @copydoc oktsAcosh_32fc_A11 */
+OKT_API OktStatus oktsAcosh_32fc_A24(const Complex32* src, Complex32* dst, int32_t len);
+
+/**
+ * @brief Inverse hyperbolic cosine, for each element.
+ *
+ * Real elements: the logarithm of src + sqrt(src^2 - 1), sum and root as head and tail (64f) or in Real64 (32f); near 1 the
+ * root of 2 (src - 1) times a polynomial. Errors below 0.501 ulp on 32f and 0.52 ulp on 64f.
+ *
+ * Special values: 1 gives +0, +Inf itself, a NaN itself, quiet. An element below 1, -Inf included, gives a NaN and
+ * oktStatusDomain and raises the invalid flag. The caller's rounding mode, flush-to-zero and denormals-are-zero act on the
+ * arithmetic.
+ *
+ * Complex elements: from half the sum and half the difference of the distances from two branch points (T. E. Hull, T. F.
+ * Fairgrieve and P. T. P. Tang, Implementing the complex arcsine and arccosine functions using exception handling, ACM TOMS
+ * 23, 1997), one at a time in extended precision, whatever the caller's x87 precision is. The branch cut runs along the real
+ * axis from 1 downwards, the sign of a zero imaginary part choosing the side. Errors of each part below 0.501 ulp on 32fc and
+ * 0.515 ulp on 64fc. Infinities give an infinite real part and multiples of pi/4. There is no status on complex elements.
+ *
+ * dst may be src.
+ *
+ * @param[in] src source array of len Complex64
+ * @param[out] dst destination array of len Complex64
+ * @param[in] len number of elements, 1 or more
+ * @return oktStatusOk, oktStatusBadLength, oktStatusNullPointer
+ */
+OKT_API OktStatus oktsAcosh_64fc_A26(const Complex64* src, Complex64* dst, int32_t len);
+/** @copydoc oktsAcosh_64fc_A26 */
+OKT_API OktStatus oktsAcosh_64fc_A50(const Complex64* src, Complex64* dst, int32_t len);
+/** @copydoc oktsAcosh_64fc_A26 */
+OKT_API OktStatus oktsAcosh_64fc_A53(const Complex64* src, Complex64* dst, int32_t len);
+
+/**
  * @brief Inverse hyperbolic sine, for each element.
  *
  * Real elements: the logarithm of |src| + sqrt(src^2 + 1), sum and root as head and tail (64f) or in Real64 (32f); an odd
@@ -1208,6 +1738,13 @@ OKT_API OktStatus oktsAcosh_64f_A53(const Real64* src, Real64* dst, int32_t len)
  *
  * Special values: zeros and infinities give themselves, a NaN itself, quiet. No element warns. The caller's rounding mode,
  * flush-to-zero and denormals-are-zero act on the arithmetic.
+ *
+ * Complex elements: from half the sum and half the difference of the distances from two branch points (T. E. Hull, T. F.
+ * Fairgrieve and P. T. P. Tang, Implementing the complex arcsine and arccosine functions using exception handling, ACM TOMS
+ * 23, 1997), one at a time in extended precision, whatever the caller's x87 precision is. The branch cuts run along the
+ * imaginary axis from 1 and -1 outwards, the sign of a zero real part choosing the side. Errors of each part below 0.501 ulp
+ * on 32fc and 0.515 ulp on 64fc. Infinities give an infinite real part and multiples of pi/4. There is no status on complex
+ * elements.
  *
  * dst may be src.
  *
@@ -1231,6 +1768,13 @@ OKT_API OktStatus oktsAsinh_32f_A24(const Real32* src, Real32* dst, int32_t len)
  * Special values: zeros and infinities give themselves, a NaN itself, quiet. No element warns. The caller's rounding mode,
  * flush-to-zero and denormals-are-zero act on the arithmetic.
  *
+ * Complex elements: from half the sum and half the difference of the distances from two branch points (T. E. Hull, T. F.
+ * Fairgrieve and P. T. P. Tang, Implementing the complex arcsine and arccosine functions using exception handling, ACM TOMS
+ * 23, 1997), one at a time in extended precision, whatever the caller's x87 precision is. The branch cuts run along the
+ * imaginary axis from 1 and -1 outwards, the sign of a zero real part choosing the side. Errors of each part below 0.501 ulp
+ * on 32fc and 0.515 ulp on 64fc. Infinities give an infinite real part and multiples of pi/4. There is no status on complex
+ * elements.
+ *
  * dst may be src.
  *
  * @param[in] src source array of len Real64
@@ -1245,6 +1789,64 @@ OKT_API OktStatus oktsAsinh_64f_A50(const Real64* src, Real64* dst, int32_t len)
 OKT_API OktStatus oktsAsinh_64f_A53(const Real64* src, Real64* dst, int32_t len);
 
 /**
+ * @brief Inverse hyperbolic sine, for each element.
+ *
+ * Real elements: the logarithm of |src| + sqrt(src^2 + 1), sum and root as head and tail (64f) or in Real64 (32f); an odd
+ * polynomial below 0.125, and the element itself below 2^-57. Errors below 0.501 ulp on 32f and 0.52 ulp on 64f.
+ *
+ * Special values: zeros and infinities give themselves, a NaN itself, quiet. No element warns. The caller's rounding mode,
+ * flush-to-zero and denormals-are-zero act on the arithmetic.
+ *
+ * Complex elements: from half the sum and half the difference of the distances from two branch points (T. E. Hull, T. F.
+ * Fairgrieve and P. T. P. Tang, Implementing the complex arcsine and arccosine functions using exception handling, ACM TOMS
+ * 23, 1997), one at a time in extended precision, whatever the caller's x87 precision is. The branch cuts run along the
+ * imaginary axis from 1 and -1 outwards, the sign of a zero real part choosing the side. Errors of each part below 0.501 ulp
+ * on 32fc and 0.515 ulp on 64fc. Infinities give an infinite real part and multiples of pi/4. There is no status on complex
+ * elements.
+ *
+ * dst may be src.
+ *
+ * @param[in] src source array of len Complex32
+ * @param[out] dst destination array of len Complex32
+ * @param[in] len number of elements, 1 or more
+ * @return oktStatusOk, oktStatusBadLength, oktStatusNullPointer
+ */
+OKT_API OktStatus oktsAsinh_32fc_A11(const Complex32* src, Complex32* dst, int32_t len);
+/** @copydoc oktsAsinh_32fc_A11 */
+OKT_API OktStatus oktsAsinh_32fc_A21(const Complex32* src, Complex32* dst, int32_t len);
+/** @copydoc oktsAsinh_32fc_A11 */
+OKT_API OktStatus oktsAsinh_32fc_A24(const Complex32* src, Complex32* dst, int32_t len);
+
+/**
+ * @brief Inverse hyperbolic sine, for each element.
+ *
+ * Real elements: the logarithm of |src| + sqrt(src^2 + 1), sum and root as head and tail (64f) or in Real64 (32f); an odd
+ * polynomial below 0.125, and the element itself below 2^-57. Errors below 0.501 ulp on 32f and 0.52 ulp on 64f.
+ *
+ * Special values: zeros and infinities give themselves, a NaN itself, quiet. No element warns. The caller's rounding mode,
+ * flush-to-zero and denormals-are-zero act on the arithmetic.
+ *
+ * Complex elements: from half the sum and half the difference of the distances from two branch points (T. E. Hull, T. F.
+ * Fairgrieve and P. T. P. Tang, Implementing the complex arcsine and arccosine functions using exception handling, ACM TOMS
+ * 23, 1997), one at a time in extended precision, whatever the caller's x87 precision is. The branch cuts run along the
+ * imaginary axis from 1 and -1 outwards, the sign of a zero real part choosing the side. Errors of each part below 0.501 ulp
+ * on 32fc and 0.515 ulp on 64fc. Infinities give an infinite real part and multiples of pi/4. There is no status on complex
+ * elements.
+ *
+ * dst may be src.
+ *
+ * @param[in] src source array of len Complex64
+ * @param[out] dst destination array of len Complex64
+ * @param[in] len number of elements, 1 or more
+ * @return oktStatusOk, oktStatusBadLength, oktStatusNullPointer
+ */
+OKT_API OktStatus oktsAsinh_64fc_A26(const Complex64* src, Complex64* dst, int32_t len);
+/** @copydoc oktsAsinh_64fc_A26 */
+OKT_API OktStatus oktsAsinh_64fc_A50(const Complex64* src, Complex64* dst, int32_t len);
+/** @copydoc oktsAsinh_64fc_A26 */
+OKT_API OktStatus oktsAsinh_64fc_A53(const Complex64* src, Complex64* dst, int32_t len);
+
+/**
  * @brief Inverse hyperbolic tangent, for each element.
  *
  * Real elements, 32f: in Real32, a polynomial around 0 or 0.6875 up to 0.75, half the logarithm of (1 + |src|)/(1 - |src|)
@@ -1255,6 +1857,12 @@ OKT_API OktStatus oktsAsinh_64f_A53(const Real64* src, Real64* dst, int32_t len)
  * give a NaN and oktStatusDomain. A NaN gives itself, made quiet on 64f and untouched on 32f, where a signalling NaN stays
  * signalling. On 64f the warnings raise their IEEE flags, and the caller's rounding mode, flush-to-zero and
  * denormals-are-zero act on the arithmetic.
+ *
+ * Complex elements: a quarter of the logarithm of the ratio of the squared distances from -1 and 1, or half the real function
+ * where the two are close, and half the angle of (1 - |z|^2, 2y), one at a time in extended precision, whatever the caller's
+ * x87 precision is. The branch cuts run along the real axis from 1 and -1 outwards. Errors of each part below 0.501 ulp on
+ * 32fc and 0.515 ulp on 64fc. A large element gives a zero and pi/2. There is no status on complex elements: the poles at 1
+ * and -1 give infinities and raise divide-by-zero.
  *
  * dst may be src.
  *
@@ -1281,6 +1889,12 @@ OKT_API OktStatus oktsAtanh_32f_A24(const Real32* src, Real32* dst, int32_t len)
  * signalling. On 64f the warnings raise their IEEE flags, and the caller's rounding mode, flush-to-zero and
  * denormals-are-zero act on the arithmetic.
  *
+ * Complex elements: a quarter of the logarithm of the ratio of the squared distances from -1 and 1, or half the real function
+ * where the two are close, and half the angle of (1 - |z|^2, 2y), one at a time in extended precision, whatever the caller's
+ * x87 precision is. The branch cuts run along the real axis from 1 and -1 outwards. Errors of each part below 0.501 ulp on
+ * 32fc and 0.515 ulp on 64fc. A large element gives a zero and pi/2. There is no status on complex elements: the poles at 1
+ * and -1 give infinities and raise divide-by-zero.
+ *
  * dst may be src.
  *
  * @param[in] src source array of len Real64
@@ -1295,6 +1909,68 @@ OKT_API OktStatus oktsAtanh_64f_A50(const Real64* src, Real64* dst, int32_t len)
 OKT_API OktStatus oktsAtanh_64f_A53(const Real64* src, Real64* dst, int32_t len);
 
 /**
+ * @brief Inverse hyperbolic tangent, for each element.
+ *
+ * Real elements, 32f: in Real32, a polynomial around 0 or 0.6875 up to 0.75, half the logarithm of (1 + |src|)/(1 - |src|)
+ * from there on; errors below 0.93 ulp. 64f: half the same logarithm as head and tail, an odd polynomial below 0.0625, the
+ * element itself below 2^-57; errors below 0.52 ulp.
+ *
+ * Special values: a zero gives itself; 1 and -1 give an infinity with their sign and oktStatusSingularity; elements beyond
+ * give a NaN and oktStatusDomain. A NaN gives itself, made quiet on 64f and untouched on 32f, where a signalling NaN stays
+ * signalling. On 64f the warnings raise their IEEE flags, and the caller's rounding mode, flush-to-zero and
+ * denormals-are-zero act on the arithmetic.
+ *
+ * Complex elements: a quarter of the logarithm of the ratio of the squared distances from -1 and 1, or half the real function
+ * where the two are close, and half the angle of (1 - |z|^2, 2y), one at a time in extended precision, whatever the caller's
+ * x87 precision is. The branch cuts run along the real axis from 1 and -1 outwards. Errors of each part below 0.501 ulp on
+ * 32fc and 0.515 ulp on 64fc. A large element gives a zero and pi/2. There is no status on complex elements: the poles at 1
+ * and -1 give infinities and raise divide-by-zero.
+ *
+ * dst may be src.
+ *
+ * @param[in] src source array of len Complex32
+ * @param[out] dst destination array of len Complex32
+ * @param[in] len number of elements, 1 or more
+ * @return oktStatusOk, oktStatusBadLength, oktStatusNullPointer
+ */
+OKT_API OktStatus oktsAtanh_32fc_A11(const Complex32* src, Complex32* dst, int32_t len);
+/** @copydoc oktsAtanh_32fc_A11 */
+OKT_API OktStatus oktsAtanh_32fc_A21(const Complex32* src, Complex32* dst, int32_t len);
+/** @copydoc oktsAtanh_32fc_A11 */
+OKT_API OktStatus oktsAtanh_32fc_A24(const Complex32* src, Complex32* dst, int32_t len);
+
+/**
+ * @brief Inverse hyperbolic tangent, for each element.
+ *
+ * Real elements, 32f: in Real32, a polynomial around 0 or 0.6875 up to 0.75, half the logarithm of (1 + |src|)/(1 - |src|)
+ * from there on; errors below 0.93 ulp. 64f: half the same logarithm as head and tail, an odd polynomial below 0.0625, the
+ * element itself below 2^-57; errors below 0.52 ulp.
+ *
+ * Special values: a zero gives itself; 1 and -1 give an infinity with their sign and oktStatusSingularity; elements beyond
+ * give a NaN and oktStatusDomain. A NaN gives itself, made quiet on 64f and untouched on 32f, where a signalling NaN stays
+ * signalling. On 64f the warnings raise their IEEE flags, and the caller's rounding mode, flush-to-zero and
+ * denormals-are-zero act on the arithmetic.
+ *
+ * Complex elements: a quarter of the logarithm of the ratio of the squared distances from -1 and 1, or half the real function
+ * where the two are close, and half the angle of (1 - |z|^2, 2y), one at a time in extended precision, whatever the caller's
+ * x87 precision is. The branch cuts run along the real axis from 1 and -1 outwards. Errors of each part below 0.501 ulp on
+ * 32fc and 0.515 ulp on 64fc. A large element gives a zero and pi/2. There is no status on complex elements: the poles at 1
+ * and -1 give infinities and raise divide-by-zero.
+ *
+ * dst may be src.
+ *
+ * @param[in] src source array of len Complex64
+ * @param[out] dst destination array of len Complex64
+ * @param[in] len number of elements, 1 or more
+ * @return oktStatusOk, oktStatusBadLength, oktStatusNullPointer
+ */
+OKT_API OktStatus oktsAtanh_64fc_A26(const Complex64* src, Complex64* dst, int32_t len);
+/** @copydoc oktsAtanh_64fc_A26 */
+OKT_API OktStatus oktsAtanh_64fc_A50(const Complex64* src, Complex64* dst, int32_t len);
+/** @copydoc oktsAtanh_64fc_A26 */
+OKT_API OktStatus oktsAtanh_64fc_A53(const Complex64* src, Complex64* dst, int32_t len);
+
+/**
  * @brief Hyperbolic cosine, for each element.
  *
  * Real elements: half the sum of e^src and e^-src from one reduction, a table of 2^(j/64), a polynomial in the rest; 32f
@@ -1305,6 +1981,12 @@ OKT_API OktStatus oktsAtanh_64f_A53(const Real64* src, Real64* dst, int32_t len)
  * including, 710.4704448615958 gives an infinity without a warning; between 710.4704448615958 and the overflow the results
  * are finite again. A NaN comes back quiet with sign and payload on 32f; on 64f every NaN gives the pattern of all ones.
  * On 32f an overflow raises the overflow flag.
+ *
+ * Complex elements x + iy: (cosh x cos y, sinh x sin y), one at a time in extended precision, whatever the caller's x87
+ * precision is. Errors of each part below 0.501 ulp on 32fc and 0.502 ulp on 64fc, for imaginary parts of any size. From |x| =
+ * 2^11 on both parts are infinite. A zero y gives (cosh x, a zero); a zero x with a NaN gives (NaN, -x); an infinite x gives
+ * infinities with the signs of cos y and x sin y; everything else with a NaN or an infinite y gives NaNs. There is no status
+ * on complex elements: overflow, underflow and invalid show in the results and in the sticky flags.
  *
  * dst may be src.
  *
@@ -1331,6 +2013,12 @@ OKT_API OktStatus oktsCosh_32f_A24(const Real32* src, Real32* dst, int32_t len);
  * are finite again. A NaN comes back quiet with sign and payload on 32f; on 64f every NaN gives the pattern of all ones.
  * On 32f an overflow raises the overflow flag.
  *
+ * Complex elements x + iy: (cosh x cos y, sinh x sin y), one at a time in extended precision, whatever the caller's x87
+ * precision is. Errors of each part below 0.501 ulp on 32fc and 0.502 ulp on 64fc, for imaginary parts of any size. From |x| =
+ * 2^11 on both parts are infinite. A zero y gives (cosh x, a zero); a zero x with a NaN gives (NaN, -x); an infinite x gives
+ * infinities with the signs of cos y and x sin y; everything else with a NaN or an infinite y gives NaNs. There is no status
+ * on complex elements: overflow, underflow and invalid show in the results and in the sticky flags.
+ *
  * dst may be src.
  *
  * @param[in] src source array of len Real64
@@ -1345,6 +2033,68 @@ OKT_API OktStatus oktsCosh_64f_A50(const Real64* src, Real64* dst, int32_t len);
 OKT_API OktStatus oktsCosh_64f_A53(const Real64* src, Real64* dst, int32_t len);
 
 /**
+ * @brief Hyperbolic cosine, for each element.
+ *
+ * Real elements: half the sum of e^src and e^-src from one reduction, a table of 2^(j/64), a polynomial in the rest; 32f
+ * in extended precision, 64f with the powers as head and tail. Errors below 0.608 ulp on 32f and 0.76 ulp on 64f.
+ *
+ * Special values: a zero or subnormal gives 1, an infinity +Inf. An overflowing element gives +Inf and oktStatusOverflow:
+ * on 32f from 89.41599 on, and on 64f from 710.475860073944 on. On 64f every |src| from 708.4018337446123 up to, but not
+ * including, 710.4704448615958 gives an infinity without a warning; between 710.4704448615958 and the overflow the results
+ * are finite again. A NaN comes back quiet with sign and payload on 32f; on 64f every NaN gives the pattern of all ones.
+ * On 32f an overflow raises the overflow flag.
+ *
+ * Complex elements x + iy: (cosh x cos y, sinh x sin y), one at a time in extended precision, whatever the caller's x87
+ * precision is. Errors of each part below 0.501 ulp on 32fc and 0.502 ulp on 64fc, for imaginary parts of any size. From |x| =
+ * 2^11 on both parts are infinite. A zero y gives (cosh x, a zero); a zero x with a NaN gives (NaN, -x); an infinite x gives
+ * infinities with the signs of cos y and x sin y; everything else with a NaN or an infinite y gives NaNs. There is no status
+ * on complex elements: overflow, underflow and invalid show in the results and in the sticky flags.
+ *
+ * dst may be src.
+ *
+ * @param[in] src source array of len Complex32
+ * @param[out] dst destination array of len Complex32
+ * @param[in] len number of elements, 1 or more
+ * @return oktStatusOk, oktStatusBadLength, oktStatusNullPointer
+ */
+OKT_API OktStatus oktsCosh_32fc_A11(const Complex32* src, Complex32* dst, int32_t len);
+/** @copydoc oktsCosh_32fc_A11 */
+OKT_API OktStatus oktsCosh_32fc_A21(const Complex32* src, Complex32* dst, int32_t len);
+/** @copydoc oktsCosh_32fc_A11 */
+OKT_API OktStatus oktsCosh_32fc_A24(const Complex32* src, Complex32* dst, int32_t len);
+
+/**
+ * @brief Hyperbolic cosine, for each element.
+ *
+ * Real elements: half the sum of e^src and e^-src from one reduction, a table of 2^(j/64), a polynomial in the rest; 32f
+ * in extended precision, 64f with the powers as head and tail. Errors below 0.608 ulp on 32f and 0.76 ulp on 64f.
+ *
+ * Special values: a zero or subnormal gives 1, an infinity +Inf. An overflowing element gives +Inf and oktStatusOverflow:
+ * on 32f from 89.41599 on, and on 64f from 710.475860073944 on. On 64f every |src| from 708.4018337446123 up to, but not
+ * including, 710.4704448615958 gives an infinity without a warning; between 710.4704448615958 and the overflow the results
+ * are finite again. A NaN comes back quiet with sign and payload on 32f; on 64f every NaN gives the pattern of all ones.
+ * On 32f an overflow raises the overflow flag.
+ *
+ * Complex elements x + iy: (cosh x cos y, sinh x sin y), one at a time in extended precision, whatever the caller's x87
+ * precision is. Errors of each part below 0.501 ulp on 32fc and 0.502 ulp on 64fc, for imaginary parts of any size. From |x| =
+ * 2^11 on both parts are infinite. A zero y gives (cosh x, a zero); a zero x with a NaN gives (NaN, -x); an infinite x gives
+ * infinities with the signs of cos y and x sin y; everything else with a NaN or an infinite y gives NaNs. There is no status
+ * on complex elements: overflow, underflow and invalid show in the results and in the sticky flags.
+ *
+ * dst may be src.
+ *
+ * @param[in] src source array of len Complex64
+ * @param[out] dst destination array of len Complex64
+ * @param[in] len number of elements, 1 or more
+ * @return oktStatusOk, oktStatusBadLength, oktStatusNullPointer
+ */
+OKT_API OktStatus oktsCosh_64fc_A26(const Complex64* src, Complex64* dst, int32_t len);
+/** @copydoc oktsCosh_64fc_A26 */
+OKT_API OktStatus oktsCosh_64fc_A50(const Complex64* src, Complex64* dst, int32_t len);
+/** @copydoc oktsCosh_64fc_A26 */
+OKT_API OktStatus oktsCosh_64fc_A53(const Complex64* src, Complex64* dst, int32_t len);
+
+/**
  * @brief Hyperbolic sine, for each element.
  *
  * Real elements: half the difference of e^src and e^-src from one reduction, a table of 2^(j/64), a polynomial in the
@@ -1357,6 +2107,12 @@ OKT_API OktStatus oktsCosh_64f_A53(const Real64* src, Real64* dst, int32_t len);
  * infinity without a warning; between 710.4704448615958 and the overflow the results are finite again. A NaN comes back
  * quiet with sign and payload on 32f; on 64f every NaN gives the pattern of all ones. On 32f an overflow raises the
  * overflow flag.
+ *
+ * Complex elements x + iy: (sinh x cos y, cosh x sin y), one at a time in extended precision, whatever the caller's x87
+ * precision is. Errors of each part below 0.501 ulp on 32fc and 0.502 ulp on 64fc, for imaginary parts of any size. From |x| =
+ * 2^11 on both parts are infinite. A zero y gives (sinh x, y); a zero or infinite x with an infinite y or a NaN gives (x,
+ * NaN); an infinite x with a finite y gives infinities with the signs of x cos y and sin y. There is no status on complex
+ * elements: overflow, underflow and invalid show in the results and in the sticky flags.
  *
  * dst may be src.
  *
@@ -1385,6 +2141,12 @@ OKT_API OktStatus oktsSinh_32f_A24(const Real32* src, Real32* dst, int32_t len);
  * quiet with sign and payload on 32f; on 64f every NaN gives the pattern of all ones. On 32f an overflow raises the
  * overflow flag.
  *
+ * Complex elements x + iy: (sinh x cos y, cosh x sin y), one at a time in extended precision, whatever the caller's x87
+ * precision is. Errors of each part below 0.501 ulp on 32fc and 0.502 ulp on 64fc, for imaginary parts of any size. From |x| =
+ * 2^11 on both parts are infinite. A zero y gives (sinh x, y); a zero or infinite x with an infinite y or a NaN gives (x,
+ * NaN); an infinite x with a finite y gives infinities with the signs of x cos y and sin y. There is no status on complex
+ * elements: overflow, underflow and invalid show in the results and in the sticky flags.
+ *
  * dst may be src.
  *
  * @param[in] src source array of len Real64
@@ -1399,6 +2161,72 @@ OKT_API OktStatus oktsSinh_64f_A50(const Real64* src, Real64* dst, int32_t len);
 OKT_API OktStatus oktsSinh_64f_A53(const Real64* src, Real64* dst, int32_t len);
 
 /**
+ * @brief Hyperbolic sine, for each element.
+ *
+ * Real elements: half the difference of e^src and e^-src from one reduction, a table of 2^(j/64), a polynomial in the
+ * rest; 32f in extended precision, 64f with the powers as head and tail. Errors below 0.501 ulp on 32f and 0.77 ulp on
+ * 64f.
+ *
+ * Special values: a zero or subnormal gives itself, on 32f every element below 0.0003; an infinity gives itself. An
+ * overflowing element gives an infinity with its sign and oktStatusOverflow: on 32f from 89.41599 on, and on 64f from
+ * 710.475860073944 on. On 64f every |src| from 708.4018337446123 up to, but not including, 710.4704448615958 gives an
+ * infinity without a warning; between 710.4704448615958 and the overflow the results are finite again. A NaN comes back
+ * quiet with sign and payload on 32f; on 64f every NaN gives the pattern of all ones. On 32f an overflow raises the
+ * overflow flag.
+ *
+ * Complex elements x + iy: (sinh x cos y, cosh x sin y), one at a time in extended precision, whatever the caller's x87
+ * precision is. Errors of each part below 0.501 ulp on 32fc and 0.502 ulp on 64fc, for imaginary parts of any size. From |x| =
+ * 2^11 on both parts are infinite. A zero y gives (sinh x, y); a zero or infinite x with an infinite y or a NaN gives (x,
+ * NaN); an infinite x with a finite y gives infinities with the signs of x cos y and sin y. There is no status on complex
+ * elements: overflow, underflow and invalid show in the results and in the sticky flags.
+ *
+ * dst may be src.
+ *
+ * @param[in] src source array of len Complex32
+ * @param[out] dst destination array of len Complex32
+ * @param[in] len number of elements, 1 or more
+ * @return oktStatusOk, oktStatusBadLength, oktStatusNullPointer
+ */
+OKT_API OktStatus oktsSinh_32fc_A11(const Complex32* src, Complex32* dst, int32_t len);
+/** @copydoc oktsSinh_32fc_A11 */
+OKT_API OktStatus oktsSinh_32fc_A21(const Complex32* src, Complex32* dst, int32_t len);
+/** @copydoc oktsSinh_32fc_A11 */
+OKT_API OktStatus oktsSinh_32fc_A24(const Complex32* src, Complex32* dst, int32_t len);
+
+/**
+ * @brief Hyperbolic sine, for each element.
+ *
+ * Real elements: half the difference of e^src and e^-src from one reduction, a table of 2^(j/64), a polynomial in the
+ * rest; 32f in extended precision, 64f with the powers as head and tail. Errors below 0.501 ulp on 32f and 0.77 ulp on
+ * 64f.
+ *
+ * Special values: a zero or subnormal gives itself, on 32f every element below 0.0003; an infinity gives itself. An
+ * overflowing element gives an infinity with its sign and oktStatusOverflow: on 32f from 89.41599 on, and on 64f from
+ * 710.475860073944 on. On 64f every |src| from 708.4018337446123 up to, but not including, 710.4704448615958 gives an
+ * infinity without a warning; between 710.4704448615958 and the overflow the results are finite again. A NaN comes back
+ * quiet with sign and payload on 32f; on 64f every NaN gives the pattern of all ones. On 32f an overflow raises the
+ * overflow flag.
+ *
+ * Complex elements x + iy: (sinh x cos y, cosh x sin y), one at a time in extended precision, whatever the caller's x87
+ * precision is. Errors of each part below 0.501 ulp on 32fc and 0.502 ulp on 64fc, for imaginary parts of any size. From |x| =
+ * 2^11 on both parts are infinite. A zero y gives (sinh x, y); a zero or infinite x with an infinite y or a NaN gives (x,
+ * NaN); an infinite x with a finite y gives infinities with the signs of x cos y and sin y. There is no status on complex
+ * elements: overflow, underflow and invalid show in the results and in the sticky flags.
+ *
+ * dst may be src.
+ *
+ * @param[in] src source array of len Complex64
+ * @param[out] dst destination array of len Complex64
+ * @param[in] len number of elements, 1 or more
+ * @return oktStatusOk, oktStatusBadLength, oktStatusNullPointer
+ */
+OKT_API OktStatus oktsSinh_64fc_A26(const Complex64* src, Complex64* dst, int32_t len);
+/** @copydoc oktsSinh_64fc_A26 */
+OKT_API OktStatus oktsSinh_64fc_A50(const Complex64* src, Complex64* dst, int32_t len);
+/** @copydoc oktsSinh_64fc_A26 */
+OKT_API OktStatus oktsSinh_64fc_A53(const Complex64* src, Complex64* dst, int32_t len);
+
+/**
  * @brief Hyperbolic tangent, for each element.
  *
  * Real elements: the positive axis is cut by the bits of the argument into 27 (32f) or 60 (64f) intervals, each with a
@@ -1409,6 +2237,11 @@ OKT_API OktStatus oktsSinh_64f_A53(const Real64* src, Real64* dst, int32_t len);
  * Special values: a zero gives itself, an infinity 1 with its sign; so does every |src| from 10 up on 32f and from 20 up on
  * 64f. A NaN gives itself, made quiet on 32f and untouched on 64f, where a signalling NaN stays signalling. No element
  * warns.
+ *
+ * Complex elements x + iy: (sinh x cosh x, sin y cos y) over sinh^2 x + cos^2 y, one at a time in extended precision, whatever
+ * the caller's x87 precision is. Errors of each part below 0.501 ulp on 32fc and 0.502 ulp on 64fc, for imaginary parts of any
+ * size. From |x| = 2^9 on the result is 1 with the sign of x and a zero with the sign of sin y cos y, infinite x included. A
+ * finite x with an infinite y or a NaN gives NaNs in both parts, a zero x too. There is no status on complex elements.
  *
  * dst may be src.
  *
@@ -1435,6 +2268,11 @@ OKT_API OktStatus oktsTanh_32f_A24(const Real32* src, Real32* dst, int32_t len);
  * 64f. A NaN gives itself, made quiet on 32f and untouched on 64f, where a signalling NaN stays signalling. No element
  * warns.
  *
+ * Complex elements x + iy: (sinh x cosh x, sin y cos y) over sinh^2 x + cos^2 y, one at a time in extended precision, whatever
+ * the caller's x87 precision is. Errors of each part below 0.501 ulp on 32fc and 0.502 ulp on 64fc, for imaginary parts of any
+ * size. From |x| = 2^9 on the result is 1 with the sign of x and a zero with the sign of sin y cos y, infinite x included. A
+ * finite x with an infinite y or a NaN gives NaNs in both parts, a zero x too. There is no status on complex elements.
+ *
  * dst may be src.
  *
  * @param[in] src source array of len Real64
@@ -1447,6 +2285,66 @@ OKT_API OktStatus oktsTanh_64f_A26(const Real64* src, Real64* dst, int32_t len);
 OKT_API OktStatus oktsTanh_64f_A50(const Real64* src, Real64* dst, int32_t len);
 /** @copydoc oktsTanh_64f_A26 */
 OKT_API OktStatus oktsTanh_64f_A53(const Real64* src, Real64* dst, int32_t len);
+
+/**
+ * @brief Hyperbolic tangent, for each element.
+ *
+ * Real elements: the positive axis is cut by the bits of the argument into 27 (32f) or 60 (64f) intervals, each with a
+ * minimax polynomial; there is no exponential and no division. 32f in Real64; 64f around the value at the interval's centre,
+ * with the first-order term in two parts. Errors below 0.513 ulp on 32f, 0.755 ulp on 64f below 0.125 and 0.525 ulp
+ * elsewhere.
+ *
+ * Special values: a zero gives itself, an infinity 1 with its sign; so does every |src| from 10 up on 32f and from 20 up on
+ * 64f. A NaN gives itself, made quiet on 32f and untouched on 64f, where a signalling NaN stays signalling. No element
+ * warns.
+ *
+ * Complex elements x + iy: (sinh x cosh x, sin y cos y) over sinh^2 x + cos^2 y, one at a time in extended precision, whatever
+ * the caller's x87 precision is. Errors of each part below 0.501 ulp on 32fc and 0.502 ulp on 64fc, for imaginary parts of any
+ * size. From |x| = 2^9 on the result is 1 with the sign of x and a zero with the sign of sin y cos y, infinite x included. A
+ * finite x with an infinite y or a NaN gives NaNs in both parts, a zero x too. There is no status on complex elements.
+ *
+ * dst may be src.
+ *
+ * @param[in] src source array of len Complex32
+ * @param[out] dst destination array of len Complex32
+ * @param[in] len number of elements, 1 or more
+ * @return oktStatusOk, oktStatusBadLength, oktStatusNullPointer
+ */
+OKT_API OktStatus oktsTanh_32fc_A11(const Complex32* src, Complex32* dst, int32_t len);
+/** @copydoc oktsTanh_32fc_A11 */
+OKT_API OktStatus oktsTanh_32fc_A21(const Complex32* src, Complex32* dst, int32_t len);
+/** @copydoc oktsTanh_32fc_A11 */
+OKT_API OktStatus oktsTanh_32fc_A24(const Complex32* src, Complex32* dst, int32_t len);
+
+/**
+ * @brief Hyperbolic tangent, for each element.
+ *
+ * Real elements: the positive axis is cut by the bits of the argument into 27 (32f) or 60 (64f) intervals, each with a
+ * minimax polynomial; there is no exponential and no division. 32f in Real64; 64f around the value at the interval's centre,
+ * with the first-order term in two parts. Errors below 0.513 ulp on 32f, 0.755 ulp on 64f below 0.125 and 0.525 ulp
+ * elsewhere.
+ *
+ * Special values: a zero gives itself, an infinity 1 with its sign; so does every |src| from 10 up on 32f and from 20 up on
+ * 64f. A NaN gives itself, made quiet on 32f and untouched on 64f, where a signalling NaN stays signalling. No element
+ * warns.
+ *
+ * Complex elements x + iy: (sinh x cosh x, sin y cos y) over sinh^2 x + cos^2 y, one at a time in extended precision, whatever
+ * the caller's x87 precision is. Errors of each part below 0.501 ulp on 32fc and 0.502 ulp on 64fc, for imaginary parts of any
+ * size. From |x| = 2^9 on the result is 1 with the sign of x and a zero with the sign of sin y cos y, infinite x included. A
+ * finite x with an infinite y or a NaN gives NaNs in both parts, a zero x too. There is no status on complex elements.
+ *
+ * dst may be src.
+ *
+ * @param[in] src source array of len Complex64
+ * @param[out] dst destination array of len Complex64
+ * @param[in] len number of elements, 1 or more
+ * @return oktStatusOk, oktStatusBadLength, oktStatusNullPointer
+ */
+OKT_API OktStatus oktsTanh_64fc_A26(const Complex64* src, Complex64* dst, int32_t len);
+/** @copydoc oktsTanh_64fc_A26 */
+OKT_API OktStatus oktsTanh_64fc_A50(const Complex64* src, Complex64* dst, int32_t len);
+/** @copydoc oktsTanh_64fc_A26 */
+OKT_API OktStatus oktsTanh_64fc_A53(const Complex64* src, Complex64* dst, int32_t len);
 
 /** @} */
 
@@ -1665,6 +2563,13 @@ OKT_API OktStatus oktsInvSqrt_64f_A53(const Real64* src, Real64* dst, int32_t le
  * 2^126) may differ in its last bit from the same element elsewhere. On 64f this happens for results between 2^-964 and
  * 2^-963 only.
  *
+ * Complex elements: e^(src2 ln src1), one at a time in extended precision, whatever the caller's x87 precision is, with the
+ * logarithm and its product with the exponent rounded to Real64, four products and two sums without compensation. The relative
+ * error of the result grows with the size of that product, up to 0.501 ulp of the modulus on 32fc and 20 on 64fc for
+ * parts up to 3; one part alone may be less accurate. There are no special cases: zero bases, integer or real exponents and
+ * infinities take the same road, so that a zero base gives what the product with the infinite logarithm gives.
+ * There is no status on complex elements.
+ *
  * dst may be src1 or src2. Nothing behind the ends of the sources is read.
  *
  * @param[in] src1 first source array of len Real32
@@ -1701,6 +2606,13 @@ OKT_API OktStatus oktsPow_32f_A24(const Real32* src1, const Real32* src2, Real32
  * 2^126) may differ in its last bit from the same element elsewhere. On 64f this happens for results between 2^-964 and
  * 2^-963 only.
  *
+ * Complex elements: e^(src2 ln src1), one at a time in extended precision, whatever the caller's x87 precision is, with the
+ * logarithm and its product with the exponent rounded to Real64, four products and two sums without compensation. The relative
+ * error of the result grows with the size of that product, up to 0.501 ulp of the modulus on 32fc and 20 on 64fc for
+ * parts up to 3; one part alone may be less accurate. There are no special cases: zero bases, integer or real exponents and
+ * infinities take the same road, so that a zero base gives what the product with the infinite logarithm gives.
+ * There is no status on complex elements.
+ *
  * dst may be src1 or src2. Nothing behind the ends of the sources is read.
  *
  * @param[in] src1 first source array of len Real64
@@ -1714,6 +2626,92 @@ OKT_API OktStatus oktsPow_64f_A26(const Real64* src1, const Real64* src2, Real64
 OKT_API OktStatus oktsPow_64f_A50(const Real64* src1, const Real64* src2, Real64* dst, int32_t len);
 /** @copydoc oktsPow_64f_A26 */
 OKT_API OktStatus oktsPow_64f_A53(const Real64* src1, const Real64* src2, Real64* dst, int32_t len);
+
+/**
+ * @brief src1 to the power src2, for each element.
+ *
+ * Real elements, 32f: y ln x in Real64, with a table of 257 logarithms and reciprocals and three terms of the series, and the
+ * exponential of Exp. 64f: a base-2 logarithm of about 68 bits from a table of 1025 reciprocals, its product with y split
+ * exactly, and 2^(j/128) from a table (the scheme of P. T. P. Tang, Table-driven implementation of the logarithm function in
+ * IEEE floating-point arithmetic, ACM TOMS 16, 1990, carried to two lengths).
+ *
+ * Errors: 32f 0.56 ulp, but up to 3.2 ulp for bases within 2^-8 of 1 and 0.92 ulp just outside of there, since the series
+ * has three terms. 64f 0.51 ulp, up to 1.0 ulp for bases within 0.001 of 1 with large exponents and for results from 2^-1071
+ * to 2^-1070, 0.75 ulp for smaller results.
+ *
+ * Special values, the first row that fits: x^0 is 1, and so is (-1)^Inf of either sign, and 1^y, also where the other operand is a
+ * NaN; a NaN in src1, then in src2, comes back bit for bit, without a flag; infinite and zero operands follow IEEE 754's pow,
+ * odd integer exponents keeping the sign. oktStatusDomain is the only warning: a negative base with a fractional exponent
+ * gives the default NaN (sign bit set), a zero base with a negative exponent, -Inf included, an infinity; both raise the
+ * invalid flag. Overflow and underflow warn of nothing: the result is infinite, zero or subnormal.
+ *
+ * On 32f an element beside one outside the main range (a negative, zero or subnormal base, a result below 2^-126 or above
+ * 2^126) may differ in its last bit from the same element elsewhere. On 64f this happens for results between 2^-964 and
+ * 2^-963 only.
+ *
+ * Complex elements: e^(src2 ln src1), one at a time in extended precision, whatever the caller's x87 precision is, with the
+ * logarithm and its product with the exponent rounded to Real64, four products and two sums without compensation. The relative
+ * error of the result grows with the size of that product, up to 0.501 ulp of the modulus on 32fc and 20 on 64fc for
+ * parts up to 3; one part alone may be less accurate. There are no special cases: zero bases, integer or real exponents and
+ * infinities take the same road, so that a zero base gives what the product with the infinite logarithm gives.
+ * There is no status on complex elements.
+ *
+ * dst may be src1 or src2. Nothing behind the ends of the sources is read.
+ *
+ * @param[in] src1 first source array of len Complex32
+ * @param[in] src2 second source array of len Complex32
+ * @param[out] dst destination array of len Complex32
+ * @param[in] len number of elements, 1 or more
+ * @return oktStatusOk, oktStatusBadLength, oktStatusNullPointer
+ */
+OKT_API OktStatus oktsPow_32fc_A11(const Complex32* src1, const Complex32* src2, Complex32* dst, int32_t len);
+/** @copydoc oktsPow_32fc_A11 */
+OKT_API OktStatus oktsPow_32fc_A21(const Complex32* src1, const Complex32* src2, Complex32* dst, int32_t len);
+/** @copydoc oktsPow_32fc_A11 */
+OKT_API OktStatus oktsPow_32fc_A24(const Complex32* src1, const Complex32* src2, Complex32* dst, int32_t len);
+
+/**
+ * @brief src1 to the power src2, for each element.
+ *
+ * Real elements, 32f: y ln x in Real64, with a table of 257 logarithms and reciprocals and three terms of the series, and the
+ * exponential of Exp. 64f: a base-2 logarithm of about 68 bits from a table of 1025 reciprocals, its product with y split
+ * exactly, and 2^(j/128) from a table (the scheme of P. T. P. Tang, Table-driven implementation of the logarithm function in
+ * IEEE floating-point arithmetic, ACM TOMS 16, 1990, carried to two lengths).
+ *
+ * Errors: 32f 0.56 ulp, but up to 3.2 ulp for bases within 2^-8 of 1 and 0.92 ulp just outside of there, since the series
+ * has three terms. 64f 0.51 ulp, up to 1.0 ulp for bases within 0.001 of 1 with large exponents and for results from 2^-1071
+ * to 2^-1070, 0.75 ulp for smaller results.
+ *
+ * Special values, the first row that fits: x^0 is 1, and so is (-1)^Inf of either sign, and 1^y, also where the other operand is a
+ * NaN; a NaN in src1, then in src2, comes back bit for bit, without a flag; infinite and zero operands follow IEEE 754's pow,
+ * odd integer exponents keeping the sign. oktStatusDomain is the only warning: a negative base with a fractional exponent
+ * gives the default NaN (sign bit set), a zero base with a negative exponent, -Inf included, an infinity; both raise the
+ * invalid flag. Overflow and underflow warn of nothing: the result is infinite, zero or subnormal.
+ *
+ * On 32f an element beside one outside the main range (a negative, zero or subnormal base, a result below 2^-126 or above
+ * 2^126) may differ in its last bit from the same element elsewhere. On 64f this happens for results between 2^-964 and
+ * 2^-963 only.
+ *
+ * Complex elements: e^(src2 ln src1), one at a time in extended precision, whatever the caller's x87 precision is, with the
+ * logarithm and its product with the exponent rounded to Real64, four products and two sums without compensation. The relative
+ * error of the result grows with the size of that product, up to 0.501 ulp of the modulus on 32fc and 20 on 64fc for
+ * parts up to 3; one part alone may be less accurate. There are no special cases: zero bases, integer or real exponents and
+ * infinities take the same road, so that a zero base gives what the product with the infinite logarithm gives.
+ * There is no status on complex elements.
+ *
+ * dst may be src1 or src2. Nothing behind the ends of the sources is read.
+ *
+ * @param[in] src1 first source array of len Complex64
+ * @param[in] src2 second source array of len Complex64
+ * @param[out] dst destination array of len Complex64
+ * @param[in] len number of elements, 1 or more
+ * @return oktStatusOk, oktStatusBadLength, oktStatusNullPointer
+ */
+OKT_API OktStatus oktsPow_64fc_A26(const Complex64* src1, const Complex64* src2, Complex64* dst, int32_t len);
+/** @copydoc oktsPow_64fc_A26 */
+OKT_API OktStatus oktsPow_64fc_A50(const Complex64* src1, const Complex64* src2, Complex64* dst, int32_t len);
+/** @copydoc oktsPow_64fc_A26 */
+OKT_API OktStatus oktsPow_64fc_A53(const Complex64* src1, const Complex64* src2, Complex64* dst, int32_t len);
 
 /**
  * @brief src to the power 2/3, for each element.
@@ -1812,6 +2810,9 @@ OKT_API OktStatus oktsPow3o2_64f_A53(const Real64* src, Real64* dst, int32_t len
  * and flags, with one exception: the scalar 2.0 squares. Then every element is src times src, an overflow is infinite, a NaN
  * comes back quiet, a signalling one raises the invalid flag, and nothing warns.
  *
+ * Complex elements: the results of the complex Pow with the same exponent for every element; the scalar (2, 0) does not
+ * square.
+ *
  * dst may be src.
  *
  * @param[in] src source array of len Real32
@@ -1833,6 +2834,9 @@ OKT_API OktStatus oktsPowx_32f_A24(const Real32* src, Real32 scalar, Real32* dst
  * and flags, with one exception: the scalar 2.0 squares. Then every element is src times src, an overflow is infinite, a NaN
  * comes back quiet, a signalling one raises the invalid flag, and nothing warns.
  *
+ * Complex elements: the results of the complex Pow with the same exponent for every element; the scalar (2, 0) does not
+ * square.
+ *
  * dst may be src.
  *
  * @param[in] src source array of len Real64
@@ -1848,15 +2852,73 @@ OKT_API OktStatus oktsPowx_64f_A50(const Real64* src, Real64 scalar, Real64* dst
 OKT_API OktStatus oktsPowx_64f_A53(const Real64* src, Real64 scalar, Real64* dst, int32_t len);
 
 /**
+ * @brief src to the power of one scalar, for each element.
+ *
+ * Real elements: the results of Pow with the same exponent for every element, and its accuracy, special values, statuses
+ * and flags, with one exception: the scalar 2.0 squares. Then every element is src times src, an overflow is infinite, a NaN
+ * comes back quiet, a signalling one raises the invalid flag, and nothing warns.
+ *
+ * Complex elements: the results of the complex Pow with the same exponent for every element; the scalar (2, 0) does not
+ * square.
+ *
+ * dst may be src.
+ *
+ * @param[in] src source array of len Complex32
+ * @param[in] scalar scalar Complex32, the same for every element
+ * @param[out] dst destination array of len Complex32
+ * @param[in] len number of elements, 1 or more
+ * @return oktStatusOk, oktStatusBadLength, oktStatusNullPointer
+ */
+OKT_API OktStatus oktsPowx_32fc_A11(const Complex32* src, Complex32 scalar, Complex32* dst, int32_t len);
+/** @copydoc oktsPowx_32fc_A11 */
+OKT_API OktStatus oktsPowx_32fc_A21(const Complex32* src, Complex32 scalar, Complex32* dst, int32_t len);
+/** @copydoc oktsPowx_32fc_A11 */
+OKT_API OktStatus oktsPowx_32fc_A24(const Complex32* src, Complex32 scalar, Complex32* dst, int32_t len);
+
+/**
+ * @brief src to the power of one scalar, for each element.
+ *
+ * Real elements: the results of Pow with the same exponent for every element, and its accuracy, special values, statuses
+ * and flags, with one exception: the scalar 2.0 squares. Then every element is src times src, an overflow is infinite, a NaN
+ * comes back quiet, a signalling one raises the invalid flag, and nothing warns.
+ *
+ * Complex elements: the results of the complex Pow with the same exponent for every element; the scalar (2, 0) does not
+ * square.
+ *
+ * dst may be src.
+ *
+ * @param[in] src source array of len Complex64
+ * @param[in] scalar scalar Complex64, the same for every element
+ * @param[out] dst destination array of len Complex64
+ * @param[in] len number of elements, 1 or more
+ * @return oktStatusOk, oktStatusBadLength, oktStatusNullPointer
+ */
+OKT_API OktStatus oktsPowx_64fc_A26(const Complex64* src, Complex64 scalar, Complex64* dst, int32_t len);
+/** @copydoc oktsPowx_64fc_A26 */
+OKT_API OktStatus oktsPowx_64fc_A50(const Complex64* src, Complex64 scalar, Complex64* dst, int32_t len);
+/** @copydoc oktsPowx_64fc_A26 */
+OKT_API OktStatus oktsPowx_64fc_A53(const Complex64* src, Complex64 scalar, Complex64* dst, int32_t len);
+
+/**
  * @brief Square root, for each element.
  *
  * By neither a root nor a division: a 12-bit approximation of 1/sqrt(x), cut so that the leading products are exact, and
  * one evaluation of the binomial series. Errors below 0.761 ulp on 32f and 0.501 ulp on 64f (0.75 ulp where the source is
- * subnormal on 64f); the last bit may follow the approximation of another processor model. Complex elements take the
- * principal root.
+ * subnormal on 64f); the last bit may follow the approximation of another processor model.
  *
  * Real special values: a zero or plus infinity gives itself, a NaN itself, quiet; an element below zero gives the NaN
  * 0xFFC00000 (64f: 0xFFF8000000000000) and oktStatusDomain, without the invalid flag.
+ *
+ * Complex elements: the principal root, with a real part that is not negative and an imaginary part of the sign of src's, a
+ * zero's sign, too; the cut runs along the negative real axis. On 32fc it comes from |z| in double precision and a refined
+ * 12-bit approximation of a reciprocal root (largest error seen 0.519 ulp; a last bit may differ on another processor model). An
+ * element with a part that is a zero, infinite, a NaN or not above the smallest normal number goes through the routine of 64fc,
+ * which works in extended precision: 0.501 ulp. The packed steps are done for such an element as well, and their flags stay: a
+ * zero raises invalid on 32fc.
+ *
+ * Complex special values: an infinite imaginary part gives (+Inf, that part), whatever the real part is. For (-Inf, y) the root
+ * is (+0, Inf with the sign of y), for (+Inf, y) it is (+Inf, 0 with the sign of y); with a NaN for y it is (NaN, +Inf) and (+Inf,
+ * NaN). Any other element with a NaN gives (NaN, NaN). Complex elements never warn.
  *
  * dst may be src.
  *
@@ -1876,11 +2938,21 @@ OKT_API OktStatus oktsSqrt_32f_A24(const Real32* src, Real32* dst, int32_t len);
  *
  * By neither a root nor a division: a 12-bit approximation of 1/sqrt(x), cut so that the leading products are exact, and
  * one evaluation of the binomial series. Errors below 0.761 ulp on 32f and 0.501 ulp on 64f (0.75 ulp where the source is
- * subnormal on 64f); the last bit may follow the approximation of another processor model. Complex elements take the
- * principal root.
+ * subnormal on 64f); the last bit may follow the approximation of another processor model.
  *
  * Real special values: a zero or plus infinity gives itself, a NaN itself, quiet; an element below zero gives the NaN
  * 0xFFC00000 (64f: 0xFFF8000000000000) and oktStatusDomain, without the invalid flag.
+ *
+ * Complex elements: the principal root, with a real part that is not negative and an imaginary part of the sign of src's, a
+ * zero's sign, too; the cut runs along the negative real axis. On 32fc it comes from |z| in double precision and a refined
+ * 12-bit approximation of a reciprocal root (largest error seen 0.519 ulp; a last bit may differ on another processor model). An
+ * element with a part that is a zero, infinite, a NaN or not above the smallest normal number goes through the routine of 64fc,
+ * which works in extended precision: 0.501 ulp. The packed steps are done for such an element as well, and their flags stay: a
+ * zero raises invalid on 32fc.
+ *
+ * Complex special values: an infinite imaginary part gives (+Inf, that part), whatever the real part is. For (-Inf, y) the root
+ * is (+0, Inf with the sign of y), for (+Inf, y) it is (+Inf, 0 with the sign of y); with a NaN for y it is (NaN, +Inf) and (+Inf,
+ * NaN). Any other element with a NaN gives (NaN, NaN). Complex elements never warn.
  *
  * dst may be src.
  *
@@ -1894,6 +2966,74 @@ OKT_API OktStatus oktsSqrt_64f_A26(const Real64* src, Real64* dst, int32_t len);
 OKT_API OktStatus oktsSqrt_64f_A50(const Real64* src, Real64* dst, int32_t len);
 /** @copydoc oktsSqrt_64f_A26 */
 OKT_API OktStatus oktsSqrt_64f_A53(const Real64* src, Real64* dst, int32_t len);
+
+/**
+ * @brief Square root, for each element.
+ *
+ * By neither a root nor a division: a 12-bit approximation of 1/sqrt(x), cut so that the leading products are exact, and
+ * one evaluation of the binomial series. Errors below 0.761 ulp on 32f and 0.501 ulp on 64f (0.75 ulp where the source is
+ * subnormal on 64f); the last bit may follow the approximation of another processor model.
+ *
+ * Real special values: a zero or plus infinity gives itself, a NaN itself, quiet; an element below zero gives the NaN
+ * 0xFFC00000 (64f: 0xFFF8000000000000) and oktStatusDomain, without the invalid flag.
+ *
+ * Complex elements: the principal root, with a real part that is not negative and an imaginary part of the sign of src's, a
+ * zero's sign, too; the cut runs along the negative real axis. On 32fc it comes from |z| in double precision and a refined
+ * 12-bit approximation of a reciprocal root (largest error seen 0.519 ulp; a last bit may differ on another processor model). An
+ * element with a part that is a zero, infinite, a NaN or not above the smallest normal number goes through the routine of 64fc,
+ * which works in extended precision: 0.501 ulp. The packed steps are done for such an element as well, and their flags stay: a
+ * zero raises invalid on 32fc.
+ *
+ * Complex special values: an infinite imaginary part gives (+Inf, that part), whatever the real part is. For (-Inf, y) the root
+ * is (+0, Inf with the sign of y), for (+Inf, y) it is (+Inf, 0 with the sign of y); with a NaN for y it is (NaN, +Inf) and (+Inf,
+ * NaN). Any other element with a NaN gives (NaN, NaN). Complex elements never warn.
+ *
+ * dst may be src.
+ *
+ * @param[in] src source array of len Complex32
+ * @param[out] dst destination array of len Complex32
+ * @param[in] len number of elements, 1 or more
+ * @return oktStatusOk, oktStatusBadLength, oktStatusNullPointer
+ */
+OKT_API OktStatus oktsSqrt_32fc_A11(const Complex32* src, Complex32* dst, int32_t len);
+/** @copydoc oktsSqrt_32fc_A11 */
+OKT_API OktStatus oktsSqrt_32fc_A21(const Complex32* src, Complex32* dst, int32_t len);
+/** @copydoc oktsSqrt_32fc_A11 */
+OKT_API OktStatus oktsSqrt_32fc_A24(const Complex32* src, Complex32* dst, int32_t len);
+
+/**
+ * @brief Square root, for each element.
+ *
+ * By neither a root nor a division: a 12-bit approximation of 1/sqrt(x), cut so that the leading products are exact, and
+ * one evaluation of the binomial series. Errors below 0.761 ulp on 32f and 0.501 ulp on 64f (0.75 ulp where the source is
+ * subnormal on 64f); the last bit may follow the approximation of another processor model.
+ *
+ * Real special values: a zero or plus infinity gives itself, a NaN itself, quiet; an element below zero gives the NaN
+ * 0xFFC00000 (64f: 0xFFF8000000000000) and oktStatusDomain, without the invalid flag.
+ *
+ * Complex elements: the principal root, with a real part that is not negative and an imaginary part of the sign of src's, a
+ * zero's sign, too; the cut runs along the negative real axis. On 32fc it comes from |z| in double precision and a refined
+ * 12-bit approximation of a reciprocal root (largest error seen 0.519 ulp; a last bit may differ on another processor model). An
+ * element with a part that is a zero, infinite, a NaN or not above the smallest normal number goes through the routine of 64fc,
+ * which works in extended precision: 0.501 ulp. The packed steps are done for such an element as well, and their flags stay: a
+ * zero raises invalid on 32fc.
+ *
+ * Complex special values: an infinite imaginary part gives (+Inf, that part), whatever the real part is. For (-Inf, y) the root
+ * is (+0, Inf with the sign of y), for (+Inf, y) it is (+Inf, 0 with the sign of y); with a NaN for y it is (NaN, +Inf) and (+Inf,
+ * NaN). Any other element with a NaN gives (NaN, NaN). Complex elements never warn.
+ *
+ * dst may be src.
+ *
+ * @param[in] src source array of len Complex64
+ * @param[out] dst destination array of len Complex64
+ * @param[in] len number of elements, 1 or more
+ * @return oktStatusOk, oktStatusBadLength, oktStatusNullPointer
+ */
+OKT_API OktStatus oktsSqrt_64fc_A26(const Complex64* src, Complex64* dst, int32_t len);
+/** @copydoc oktsSqrt_64fc_A26 */
+OKT_API OktStatus oktsSqrt_64fc_A50(const Complex64* src, Complex64* dst, int32_t len);
+/** @copydoc oktsSqrt_64fc_A26 */
+OKT_API OktStatus oktsSqrt_64fc_A53(const Complex64* src, Complex64* dst, int32_t len);
 
 /** @} */
 
@@ -2411,6 +3551,23 @@ OKT_API OktStatus oktsExpm1_64f_A53(const Real64* src, Real64* dst, int32_t len)
  * oktStatusDomain, the pattern 0x7FFC0000 on 32f, 0xFFF8000000000000 on 64f; neither raises a flag. +Inf gives +Inf. A NaN
  * comes back as it is, a signalling one too, which raises invalid on 64f and nothing on 32f. Subnormal elements do not warn.
  *
+ * Complex elements: ln|z| + i arg z with arg z in [-pi, pi], the cut along the negative real axis; the sign of a zero imaginary
+ * part says from which side. ln|z| is half of ln s, s = a^2 + b^2 in double precision; where s is within 0.03 of 1 it comes from
+ * s - 1 without the rounding of s. The grades of 32fc are three routines. A11 uses short polynomials and the processor's
+ * approximate reciprocal, without a table: good to 2^-12 (largest errors seen 2524 ulp in the real, 3771 ulp in the imaginary
+ * part); a last bit may differ on another processor model. A21 takes the logarithm from a table in double precision and the
+ * angle from a quotient and a polynomial in single precision: 0.84 and 3.0 ulp, the latter beside the diagonal. A24 works in
+ * double precision: 0.5004 ulp. 64fc is one routine that works with heads and rests: 0.5018 ulp in the real part, 0.522 in the
+ * imaginary part. An element with a part outside a routine's range goes through a scalar kernel in extended precision, which is
+ * right to 0.501 ulp: A11 takes parts from 2^-125 to below 2^123, A21 all that are neither zero nor infinite, A24 normal numbers,
+ * 64fc parts from 2^-450 to below 2^450. A11 and A21 put such an element through their block's steps as well, whose flags stay:
+ * a quiet NaN, for one, raises invalid. A11, A24 and 64fc work under round to nearest, and denormals-are-zero stays the
+ * caller's; A21 works under the caller's MXCSR, where with denormals-are-zero a subnormal part is a zero of its sign.
+ *
+ * Complex special values: zero gives (-Inf, angle), the angle 0 or pi with the sign of the imaginary part; an infinite part
+ * gives (+Inf, angle), the angle a multiple of pi/4. A NaN beside an infinite part gives (+Inf, NaN), beside a finite part or
+ * another NaN (NaN, NaN). Complex elements never warn.
+ *
  * dst may be src.
  *
  * @param[in] src source array of len Real32
@@ -2435,6 +3592,23 @@ OKT_API OktStatus oktsLn_32f_A24(const Real32* src, Real32* dst, int32_t len);
  * oktStatusDomain, the pattern 0x7FFC0000 on 32f, 0xFFF8000000000000 on 64f; neither raises a flag. +Inf gives +Inf. A NaN
  * comes back as it is, a signalling one too, which raises invalid on 64f and nothing on 32f. Subnormal elements do not warn.
  *
+ * Complex elements: ln|z| + i arg z with arg z in [-pi, pi], the cut along the negative real axis; the sign of a zero imaginary
+ * part says from which side. ln|z| is half of ln s, s = a^2 + b^2 in double precision; where s is within 0.03 of 1 it comes from
+ * s - 1 without the rounding of s. The grades of 32fc are three routines. A11 uses short polynomials and the processor's
+ * approximate reciprocal, without a table: good to 2^-12 (largest errors seen 2524 ulp in the real, 3771 ulp in the imaginary
+ * part); a last bit may differ on another processor model. A21 takes the logarithm from a table in double precision and the
+ * angle from a quotient and a polynomial in single precision: 0.84 and 3.0 ulp, the latter beside the diagonal. A24 works in
+ * double precision: 0.5004 ulp. 64fc is one routine that works with heads and rests: 0.5018 ulp in the real part, 0.522 in the
+ * imaginary part. An element with a part outside a routine's range goes through a scalar kernel in extended precision, which is
+ * right to 0.501 ulp: A11 takes parts from 2^-125 to below 2^123, A21 all that are neither zero nor infinite, A24 normal numbers,
+ * 64fc parts from 2^-450 to below 2^450. A11 and A21 put such an element through their block's steps as well, whose flags stay:
+ * a quiet NaN, for one, raises invalid. A11, A24 and 64fc work under round to nearest, and denormals-are-zero stays the
+ * caller's; A21 works under the caller's MXCSR, where with denormals-are-zero a subnormal part is a zero of its sign.
+ *
+ * Complex special values: zero gives (-Inf, angle), the angle 0 or pi with the sign of the imaginary part; an infinite part
+ * gives (+Inf, angle), the angle a multiple of pi/4. A NaN beside an infinite part gives (+Inf, NaN), beside a finite part or
+ * another NaN (NaN, NaN). Complex elements never warn.
+ *
  * dst may be src.
  *
  * @param[in] src source array of len Real64
@@ -2449,6 +3623,158 @@ OKT_API OktStatus oktsLn_64f_A50(const Real64* src, Real64* dst, int32_t len);
 OKT_API OktStatus oktsLn_64f_A53(const Real64* src, Real64* dst, int32_t len);
 
 /**
+ * @brief Natural logarithm, for each element.
+ *
+ * Real elements: a table holds short reciprocals of 64 (32f) or 512 (64f) leading parts of the significand and their
+ * logarithms; the product with the reciprocal is split so that its large part is exact, and a polynomial takes the rest. The
+ * relative accuracy is kept on both sides of 1. Errors below 0.57 ulp on 32f and 0.58 ulp on 64f.
+ *
+ * Special values: a zero of either sign gives -Inf and oktStatusSingularity; a negative element and -Inf give a NaN and
+ * oktStatusDomain, the pattern 0x7FFC0000 on 32f, 0xFFF8000000000000 on 64f; neither raises a flag. +Inf gives +Inf. A NaN
+ * comes back as it is, a signalling one too, which raises invalid on 64f and nothing on 32f. Subnormal elements do not warn.
+ *
+ * Complex elements: ln|z| + i arg z with arg z in [-pi, pi], the cut along the negative real axis; the sign of a zero imaginary
+ * part says from which side. ln|z| is half of ln s, s = a^2 + b^2 in double precision; where s is within 0.03 of 1 it comes from
+ * s - 1 without the rounding of s. The grades of 32fc are three routines. A11 uses short polynomials and the processor's
+ * approximate reciprocal, without a table: good to 2^-12 (largest errors seen 2524 ulp in the real, 3771 ulp in the imaginary
+ * part); a last bit may differ on another processor model. A21 takes the logarithm from a table in double precision and the
+ * angle from a quotient and a polynomial in single precision: 0.84 and 3.0 ulp, the latter beside the diagonal. A24 works in
+ * double precision: 0.5004 ulp. 64fc is one routine that works with heads and rests: 0.5018 ulp in the real part, 0.522 in the
+ * imaginary part. An element with a part outside a routine's range goes through a scalar kernel in extended precision, which is
+ * right to 0.501 ulp: A11 takes parts from 2^-125 to below 2^123, A21 all that are neither zero nor infinite, A24 normal numbers,
+ * 64fc parts from 2^-450 to below 2^450. A11 and A21 put such an element through their block's steps as well, whose flags stay:
+ * a quiet NaN, for one, raises invalid. A11, A24 and 64fc work under round to nearest, and denormals-are-zero stays the
+ * caller's; A21 works under the caller's MXCSR, where with denormals-are-zero a subnormal part is a zero of its sign.
+ *
+ * Complex special values: zero gives (-Inf, angle), the angle 0 or pi with the sign of the imaginary part; an infinite part
+ * gives (+Inf, angle), the angle a multiple of pi/4. A NaN beside an infinite part gives (+Inf, NaN), beside a finite part or
+ * another NaN (NaN, NaN). Complex elements never warn.
+ *
+ * dst may be src.
+ *
+ * @param[in] src source array of len Complex32
+ * @param[out] dst destination array of len Complex32
+ * @param[in] len number of elements, 1 or more
+ * @return oktStatusOk, oktStatusBadLength, oktStatusNullPointer
+ */
+OKT_API OktStatus oktsLn_32fc_A11(const Complex32* src, Complex32* dst, int32_t len);
+
+/**
+ * @brief Natural logarithm, for each element.
+ *
+ * Real elements: a table holds short reciprocals of 64 (32f) or 512 (64f) leading parts of the significand and their
+ * logarithms; the product with the reciprocal is split so that its large part is exact, and a polynomial takes the rest. The
+ * relative accuracy is kept on both sides of 1. Errors below 0.57 ulp on 32f and 0.58 ulp on 64f.
+ *
+ * Special values: a zero of either sign gives -Inf and oktStatusSingularity; a negative element and -Inf give a NaN and
+ * oktStatusDomain, the pattern 0x7FFC0000 on 32f, 0xFFF8000000000000 on 64f; neither raises a flag. +Inf gives +Inf. A NaN
+ * comes back as it is, a signalling one too, which raises invalid on 64f and nothing on 32f. Subnormal elements do not warn.
+ *
+ * Complex elements: ln|z| + i arg z with arg z in [-pi, pi], the cut along the negative real axis; the sign of a zero imaginary
+ * part says from which side. ln|z| is half of ln s, s = a^2 + b^2 in double precision; where s is within 0.03 of 1 it comes from
+ * s - 1 without the rounding of s. The grades of 32fc are three routines. A11 uses short polynomials and the processor's
+ * approximate reciprocal, without a table: good to 2^-12 (largest errors seen 2524 ulp in the real, 3771 ulp in the imaginary
+ * part); a last bit may differ on another processor model. A21 takes the logarithm from a table in double precision and the
+ * angle from a quotient and a polynomial in single precision: 0.84 and 3.0 ulp, the latter beside the diagonal. A24 works in
+ * double precision: 0.5004 ulp. 64fc is one routine that works with heads and rests: 0.5018 ulp in the real part, 0.522 in the
+ * imaginary part. An element with a part outside a routine's range goes through a scalar kernel in extended precision, which is
+ * right to 0.501 ulp: A11 takes parts from 2^-125 to below 2^123, A21 all that are neither zero nor infinite, A24 normal numbers,
+ * 64fc parts from 2^-450 to below 2^450. A11 and A21 put such an element through their block's steps as well, whose flags stay:
+ * a quiet NaN, for one, raises invalid. A11, A24 and 64fc work under round to nearest, and denormals-are-zero stays the
+ * caller's; A21 works under the caller's MXCSR, where with denormals-are-zero a subnormal part is a zero of its sign.
+ *
+ * Complex special values: zero gives (-Inf, angle), the angle 0 or pi with the sign of the imaginary part; an infinite part
+ * gives (+Inf, angle), the angle a multiple of pi/4. A NaN beside an infinite part gives (+Inf, NaN), beside a finite part or
+ * another NaN (NaN, NaN). Complex elements never warn.
+ *
+ * dst may be src.
+ *
+ * @param[in] src source array of len Complex32
+ * @param[out] dst destination array of len Complex32
+ * @param[in] len number of elements, 1 or more
+ * @return oktStatusOk, oktStatusBadLength, oktStatusNullPointer
+ */
+OKT_API OktStatus oktsLn_32fc_A21(const Complex32* src, Complex32* dst, int32_t len);
+
+/**
+ * @brief Natural logarithm, for each element.
+ *
+ * Real elements: a table holds short reciprocals of 64 (32f) or 512 (64f) leading parts of the significand and their
+ * logarithms; the product with the reciprocal is split so that its large part is exact, and a polynomial takes the rest. The
+ * relative accuracy is kept on both sides of 1. Errors below 0.57 ulp on 32f and 0.58 ulp on 64f.
+ *
+ * Special values: a zero of either sign gives -Inf and oktStatusSingularity; a negative element and -Inf give a NaN and
+ * oktStatusDomain, the pattern 0x7FFC0000 on 32f, 0xFFF8000000000000 on 64f; neither raises a flag. +Inf gives +Inf. A NaN
+ * comes back as it is, a signalling one too, which raises invalid on 64f and nothing on 32f. Subnormal elements do not warn.
+ *
+ * Complex elements: ln|z| + i arg z with arg z in [-pi, pi], the cut along the negative real axis; the sign of a zero imaginary
+ * part says from which side. ln|z| is half of ln s, s = a^2 + b^2 in double precision; where s is within 0.03 of 1 it comes from
+ * s - 1 without the rounding of s. The grades of 32fc are three routines. A11 uses short polynomials and the processor's
+ * approximate reciprocal, without a table: good to 2^-12 (largest errors seen 2524 ulp in the real, 3771 ulp in the imaginary
+ * part); a last bit may differ on another processor model. A21 takes the logarithm from a table in double precision and the
+ * angle from a quotient and a polynomial in single precision: 0.84 and 3.0 ulp, the latter beside the diagonal. A24 works in
+ * double precision: 0.5004 ulp. 64fc is one routine that works with heads and rests: 0.5018 ulp in the real part, 0.522 in the
+ * imaginary part. An element with a part outside a routine's range goes through a scalar kernel in extended precision, which is
+ * right to 0.501 ulp: A11 takes parts from 2^-125 to below 2^123, A21 all that are neither zero nor infinite, A24 normal numbers,
+ * 64fc parts from 2^-450 to below 2^450. A11 and A21 put such an element through their block's steps as well, whose flags stay:
+ * a quiet NaN, for one, raises invalid. A11, A24 and 64fc work under round to nearest, and denormals-are-zero stays the
+ * caller's; A21 works under the caller's MXCSR, where with denormals-are-zero a subnormal part is a zero of its sign.
+ *
+ * Complex special values: zero gives (-Inf, angle), the angle 0 or pi with the sign of the imaginary part; an infinite part
+ * gives (+Inf, angle), the angle a multiple of pi/4. A NaN beside an infinite part gives (+Inf, NaN), beside a finite part or
+ * another NaN (NaN, NaN). Complex elements never warn.
+ *
+ * dst may be src.
+ *
+ * @param[in] src source array of len Complex32
+ * @param[out] dst destination array of len Complex32
+ * @param[in] len number of elements, 1 or more
+ * @return oktStatusOk, oktStatusBadLength, oktStatusNullPointer
+ */
+OKT_API OktStatus oktsLn_32fc_A24(const Complex32* src, Complex32* dst, int32_t len);
+
+/**
+ * @brief Natural logarithm, for each element.
+ *
+ * Real elements: a table holds short reciprocals of 64 (32f) or 512 (64f) leading parts of the significand and their
+ * logarithms; the product with the reciprocal is split so that its large part is exact, and a polynomial takes the rest. The
+ * relative accuracy is kept on both sides of 1. Errors below 0.57 ulp on 32f and 0.58 ulp on 64f.
+ *
+ * Special values: a zero of either sign gives -Inf and oktStatusSingularity; a negative element and -Inf give a NaN and
+ * oktStatusDomain, the pattern 0x7FFC0000 on 32f, 0xFFF8000000000000 on 64f; neither raises a flag. +Inf gives +Inf. A NaN
+ * comes back as it is, a signalling one too, which raises invalid on 64f and nothing on 32f. Subnormal elements do not warn.
+ *
+ * Complex elements: ln|z| + i arg z with arg z in [-pi, pi], the cut along the negative real axis; the sign of a zero imaginary
+ * part says from which side. ln|z| is half of ln s, s = a^2 + b^2 in double precision; where s is within 0.03 of 1 it comes from
+ * s - 1 without the rounding of s. The grades of 32fc are three routines. A11 uses short polynomials and the processor's
+ * approximate reciprocal, without a table: good to 2^-12 (largest errors seen 2524 ulp in the real, 3771 ulp in the imaginary
+ * part); a last bit may differ on another processor model. A21 takes the logarithm from a table in double precision and the
+ * angle from a quotient and a polynomial in single precision: 0.84 and 3.0 ulp, the latter beside the diagonal. A24 works in
+ * double precision: 0.5004 ulp. 64fc is one routine that works with heads and rests: 0.5018 ulp in the real part, 0.522 in the
+ * imaginary part. An element with a part outside a routine's range goes through a scalar kernel in extended precision, which is
+ * right to 0.501 ulp: A11 takes parts from 2^-125 to below 2^123, A21 all that are neither zero nor infinite, A24 normal numbers,
+ * 64fc parts from 2^-450 to below 2^450. A11 and A21 put such an element through their block's steps as well, whose flags stay:
+ * a quiet NaN, for one, raises invalid. A11, A24 and 64fc work under round to nearest, and denormals-are-zero stays the
+ * caller's; A21 works under the caller's MXCSR, where with denormals-are-zero a subnormal part is a zero of its sign.
+ *
+ * Complex special values: zero gives (-Inf, angle), the angle 0 or pi with the sign of the imaginary part; an infinite part
+ * gives (+Inf, angle), the angle a multiple of pi/4. A NaN beside an infinite part gives (+Inf, NaN), beside a finite part or
+ * another NaN (NaN, NaN). Complex elements never warn.
+ *
+ * dst may be src.
+ *
+ * @param[in] src source array of len Complex64
+ * @param[out] dst destination array of len Complex64
+ * @param[in] len number of elements, 1 or more
+ * @return oktStatusOk, oktStatusBadLength, oktStatusNullPointer
+ */
+OKT_API OktStatus oktsLn_64fc_A26(const Complex64* src, Complex64* dst, int32_t len);
+/** @copydoc oktsLn_64fc_A26 */
+OKT_API OktStatus oktsLn_64fc_A50(const Complex64* src, Complex64* dst, int32_t len);
+/** @copydoc oktsLn_64fc_A26 */
+OKT_API OktStatus oktsLn_64fc_A53(const Complex64* src, Complex64* dst, int32_t len);
+
+/**
  * @brief Decimal logarithm, for each element.
  *
  * Real elements: as the natural logarithm, with reciprocals that hold the leading bits of log10 e, so that the result needs
@@ -2457,6 +3783,11 @@ OKT_API OktStatus oktsLn_64f_A53(const Real64* src, Real64* dst, int32_t len);
  * Special values: a zero of either sign gives -Inf and oktStatusSingularity; a negative element and -Inf give a NaN with the
  * sign set and oktStatusDomain; neither raises a flag. +Inf gives +Inf. A NaN comes back as it is, a signalling one too,
  * which raises invalid. Subnormal elements do not warn.
+ *
+ * Complex elements: log10|z| + i arg z log10 e, the natural logarithm's two parts times log10 e in extended precision, one
+ * element at a time, whatever the caller's x87 precision is. Largest errors seen: 0.5001 ulp on 32fc, 0.5244 and 0.5007 ulp in
+ * the real and the imaginary part on 64fc. The cut and the special values are those of the complex Ln, angles times log10 e. Complex
+ * elements never warn.
  *
  * dst may be src.
  *
@@ -2481,6 +3812,11 @@ OKT_API OktStatus oktsLog10_32f_A24(const Real32* src, Real32* dst, int32_t len)
  * sign set and oktStatusDomain; neither raises a flag. +Inf gives +Inf. A NaN comes back as it is, a signalling one too,
  * which raises invalid. Subnormal elements do not warn.
  *
+ * Complex elements: log10|z| + i arg z log10 e, the natural logarithm's two parts times log10 e in extended precision, one
+ * element at a time, whatever the caller's x87 precision is. Largest errors seen: 0.5001 ulp on 32fc, 0.5244 and 0.5007 ulp in
+ * the real and the imaginary part on 64fc. The cut and the special values are those of the complex Ln, angles times log10 e. Complex
+ * elements never warn.
+ *
  * dst may be src.
  *
  * @param[in] src source array of len Real64
@@ -2493,6 +3829,62 @@ OKT_API OktStatus oktsLog10_64f_A26(const Real64* src, Real64* dst, int32_t len)
 OKT_API OktStatus oktsLog10_64f_A50(const Real64* src, Real64* dst, int32_t len);
 /** @copydoc oktsLog10_64f_A26 */
 OKT_API OktStatus oktsLog10_64f_A53(const Real64* src, Real64* dst, int32_t len);
+
+/**
+ * @brief Decimal logarithm, for each element.
+ *
+ * Real elements: as the natural logarithm, with reciprocals that hold the leading bits of log10 e, so that the result needs
+ * no multiplication at its end; 128 (32f) or 512 (64f) table entries. Errors below 0.75 ulp on 32f and 0.59 ulp on 64f.
+ *
+ * Special values: a zero of either sign gives -Inf and oktStatusSingularity; a negative element and -Inf give a NaN with the
+ * sign set and oktStatusDomain; neither raises a flag. +Inf gives +Inf. A NaN comes back as it is, a signalling one too,
+ * which raises invalid. Subnormal elements do not warn.
+ *
+ * Complex elements: log10|z| + i arg z log10 e, the natural logarithm's two parts times log10 e in extended precision, one
+ * element at a time, whatever the caller's x87 precision is. Largest errors seen: 0.5001 ulp on 32fc, 0.5244 and 0.5007 ulp in
+ * the real and the imaginary part on 64fc. The cut and the special values are those of the complex Ln, angles times log10 e. Complex
+ * elements never warn.
+ *
+ * dst may be src.
+ *
+ * @param[in] src source array of len Complex32
+ * @param[out] dst destination array of len Complex32
+ * @param[in] len number of elements, 1 or more
+ * @return oktStatusOk, oktStatusBadLength, oktStatusNullPointer
+ */
+OKT_API OktStatus oktsLog10_32fc_A11(const Complex32* src, Complex32* dst, int32_t len);
+/** @copydoc oktsLog10_32fc_A11 */
+OKT_API OktStatus oktsLog10_32fc_A21(const Complex32* src, Complex32* dst, int32_t len);
+/** @copydoc oktsLog10_32fc_A11 */
+OKT_API OktStatus oktsLog10_32fc_A24(const Complex32* src, Complex32* dst, int32_t len);
+
+/**
+ * @brief Decimal logarithm, for each element.
+ *
+ * Real elements: as the natural logarithm, with reciprocals that hold the leading bits of log10 e, so that the result needs
+ * no multiplication at its end; 128 (32f) or 512 (64f) table entries. Errors below 0.75 ulp on 32f and 0.59 ulp on 64f.
+ *
+ * Special values: a zero of either sign gives -Inf and oktStatusSingularity; a negative element and -Inf give a NaN with the
+ * sign set and oktStatusDomain; neither raises a flag. +Inf gives +Inf. A NaN comes back as it is, a signalling one too,
+ * which raises invalid. Subnormal elements do not warn.
+ *
+ * Complex elements: log10|z| + i arg z log10 e, the natural logarithm's two parts times log10 e in extended precision, one
+ * element at a time, whatever the caller's x87 precision is. Largest errors seen: 0.5001 ulp on 32fc, 0.5244 and 0.5007 ulp in
+ * the real and the imaginary part on 64fc. The cut and the special values are those of the complex Ln, angles times log10 e. Complex
+ * elements never warn.
+ *
+ * dst may be src.
+ *
+ * @param[in] src source array of len Complex64
+ * @param[out] dst destination array of len Complex64
+ * @param[in] len number of elements, 1 or more
+ * @return oktStatusOk, oktStatusBadLength, oktStatusNullPointer
+ */
+OKT_API OktStatus oktsLog10_64fc_A26(const Complex64* src, Complex64* dst, int32_t len);
+/** @copydoc oktsLog10_64fc_A26 */
+OKT_API OktStatus oktsLog10_64fc_A50(const Complex64* src, Complex64* dst, int32_t len);
+/** @copydoc oktsLog10_64fc_A26 */
+OKT_API OktStatus oktsLog10_64fc_A53(const Complex64* src, Complex64* dst, int32_t len);
 
 /**
  * @brief Natural logarithm of 1 + src, for each element.

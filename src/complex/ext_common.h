@@ -47,6 +47,12 @@ OKT_EXT Real80 leading31(Real80 x) {
 // An integer-valued x as an integer. It is exact in Real64, so the conversion does not depend on a rounding mode.
 OKT_EXT std::int64_t asInteger(Real80 x) { return static_cast<std::int64_t>(static_cast<Real64>(x)); }
 
+// Either value by a move under a condition instead of a branch.
+OKT_EXT Real80 select(bool condition, Real80 whenSet, Real80 otherwise) {
+    asm("testb %2, %2\n\tfcmovne %1, %0" : "+t"(otherwise) : "f"(whenSet), "q"(condition) : "cc");
+    return otherwise;
+}
+
 // c[First] + z*(c[First + Step] + ...), Horner's rule on every Step-th coefficient.
 template <std::size_t First, std::size_t Step, std::size_t N>
 OKT_EXT Real80 horner(Real80 z, const Real64 (&c)[N]) {

@@ -19,14 +19,8 @@ namespace ext {
 inline constexpr Real64 atanSeries[4] = {-0x1.5555555555555p-2, 0x1.999999999999ap-3, -0x1.2492492492492p-3,
                                          0x1.c71c71c71c71cp-4};
 
-// A quadrant of directions: the row of atanTable is base + k or base - k, and u counts with the same sign.
-struct Octant {
-    int base;
-    bool minus;
-};
-
 // Close to an axis the quotient carries much of the result and is taken with its rest.
-OKT_EXT_RARE Real80 angleNearAxis(Real80 s, Real80 l, Real80 ratio, int k, Octant octant) {
+OKT_EXT_RARE Real80 angleNearAxis(Real80 s, Real80 l, Real80 ratio, int row) {
     Real80 lh = leading31(l);
     Real80 n1 = s - lh * ratio;
     Real80 n2 = (l - lh) * ratio;
@@ -40,36 +34,67 @@ OKT_EXT_RARE Real80 angleNearAxis(Real80 s, Real80 l, Real80 ratio, int k, Octan
     Real80 ql = (((n1 - qh * dh) - n2) - qh * dl) * inverse;
     Real80 z = q * q;
     Real80 low = ql + q * z * poly(z, atanSeries);
-    Real64 direction = octant.minus ? -1.0 : 1.0;
-    const Real64* row = tables::atanTable + 2 * (octant.base + (octant.minus ? -k : k));
-    return (qh * direction + row[0]) + (low * direction + row[1]);
+    const Real64* angle = tables::atanTable + 2 * row;
+    return (qh + angle[0]) + (low + angle[1]);
 }
 
-// Arctangent of s/l turned into the octant, for 2^-13 < s/l <= 1. Short says that l has 53 bits, so that its product
-// with k needs no splitting.
+// The direction of row base of atanTable plus the arctangent of s/l, 2^-13 < |s/l| <= 1. lHead is l rounded to Real64.
+// k = round(128*s/l): the Real64 t has its last place at 2^-7, so that rounding to it gives both k/128 and, in its
+// pattern, k.
+struct AngleStart {
+    Real80 s, l;
+    Real64 lHead, t;
+    int base;
+};
+
+inline constexpr Real64 angleMagic = 0x1.8p45;
+
+OKT_EXT AngleStart startAngle(int base, Real80 s, Real80 l, Real64 lHead) {
+    return {s, l, lHead, static_cast<Real64>(s / l + angleMagic), base};
+}
+
+// Short says that l is lHead.
 template <bool Short>
-OKT_EXT Real80 angleInOctant(Real80 s, Real80 l, Octant octant) {
-    Real80 m = roundBy(toInteger, s / l * 128.0);
-    auto k = static_cast<int>(asInteger(m));
-    Real80 ratio = m * 0x1p-7;
-    if (k < 8) [[unlikely]] {
-        return angleNearAxis(s, l, ratio, k, octant);
+OKT_EXT Real80 finishAngle(const AngleStart& a) {
+    auto k = static_cast<int>(asBits(a.t) - asBits(angleMagic));
+    Real80 ratio = Real80{a.t} - angleMagic;
+    int row = a.base + k;
+    if (static_cast<unsigned>(k + 4) <= 8) [[unlikely]] {
+        return angleNearAxis(a.s, a.l, ratio, row);
     }
-    Real80 numerator;
-    if constexpr (Short) {
-        numerator = s - l * ratio;
-    } else {
-        Real80 lh = leading31(l);
-        numerator = (s - lh * ratio) - (l - lh) * ratio;
+    Real80 numerator = a.s - a.lHead * ratio;
+    if constexpr (!Short) {
+        numerator = numerator - (a.l - a.lHead) * ratio;
     }
-    Real80 q = numerator / (s * ratio + l);
+    Real80 q = numerator / (a.s * ratio + a.l);
     Real80 z = q * q;
-    static constexpr Real64 sign[2] = {1.0, -1.0};
-    const Real64* row = tables::atanTable + 2 * (octant.base + (octant.minus ? -k : k));
-    return ((q * z * poly(z, atanSeries) + q) * sign[octant.minus] + row[1]) + row[0];
+    const Real64* angle = tables::atanTable + 2 * row;
+    return ((q * z * poly(z, atanSeries) + q) + angle[1]) + angle[0];
 }
 
-// The same for a ratio of 2^-12 and less.
+// Angle of the point (x, y) from 0 to pi, y > 0, the two within a factor 2^12 of each other; y64 and x64 are the
+// coordinates rounded to Real64. Whether y or x is the larger is as good as random: no branch.
+OKT_EXT AngleStart startUpperAngle(Real80 y, Real64 y64, Real80 x, Real64 x64) {
+    bool steep = asBits(y64) > asBits(absReal64(x64));
+    int base = steep ? 256 : signOf(x64) ? 512 : 0;
+    Real64 lHead = bits64(steep ? asBits(y64) : asBits(x64));
+    return startAngle(base, select(steep, -x, y), select(steep, y, x), lHead);
+}
+
+OKT_EXT AngleStart startUpperAngle(Real64 y, Real64 x) {
+    bool steep = asBits(y) > asBits(absReal64(x));
+    int base = steep ? 256 : signOf(x) ? 512 : 0;
+    Real64 s = bits64(steep ? asBits(x) ^ 0x8000000000000000U : asBits(y)), l = bits64(steep ? asBits(y) : asBits(x));
+    return startAngle(base, s, l, l);
+}
+
+// A direction of an axis, and on which side of it a small angle lies.
+struct Octant {
+    int base;
+    bool minus;
+};
+
+// The direction plus or minus the arctangent of s/l, 0 < s/l <= 2^-12.
 inline Real80 smallAngleInOctant(Real80 s, Real80 l, Octant octant) {
     Real80 q = s / l;
     Real80 qh = leading31(q), lh = leading31(l);
@@ -87,9 +112,13 @@ inline Real80 smallAngleInOctant(Real80 s, Real80 l, Octant octant) {
 // A row of atanTable as one number.
 inline Real80 tableAngle(int row) { return tables::atanTable[2 * row] + Real80{tables::atanTable[2 * row + 1]}; }
 
-// Where the ratio is above 2^-13 or so the table's row serves, below it the direction of the axis.
+// Where the ratio is above 2^-13 or so the table's row serves, below it the direction of the axis. l is within the range
+// of Real64.
 OKT_EXT Real80 angleByRatio(Real80 s, Real80 l, int apart, Octant octant) {
-    return apart <= 12 ? angleInOctant<false>(s, l, octant) : smallAngleInOctant(s, l, octant);
+    if (apart <= 12) {
+        return finishAngle<false>(startAngle(octant.base, octant.minus ? -s : s, l, static_cast<Real64>(l)));
+    }
+    return smallAngleInOctant(s, l, octant);
 }
 
 // Octant of a direction by its steepness and its side.
@@ -128,6 +157,10 @@ OKT_EXT_RARE Real80 atan2Rare(Real80 y, Real80 x) {
             a *= real80(0x1FFF, 0x8000000000000000U);
             b *= real80(0x1FFF, 0x8000000000000000U);
         }
+        // The larger one to [1, 2), which is exact.
+        Real80 scale = powerOfTwoExt(0x3FFF - extExponent(steep ? a : b));
+        a *= scale;
+        b *= scale;
         ey = extExponent(a);
         ex = extExponent(b);
         apart = ey > ex ? ey - ex : ex - ey;
@@ -145,24 +178,14 @@ OKT_EXT_RARE Real80 atan2Rare(Real80 y, Real80 x) {
 
 namespace ext {
 
-// The magnitudes of two finite values in order; steep where the first is the larger. No branch: it would not be
-// foreseen.
+// The magnitudes of two finite values in order. No branch: it would not be foreseen.
 struct Ordered {
     Real80 larger, smaller;
-    bool steep;
 };
 
 OKT_EXT Ordered ordered(Real64 y, Real64 x) {
     std::uint64_t a = asBits(absReal64(y)), b = asBits(absReal64(x));
-    return {bits64(std::max(a, b)), bits64(std::min(a, b)), a > b};
-}
-
-OKT_EXT Ordered ordered(Real80 y, Real80 x) {
-    static constexpr Real64 weight[2] = {0.0, 1.0};
-    Real80 a = absExt(y), b = absExt(x);
-    bool steep = a > b;
-    Real64 first = weight[steep], second = weight[!steep];
-    return {a * first + b * second, a * second + b * first, steep};
+    return {bits64(std::max(a, b)), bits64(std::min(a, b))};
 }
 
 }  // namespace ext
@@ -173,13 +196,19 @@ OKT_EXT Real80 atan2Ext(T argumentY, T argumentX) {
     using namespace ext;
     std::uint32_t fieldY = signExponent(argumentY), fieldX = signExponent(argumentX);
     int ey = static_cast<int>(fieldY & 0x7FFF), ex = static_cast<int>(fieldX & 0x7FFF);
-    // Zeros, subnormals, infinities and NaNs of either type lie outside these exponents.
-    constexpr int lowest = sizeof(T) == 8 ? 0x3C00 : 0x1FFF;
-    if (ey > lowest && ex > lowest && ey < 0x5FFF && ex < 0x5FFF && static_cast<unsigned>(ey - ex + 12) <= 24)
+    // Normal numbers of Real64 in either type, and next to each other.
+    constexpr int lowest = 0x3C01, highest = 0x43FE;
+    if (ey > lowest && ex > lowest && ey < highest && ex < highest && static_cast<unsigned>(ey - ex + 12) <= 24)
         [[likely]] {
-        auto [larger, smaller, steep] = ordered(argumentY, argumentX);
-        return negateIf(fieldY >> 15 != 0,
-                        angleInOctant<sizeof(T) == 8>(smaller, larger, octantOf(steep, fieldX >> 15 != 0)));
+        Real80 angle;
+        if constexpr (sizeof(T) == 8) {
+            angle = finishAngle<true>(startUpperAngle(absReal64(argumentY), argumentX));
+        } else {
+            Real80 y = absExt(argumentY);
+            angle = finishAngle<false>(
+                startUpperAngle(y, static_cast<Real64>(y), argumentX, static_cast<Real64>(argumentX)));
+        }
+        return negateIf(fieldY >> 15 != 0, angle);
     }
     return atan2Rare(argumentY, argumentX);
 }
@@ -249,9 +278,12 @@ inline Real80 asinExt(T argument) {
         }
         return exponent >= 0x3FB4 ? x + x * z * tables::AsinWide[0] : tinyOdd(x);
     }
+    if (exponent == 0x7FFF && x != x) [[unlikely]] {
+        return x * 1.0;
+    }
     Real80 a = absExt(x);
-    if (!(a <= 1.0)) {
-        return x != x ? x * 1.0 : invalid();
+    if (a > 1.0) [[unlikely]] {
+        return invalid();
     }
     auto [head, low] = halfAngle(a);
     const Real64* halfPi = tables::atanTable + 2 * 256;
@@ -271,9 +303,12 @@ inline Real80 acosExt(T argument) {
         Pair angle = fastTwoSum(halfPi[0], -x);
         return angle.head + (angle.tail + (halfPi[1] - rest));
     }
+    if (exponent == 0x7FFF && x != x) [[unlikely]] {
+        return x * 1.0;
+    }
     Real80 a = absExt(x);
-    if (!(a <= 1.0)) {
-        return x != x ? x * 1.0 : invalid();
+    if (a > 1.0) [[unlikely]] {
+        return invalid();
     }
     auto [head, low] = halfAngle(a);
     if (!signOf(argument)) {

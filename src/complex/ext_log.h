@@ -8,12 +8,30 @@
 
 #include "complex/ext_common.h"
 
+#include <array>
+
 namespace okt {
 
 namespace ext {
 
+// A row of the far branch: the reciprocal c times 2^-31 and 2^-63, for the two halves of a significand as integers, and
+// -ln c in two parts.
+struct alignas(32) LogRow {
+    Real32 recipHigh, recipLow;
+    Real64 lnHi, lnLo;
+};
+
+inline constexpr auto logRows = [] {
+    std::array<LogRow, 256> rows{};
+    for (std::size_t i = 0; i < rows.size(); ++i)
+        rows[i] = {tables::mantissaRecip[i] * 0x1p-31F, tables::mantissaRecip[i] * 0x1p-63F, tables::lnRecip[2 * i],
+                   tables::lnRecip[2 * i + 1]};
+    return rows;
+}();
+
 // ln((y + rest)*2^extra) for a positive normal y, given by its bits, and a rest that is small beside it, the whole away
-// from 1. Head terms are multiples of 2^-43 and add up without error.
+// from 1. The upper half of the significand times c is exact, and head terms are multiples of 2^-43 and add up without
+// error.
 OKT_EXT Real80 lnFar(Real80Bits bits, Real80 rest, int extra = 0) {
     constexpr Real64 ln2Hi = 0.6931471806019545, ln2Lo = -4.2009150726810846e-11;
     static constexpr Real64 series[6] = {-0.5,
@@ -23,19 +41,16 @@ OKT_EXT Real80 lnFar(Real80Bits bits, Real80 rest, int extra = 0) {
                                          -0.16666787667321958,
                                          0.14285848730630113};
     int n = bits.signAndExponent - 0x3FFF;
-    Real80 m = significandOf(bits);
-    std::size_t i = bits.significand >> 55 & 255;
-    Real80 c = tables::mantissaRecip[i];
-    Real80 hi = roundBy(toMultiple31, m);
-    Real80 zh = hi * c - 1.0;
-    Real80 zl = (m - hi) * c;
+    const LogRow& row = logRows[bits.significand >> 55 & 255];
+    Real80 zh = static_cast<Real80>(static_cast<std::int64_t>(bits.significand >> 32)) * row.recipHigh - 1.0;
+    Real80 zl = static_cast<Real80>(static_cast<std::int64_t>(bits.significand & 0xFFFFFFFF)) * row.recipLow;
     if (rest != 0) {
-        zl += rest * powerOfTwoExt(-n) * c;
+        zl += rest * powerOfTwoExt(31 - n) * row.recipHigh;
     }
     Real80 z = zh + zl;
     Real80 e = n + extra;
-    Real80 head = (e * ln2Hi + tables::lnRecip[2 * i]) + zh;
-    Real80 low = (e * ln2Lo + tables::lnRecip[2 * i + 1]) + zl;
+    Real80 head = (e * ln2Hi + row.lnHi) + zh;
+    Real80 low = (e * ln2Lo + row.lnLo) + zl;
     return head + (low + z * z * poly(z, series));
 }
 
@@ -63,30 +78,49 @@ inline Real80 lnNear(Real80 t, int exponent) {
 
 }  // namespace ext
 
+namespace ext {
+
+// Sign, exponent and the top 16 significand bits in one number.
+OKT_EXT std::uint32_t keyOf(Real80Bits bits) {
+    return static_cast<std::uint32_t>(bits.signAndExponent) << 16 | static_cast<std::uint32_t>(bits.significand >> 48);
+}
+
+// From about 0.96875 to 1.0625.
+OKT_EXT bool isNearOne(std::uint32_t key) { return key - 0x3FFEF800U <= 0x3FFF8800U - 0x3FFEF800U; }
+
+inline Real80 lnNearOne(Real80 x) {
+    Real80 t = x - 1.0;
+    return t == 0 ? Real80{0.0} : lnNear(t, extExponent(t));
+}
+
+// ln x of a positive normal x, given by its bits.
+OKT_EXT Real80 lnOrdinary(Real80Bits bits) {
+    return isNearOne(keyOf(bits)) ? lnNearOne(fromBits(bits)) : lnFar(bits, 0.0);
+}
+
+}  // namespace ext
+
 // ln x.
 inline Real80 logExt(Real80 x) {
     using namespace ext;
     Real80Bits bits = asBits(x);
-    // Sign, exponent and the top 16 significand bits in one number.
-    std::uint32_t key =
-        static_cast<std::uint32_t>(bits.signAndExponent) << 16 | static_cast<std::uint32_t>(bits.significand >> 48);
-    if (key - 0x3FFEF800U > 0x3FFF8800U - 0x3FFEF800U) {
-        if (key < 0x7FFF8000U) {
-            if (bits.signAndExponent != 0) {
-                return lnFar(bits, 0.0);
-            }
-            if (bits.significand == 0) {
-                return pole(-1.0);
-            }
-            return lnFar(asBits(x * twoTo75), 0.0, -75);  // a subnormal
+    std::uint32_t key = keyOf(bits);
+    if (isNearOne(key)) {
+        return lnNearOne(x);
+    }
+    if (key < 0x7FFF8000U) {
+        if (bits.signAndExponent != 0) {
+            return lnFar(bits, 0.0);
         }
-        if (x == 0) {
+        if (bits.significand == 0) {
             return pole(-1.0);
         }
-        return x < 0 ? invalid() : x * 1.0;
+        return lnFar(asBits(x * twoTo75), 0.0, -75);  // a subnormal
     }
-    Real80 t = x - 1.0;
-    return t == 0 ? Real80{0.0} : lnNear(t, extExponent(t));
+    if (x == 0) {
+        return pole(-1.0);
+    }
+    return x == x && x < 0 ? invalid() : x * 1.0;  // a comparison by order would be invalid for a NaN
 }
 
 // ln(1 + x).

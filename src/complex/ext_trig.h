@@ -238,7 +238,8 @@ inline Real80 tanExt(T argument) {
     if (exponent == 0x7FFF) {
         return x != x ? x * 1.0 : x * opaque(Real80{0.0});
     }
-    auto [r, turns] = reduceQuarterPiExt(absExt(x), exponent);
+    auto [rest, turns] = reduceQuarterPiExt(absExt(x), exponent);
+    Pair r = fastTwoSum(rest.head, rest.tail);  // a quotient follows, which takes no large tail
     bool negative = signOf(r.head);
     Pair magnitude = negative ? Pair{-r.head, -r.tail} : r;
     Real80 y = tanReduced(magnitude, (turns & 1) != 0);

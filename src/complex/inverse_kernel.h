@@ -155,16 +155,43 @@ inline Real64 halfPiOf(Real64 y) {
     return withSign(halfPi64, y);
 }
 
-// Real part of atanh, x finite and non-zero.
-OKT_EXT Real80 atanhRealPart(Real80 x, Real80 x2, Real80 y2) {
+inline constexpr Real64 atanhClose = 0x1.eb851eb851eb8p-6;  // 0.03
+
+// The real part of atanh, x finite and non-zero, comes from the squared distances c and d from -1 and 1: half the real
+// function where they are close, elsewhere a quarter of the logarithm of their quotient.
+struct SquaredDistances {
+    Real80 c, d;
+    bool close;
+};
+
+OKT_EXT SquaredDistances squaredDistances(Real80 x, Real80 y2) {
     Real80 above = 1.0 + x, below = x - 1.0;
     Real80 c = above * above + y2;
     Real80 d = below * below + y2;
-    Real80 e = absExt(c - d);
-    if (0x1.eb851eb851eb8p-6 * d >= e) {
-        return atanhExt(2.0 * x / (1.0 + x2 + y2)) * 0.5;
+    return {c, d, atanhClose * d >= absExt(c - d)};
+}
+
+inline Real64 atanhRealPartClose(Real80 x, Real80 x2, Real80 y2) {
+    return narrow(atanhExt(2.0 * x / (1.0 + x2 + y2)) * 0.5);
+}
+
+// The logarithm is 0.029 and more in magnitude, so that the quarter of its Real64 is a matter of the exponent.
+OKT_EXT Real64 atanhRealPartApart(Real80Bits quotient) {
+    return bits64(asBits(narrow(lnOrdinary(quotient))) - (std::uint64_t{2} << 52));
+}
+
+inline Real64 atanhRealPart(Real80 x, Real80 x2, Real80 y2) {
+    auto [c, d, close] = squaredDistances(x, y2);
+    return close ? atanhRealPartClose(x, x2, y2) : atanhRealPartApart(asBits(c / d));
+}
+
+// Imaginary part of atanh of x + iy, finite and non-zero, without its sign: half the angle of the point (d, 2|y|),
+// d = 1 - x^2 - y^2.
+inline Real64 atanhImaginaryPart(Real80 x, Real80 y, Real80 d) {
+    if (absExt(d) < atanhClose) {  // close to the unit circle
+        return narrow((atan2Ext(y, 1.0 + x) - atan2Ext(-y, 1.0 - x)) * 0.5);
     }
-    return logExt(c / d) * 0.25;
+    return narrow(atan2Ext(2.0 * y, d) * 0.5);
 }
 
 inline Complex64 complexAtanhSpecial(Real64 x, Real64 y) {
@@ -201,7 +228,7 @@ inline Complex64 complexAtanhSpecial(Real64 x, Real64 y) {
         return {narrow(atanhExt(x)), y};
     }
     Real80 wide = x;
-    return {narrow(atanhRealPart(wide, wide * wide, 0.0)), halfPiOf(y)};
+    return {atanhRealPart(wide, wide * wide, 0.0), halfPiOf(y)};
 }
 
 }  // namespace ext
@@ -243,16 +270,28 @@ inline Complex64 complexAtanhKernel(Complex64 z) {
     if (!isFiniteNonzero(z.re) || !isFiniteNonzero(z.im)) [[unlikely]] {
         return closed(ext::complexAtanhSpecial(z.re, z.im));
     }
-    Real80 x = z.re, y = z.im;
+    Real80 x = z.re, y = absReal64(z.im);
     Real80 x2 = x * x, y2 = y * y;
     Real80 d = (1.0 - x2) - y2;
-    Real80 angle;
-    if (absExt(d) < 0x1.eb851eb851eb8p-6) {  // close to the unit circle
-        angle = atan2Ext(y, 1.0 + x) - atan2Ext(-y, 1.0 - x);
-    } else {
-        angle = atan2Ext(2.0 * y, d);
+    if (exponentField(z.re) < 0x3FF + 500 && exponentField(z.im) < 0x3FF + 500) [[likely]] {
+        Real64 d64 = narrow(d);
+        Real64 y64 = bits64(magnitudeOf(z.im) + (std::uint64_t{1} << 52));  // 2|y| where it is not tiny
+        int apart = exponentField(y64) - exponentField(d64);
+        ext::SquaredDistances distances = ext::squaredDistances(x, y2);
+        if (!distances.close && magnitudeOf(d64) > asBits(ext::atanhClose) && static_cast<unsigned>(apart + 12) <= 24)
+            [[likely]] {
+            // Two long chains of operations, both begun with their divisions. No part is subnormal.
+            Real80Bits quotient = asBits(distances.c / distances.d);
+            ext::AngleStart angle = ext::startUpperAngle(y64, y64, d, d64);
+            asm volatile("" : "+m"(angle.t));
+            Real64 re = ext::atanhRealPartApart(quotient);
+            asm volatile("" : "+m"(re));
+            Real64 im = bits64(asBits(narrow(ext::finishAngle<false>(angle))) - (std::uint64_t{1} << 52));
+            return {re, withSign(im, z.im)};
+        }
     }
-    return closed({narrow(ext::atanhRealPart(x, x2, y2)), narrow(angle * 0.5)});
+    Real64 im = ext::atanhImaginaryPart(x, y, d);
+    return closed({ext::atanhRealPart(x, x2, y2), withSign(im, z.im)});
 }
 
 inline Complex64 complexAsinKernel(Complex64 z) { return ext::turnedBack(complexAsinhKernel(ext::turned(z))); }

@@ -5,6 +5,7 @@
 #pragma once
 
 #include "complex/ext_bits.h"
+#include "lanes/ordered_scalar.h"
 
 #include <bit>
 #include <cstdint>

@@ -20,7 +20,7 @@ inline Complex64 complexLogSpecial(Real64 a, Real64 b, Real80 angleFactor) {
         return {__builtin_inf(), narrow(atan2Ext(b, a) * angleFactor)};
     }
     if (isNaN(a)) {
-        return isInf(b) ? Complex64{squared(b), squared(a)} : Complex64{b * a, squared(a)};
+        return isInf(b) ? Complex64{squared(b), squared(a)} : Complex64{mulOrdered(b, a), squared(a)};
     }
     return isInf(a) ? Complex64{squared(a), squared(b)} : Complex64{squared(b), squared(b)};
 }
@@ -33,7 +33,7 @@ OKT_EXT Real80 squareHead(Real80 x) {
 
 // ln(a^2 + b^2).
 OKT_EXT Real80 lnOfSquares(Real64 a, Real64 b) {
-    auto [major, minor, unused] = ordered(b, a);
+    auto [major, minor] = ordered(b, a);
     Real80 majorSquare = major * major, minorSquare = minor * minor;
     Real80 s = majorSquare + minorSquare;
     if (absExt(s - 1.0) > 0x1.eb851eb851eb8p-6) {

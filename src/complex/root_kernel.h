@@ -20,7 +20,7 @@ inline Complex64 complexSqrtSpecial(Real64 x, Real64 y) {
         return signOf(x) ? Complex64{0.0, withSign(x, y)} : Complex64{x, withSign(0.0, y)};
     }
     if (isNaN(x) || isNaN(y)) {
-        Real64 nan = x * y;
+        Real64 nan = mulOrdered(x, y);
         return {nan, nan};
     }
     if (isZero(x)) {
@@ -52,7 +52,8 @@ inline Complex64 complexSqrtKernel(Complex64 z) {
 // a^b = e^(b*ln a), the product of b and the logarithm in plain Real64.
 inline Complex64 complexPowKernel(Complex64 a, Complex64 b) {
     Complex64 w = complexLogKernel(a);
-    return complexExpKernel({b.re * w.re - b.im * w.im, b.re * w.im + b.im * w.re});
+    return complexExpKernel({mulOrdered(b.re, w.re) - mulOrdered(b.im, w.im),
+                             addOrdered(mulOrdered(b.re, w.im), mulOrdered(b.im, w.re))});
 }
 
 }  // namespace okt

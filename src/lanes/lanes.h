@@ -168,6 +168,10 @@ inline U64<1> withHighWords(U32<1> a) { return static_cast<std::uint64_t>(a.raw)
 inline U64<1> recipSeedLow(U64<1> a) {
     return std::uint64_t{asBits(recipSeed(F32<1>(bits32(static_cast<std::uint32_t>(a.raw)))).raw)};
 }
+// The same for 1/sqrt(x).
+inline U64<1> rsqrtSeedLow(U64<1> a) {
+    return std::uint64_t{asBits(rsqrtSeed(F32<1>(bits32(static_cast<std::uint32_t>(a.raw)))).raw)};
+}
 
 // The factor of each lane's digit 0 to 2 at `bit` of the lane. The table holds a row for every two lanes' digits: the
 // factors of d0 and d1 stand at row d0 + 4 d1.
@@ -395,6 +399,7 @@ inline U32<4> mulHighHalves(U32<4> a, std::uint16_t b) {
     return _mm_mulhi_epu16(a.raw, _mm_set1_epi32(static_cast<int>(static_cast<std::uint32_t>(b) << 16)));
 }
 inline U64<2> recipSeedLow(U64<2> a) { return _mm_castps_si128(_mm_rcp_ps(_mm_castsi128_ps(a.raw))); }
+inline U64<2> rsqrtSeedLow(U64<2> a) { return _mm_castps_si128(_mm_rsqrt_ps(_mm_castsi128_ps(a.raw))); }
 inline F32<4> toReal32(U32<4> a) { return _mm_cvtepi32_ps(a.raw); }
 inline Mask32<4> negativeLanes(U32<4> a) { return {_mm_castsi128_ps(_mm_srai_epi32(a.raw, 31))}; }
 inline U32<4> roundToSigned(F32<4> a) { return _mm_cvtps_epi32(a.raw); }
@@ -529,6 +534,9 @@ inline U64<N> withHighWords(U32<N> a) { return {withHighWords(a.lo), withHighWor
 template <int N>
     requires Paired<U64<N>>
 inline U64<N> recipSeedLow(U64<N> a) { return {recipSeedLow(a.lo), recipSeedLow(a.hi)}; }
+template <int N>
+    requires Paired<U64<N>>
+inline U64<N> rsqrtSeedLow(U64<N> a) { return {rsqrtSeedLow(a.lo), rsqrtSeedLow(a.hi)}; }
 
 template <int N>
     requires Paired<U32<N>>
@@ -579,6 +587,10 @@ inline F32<N> narrow(F64<N> a) { return {narrow(a.lo), narrow(a.hi)}; }
 
 inline U32<2> packHighWords(U64<2> a) { return {packHighWords(U64<1>(a[0])), packHighWords(U64<1>(a[1]))}; }
 inline F32<2> narrow(F64<2> a) { return {narrow(F64<1>(a[0])), narrow(F64<1>(a[1]))}; }
+// The truth values of 64-bit lanes for 32-bit lanes.
+inline Mask32<4> packMask(Mask64<4> m) {
+    return {_mm_shuffle_ps(_mm_castpd_ps(m.lo.raw), _mm_castpd_ps(m.hi.raw), _MM_SHUFFLE(2, 0, 2, 0))};
+}
 inline Mask64<2> widen(Mask32<2> m) {
     return {_mm_castsi128_pd(_mm_set_epi64x(-static_cast<long long>(m.hi.raw), -static_cast<long long>(m.lo.raw)))};
 }
@@ -734,6 +746,13 @@ inline Pair<Vec<T, N>> loadInterleaved(const T* from) {
         const auto high = loadInterleaved<N / 2>(from + N);
         return {{low.first, high.first}, {low.second, high.second}};
     }
+}
+
+template <class T, int N>
+    requires(N > registerLanes<T>)
+inline void storeInterleaved(T* to, Vec<T, N> first, Vec<T, N> second) {
+    storeInterleaved(to, first.lo, second.lo);
+    storeInterleaved(to + N, first.hi, second.hi);
 }
 
 }  // namespace okt

@@ -3,25 +3,10 @@
 #pragma once
 
 #include "lanes/lanes.h"
+#include "lanes/ordered_scalar.h"
 
 namespace okt {
 
-inline Real32 addOrdered(Real32 first, Real32 second) {
-    asm("addss %1, %0" : "+x"(first) : "x"(second));
-    return first;
-}
-inline Real64 addOrdered(Real64 first, Real64 second) {
-    asm("addsd %1, %0" : "+x"(first) : "x"(second));
-    return first;
-}
-inline Real32 mulOrdered(Real32 first, Real32 second) {
-    asm("mulss %1, %0" : "+x"(first) : "x"(second));
-    return first;
-}
-inline Real64 mulOrdered(Real64 first, Real64 second) {
-    asm("mulsd %1, %0" : "+x"(first) : "x"(second));
-    return first;
-}
 inline __m128 addOrdered(__m128 first, __m128 second) {
     asm("addps %1, %0" : "+x"(first) : "x"(second));
     return first;

@@ -1,0 +1,14 @@
+// Sine, cosine and tangent of complex elements: quarter turns of the hyperbolic functions, one element at a time.
+#include "complex/hyperbolic_kernel.h"
+#include "complex/kernel_loop.h"
+
+namespace okt {
+
+OKT_EXPORT(Cos, 32fc, kernelLoop<complexCosKernel>)
+OKT_EXPORT(Cos, 64fc, kernelLoop<complexCosKernel>)
+OKT_EXPORT(Sin, 32fc, kernelLoop<complexSinKernel>)
+OKT_EXPORT(Sin, 64fc, kernelLoop<complexSinKernel>)
+OKT_EXPORT(Tan, 32fc, kernelLoop<complexTanKernel>)
+OKT_EXPORT(Tan, 64fc, kernelLoop<complexTanKernel>)
+
+}  // namespace okt

@@ -1,0 +1,14 @@
+// Hyperbolic functions of complex elements, one at a time: products of sinh x, cosh x, sin y and cos y.
+#include "complex/hyperbolic_kernel.h"
+#include "complex/kernel_loop.h"
+
+namespace okt {
+
+OKT_EXPORT(Cosh, 32fc, kernelLoop<complexCoshKernel>)
+OKT_EXPORT(Cosh, 64fc, kernelLoop<complexCoshKernel>)
+OKT_EXPORT(Sinh, 32fc, kernelLoop<complexSinhKernel>)
+OKT_EXPORT(Sinh, 64fc, kernelLoop<complexSinhKernel>)
+OKT_EXPORT(Tanh, 32fc, kernelLoop<complexTanhKernel>)
+OKT_EXPORT(Tanh, 64fc, kernelLoop<complexTanhKernel>)
+
+}  // namespace okt

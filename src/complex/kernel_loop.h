@@ -1,0 +1,68 @@
+// The loop of the functions that work one element at a time through a scalar kernel on Complex64.
+//
+// A Complex32 element is widened, and the kernel's result narrowed by one conversion a part under the caller's MXCSR; a
+// part that is subnormal as a Real32 raises the underflow flag, also where the Real64 was a normal number.
+// There is no status: what happens shows in the results and in the flags.
+#pragma once
+
+#include "complex/ext_common.h"
+#include "complex/kernel_common.h"
+#include "frame/frame.h"
+
+#include <cstdint>
+
+namespace okt {
+
+inline Complex64 widened(Complex64 z) { return z; }
+// Hidden from the compiler, which would take a part that a kernel returns as it is through both conversions unchanged; under
+// denormals-are-zero a subnormal one is a zero behind the first.
+inline Complex64 widened(Complex32 z) { return {opaque(Real64{z.re}), opaque(Real64{z.im})}; }
+
+// The parts go one by one: a store of each and a load of both at once would wait for the stores to reach the cache.
+template <class Z>
+inline Complex64 loadWidened(const Z* from) {
+    return widened(Z{loadElement(&from->re), loadElement(&from->im)});
+}
+
+inline bool isSubnormal(Real32 x) { return (asBits(x) & 0x7FFFFFFF) - 1 < 0x007FFFFF; }
+
+inline void storeNarrowed(Complex64* to, Complex64 z) {
+    storeElement(&to->re, z.re);
+    storeElement(&to->im, z.im);
+}
+inline void storeNarrowed(Complex32* to, Complex64 z) {
+    const Complex32 result{static_cast<Real32>(z.re), static_cast<Real32>(z.im)};
+    if (isSubnormal(result.re) || isSubnormal(result.im)) [[unlikely]] {
+        constexpr Real32 smallestNormal = 0x1p-126F;
+        keepFlags(opaque(smallestNormal) * smallestNormal);
+    }
+    storeElement(&to->re, result.re);
+    storeElement(&to->im, result.im);
+}
+
+// Z is Complex32 or Complex64. The kernel takes one Complex64 for every source, or for the scalar, and gives one.
+template <auto Kernel, class Z>
+OktStatus kernelLoop(const Z* src, Z* dst, std::int32_t len) {
+    return x87Frame<64>(len, src, dst, [=](OktStatus&) {
+        for (std::int32_t i = 0; i < len; ++i) storeNarrowed(dst + i, Kernel(loadWidened(src + i)));
+    });
+}
+
+template <auto Kernel, class Z>
+OktStatus kernelLoop(const Z* src1, const Z* src2, Z* dst, std::int32_t len) {
+    return x87Frame<64>(len, src1, src2, dst, [=](OktStatus&) {
+        for (std::int32_t i = 0; i < len; ++i)
+            storeNarrowed(dst + i, Kernel(loadWidened(src1 + i), loadWidened(src2 + i)));
+    });
+}
+
+template <auto Kernel, class Z>
+OktStatus kernelLoop(const Z* src, Z scalar, Z* dst, std::int32_t len) {
+    return x87Frame<64>(len, src, dst, [=](OktStatus&) {
+        const Complex64 exponent = widened(scalar);
+        for (std::int32_t i = 0; i < len; ++i)
+            storeNarrowed(dst + i, Kernel(loadWidened(src + i), exponent));
+    });
+}
+
+}  // namespace okt
