@@ -945,7 +945,7 @@ OKT_API OktStatus oktsAsin_64fc_A53(const Complex64* src, Complex64* dst, int32_
  *
  * Complex elements: -i atanh(i z), one at a time in extended precision, whatever the caller's x87 precision is. The branch
  * cuts run along the imaginary axis from 1 and -1 outwards, the sign of a zero real part choosing the side. Errors of each
- * part below 0.501 ulp on 32fc and 0.515 ulp on 64fc. Special values are those of the complex Atanh at i z, NaNs keeping their
+ * part below 0.501 ulp on 32fc and 0.55 ulp on 64fc. Special values are those of the complex Atanh at i z, NaNs keeping their
  * sign in the turn. There is no status on complex elements: the poles at i and -i give infinities and raise divide-by-zero.
  *
  * dst may be src.
@@ -973,7 +973,7 @@ OKT_API OktStatus oktsAtan_32f_A24(const Real32* src, Real32* dst, int32_t len);
  *
  * Complex elements: -i atanh(i z), one at a time in extended precision, whatever the caller's x87 precision is. The branch
  * cuts run along the imaginary axis from 1 and -1 outwards, the sign of a zero real part choosing the side. Errors of each
- * part below 0.501 ulp on 32fc and 0.515 ulp on 64fc. Special values are those of the complex Atanh at i z, NaNs keeping their
+ * part below 0.501 ulp on 32fc and 0.55 ulp on 64fc. Special values are those of the complex Atanh at i z, NaNs keeping their
  * sign in the turn. There is no status on complex elements: the poles at i and -i give infinities and raise divide-by-zero.
  *
  * dst may be src.
@@ -1001,7 +1001,7 @@ OKT_API OktStatus oktsAtan_64f_A53(const Real64* src, Real64* dst, int32_t len);
  *
  * Complex elements: -i atanh(i z), one at a time in extended precision, whatever the caller's x87 precision is. The branch
  * cuts run along the imaginary axis from 1 and -1 outwards, the sign of a zero real part choosing the side. Errors of each
- * part below 0.501 ulp on 32fc and 0.515 ulp on 64fc. Special values are those of the complex Atanh at i z, NaNs keeping their
+ * part below 0.501 ulp on 32fc and 0.55 ulp on 64fc. Special values are those of the complex Atanh at i z, NaNs keeping their
  * sign in the turn. There is no status on complex elements: the poles at i and -i give infinities and raise divide-by-zero.
  *
  * dst may be src.
@@ -1029,7 +1029,7 @@ OKT_API OktStatus oktsAtan_32fc_A24(const Complex32* src, Complex32* dst, int32_
  *
  * Complex elements: -i atanh(i z), one at a time in extended precision, whatever the caller's x87 precision is. The branch
  * cuts run along the imaginary axis from 1 and -1 outwards, the sign of a zero real part choosing the side. Errors of each
- * part below 0.501 ulp on 32fc and 0.515 ulp on 64fc. Special values are those of the complex Atanh at i z, NaNs keeping their
+ * part below 0.501 ulp on 32fc and 0.55 ulp on 64fc. Special values are those of the complex Atanh at i z, NaNs keeping their
  * sign in the turn. There is no status on complex elements: the poles at i and -i give infinities and raise divide-by-zero.
  *
  * dst may be src.
@@ -1861,8 +1861,8 @@ OKT_API OktStatus oktsAsinh_64fc_A53(const Complex64* src, Complex64* dst, int32
  * Complex elements: a quarter of the logarithm of the ratio of the squared distances from -1 and 1, or half the real function
  * where the two are close, and half the angle of (1 - |z|^2, 2y), one at a time in extended precision, whatever the caller's
  * x87 precision is. The branch cuts run along the real axis from 1 and -1 outwards. Errors of each part below 0.501 ulp on
- * 32fc and 0.515 ulp on 64fc. A large element gives a zero and pi/2. There is no status on complex elements: the poles at 1
- * and -1 give infinities and raise divide-by-zero.
+ * 32fc and 0.55 ulp on 64fc. A large element gives a zero and pi/2. There is no status on complex elements: the poles at 1 and
+ * -1 give infinities and raise divide-by-zero.
  *
  * dst may be src.
  *
@@ -1892,8 +1892,8 @@ OKT_API OktStatus oktsAtanh_32f_A24(const Real32* src, Real32* dst, int32_t len)
  * Complex elements: a quarter of the logarithm of the ratio of the squared distances from -1 and 1, or half the real function
  * where the two are close, and half the angle of (1 - |z|^2, 2y), one at a time in extended precision, whatever the caller's
  * x87 precision is. The branch cuts run along the real axis from 1 and -1 outwards. Errors of each part below 0.501 ulp on
- * 32fc and 0.515 ulp on 64fc. A large element gives a zero and pi/2. There is no status on complex elements: the poles at 1
- * and -1 give infinities and raise divide-by-zero.
+ * 32fc and 0.55 ulp on 64fc. A large element gives a zero and pi/2. There is no status on complex elements: the poles at 1 and
+ * -1 give infinities and raise divide-by-zero.
  *
  * dst may be src.
  *
@@ -1923,8 +1923,8 @@ OKT_API OktStatus oktsAtanh_64f_A53(const Real64* src, Real64* dst, int32_t len)
  * Complex elements: a quarter of the logarithm of the ratio of the squared distances from -1 and 1, or half the real function
  * where the two are close, and half the angle of (1 - |z|^2, 2y), one at a time in extended precision, whatever the caller's
  * x87 precision is. The branch cuts run along the real axis from 1 and -1 outwards. Errors of each part below 0.501 ulp on
- * 32fc and 0.515 ulp on 64fc. A large element gives a zero and pi/2. There is no status on complex elements: the poles at 1
- * and -1 give infinities and raise divide-by-zero.
+ * 32fc and 0.55 ulp on 64fc. A large element gives a zero and pi/2. There is no status on complex elements: the poles at 1 and
+ * -1 give infinities and raise divide-by-zero.
  *
  * dst may be src.
  *
@@ -1954,8 +1954,8 @@ OKT_API OktStatus oktsAtanh_32fc_A24(const Complex32* src, Complex32* dst, int32
  * Complex elements: a quarter of the logarithm of the ratio of the squared distances from -1 and 1, or half the real function
  * where the two are close, and half the angle of (1 - |z|^2, 2y), one at a time in extended precision, whatever the caller's
  * x87 precision is. The branch cuts run along the real axis from 1 and -1 outwards. Errors of each part below 0.501 ulp on
- * 32fc and 0.515 ulp on 64fc. A large element gives a zero and pi/2. There is no status on complex elements: the poles at 1
- * and -1 give infinities and raise divide-by-zero.
+ * 32fc and 0.55 ulp on 64fc. A large element gives a zero and pi/2. There is no status on complex elements: the poles at 1 and
+ * -1 give infinities and raise divide-by-zero.
  *
  * dst may be src.
  *

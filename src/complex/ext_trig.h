@@ -132,9 +132,10 @@ OKT_EXT SinCos sinCosReduced(Pair r) {
     Real80 l = (x - h) + r.tail;
     Real80 hh = h * h;
     Real80 both = l * (x + h);  // r^2 - h^2
-    Real80 cosine = poly(z, tables::CosineWide, tables::Cosine) * (z * z) - both * 0.5;
+    Real80 zz = z * z;
+    Real80 cosine = polyInTwo(z, zz, tables::CosineWide, tables::Cosine) * zz - both * 0.5;
     Real80 cube = hh * h + (z * l + both * h);
-    Real80 sine = (poly(z, tables::SineWide, tables::Sine) * (cube * z) + r.tail) + cube * minusSixth;
+    Real80 sine = (polyInTwo(z, zz, tables::SineWide, tables::Sine) * (cube * z) + r.tail) + cube * minusSixth;
     return {x + sine, (1.0 - hh * 0.5) + cosine};
 }
 

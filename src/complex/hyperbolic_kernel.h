@@ -142,8 +142,8 @@ inline Complex64 complexCoshKernel(Complex64 z) {
     } else if (exponentField(z.re) >= 0x40A) [[unlikely]] {
         result = ext::complexCoshExtreme(z.re, z.im);
     } else {
-        auto [sh, ch] = sinhCoshExt(z.re);
         auto [s, c] = sinCosExt(z.im);
+        auto [sh, ch] = sinhCoshExt(z.re);
         result = {narrow(ch * c), narrow(sh * s)};
     }
     if (isSubnormal(result.im)) [[unlikely]] {
@@ -159,8 +159,8 @@ inline Complex64 complexSinhKernel(Complex64 z) {
     if (exponentField(z.re) >= 0x40A) [[unlikely]] {
         return closed(ext::complexSinhExtreme(z.re, z.im));
     }
-    auto [sh, ch] = sinhCoshExt(z.re);
     auto [s, c] = sinCosExt(z.im);
+    auto [sh, ch] = sinhCoshExt(z.re);
     return closed({narrow(sh * c), narrow(ch * s)});
 }
 
@@ -171,8 +171,8 @@ inline Complex64 complexTanhKernel(Complex64 z) {
     if (exponentField(z.re) >= 0x408) [[unlikely]] {
         return closed(ext::complexTanhExtreme(z.re, z.im));
     }
-    auto [sh, ch] = sinhCoshExt(z.re);
     auto [s, c] = sinCosExt(z.im);
+    auto [sh, ch] = sinhCoshExt(z.re);
     Real80 d = sh * sh + c * c;
     return closed({narrow(sh * ch / d), narrow(c * s / d)});
 }

@@ -39,10 +39,22 @@ OKT_EXT Real80 otherLeg(const Distances& d) {
     return sqrtExt((d.Q + d.b2 / (d.R + d.p)) * (d.A + d.a) * 0.5);
 }
 
-// acosh A.
-OKT_EXT Real80 logarithmOf(const Distances& d) {
+// acosh A, begun before the angle and ended after it: of A + sqrt(A^2 - 1) where A is above 1.5.
+struct Logarithm {
+    bool far;
+    Real80Bits sum;
+};
+
+OKT_EXT Logarithm startLogarithm(const Distances& d) {
     if (d.A > 1.5) {
-        return logExt(d.A + sqrtExt(d.A * d.A - 1.0));
+        return {true, asBits(d.A + sqrtExt(d.A * d.A - 1.0))};
+    }
+    return {false, {}};
+}
+
+OKT_EXT Real80 finishLogarithm(const Logarithm& start, const Distances& d) {
+    if (start.far) {
+        return lnFar(start.sum, 0.0);
     }
     Real80 t1 = d.b2 / (d.p + d.R);
     Real80 t2 = d.a >= 1.0 ? d.m + d.S : d.b2 / d.Q;
@@ -57,6 +69,7 @@ struct AngleAndLogarithm {
 
 OKT_EXT AngleAndLogarithm acosParts(Real64 x, Real64 y) {
     Distances d = distances(absReal64(x), absReal64(y));
+    Logarithm start = startLogarithm(d);
     Real80 angle;
     if (d.a < 0xA4467381D7DBF488p-64L * d.A) {  // 0.6417
         angle = acosExt(d.a / d.A);
@@ -67,7 +80,7 @@ OKT_EXT AngleAndLogarithm acosParts(Real64 x, Real64 y) {
     if (signOf(x)) {
         angle = 0xC90FDAA22168C235p-62L - angle;
     }
-    return {angle, logarithmOf(d)};
+    return {angle, finishLogarithm(start, d)};
 }
 
 // Real part of acos or imaginary part of acosh where that is 0 or pi, and where it is pi/4 or 3*pi/4.
@@ -256,6 +269,7 @@ inline Complex64 complexAsinhKernel(Complex64 z) {
     }
     // The roles of the parts are exchanged.
     ext::Distances d = ext::distances(absReal64(z.im), absReal64(z.re));
+    ext::Logarithm start = ext::startLogarithm(d);
     Real80 angle;
     if (d.a <= 0xE666666666666666p-64L * d.A) {  // 0.9
         angle = asinExt(d.a / d.A);
@@ -263,7 +277,7 @@ inline Complex64 complexAsinhKernel(Complex64 z) {
         Real80 v = ext::otherLeg(d);
         angle = atan2Ext(d.a, d.a > 1.0 ? d.b * v : v);
     }
-    return closed({withSign(narrow(ext::logarithmOf(d)), z.re), withSign(narrow(angle), z.im)});
+    return closed({withSign(narrow(ext::finishLogarithm(start, d)), z.re), withSign(narrow(angle), z.im)});
 }
 
 inline Complex64 complexAtanhKernel(Complex64 z) {

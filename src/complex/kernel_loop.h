@@ -60,8 +60,7 @@ template <auto Kernel, class Z>
 OktStatus kernelLoop(const Z* src, Z scalar, Z* dst, std::int32_t len) {
     return x87Frame<64>(len, src, dst, [=](OktStatus&) {
         const Complex64 exponent = widened(scalar);
-        for (std::int32_t i = 0; i < len; ++i)
-            storeNarrowed(dst + i, Kernel(loadWidened(src + i), exponent));
+        for (std::int32_t i = 0; i < len; ++i) storeNarrowed(dst + i, Kernel(loadWidened(src + i), exponent));
     });
 }
 

@@ -52,8 +52,8 @@ inline Complex64 complexSqrtKernel(Complex64 z) {
 // a^b = e^(b*ln a), the product of b and the logarithm in plain Real64.
 inline Complex64 complexPowKernel(Complex64 a, Complex64 b) {
     Complex64 w = complexLogKernel(a);
-    return complexExpKernel({mulOrdered(b.re, w.re) - mulOrdered(b.im, w.im),
-                             addOrdered(mulOrdered(b.re, w.im), mulOrdered(b.im, w.re))});
+    return complexExpKernel(
+        {mulOrdered(b.re, w.re) - mulOrdered(b.im, w.im), addOrdered(mulOrdered(b.re, w.im), mulOrdered(b.im, w.re))});
 }
 
 }  // namespace okt

@@ -29,7 +29,8 @@ Real exactly(Real80 x) {
 
 // Error in units of the last of 64 places, in those of the subnormal numbers below the normal range.
 double ulps(Real80 computed, const Real& exact) {
-    if (!exact.isFinite() || !std::isfinite(computed)) return exact.isFinite() == std::isfinite(computed) ? 0 : HUGE_VAL;
+    if (!exact.isFinite() || !std::isfinite(computed))
+        return exact.isFinite() == std::isfinite(computed) ? 0 : HUGE_VAL;
     if (exact.isZero()) return computed == 0 ? 0 : HUGE_VAL;
     const long exponent = std::max(exact.exponent(), -16382L);
     if (exponent > 16383) return HUGE_VAL;
@@ -90,8 +91,9 @@ struct Worst {
     }
     void expectSmall(const char* name, const Tier& tier) const {
         EXPECT_LE(error, allowed) << name << " at " << text(at);
-        testing::Test::RecordProperty(std::string(name) + " 2^" + std::to_string(tier.low) + " to 2^" + std::to_string(tier.high),
-                                      std::to_string(error));
+        testing::Test::RecordProperty(
+            std::string(name) + " 2^" + std::to_string(tier.low) + " to 2^" + std::to_string(tier.high),
+            std::to_string(error));
     }
 };
 
@@ -121,13 +123,15 @@ std::vector<Tier> with(std::vector<Tier> tiers, const std::vector<Tier>& more) {
 }
 
 TEST(Extended, Sqrt) {
-    expectAccurate("sqrt", [](Real80 x) { return sqrtExt(x); }, [](const Real& x) { return sqrt(x); },
-                   {{-16445, -16380, false}, {-16382, 16383, false}, {-2, 2, false}});
+    expectAccurate(
+        "sqrt", [](Real80 x) { return sqrtExt(x); }, [](const Real& x) { return sqrt(x); },
+        {{-16445, -16380, false}, {-16382, 16383, false}, {-2, 2, false}});
 }
 
 TEST(Extended, Exp) {
-    expectAccurate("exp", [](auto x) { return expExt(x); }, [](const Real& x) { return exp(x); },
-                   {{-16445, -75}, {-75, -67}, {-67, -26}, {-26, -18}, {-18, -11}, {-11, -5}, {-5, 0}, {0, 6}, {6, 9}, {9, 13}});
+    expectAccurate(
+        "exp", [](auto x) { return expExt(x); }, [](const Real& x) { return exp(x); },
+        {{-16445, -75}, {-75, -67}, {-67, -26}, {-26, -18}, {-18, -11}, {-11, -5}, {-5, 0}, {0, 6}, {6, 9}, {9, 13}});
     // Subnormal results.
     const PrecisionScope precision(140);
     Points random(1);
@@ -142,38 +146,51 @@ TEST(Extended, Exp) {
 
 TEST(Extended, Hyperbolic) {
     const std::vector<Tier> tiers = {{-18, -11}, {-11, -5}, {-5, -1}, {-1, 1}, {1, 3}, {3, 5}, {5, 9}, {9, 13}};
-    expectAccurate("sinh", [](auto x) { return sinhCoshExt(x).sinh; }, [](const Real& x) { return sinh(x); },
-                   with(tiers, with(tiny, {{-75, -18}})));
-    expectAccurate("cosh", [](auto x) { return sinhCoshExt(x).cosh; }, [](const Real& x) { return cosh(x); },
-                   with(tiers, with(tiny, {{-75, -18}})));
-    expectAccurate("tanh", [](auto x) { return tanhExt(x); }, [](const Real& x) { return tanh(x); },
-                   with(with(tiers, tiny), {{-75, -18}, {-12, -7}, {13, 16383}}));
+    expectAccurate(
+        "sinh", [](auto x) { return sinhCoshExt(x).sinh; }, [](const Real& x) { return sinh(x); },
+        with(tiers, with(tiny, {{-75, -18}})));
+    expectAccurate(
+        "cosh", [](auto x) { return sinhCoshExt(x).cosh; }, [](const Real& x) { return cosh(x); },
+        with(tiers, with(tiny, {{-75, -18}})));
+    expectAccurate(
+        "tanh", [](auto x) { return tanhExt(x); }, [](const Real& x) { return tanh(x); },
+        with(with(tiers, tiny), {{-75, -18}, {-12, -7}, {13, 16383}}));
     EXPECT_EQ(sinhExt(Real80{1.5}), sinhCoshExt(Real80{1.5}).sinh);
     EXPECT_EQ(coshExt(Real80{1.5}), sinhCoshExt(Real80{1.5}).cosh);
 }
 
 TEST(Extended, SineAndCosine) {
-    const std::vector<Tier> tiers = {{-75, -19}, {-19, -11}, {-11, -5}, {-5, -1}, {-1, 0}, {0, 2}, {2, 6}, {6, 17}, {17, 30}};
+    const std::vector<Tier> tiers = {{-75, -19}, {-19, -11}, {-11, -5}, {-5, -1}, {-1, 0},
+                                     {0, 2},     {2, 6},     {6, 17},   {17, 30}};
     const std::vector<Tier> large = {{30, 64}, {64, 200}, {200, 1024}, {1024, 16384}};
-    expectAccurate("sin", [](auto x) { return sinCosExt(x).sin; }, [](const Real& x) { return sin(x); }, with(tiers, tiny));
-    expectAccurate("cos", [](auto x) { return sinCosExt(x).cos; }, [](const Real& x) { return cos(x); }, with(tiers, tiny));
-    expectAccurate("sin", [](auto x) { return sinCosExt(x).sin; }, [](const Real& x) { return sin(x); }, large, 1000);
-    expectAccurate("cos", [](auto x) { return sinCosExt(x).cos; }, [](const Real& x) { return cos(x); }, large, 1000);
+    expectAccurate(
+        "sin", [](auto x) { return sinCosExt(x).sin; }, [](const Real& x) { return sin(x); }, with(tiers, tiny));
+    expectAccurate(
+        "cos", [](auto x) { return sinCosExt(x).cos; }, [](const Real& x) { return cos(x); }, with(tiers, tiny));
+    expectAccurate(
+        "sin", [](auto x) { return sinCosExt(x).sin; }, [](const Real& x) { return sin(x); }, large, 1000);
+    expectAccurate(
+        "cos", [](auto x) { return sinCosExt(x).cos; }, [](const Real& x) { return cos(x); }, large, 1000);
 }
 
 TEST(Extended, Tangent) {
-    expectAccurate("tan", [](auto x) { return tanExt(x); }, [](const Real& x) { return tan(x); },
-                   with(tiny, {{-75, -19}, {-19, -12}, {-12, -10}, {-10, -5}, {-5, -1}, {-1, 0}, {0, 2}, {2, 6}, {6, 17}, {17, 30}}));
-    expectAccurate("tan", [](auto x) { return tanExt(x); }, [](const Real& x) { return tan(x); },
-                   {{30, 64}, {64, 200}, {200, 1024}, {1024, 16384}}, 1000);
+    expectAccurate(
+        "tan", [](auto x) { return tanExt(x); }, [](const Real& x) { return tan(x); },
+        with(tiny,
+             {{-75, -19}, {-19, -12}, {-12, -10}, {-10, -5}, {-5, -1}, {-1, 0}, {0, 2}, {2, 6}, {6, 17}, {17, 30}}));
+    expectAccurate(
+        "tan", [](auto x) { return tanExt(x); }, [](const Real& x) { return tan(x); },
+        {{30, 64}, {64, 200}, {200, 1024}, {1024, 16384}}, 1000);
 }
 
 TEST(Extended, Logarithms) {
-    expectAccurate("log", [](Real80 x) { return logExt(x); }, [](const Real& x) { return log(x); },
-                   {{-16445, -16380, false}, {-16382, 16384, false}, {-2, -1, false}, {-1, 0, false}, {0, 1, false}});
+    expectAccurate(
+        "log", [](Real80 x) { return logExt(x); }, [](const Real& x) { return log(x); },
+        {{-16445, -16380, false}, {-16382, 16384, false}, {-2, -1, false}, {-1, 0, false}, {0, 1, false}});
     // Next to 1, by the distance.
     const PrecisionScope precision(200);
-    for (const Tier& tier : {Tier{-64, -50}, Tier{-50, -38}, Tier{-38, -25}, Tier{-25, -14}, Tier{-14, -8}, Tier{-8, -4}, Tier{-5, -3}}) {
+    for (const Tier& tier :
+         {Tier{-64, -50}, Tier{-50, -38}, Tier{-38, -25}, Tier{-25, -14}, Tier{-14, -8}, Tier{-8, -4}, Tier{-5, -3}}) {
         Points random(2);
         Worst worst;
         for (int i = 0; i < pointsOfATier; ++i) {
@@ -182,45 +199,82 @@ TEST(Extended, Logarithms) {
         }
         worst.expectSmall("log next to 1", tier);
     }
-    expectAccurate("log1p", [](Real80 x) { return log1pExt(x); }, [](const Real& x) { return log1p(x); },
-                   with(tiny, {{-75, -38}, {-38, -25}, {-25, -14}, {-14, -8}, {-8, -4}, {-4, -1}, {-1, 0}}));
-    expectAccurate("log1p", [](Real80 x) { return log1pExt(x); }, [](const Real& x) { return log1p(x); },
-                   {{0, 2, false}, {2, 80, false}, {80, 16384, false}});
+    expectAccurate(
+        "log1p", [](Real80 x) { return log1pExt(x); }, [](const Real& x) { return log1p(x); },
+        with(tiny, {{-75, -38}, {-38, -25}, {-25, -14}, {-14, -8}, {-8, -4}, {-4, -1}, {-1, 0}}));
+    expectAccurate(
+        "log1p", [](Real80 x) { return log1pExt(x); }, [](const Real& x) { return log1p(x); },
+        {{0, 2, false}, {2, 80, false}, {80, 16384, false}});
 }
 
 TEST(Extended, InverseHyperbolic) {
-    expectAccurate("asinh", [](auto x) { return asinhExt(x); }, [](const Real& x) { return asinh(x); },
-                   with(tiny, {{-75, -18}, {-18, -12}, {-12, -7}, {-7, -1}, {-1, 1}, {1, 5}, {5, 11}, {11, 18}, {18, 38}, {38, 70}, {70, 16384}}));
-    expectAccurate("acosh", [](auto x) { return acoshExt(x); }, [](const Real& x) { return acosh(x); },
-                   {{0, 1, false}, {1, 5, false}, {5, 11, false}, {11, 18, false}, {18, 34, false}, {34, 70, false}, {70, 16384, false}});
-    expectAccurate("acosh of 1 + x", [](Real80 x) { return acoshExt(1.0L + x); },
-                   [](const Real& x) { return acosh(exactly(1.0L + mpfr_get_ld(x.get(), MPFR_RNDN))); },
-                   {{-63, -30, false}, {-30, -9, false}, {-9, -2, false}, {-3, -1, false}});
-    expectAccurate("atanh", [](Real80 x) { return atanhExt(x); }, [](const Real& x) { return atanh(x); },
-                   with(tiny, {{-75, -18}, {-18, -12}, {-12, -7}, {-7, -2}, {-2, -1}, {-1, 0}}));
-    expectAccurate("atanh of 1 - x", [](Real80 x) { return atanhExt(1.0L - x); },
-                   [](const Real& x) { return atanh(exactly(1.0L - mpfr_get_ld(x.get(), MPFR_RNDN))); },
-                   {{-63, -30, false}, {-30, -2, false}});
+    expectAccurate(
+        "asinh", [](auto x) { return asinhExt(x); }, [](const Real& x) { return asinh(x); },
+        with(tiny, {{-75, -18},
+                    {-18, -12},
+                    {-12, -7},
+                    {-7, -1},
+                    {-1, 1},
+                    {1, 5},
+                    {5, 11},
+                    {11, 18},
+                    {18, 38},
+                    {38, 70},
+                    {70, 16384}}));
+    expectAccurate(
+        "acosh", [](auto x) { return acoshExt(x); }, [](const Real& x) { return acosh(x); },
+        {{0, 1, false},
+         {1, 5, false},
+         {5, 11, false},
+         {11, 18, false},
+         {18, 34, false},
+         {34, 70, false},
+         {70, 16384, false}});
+    expectAccurate(
+        "acosh of 1 + x", [](Real80 x) { return acoshExt(1.0L + x); },
+        [](const Real& x) { return acosh(exactly(1.0L + mpfr_get_ld(x.get(), MPFR_RNDN))); },
+        {{-63, -30, false}, {-30, -9, false}, {-9, -2, false}, {-3, -1, false}});
+    expectAccurate(
+        "atanh", [](Real80 x) { return atanhExt(x); }, [](const Real& x) { return atanh(x); },
+        with(tiny, {{-75, -18}, {-18, -12}, {-12, -7}, {-7, -2}, {-2, -1}, {-1, 0}}));
+    expectAccurate(
+        "atanh of 1 - x", [](Real80 x) { return atanhExt(1.0L - x); },
+        [](const Real& x) { return atanh(exactly(1.0L - mpfr_get_ld(x.get(), MPFR_RNDN))); },
+        {{-63, -30, false}, {-30, -2, false}});
 }
 
 TEST(Extended, InverseCircular) {
     const std::vector<Tier> small = {{-75, -18}, {-18, -12}, {-12, -7}, {-7, -2}, {-2, -1}, {-1, 0}};
-    expectAccurate("asin", [](auto x) { return asinExt(x); }, [](const Real& x) { return asin(x); }, with(tiny, small));
-    expectAccurate("acos", [](auto x) { return acosExt(x); }, [](const Real& x) { return acos(x); }, with(tiny, small));
+    expectAccurate(
+        "asin", [](auto x) { return asinExt(x); }, [](const Real& x) { return asin(x); }, with(tiny, small));
+    expectAccurate(
+        "acos", [](auto x) { return acosExt(x); }, [](const Real& x) { return acos(x); }, with(tiny, small));
     for (const bool cosine : {false, true})
-        expectAccurate(cosine ? "acos next to 1" : "asin next to 1",
-                       [=](Real80 x) {
-                           const Real80 y = signOf(x) ? -1.0L - x : 1.0L - x;
-                           return cosine ? acosExt(y) : asinExt(y);
-                       },
-                       [=](const Real& x) {
-                           const Real80 v = mpfr_get_ld(x.get(), MPFR_RNDN);
-                           const Real y = exactly(signOf(v) ? -1.0L - v : 1.0L - v);
-                           return cosine ? acos(y) : asin(y);
-                       },
-                       {{-63, -30}, {-30, -2}});
-    expectAccurate("atan", [](auto x) { return atanExt(x); }, [](const Real& x) { return atan(x); },
-                   with(tiny, {{-75, -18}, {-18, -12}, {-12, -7}, {-7, -1}, {-1, 1}, {1, 6}, {6, 11}, {11, 15}, {15, 25}, {25, 65}, {65, 16384}}));
+        expectAccurate(
+            cosine ? "acos next to 1" : "asin next to 1",
+            [=](Real80 x) {
+                const Real80 y = signOf(x) ? -1.0L - x : 1.0L - x;
+                return cosine ? acosExt(y) : asinExt(y);
+            },
+            [=](const Real& x) {
+                const Real80 v = mpfr_get_ld(x.get(), MPFR_RNDN);
+                const Real y = exactly(signOf(v) ? -1.0L - v : 1.0L - v);
+                return cosine ? acos(y) : asin(y);
+            },
+            {{-63, -30}, {-30, -2}});
+    expectAccurate(
+        "atan", [](auto x) { return atanExt(x); }, [](const Real& x) { return atan(x); },
+        with(tiny, {{-75, -18},
+                    {-18, -12},
+                    {-12, -7},
+                    {-7, -1},
+                    {-1, 1},
+                    {1, 6},
+                    {6, 11},
+                    {11, 15},
+                    {15, 25},
+                    {25, 65},
+                    {65, 16384}}));
 }
 
 TEST(Extended, Angle) {
@@ -229,8 +283,9 @@ TEST(Extended, Angle) {
     struct Shape {
         int apart, low, high;
     };
-    const Shape shapes[] = {{0, -2, 2},     {1, -2, 2},     {4, -100, 100},   {8, -100, 100}, {12, -2, 2},      {13, -2, 2},
-                            {30, -9, 9},    {75, -9, 9},    {76, -9, 9},      {200, -9, 9},   {0, -16445, -8000}, {9, -16400, -8200},
+    const Shape shapes[] = {{0, -2, 2},       {1, -2, 2},        {4, -100, 100},       {8, -100, 100},
+                            {12, -2, 2},      {13, -2, 2},       {30, -9, 9},          {75, -9, 9},
+                            {76, -9, 9},      {200, -9, 9},      {0, -16445, -8000},   {9, -16400, -8200},
                             {0, 8100, 16384}, {40, 8200, 16384}, {30000, 16000, 16384}};
     for (const Shape& shape : shapes) {
         Points random(static_cast<std::uint64_t>(shape.apart));
@@ -250,7 +305,8 @@ TEST(Extended, Angle) {
             const auto y64 = static_cast<Real64>(y), x64 = static_cast<Real64>(x);
             if (y64 == y && x64 == x) see(atan2Ext(y64, x64));
         }
-        EXPECT_LE(worst.error, allowed) << "exponents " << shape.apart << " apart, y " << text(worst.at) << ", x " << text(worstX);
+        EXPECT_LE(worst.error, allowed) << "exponents " << shape.apart << " apart, y " << text(worst.at) << ", x "
+                                        << text(worstX);
     }
 }
 
@@ -277,8 +333,8 @@ private:
     Real twoOverPi_, halfPi_;
 };
 
-// Denominators of the convergents of the fraction of c, below 2^64: the numbers whose products with c come closest to an
-// integer.
+// Denominators of the convergents of the fraction of c, below 2^64: the numbers whose products with c come closest to
+// an integer.
 std::vector<std::uint64_t> closest(const Real& c) {
     std::vector<std::uint64_t> found;
     Real x;
@@ -458,15 +514,30 @@ TEST(Extended, SpecialAngles) {
         Real80 y, x, angle;
     };
     const Row rows[] = {
-        {0.0L, 1, 0.0L},    {0.0L, 0.0L, 0.0L}, {0.0L, -0.0L, pi},   {0.0L, -1, pi},     {1, 0.0L, pi / 2},      {1, -0.0L, pi / 2},
-        {inf, 1, pi / 2},   {inf, -1, pi / 2},  {1, inf, 0.0L},      {1, -inf, pi},      {inf, inf, pi / 4},     {inf, -inf, 3 * pi / 4},
-        {0.0L, inf, 0.0L},  {0.0L, -inf, pi},   {inf, 0.0L, pi / 2}, {0x1p-16445L, -inf, pi}, {0x1p16383L, 0x1p-16445L, pi / 2},
+        {0.0L, 1, 0.0L},
+        {0.0L, 0.0L, 0.0L},
+        {0.0L, -0.0L, pi},
+        {0.0L, -1, pi},
+        {1, 0.0L, pi / 2},
+        {1, -0.0L, pi / 2},
+        {inf, 1, pi / 2},
+        {inf, -1, pi / 2},
+        {1, inf, 0.0L},
+        {1, -inf, pi},
+        {inf, inf, pi / 4},
+        {inf, -inf, 3 * pi / 4},
+        {0.0L, inf, 0.0L},
+        {0.0L, -inf, pi},
+        {inf, 0.0L, pi / 2},
+        {0x1p-16445L, -inf, pi},
+        {0x1p16383L, 0x1p-16445L, pi / 2},
     };
     for (const Row& row : rows)
         for (const bool minus : {false, true}) {
             const Real80 y = minus ? -row.y : row.y, expected = minus ? -row.angle : row.angle;
             // One unit of the last place for the two parts of the table.
-            EXPECT_LE(std::fabs(atan2Ext(y, row.x) - expected), std::fabs(expected) * 0x1p-63L) << text(y) << text(row.x);
+            EXPECT_LE(std::fabs(atan2Ext(y, row.x) - expected), std::fabs(expected) * 0x1p-63L)
+                << text(y) << text(row.x);
             EXPECT_EQ(std::signbit(atan2Ext(y, row.x)), std::signbit(expected)) << text(y) << text(row.x);
             const auto y64 = static_cast<Real64>(y), x64 = static_cast<Real64>(row.x);
             if (y64 == y && x64 == row.x) {

@@ -49,7 +49,8 @@ TEST(ComplexCircular, LargeArguments) {
 TEST(ComplexCircular, Flags) {
     EXPECT_TRUE(flagsRaisedBy<Complex64>("Sin", 1, 3000).mxcsr & flagOverflow);
     EXPECT_TRUE(flagsRaisedBy<Complex64>("Cos", 1, 3000).mxcsr & flagOverflow);
-    EXPECT_EQ(flagsRaisedBy<Complex64>("Tan", 1, 1000).mxcsr & (flagInexact | flagUnderflow), flagInexact | flagUnderflow);
+    EXPECT_EQ(flagsRaisedBy<Complex64>("Tan", 1, 1000).mxcsr & (flagInexact | flagUnderflow),
+              flagInexact | flagUnderflow);
     for (const char* family : {"Sin", "Cos", "Tan"}) {
         EXPECT_TRUE(flagsRaisedBy<Complex64>(family, inf, 1).either() & flagInvalid) << family;
         EXPECT_TRUE(flagsRaisedBy<Complex32>(family, inf, 1).either() & flagInvalid) << family;

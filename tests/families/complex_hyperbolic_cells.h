@@ -14,9 +14,7 @@ inline Values tanhExtreme(bool single) { return joined(both({512.0, 1000.0, 2047
 inline Values moderate(bool single) {
     return joined(subnormal(single), both({smallestNormal(single), 0x1p-60, 0.375, 1.0, 3.0, 20.0}));
 }
-inline Values normalMagnitude(bool single) {
-    return joined(normalBelowOne(single), oneAndMoreFinite(single));
-}
+inline Values normalMagnitude(bool single) { return joined(normalBelowOne(single), oneAndMoreFinite(single)); }
 
 inline constexpr bool differ(double x, double y) { return (asBits(x) ^ asBits(y)) >> 63 != 0; }
 
@@ -28,10 +26,12 @@ inline double hyperbolicSine(double x) { return std::fabs(x) < 0x1p-30 ? x : std
 inline double unsignedNaN(double x) { return bits64(asBits(x) & 0x7FFFFFFFFFFFFFFF); }
 
 inline constexpr auto coshCells = std::to_array<Cell>({
-    {zero, zero, [](double, double) { return exactly(1.0); }, [](double x, double y) { return zeroWithSign(differ(x, y)); }},
+    {zero, zero, [](double, double) { return exactly(1.0); },
+     [](double x, double y) { return zeroWithSign(differ(x, y)); }},
     {zero, finiteNonzero, [](double, double y) { return about(cosine(y)); },
      [](double x, double y) { return zeroWithSign(differ(x, sine(y))); }},
-    {zero, infinite, [](double, double) { return aNaN(); }, [](double x, double y) { return zeroWithSign(differ(x, y)); }},
+    {zero, infinite, [](double, double) { return aNaN(); },
+     [](double x, double y) { return zeroWithSign(differ(x, y)); }},
     // The zero opposite to x, whatever the NaN is.
     {zero, nan, [](double, double y) { return quietOf(y); }, [](double x, double) { return exactly(flipped(x)); }},
     {moderate, zero, [](double x, double) { return about(std::cosh(x)); },
@@ -44,7 +44,8 @@ inline constexpr auto coshCells = std::to_array<Cell>({
      [](double x, double y) { return infinityWithSign(differ(x, sine(y))); }},
     {finiteNonzero, infinite, [](double, double) { return aNaN(); }, [](double, double) { return aNaN(); }},
     {finiteNonzero, nan, [](double, double y) { return quietOf(y); }, [](double, double y) { return quietOf(y); }},
-    {infinite, zero, [](double, double) { return exactly(inf); }, [](double x, double y) { return zeroWithSign(differ(x, y)); }},
+    {infinite, zero, [](double, double) { return exactly(inf); },
+     [](double x, double y) { return zeroWithSign(differ(x, y)); }},
     {infinite, belowOneNonzero, [](double, double) { return exactly(inf); },
      [](double x, double y) { return infinityWithSign(differ(x, y)); }},
     {infinite, oneAndMoreFinite, [](double, double y) { return infinityWithSign(negative(cosine(y))); },
@@ -64,7 +65,8 @@ inline constexpr auto sinhCells = std::to_array<Cell>({
      [](double, double y) { return about(sine(y)); }},
     {zero, infinite, [](double x, double) { return exactly(x); }, [](double, double) { return aNaN(); }},
     {zero, nan, [](double x, double) { return exactly(x); }, [](double, double y) { return quietOf(y); }},
-    {moderate, zero, [](double x, double) { return about(hyperbolicSine(x)); }, [](double, double y) { return exactly(y); }},
+    {moderate, zero, [](double x, double) { return about(hyperbolicSine(x)); },
+     [](double, double y) { return exactly(y); }},
     {coshExtreme, zero, [](double x, double) { return infinityWithSign(negative(x)); },
      [](double, double y) { return exactly(y); }},
     {moderate, finiteNonzero, [](double x, double y) { return about(hyperbolicSine(x) * cosine(y)); },
@@ -98,7 +100,8 @@ inline double tanhIm(double x, double y) {
 
 inline constexpr auto tanhCells = std::to_array<Cell>({
     {zero, zero, [](double x, double) { return exactly(x); }, [](double, double y) { return exactly(y); }},
-    {zero, finiteNonzero, [](double x, double) { return exactly(x); }, [](double, double y) { return about(tangent(y)); }},
+    {zero, finiteNonzero, [](double x, double) { return exactly(x); },
+     [](double, double y) { return about(tangent(y)); }},
     {zero, infinite, [](double, double) { return aNaN(); }, [](double, double) { return aNaN(); }},
     {zero, nan, [](double, double y) { return quietOf(y); }, [](double, double y) { return quietOf(y); }},
     {moderate, finite, [](double x, double y) { return about(tanhRe(x, y)); },
@@ -119,8 +122,10 @@ inline constexpr auto tanhCells = std::to_array<Cell>({
      [](double, double y) { return zeroWithSign(differ(sine(y), cosine(y))); }},
     {infinite, infinite, [](double x, double) { return exactly(withSignOf(1.0, x)); },
      [](double, double y) { return zeroWithSign(negative(y)); }},
-    {infinite, nan, [](double x, double) { return exactly(withSignOf(1.0, x)); }, [](double, double) { return exactly(0.0); }},
-    {nan, zero, [](double x, double) { return quietOf(x); }, [](double, double y) { return zeroWithSign(negative(y)); }},
+    {infinite, nan, [](double x, double) { return exactly(withSignOf(1.0, x)); },
+     [](double, double) { return exactly(0.0); }},
+    {nan, zero, [](double x, double) { return quietOf(x); },
+     [](double, double y) { return zeroWithSign(negative(y)); }},
     {nan, finiteNonzero, [](double x, double) { return quietOf(x); }, [](double x, double) { return quietOf(x); }},
     {nan, infinite, [](double x, double) { return quietOf(x); }, [](double x, double) { return quietOf(x); }},
     {nan, nan, [](double x, double) { return quietOf(x); }, [](double, double y) { return quietOf(y); }},

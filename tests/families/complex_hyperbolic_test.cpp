@@ -35,7 +35,8 @@ TEST(ComplexHyperbolic, WhereInfinitiesBegin) {
     expectElement<Complex64>("Sinh", -last, 2, exactly(inf), exactly(inf));
     // cosh 2047 is a number of extended precision: a tiny sine brings the product back.
     expectElement<Complex64>("Cosh", last, 0x1p-1074, exactly(inf), exactly(inf));
-    expectElement<Complex64>("Sinh", 800, 0x1p-1022, exactly(inf), about(0x1p-1022 * std::exp(400.0) * 0.5 * std::exp(400.0)));
+    expectElement<Complex64>("Sinh", 800, 0x1p-1022, exactly(inf),
+                             about(0x1p-1022 * std::exp(400.0) * 0.5 * std::exp(400.0)));
     expectElement<Complex64>("Sinh", 2048, 0x1p-1022, exactly(inf), exactly(inf));
     // The tangent's parts of 1 and 0 begin at 512.
     const double below = 0x1.fffffffffffffp8;
@@ -59,7 +60,8 @@ TEST(ComplexHyperbolic, Flags) {
         EXPECT_TRUE(flagsRaisedBy<Complex64>(family, 3000, 1).mxcsr & flagOverflow) << family;
         EXPECT_TRUE(flagsRaisedBy<Complex32>(family, 3000, 1).mxcsr & flagOverflow) << family;
         EXPECT_TRUE(flagsRaisedBy<Complex64>(family, -2048, 0x1p-1074).mxcsr & flagOverflow) << family;
-        EXPECT_FALSE(flagsRaisedBy<Complex64>(family, 2, 1).either() & (flagOverflow | flagUnderflow | flagInvalid)) << family;
+        EXPECT_FALSE(flagsRaisedBy<Complex64>(family, 2, 1).either() & (flagOverflow | flagUnderflow | flagInvalid))
+            << family;
         // A zero real part with a finite imaginary part is inexact.
         EXPECT_TRUE(flagsRaisedBy<Complex64>(family, 0.0, 0.5).mxcsr & flagInexact) << family;
         EXPECT_FALSE(flagsRaisedBy<Complex64>(family, 0.0, 0.0).mxcsr & flagInexact) << family;
@@ -75,7 +77,8 @@ TEST(ComplexHyperbolic, Flags) {
     EXPECT_FALSE(flagsRaisedBy<Complex64>("Tanh", inf, inf).either() & flagInvalid);
     EXPECT_FALSE(flagsRaisedBy<Complex64>("Tanh", inf, quietNaN()).either() & flagInvalid);
     // A tangent of 1 is inexact, and underflows but for a zero imaginary part.
-    EXPECT_EQ(flagsRaisedBy<Complex64>("Tanh", 1000, 1).mxcsr & (flagInexact | flagUnderflow), flagInexact | flagUnderflow);
+    EXPECT_EQ(flagsRaisedBy<Complex64>("Tanh", 1000, 1).mxcsr & (flagInexact | flagUnderflow),
+              flagInexact | flagUnderflow);
     EXPECT_EQ(flagsRaisedBy<Complex64>("Tanh", 1000, 0x1p-1074).mxcsr & flagUnderflow, flagUnderflow);
     EXPECT_EQ(flagsRaisedBy<Complex64>("Tanh", 1000, 0x1p-1074).mxcsr & flagDenormal, flagDenormal);
     EXPECT_EQ(flagsRaisedBy<Complex64>("Tanh", 1000, -0.0).mxcsr & (flagInexact | flagUnderflow), flagInexact);

@@ -77,9 +77,11 @@ inline constexpr auto acoshCells = std::to_array<Cell>({
 });
 
 inline constexpr auto asinhCells = std::to_array<Cell>({
-    {notNaN, zero, [](double x, double) { return about(inverseSineH(x)); }, [](double, double y) { return exactly(y); }},
+    {notNaN, zero, [](double x, double) { return about(inverseSineH(x)); },
+     [](double, double y) { return exactly(y); }},
     {nan, zero, [](double x, double) { return quietOf(x); }, [](double, double y) { return exactly(y); }},
-    {zero, belowOneNonzero, [](double x, double) { return exactly(x); }, [](double, double y) { return about(arcSine(y)); }},
+    {zero, belowOneNonzero, [](double x, double) { return exactly(x); },
+     [](double, double y) { return about(arcSine(y)); }},
     {zero, oneAndMoreOrInfinite, [](double x, double y) { return about(withSignOf(inverseCosineH(std::fabs(y)), x)); },
      [](double, double y) { return exactly(withSignOf(0x1.921fb54442d18p0, y)); }},
     {nan, nan, [](double x, double) { return quietOf(x); }, [](double, double y) { return quietOf(y); }},
@@ -106,7 +108,8 @@ inline double inverseTangentH(double x) {
 
 inline constexpr auto atanhCells = std::to_array<Cell>({
     {zero, finite, [](double x, double) { return exactly(x); }, [](double, double y) { return about(arcTangent(y)); }},
-    {atMostOne, zero, [](double x, double) { return about(inverseTangentH(x)); }, [](double, double y) { return exactly(y); }},
+    {atMostOne, zero, [](double x, double) { return about(inverseTangentH(x)); },
+     [](double, double y) { return exactly(y); }},
     {aboveOneFinite, zero, [](double x, double) { return about(inverseTangentH(x)); },
      [](double, double y) { return exactly(withSignOf(0x1.921fb54442d18p0, y)); }},
     {notNaN, infinite, [](double x, double) { return zeroWithSign(negative(x)); },

@@ -63,9 +63,10 @@ struct Cut {
 
 TEST(ComplexInverse, BranchCuts) {
     constexpr Cut cuts[] = {
-        {"Acos", true, 1.0, 50.0},   {"Acos", true, -50.0, -1.0},   {"Acosh", true, -50.0, -1.0}, {"Acosh", true, -1.0, 1.0},
-        {"Asin", true, 1.0, 50.0},   {"Asin", true, -50.0, -1.0},   {"Asinh", false, 1.0, 50.0},  {"Asinh", false, -50.0, -1.0},
-        {"Atanh", true, 1.0, 50.0},  {"Atanh", true, -50.0, -1.0},  {"Atan", false, 1.0, 50.0},   {"Atan", false, -50.0, -1.0},
+        {"Acos", true, 1.0, 50.0},    {"Acos", true, -50.0, -1.0},   {"Acosh", true, -50.0, -1.0},
+        {"Acosh", true, -1.0, 1.0},   {"Asin", true, 1.0, 50.0},     {"Asin", true, -50.0, -1.0},
+        {"Asinh", false, 1.0, 50.0},  {"Asinh", false, -50.0, -1.0}, {"Atanh", true, 1.0, 50.0},
+        {"Atanh", true, -50.0, -1.0}, {"Atan", false, 1.0, 50.0},    {"Atan", false, -50.0, -1.0},
     };
     for (const Cut& cut : cuts)
         for (int step = 1; step < 30; ++step) {
@@ -73,7 +74,8 @@ TEST(ComplexInverse, BranchCuts) {
             for (const bool minus : {false, true}) {
                 const auto at = [&](double across) {
                     const double a = signedBy(across, minus);
-                    return cut.alongReal ? callOne<Complex64>(cut.family, along, a) : callOne<Complex64>(cut.family, a, along);
+                    return cut.alongReal ? callOne<Complex64>(cut.family, along, a)
+                                         : callOne<Complex64>(cut.family, a, along);
                 };
                 const Complex64 on = at(0.0), beside = at(0x1p-1000), near = at(0x1p-50);
                 // The value on the cut is the limit from the side of the zero's sign.
@@ -85,8 +87,10 @@ TEST(ComplexInverse, BranchCuts) {
                 }
             }
             // The two sides differ.
-            const Complex64 above = cut.alongReal ? callOne<Complex64>(cut.family, along, 0.0) : callOne<Complex64>(cut.family, 0.0, along);
-            const Complex64 below = cut.alongReal ? callOne<Complex64>(cut.family, along, -0.0) : callOne<Complex64>(cut.family, -0.0, along);
+            const Complex64 above =
+                cut.alongReal ? callOne<Complex64>(cut.family, along, 0.0) : callOne<Complex64>(cut.family, 0.0, along);
+            const Complex64 below = cut.alongReal ? callOne<Complex64>(cut.family, along, -0.0)
+                                                  : callOne<Complex64>(cut.family, -0.0, along);
             EXPECT_GT(std::fabs(above.re - below.re) + std::fabs(above.im - below.im), 0.1) << cut.family << along;
         }
 }
@@ -120,8 +124,10 @@ TEST(ComplexInverse, Flags) {
     EXPECT_TRUE(flagsRaisedBy<Complex64>("Atanh", inf, 0.0).mxcsr & flagInexact);
     EXPECT_TRUE(flagsRaisedBy<Complex64>("Atanh", quietNaN(), inf).mxcsr & flagInexact);
     EXPECT_FALSE(flagsRaisedBy<Complex64>("Atanh", 0.0, 0.0).mxcsr & flagInexact);
-    EXPECT_EQ(flagsRaisedBy<Complex64>("Atanh", inf, 0x1p-1074).mxcsr & (flagInexact | flagDenormal), flagInexact | flagDenormal);
-    EXPECT_EQ(flagsRaisedBy<Complex64>("Atanh", 0x1p-1074, inf).mxcsr & (flagInexact | flagDenormal), flagInexact | flagDenormal);
+    EXPECT_EQ(flagsRaisedBy<Complex64>("Atanh", inf, 0x1p-1074).mxcsr & (flagInexact | flagDenormal),
+              flagInexact | flagDenormal);
+    EXPECT_EQ(flagsRaisedBy<Complex64>("Atanh", 0x1p-1074, inf).mxcsr & (flagInexact | flagDenormal),
+              flagInexact | flagDenormal);
     // Nothing is invalid but a signalling NaN.
     for (const char* family : {"Acos", "Acosh", "Asin", "Asinh", "Atan", "Atanh"}) {
         for (const double x : {0.0, 0.5, 2.0, inf, quietNaN()})

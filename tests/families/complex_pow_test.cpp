@@ -9,12 +9,14 @@ namespace {
 // Operations of SSE where they stand, whatever the rounding mode is.
 double product(double a, double b) { return _mm_cvtsd_f64(_mm_mul_sd(_mm_set_sd(opaque(a)), _mm_set_sd(opaque(b)))); }
 double sum(double a, double b) { return _mm_cvtsd_f64(_mm_add_sd(_mm_set_sd(opaque(a)), _mm_set_sd(opaque(b)))); }
-double difference(double a, double b) { return _mm_cvtsd_f64(_mm_sub_sd(_mm_set_sd(opaque(a)), _mm_set_sd(opaque(b)))); }
+double difference(double a, double b) {
+    return _mm_cvtsd_f64(_mm_sub_sd(_mm_set_sd(opaque(a)), _mm_set_sd(opaque(b))));
+}
 
 Complex64 composed(Complex64 a, Complex64 b) {
     const Complex64 w = complexLogKernel(a);
-    return complexExpKernel({difference(product(b.re, w.re), product(b.im, w.im)),
-                             sum(product(b.re, w.im), product(b.im, w.re))});
+    return complexExpKernel(
+        {difference(product(b.re, w.re), product(b.im, w.im)), sum(product(b.re, w.im), product(b.im, w.re))});
 }
 
 template <class Z>
@@ -26,7 +28,9 @@ Z callPow(const Export& f, Z a, Z b) {
 
 template <class Z>
 bool sameUpToNaNs(const Z& actual, const Z& expected) {
-    const auto same = [](auto a, auto b) { return asBits(a) == asBits(b) || (isNaNPattern(double{a}) && isNaNPattern(double{b})); };
+    const auto same = [](auto a, auto b) {
+        return asBits(a) == asBits(b) || (isNaNPattern(double{a}) && isNaNPattern(double{b}));
+    };
     return same(actual.re, expected.re) && same(actual.im, expected.im);
 }
 
@@ -65,7 +69,8 @@ void expectComposition(std::uint32_t rounding) {
     for (const Export* f : grades<Z>("Pow")) {
         EXPECT_EQ(f->call({a.data(), b.data(), nullptr, result.data(), nullptr, len}), oktStatusOk);
         for (std::size_t i = 0; i < a.size(); ++i)
-            EXPECT_TRUE(sameUpToNaNs(result[i], expected[i])) << f->name << text(a[i], b[i]) << " rounding " << rounding;
+            EXPECT_TRUE(sameUpToNaNs(result[i], expected[i]))
+                << f->name << text(a[i], b[i]) << " rounding " << rounding;
     }
     for (const Export* f : grades<Z>("Powx"))
         for (std::size_t i = 0; i < a.size(); i += 3)
@@ -206,7 +211,8 @@ void expectSameUnderEveryX87() {
                 left = x87ControlWord();
             }
             EXPECT_EQ(left, word);
-            for (std::size_t i = 0; i < a.size(); ++i) EXPECT_TRUE(sameElement(result[i], usual[i])) << text(a[i], b[i]);
+            for (std::size_t i = 0; i < a.size(); ++i)
+                EXPECT_TRUE(sameElement(result[i], usual[i])) << text(a[i], b[i]);
         }
 }
 
