@@ -2145,6 +2145,34 @@ OKT_API OktStatus oktsTrunc_64f(const Real64* src, Real64* dst, int32_t len);
  *  @{ */
 
 /**
+ * @brief Cos(src) + i sin(src): real source, complex destination, for each element.
+ *
+ * @param[in] src source array of len Real32
+ * @param[out] dst destination array of len Complex32
+ * @param[in] len number of elements, 1 or more
+ * @return oktStatusOk, oktStatusBadLength, oktStatusNullPointer
+ */
+OKT_API OktStatus oktsCIS_32fc_A11(const Real32* src, Complex32* dst, int32_t len);
+/** @copydoc oktsCIS_32fc_A11 */
+OKT_API OktStatus oktsCIS_32fc_A21(const Real32* src, Complex32* dst, int32_t len);
+/** @copydoc oktsCIS_32fc_A11 */
+OKT_API OktStatus oktsCIS_32fc_A24(const Real32* src, Complex32* dst, int32_t len);
+
+/**
+ * @brief Cos(src) + i sin(src): real source, complex destination, for each element.
+ *
+ * @param[in] src source array of len Real64
+ * @param[out] dst destination array of len Complex64
+ * @param[in] len number of elements, 1 or more
+ * @return oktStatusOk, oktStatusBadLength, oktStatusNullPointer
+ */
+OKT_API OktStatus oktsCIS_64fc_A26(const Real64* src, Complex64* dst, int32_t len);
+/** @copydoc oktsCIS_64fc_A26 */
+OKT_API OktStatus oktsCIS_64fc_A50(const Real64* src, Complex64* dst, int32_t len);
+/** @copydoc oktsCIS_64fc_A26 */
+OKT_API OktStatus oktsCIS_64fc_A53(const Real64* src, Complex64* dst, int32_t len);
+
+/**
  * @brief E to the power src, for each element.
  *
  * Real elements: the argument is split into a multiple of ln 2/128 (32f) or ln 2/64 (64f) and a rest; a table of powers of
@@ -2197,6 +2225,81 @@ OKT_API OktStatus oktsExp_64f_A26(const Real64* src, Real64* dst, int32_t len);
 OKT_API OktStatus oktsExp_64f_A50(const Real64* src, Real64* dst, int32_t len);
 /** @copydoc oktsExp_64f_A26 */
 OKT_API OktStatus oktsExp_64f_A53(const Real64* src, Real64* dst, int32_t len);
+
+/**
+ * @brief E to the power src, for each element.
+ *
+ * Real elements: the argument is split into a multiple of ln 2/128 (32f) or ln 2/64 (64f) and a rest; a table of powers of
+ * two is joined with a polynomial in the rest (P. T. P. Tang, Table-driven implementation of the exponential function in
+ * IEEE floating-point arithmetic, ACM TOMS 15, 1989). Errors below 0.57 ulp on 32f and 0.53 ulp on 64f; subnormal results of
+ * 64f below 0.76 ulp. On 32f every argument from -103.27893829345703 down gives zero, although the smallest subnormal would
+ * be nearer to some.
+ *
+ * Special values: +Inf gives +Inf, -Inf gives +0, both without a warning. An overflowing element gives +Inf and
+ * oktStatusOverflow; a subnormal or zero result gives oktStatusUnderflow. A NaN comes back quiet with sign and payload on
+ * 32f; on 64f every NaN gives the pattern of all ones and raises no flag. On 32f an overflow and a result of zero raise the
+ * IEEE flag of their warning, on 64f they raise none.
+ *
+ * dst may be src. The source is only read, and nothing behind its end is read.
+ *
+ * @param[in] src source array of len Complex32
+ * @param[out] dst destination array of len Complex32
+ * @param[in] len number of elements, 1 or more
+ * @return oktStatusOk, oktStatusBadLength, oktStatusNullPointer
+ */
+OKT_API OktStatus oktsExp_32fc_A11(const Complex32* src, Complex32* dst, int32_t len);
+/** @copydoc oktsExp_32fc_A11 */
+OKT_API OktStatus oktsExp_32fc_A21(const Complex32* src, Complex32* dst, int32_t len);
+
+/**
+ * @brief E to the power src, for each element.
+ *
+ * Real elements: the argument is split into a multiple of ln 2/128 (32f) or ln 2/64 (64f) and a rest; a table of powers of
+ * two is joined with a polynomial in the rest (P. T. P. Tang, Table-driven implementation of the exponential function in
+ * IEEE floating-point arithmetic, ACM TOMS 15, 1989). Errors below 0.57 ulp on 32f and 0.53 ulp on 64f; subnormal results of
+ * 64f below 0.76 ulp. On 32f every argument from -103.27893829345703 down gives zero, although the smallest subnormal would
+ * be nearer to some.
+ *
+ * Special values: +Inf gives +Inf, -Inf gives +0, both without a warning. An overflowing element gives +Inf and
+ * oktStatusOverflow; a subnormal or zero result gives oktStatusUnderflow. A NaN comes back quiet with sign and payload on
+ * 32f; on 64f every NaN gives the pattern of all ones and raises no flag. On 32f an overflow and a result of zero raise the
+ * IEEE flag of their warning, on 64f they raise none.
+ *
+ * dst may be src. The source is only read, and nothing behind its end is read.
+ *
+ * @param[in] src source array of len Complex32
+ * @param[out] dst destination array of len Complex32
+ * @param[in] len number of elements, 1 or more
+ * @return oktStatusOk, oktStatusBadLength, oktStatusNullPointer
+ */
+OKT_API OktStatus oktsExp_32fc_A24(const Complex32* src, Complex32* dst, int32_t len);
+
+/**
+ * @brief E to the power src, for each element.
+ *
+ * Real elements: the argument is split into a multiple of ln 2/128 (32f) or ln 2/64 (64f) and a rest; a table of powers of
+ * two is joined with a polynomial in the rest (P. T. P. Tang, Table-driven implementation of the exponential function in
+ * IEEE floating-point arithmetic, ACM TOMS 15, 1989). Errors below 0.57 ulp on 32f and 0.53 ulp on 64f; subnormal results of
+ * 64f below 0.76 ulp. On 32f every argument from -103.27893829345703 down gives zero, although the smallest subnormal would
+ * be nearer to some.
+ *
+ * Special values: +Inf gives +Inf, -Inf gives +0, both without a warning. An overflowing element gives +Inf and
+ * oktStatusOverflow; a subnormal or zero result gives oktStatusUnderflow. A NaN comes back quiet with sign and payload on
+ * 32f; on 64f every NaN gives the pattern of all ones and raises no flag. On 32f an overflow and a result of zero raise the
+ * IEEE flag of their warning, on 64f they raise none.
+ *
+ * dst may be src. The source is only read, and nothing behind its end is read.
+ *
+ * @param[in] src source array of len Complex64
+ * @param[out] dst destination array of len Complex64
+ * @param[in] len number of elements, 1 or more
+ * @return oktStatusOk, oktStatusBadLength, oktStatusNullPointer
+ */
+OKT_API OktStatus oktsExp_64fc_A26(const Complex64* src, Complex64* dst, int32_t len);
+/** @copydoc oktsExp_64fc_A26 */
+OKT_API OktStatus oktsExp_64fc_A50(const Complex64* src, Complex64* dst, int32_t len);
+/** @copydoc oktsExp_64fc_A26 */
+OKT_API OktStatus oktsExp_64fc_A53(const Complex64* src, Complex64* dst, int32_t len);
 
 /**
  * @brief E to the power src, minus 1, for each element.
