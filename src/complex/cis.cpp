@@ -24,8 +24,9 @@ Parts cisElement(Real64 x) {
         return {nan, nan};
     }
     if (sine::isTiny(x)) {
-        if (x == 0.0) return {1.0, x};
-        return {sine::cosineOfTiny(x), sine::sineOfTiny(x)};
+        if ((asBits(x) & 0x7FFFFFFFFFFFFFFF) == 0) return {1.0, x};
+        constexpr Real64 up = bits64(0x4360000000000000), down = bits64(0x3C80000000000000);  // 2^55, 2^-55
+        return {sine::cosineOfTiny(x), (x * up - x) * down};                                 // x, but for flags
     }
     const sine::LaneAngle a = sine::laneAngle(x);
     const auto at = [&a](int quarters) {
@@ -40,7 +41,7 @@ Parts cisElement(Real64 x) {
     return {re, im};
 }
 [[gnu::noinline, gnu::cold]] Complex32 cisElementOf(Real32 x) {
-    const auto [re, im] = cisElement(static_cast<Real64>(x));
+    const auto [re, im] = cisElement(opaque(static_cast<Real64>(x)));  // rounded back below
     return {static_cast<Real32>(re), static_cast<Real32>(im)};
 }
 
