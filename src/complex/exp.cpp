@@ -10,7 +10,10 @@
 // tiny one can be split.
 //
 // Largest errors seen, real and imaginary part:
-//   @@
+//   Complex32 in Real32  3.382 ulp at (-0x1.63b9a8p+4, 0x1.1da196p+13), 3.150 ulp at (0x1.285ac2p+6, -0x1.330044p+13)
+//   Complex32 in Real64  0.5004 ulp at (-0x1.b97e36p+5, 0x1.58c362p+2) and (0x1.cb201ep+4, 0x1.08e0eep+4)
+//   Complex64            0.5105 ulp at (0x1.8e4b97af4f301p+8, 0x1.bd3220ec85f04p+8),
+//                        0.5133 ulp at (-0x1.78965c80ccd6p+8, -0x1.37d03a384b4ffp+4)
 #include "complex/angle.h"
 #include "complex/exp_block_tables.h"
 #include "complex/exp_element.h"
