@@ -21,15 +21,17 @@ namespace angle {
 struct alignas(64) Rows {
     Real64 element[64 * 8];
 };
-inline constexpr Rows rows = [] {
+constexpr Rows makeRows(Real64 sineFactor) {
     Rows both{};
     for (int n = 0; n < 64; ++n)
         for (int column = 0; column < 4; ++column) {
             both.element[8 * n + 2 * column] = tables::sinCosTable[4 * ((n + 16) % 64) + column];
-            both.element[8 * n + 2 * column + 1] = tables::sinCosTable[4 * n + column];
+            both.element[8 * n + 2 * column + 1] = tables::sinCosTable[4 * n + column] * sineFactor;
         }
     return both;
-}();
+}
+inline constexpr Rows rows = makeRows(1.0);
+inline constexpr Rows rowsOfMagnifiedSine = makeRows(0x1p100);  // gives 2^100 times the sine, main and low part alike
 
 struct Constants {
     Constant64 inverse = spread64(0x40245F306DC9C883);  // 32/pi
@@ -107,9 +109,9 @@ inline Reduced<N> reduce(const Constants& c, F64<N> x) {
 }
 
 template <int N>
-inline CosineAndSine<2 * N> cosineAndSine(const Reduced<N>& x) {
+inline CosineAndSine<2 * N> cosineAndSine(const Rows& table, const Reduced<N>& x) {
     using Parts = F64<2 * N>;
-    const auto column = [&x](int i) OKT_INLINE { return columnAt<N>(rows.element + 2 * i, x.offset.lane); };
+    const auto column = [&](int i) OKT_INLINE { return columnAt<N>(table.element + 2 * i, x.offset.lane); };
     const Parts cosTail = column(0), sinHead = column(1), cosHead = column(3);
     const Parts r = twice(x.r);
     const Parts both = cosTail + cosHead;

@@ -92,7 +92,7 @@ OktStatus cis(const S* src, D* dst, std::int32_t len) {
             while (i <= len - 4) {
                 const auto x = Vec<S, 4>::load(src + i);
                 if (arePlain(x)) [[likely]] {
-                    const auto [main, low] = cosineAndSine(angle::reduce<4>(c, toReal64(x)));
+                    const auto [main, low] = cosineAndSine(angle::rows, angle::reduce<4>(c, toReal64(x)));
                     storeParts(main + low, dst + i);
                     i += 4;
                 } else {

@@ -119,8 +119,7 @@ struct DoubleConstants {
     Constant64 e4 = spread64(0x3FA5555555558FCC);
     Constant64 e5 = spread64(0x3F8111123AAF20D3);
     Constant64 e6 = spread64(0x3F56C16A1C2A3FFD);
-    angle::ForParts<Real64> magnify{1.0, bits64(0x4630000000000000)};  // 2^100
-    angle::ForParts<Real64> reduce{1.0, bits64(0x39B0000000000000)};   // 2^-100
+    angle::ForParts<std::uint64_t> magnified{0, std::uint64_t{100} << 52};
     Pattern64 head = std::uint64_t{0xFFFFFFFFF8000000};
     angle::ForParts<std::uint64_t> upperWordOfImaginary{0, 0xFFFFFFFF00000000};
     Pattern64 scaleOfN = ~std::uint64_t{63};
@@ -178,7 +177,7 @@ struct Wide {
         const F64<N> p = ((rho * c.sixth + c.half) * rho) * rho + rho;
         // 2^k goes into the factor, which changes no rounding: every product is a normal number.
         const F64<N> e = (hi + (lo + p) * hi) * scale;
-        const auto [main, low] = cosineAndSine(angle::reduce<3>(c.angle, widen(z.im)));
+        const auto [main, low] = cosineAndSine(angle::rows, angle::reduce<3>(c.angle, widen(z.im)));
         narrow((main + low) * twice(e)).store(reinterpret_cast<Real32*>(to));
     }
 };
@@ -218,9 +217,8 @@ struct Double {
         const F64<N> eh = e & U64<N>(c.head);
         const F64<N> el = (e - eh) + ((hi - e) + rise);
 
-        const auto [main, low] = cosineAndSine(angle::reduce<4>(c.angle, z.im));
-        // The imaginary part needs all these steps; the real part takes them with factors of 1 and without the cut of x.
-        const F64<2 * N> m = main * c.magnify, w = low * c.magnify;
+        const auto [m, w] = cosineAndSine(angle::rowsOfMagnifiedSine, angle::reduce<4>(c.angle, z.im));
+        // The imaginary part needs all these steps; the real part takes them with a factor of 1 and without the cut of x.
         const F64<2 * N> v = m + w;
         const F64<2 * N> vh = v & U64<2 * N>(c.head);
         const F64<2 * N> vl = (w - (v - m)) - (vh - v);
@@ -228,7 +226,7 @@ struct Double {
         const F64<2 * N> x = eh2 * vh;
         const F64<2 * N> xh = x & U64<2 * N>(c.upperWordOfImaginary);
         const F64<2 * N> y = (eh2 * vl + (vh * el2 + el2 * vl)) - (xh - x);
-        const F64<2 * N> k = twice(scale) * c.reduce;
+        const F64<2 * N> k = asReal(asBits(twice(scale)) - U64<2 * N>(c.magnified));  // 2^k, 2^(k - 100)
         (xh * k + y * k).store(reinterpret_cast<Real64*>(to));
     }
 };
