@@ -376,6 +376,36 @@ TEST(Exp, ComplexSubnormalPartsRaiseUnderflow) {
     EXPECT_EQ(raised64(-400.0, 1.0), 0u);
 }
 
+// In range, the flags are those of the steps one by one, under every MXCSR.
+template <class Z>
+void expectModelFlags(Routine<Z> f, Routine<Z> model, std::type_identity_t<Filling<Z>> filling) {
+    using T = PartOf<Z>;
+    Random random(31);
+    Z src[9], dst[9];
+    for (const std::int32_t len : {9, 1})
+        for (int round = 0; round < 300; ++round) {
+            for (Z& z : src) {
+                z = filling.ordinary(random);
+                if (round % 4 == 0) {  // subnormals and the smallest normal numbers
+                    const PatternOf<T> pattern = static_cast<PatternOf<T>>(random.bits()) >> (sizeof(T) == 4 ? 7 : 10);
+                    z.im = std::bit_cast<T>(pattern);
+                }
+            }
+            underEveryMxcsr([&] {
+                const std::uint32_t control = _mm_getcsr();
+                const std::uint32_t expected = flagsRaised([&] { model(src, dst, len); }, control);
+                const std::uint32_t actual = flagsRaised([&] { f(src, dst, len); }, control);
+                ASSERT_EQ(actual, expected) << std::hex << asBits(src[0].re) << ' ' << asBits(src[0].im) << " MXCSR " << control;
+            });
+        }
+}
+
+TEST(Exp, ComplexBlocksRaiseTheFlagsOfTheModel) {
+    expectModelFlags<Complex32>(oktsExp_32fc_A11, model::Exp_32fc_A11, single);
+    expectModelFlags<Complex32>(oktsExp_32fc_A24, model::Exp_32fc_A24, wide);
+    expectModelFlags<Complex64>(oktsExp_64fc_A53, model::Exp_64fc, whole);
+}
+
 TEST(Exp, ComplexQuietNaNsAndInfinitiesBesideOrdinaryPartsRaiseNothingInTheKernelsInReal64) {
     const double nan = bits64(quiet), infinity = bits64(inf);
     for (const Complex64 z : {Complex64{nan, 1.0}, Complex64{1.0, nan}, Complex64{nan, nan}, Complex64{infinity, 1.0},
