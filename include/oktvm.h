@@ -3435,6 +3435,62 @@ OKT_API OktStatus oktsTrunc_64f(const Real64* src, Real64* dst, int32_t len);
  *  @{ */
 
 /**
+ * @brief Cos(src) + i sin(src): real source, complex destination, for each element.
+ *
+ * A table of 64 angles a turn, whose sines and cosines are held as head and tail, and Taylor series between them, in double
+ * precision for both types (P. T. P. Tang, Table-lookup algorithms for elementary functions and their error analysis, ARITH
+ * 10, 1991). Arguments from 2^17 up are reduced with as much of 4/pi as they need (M. H. Payne and R. N. Hanek, Radian
+ * reduction for trigonometric functions, SIGNUM Newsletter 18, 1983); at a few with biased exponent 1403, 0x57B003E068000000
+ * for one, the quadrant comes out wrong by one. Errors of either part are below 0.501 ulp on 32fc, and on 64fc 0.512 ulp
+ * below 40000 and 0.525 ulp up to 2^17.
+ *
+ * Special values: zeros give 1 and the zero itself; below 2^-252 the parts are 1 and src. An infinity gives two default NaNs
+ * and raises invalid, a NaN comes back quiet in both parts, with sign and payload. There are no warnings. Rounding mode,
+ * flush-to-zero and denormals-are-zero are the caller's: under denormals-are-zero a subnormal gives 1 and a zero.
+ *
+ * src and dst may share memory: the elements are worked in ascending order then, and an element that has been written over
+ * is read as it stands.
+ *
+ * @param[in] src source array of len Real32
+ * @param[out] dst destination array of len Complex32
+ * @param[in] len number of elements, 1 or more
+ * @return oktStatusOk, oktStatusBadLength, oktStatusNullPointer
+ */
+OKT_API OktStatus oktsCIS_32fc_A11(const Real32* src, Complex32* dst, int32_t len);
+/** @copydoc oktsCIS_32fc_A11 */
+OKT_API OktStatus oktsCIS_32fc_A21(const Real32* src, Complex32* dst, int32_t len);
+/** @copydoc oktsCIS_32fc_A11 */
+OKT_API OktStatus oktsCIS_32fc_A24(const Real32* src, Complex32* dst, int32_t len);
+
+/**
+ * @brief Cos(src) + i sin(src): real source, complex destination, for each element.
+ *
+ * A table of 64 angles a turn, whose sines and cosines are held as head and tail, and Taylor series between them, in double
+ * precision for both types (P. T. P. Tang, Table-lookup algorithms for elementary functions and their error analysis, ARITH
+ * 10, 1991). Arguments from 2^17 up are reduced with as much of 4/pi as they need (M. H. Payne and R. N. Hanek, Radian
+ * reduction for trigonometric functions, SIGNUM Newsletter 18, 1983); at a few with biased exponent 1403, 0x57B003E068000000
+ * for one, the quadrant comes out wrong by one. Errors of either part are below 0.501 ulp on 32fc, and on 64fc 0.512 ulp
+ * below 40000 and 0.525 ulp up to 2^17.
+ *
+ * Special values: zeros give 1 and the zero itself; below 2^-252 the parts are 1 and src. An infinity gives two default NaNs
+ * and raises invalid, a NaN comes back quiet in both parts, with sign and payload. There are no warnings. Rounding mode,
+ * flush-to-zero and denormals-are-zero are the caller's: under denormals-are-zero a subnormal gives 1 and a zero.
+ *
+ * src and dst may share memory: the elements are worked in ascending order then, and an element that has been written over
+ * is read as it stands.
+ *
+ * @param[in] src source array of len Real64
+ * @param[out] dst destination array of len Complex64
+ * @param[in] len number of elements, 1 or more
+ * @return oktStatusOk, oktStatusBadLength, oktStatusNullPointer
+ */
+OKT_API OktStatus oktsCIS_64fc_A26(const Real64* src, Complex64* dst, int32_t len);
+/** @copydoc oktsCIS_64fc_A26 */
+OKT_API OktStatus oktsCIS_64fc_A50(const Real64* src, Complex64* dst, int32_t len);
+/** @copydoc oktsCIS_64fc_A26 */
+OKT_API OktStatus oktsCIS_64fc_A53(const Real64* src, Complex64* dst, int32_t len);
+
+/**
  * @brief E to the power src, for each element.
  *
  * Real elements: the argument is split into a multiple of ln 2/128 (32f) or ln 2/64 (64f) and a rest; a table of powers of
@@ -3447,6 +3503,25 @@ OKT_API OktStatus oktsTrunc_64f(const Real64* src, Real64* dst, int32_t len);
  * oktStatusOverflow; a subnormal or zero result gives oktStatusUnderflow. A NaN comes back quiet with sign and payload on
  * 32f; on 64f every NaN gives the pattern of all ones and raises no flag. On 32f an overflow and a result of zero raise the
  * IEEE flag of their warning, on 64f they raise none.
+ *
+ * Complex elements a + ib: e^a cos b + i e^a sin b, in blocks without a branch. A11 and A21 of 32fc are one routine, all in
+ * single precision: the exponential of 32f, and b reduced by multiples of pi/2 in four parts for a polynomial of the sine and
+ * one of the cosine. A24 works in double precision, with a table of powers of two and the table of 64 angles a turn of Sin,
+ * and rounds the result to 32fc. 64fc adds longer series and carries the factors as heads and tails, so that the products of
+ * the heads are exact (P. T. P. Tang, Table-lookup algorithms for elementary functions and their error analysis, ARITH 10,
+ * 1991; T. J. Dekker, A floating-point technique for extending the available precision, Numer. Math. 18, 1971). An element of
+ * which a part lies beyond the block's range is computed once more by itself in extended precision: on A11 and A21 a real
+ * part above 87.3365478515625 or an imaginary part above 10000 in magnitude, on A24 and 64fc a part from 512 up. Errors of
+ * the real and the imaginary part: A11 and A21 below 3.5 and 3.4 ulp, A24 0.501 ulp, 64fc 0.512 and 0.514 ulp, elements in
+ * extended precision 0.501 ulp. An element gets the same result in a block and behind the last one.
+ *
+ * Special values of complex elements: e^(a + i0) has an imaginary zero with the sign of b in extended precision and on A11
+ * and A21; in the blocks of A24 and 64fc it is +0. An infinite a and a finite b give an infinity or a zero in both parts by
+ * the signs of cosine and sine. -Inf with an infinite b gives +0 and a zero with the sign of b, with a NaN b two times +0;
+ * +Inf with either gives +Inf and a NaN. An infinite b with a finite a gives two default NaNs, a NaN b that NaN in both
+ * parts. A NaN a comes through in both parts, but an imaginary zero stays, and of two NaNs the imaginary part gets b. Every
+ * NaN comes back quiet. A complex call never warns; a subnormal part raises the IEEE underflow flag. Rounding mode,
+ * flush-to-zero and denormals-are-zero of the caller act on the blocks.
  *
  * dst may be src. The source is only read, and nothing behind its end is read.
  *
@@ -3475,6 +3550,25 @@ OKT_API OktStatus oktsExp_32f_A24(const Real32* src, Real32* dst, int32_t len);
  * 32f; on 64f every NaN gives the pattern of all ones and raises no flag. On 32f an overflow and a result of zero raise the
  * IEEE flag of their warning, on 64f they raise none.
  *
+ * Complex elements a + ib: e^a cos b + i e^a sin b, in blocks without a branch. A11 and A21 of 32fc are one routine, all in
+ * single precision: the exponential of 32f, and b reduced by multiples of pi/2 in four parts for a polynomial of the sine and
+ * one of the cosine. A24 works in double precision, with a table of powers of two and the table of 64 angles a turn of Sin,
+ * and rounds the result to 32fc. 64fc adds longer series and carries the factors as heads and tails, so that the products of
+ * the heads are exact (P. T. P. Tang, Table-lookup algorithms for elementary functions and their error analysis, ARITH 10,
+ * 1991; T. J. Dekker, A floating-point technique for extending the available precision, Numer. Math. 18, 1971). An element of
+ * which a part lies beyond the block's range is computed once more by itself in extended precision: on A11 and A21 a real
+ * part above 87.3365478515625 or an imaginary part above 10000 in magnitude, on A24 and 64fc a part from 512 up. Errors of
+ * the real and the imaginary part: A11 and A21 below 3.5 and 3.4 ulp, A24 0.501 ulp, 64fc 0.512 and 0.514 ulp, elements in
+ * extended precision 0.501 ulp. An element gets the same result in a block and behind the last one.
+ *
+ * Special values of complex elements: e^(a + i0) has an imaginary zero with the sign of b in extended precision and on A11
+ * and A21; in the blocks of A24 and 64fc it is +0. An infinite a and a finite b give an infinity or a zero in both parts by
+ * the signs of cosine and sine. -Inf with an infinite b gives +0 and a zero with the sign of b, with a NaN b two times +0;
+ * +Inf with either gives +Inf and a NaN. An infinite b with a finite a gives two default NaNs, a NaN b that NaN in both
+ * parts. A NaN a comes through in both parts, but an imaginary zero stays, and of two NaNs the imaginary part gets b. Every
+ * NaN comes back quiet. A complex call never warns; a subnormal part raises the IEEE underflow flag. Rounding mode,
+ * flush-to-zero and denormals-are-zero of the caller act on the blocks.
+ *
  * dst may be src. The source is only read, and nothing behind its end is read.
  *
  * @param[in] src source array of len Real64
@@ -3487,6 +3581,138 @@ OKT_API OktStatus oktsExp_64f_A26(const Real64* src, Real64* dst, int32_t len);
 OKT_API OktStatus oktsExp_64f_A50(const Real64* src, Real64* dst, int32_t len);
 /** @copydoc oktsExp_64f_A26 */
 OKT_API OktStatus oktsExp_64f_A53(const Real64* src, Real64* dst, int32_t len);
+
+/**
+ * @brief E to the power src, for each element.
+ *
+ * Real elements: the argument is split into a multiple of ln 2/128 (32f) or ln 2/64 (64f) and a rest; a table of powers of
+ * two is joined with a polynomial in the rest (P. T. P. Tang, Table-driven implementation of the exponential function in
+ * IEEE floating-point arithmetic, ACM TOMS 15, 1989). Errors below 0.57 ulp on 32f and 0.53 ulp on 64f; subnormal results of
+ * 64f below 0.76 ulp. On 32f every argument from -103.27893829345703 down gives zero, although the smallest subnormal would
+ * be nearer to some.
+ *
+ * Special values: +Inf gives +Inf, -Inf gives +0, both without a warning. An overflowing element gives +Inf and
+ * oktStatusOverflow; a subnormal or zero result gives oktStatusUnderflow. A NaN comes back quiet with sign and payload on
+ * 32f; on 64f every NaN gives the pattern of all ones and raises no flag. On 32f an overflow and a result of zero raise the
+ * IEEE flag of their warning, on 64f they raise none.
+ *
+ * Complex elements a + ib: e^a cos b + i e^a sin b, in blocks without a branch. A11 and A21 of 32fc are one routine, all in
+ * single precision: the exponential of 32f, and b reduced by multiples of pi/2 in four parts for a polynomial of the sine and
+ * one of the cosine. A24 works in double precision, with a table of powers of two and the table of 64 angles a turn of Sin,
+ * and rounds the result to 32fc. 64fc adds longer series and carries the factors as heads and tails, so that the products of
+ * the heads are exact (P. T. P. Tang, Table-lookup algorithms for elementary functions and their error analysis, ARITH 10,
+ * 1991; T. J. Dekker, A floating-point technique for extending the available precision, Numer. Math. 18, 1971). An element of
+ * which a part lies beyond the block's range is computed once more by itself in extended precision: on A11 and A21 a real
+ * part above 87.3365478515625 or an imaginary part above 10000 in magnitude, on A24 and 64fc a part from 512 up. Errors of
+ * the real and the imaginary part: A11 and A21 below 3.5 and 3.4 ulp, A24 0.501 ulp, 64fc 0.512 and 0.514 ulp, elements in
+ * extended precision 0.501 ulp. An element gets the same result in a block and behind the last one.
+ *
+ * Special values of complex elements: e^(a + i0) has an imaginary zero with the sign of b in extended precision and on A11
+ * and A21; in the blocks of A24 and 64fc it is +0. An infinite a and a finite b give an infinity or a zero in both parts by
+ * the signs of cosine and sine. -Inf with an infinite b gives +0 and a zero with the sign of b, with a NaN b two times +0;
+ * +Inf with either gives +Inf and a NaN. An infinite b with a finite a gives two default NaNs, a NaN b that NaN in both
+ * parts. A NaN a comes through in both parts, but an imaginary zero stays, and of two NaNs the imaginary part gets b. Every
+ * NaN comes back quiet. A complex call never warns; a subnormal part raises the IEEE underflow flag. Rounding mode,
+ * flush-to-zero and denormals-are-zero of the caller act on the blocks.
+ *
+ * dst may be src. The source is only read, and nothing behind its end is read.
+ *
+ * @param[in] src source array of len Complex32
+ * @param[out] dst destination array of len Complex32
+ * @param[in] len number of elements, 1 or more
+ * @return oktStatusOk, oktStatusBadLength, oktStatusNullPointer
+ */
+OKT_API OktStatus oktsExp_32fc_A11(const Complex32* src, Complex32* dst, int32_t len);
+/** @copydoc oktsExp_32fc_A11 */
+OKT_API OktStatus oktsExp_32fc_A21(const Complex32* src, Complex32* dst, int32_t len);
+
+/**
+ * @brief E to the power src, for each element.
+ *
+ * Real elements: the argument is split into a multiple of ln 2/128 (32f) or ln 2/64 (64f) and a rest; a table of powers of
+ * two is joined with a polynomial in the rest (P. T. P. Tang, Table-driven implementation of the exponential function in
+ * IEEE floating-point arithmetic, ACM TOMS 15, 1989). Errors below 0.57 ulp on 32f and 0.53 ulp on 64f; subnormal results of
+ * 64f below 0.76 ulp. On 32f every argument from -103.27893829345703 down gives zero, although the smallest subnormal would
+ * be nearer to some.
+ *
+ * Special values: +Inf gives +Inf, -Inf gives +0, both without a warning. An overflowing element gives +Inf and
+ * oktStatusOverflow; a subnormal or zero result gives oktStatusUnderflow. A NaN comes back quiet with sign and payload on
+ * 32f; on 64f every NaN gives the pattern of all ones and raises no flag. On 32f an overflow and a result of zero raise the
+ * IEEE flag of their warning, on 64f they raise none.
+ *
+ * Complex elements a + ib: e^a cos b + i e^a sin b, in blocks without a branch. A11 and A21 of 32fc are one routine, all in
+ * single precision: the exponential of 32f, and b reduced by multiples of pi/2 in four parts for a polynomial of the sine and
+ * one of the cosine. A24 works in double precision, with a table of powers of two and the table of 64 angles a turn of Sin,
+ * and rounds the result to 32fc. 64fc adds longer series and carries the factors as heads and tails, so that the products of
+ * the heads are exact (P. T. P. Tang, Table-lookup algorithms for elementary functions and their error analysis, ARITH 10,
+ * 1991; T. J. Dekker, A floating-point technique for extending the available precision, Numer. Math. 18, 1971). An element of
+ * which a part lies beyond the block's range is computed once more by itself in extended precision: on A11 and A21 a real
+ * part above 87.3365478515625 or an imaginary part above 10000 in magnitude, on A24 and 64fc a part from 512 up. Errors of
+ * the real and the imaginary part: A11 and A21 below 3.5 and 3.4 ulp, A24 0.501 ulp, 64fc 0.512 and 0.514 ulp, elements in
+ * extended precision 0.501 ulp. An element gets the same result in a block and behind the last one.
+ *
+ * Special values of complex elements: e^(a + i0) has an imaginary zero with the sign of b in extended precision and on A11
+ * and A21; in the blocks of A24 and 64fc it is +0. An infinite a and a finite b give an infinity or a zero in both parts by
+ * the signs of cosine and sine. -Inf with an infinite b gives +0 and a zero with the sign of b, with a NaN b two times +0;
+ * +Inf with either gives +Inf and a NaN. An infinite b with a finite a gives two default NaNs, a NaN b that NaN in both
+ * parts. A NaN a comes through in both parts, but an imaginary zero stays, and of two NaNs the imaginary part gets b. Every
+ * NaN comes back quiet. A complex call never warns; a subnormal part raises the IEEE underflow flag. Rounding mode,
+ * flush-to-zero and denormals-are-zero of the caller act on the blocks.
+ *
+ * dst may be src. The source is only read, and nothing behind its end is read.
+ *
+ * @param[in] src source array of len Complex32
+ * @param[out] dst destination array of len Complex32
+ * @param[in] len number of elements, 1 or more
+ * @return oktStatusOk, oktStatusBadLength, oktStatusNullPointer
+ */
+OKT_API OktStatus oktsExp_32fc_A24(const Complex32* src, Complex32* dst, int32_t len);
+
+/**
+ * @brief E to the power src, for each element.
+ *
+ * Real elements: the argument is split into a multiple of ln 2/128 (32f) or ln 2/64 (64f) and a rest; a table of powers of
+ * two is joined with a polynomial in the rest (P. T. P. Tang, Table-driven implementation of the exponential function in
+ * IEEE floating-point arithmetic, ACM TOMS 15, 1989). Errors below 0.57 ulp on 32f and 0.53 ulp on 64f; subnormal results of
+ * 64f below 0.76 ulp. On 32f every argument from -103.27893829345703 down gives zero, although the smallest subnormal would
+ * be nearer to some.
+ *
+ * Special values: +Inf gives +Inf, -Inf gives +0, both without a warning. An overflowing element gives +Inf and
+ * oktStatusOverflow; a subnormal or zero result gives oktStatusUnderflow. A NaN comes back quiet with sign and payload on
+ * 32f; on 64f every NaN gives the pattern of all ones and raises no flag. On 32f an overflow and a result of zero raise the
+ * IEEE flag of their warning, on 64f they raise none.
+ *
+ * Complex elements a + ib: e^a cos b + i e^a sin b, in blocks without a branch. A11 and A21 of 32fc are one routine, all in
+ * single precision: the exponential of 32f, and b reduced by multiples of pi/2 in four parts for a polynomial of the sine and
+ * one of the cosine. A24 works in double precision, with a table of powers of two and the table of 64 angles a turn of Sin,
+ * and rounds the result to 32fc. 64fc adds longer series and carries the factors as heads and tails, so that the products of
+ * the heads are exact (P. T. P. Tang, Table-lookup algorithms for elementary functions and their error analysis, ARITH 10,
+ * 1991; T. J. Dekker, A floating-point technique for extending the available precision, Numer. Math. 18, 1971). An element of
+ * which a part lies beyond the block's range is computed once more by itself in extended precision: on A11 and A21 a real
+ * part above 87.3365478515625 or an imaginary part above 10000 in magnitude, on A24 and 64fc a part from 512 up. Errors of
+ * the real and the imaginary part: A11 and A21 below 3.5 and 3.4 ulp, A24 0.501 ulp, 64fc 0.512 and 0.514 ulp, elements in
+ * extended precision 0.501 ulp. An element gets the same result in a block and behind the last one.
+ *
+ * Special values of complex elements: e^(a + i0) has an imaginary zero with the sign of b in extended precision and on A11
+ * and A21; in the blocks of A24 and 64fc it is +0. An infinite a and a finite b give an infinity or a zero in both parts by
+ * the signs of cosine and sine. -Inf with an infinite b gives +0 and a zero with the sign of b, with a NaN b two times +0;
+ * +Inf with either gives +Inf and a NaN. An infinite b with a finite a gives two default NaNs, a NaN b that NaN in both
+ * parts. A NaN a comes through in both parts, but an imaginary zero stays, and of two NaNs the imaginary part gets b. Every
+ * NaN comes back quiet. A complex call never warns; a subnormal part raises the IEEE underflow flag. Rounding mode,
+ * flush-to-zero and denormals-are-zero of the caller act on the blocks.
+ *
+ * dst may be src. The source is only read, and nothing behind its end is read.
+ *
+ * @param[in] src source array of len Complex64
+ * @param[out] dst destination array of len Complex64
+ * @param[in] len number of elements, 1 or more
+ * @return oktStatusOk, oktStatusBadLength, oktStatusNullPointer
+ */
+OKT_API OktStatus oktsExp_64fc_A26(const Complex64* src, Complex64* dst, int32_t len);
+/** @copydoc oktsExp_64fc_A26 */
+OKT_API OktStatus oktsExp_64fc_A50(const Complex64* src, Complex64* dst, int32_t len);
+/** @copydoc oktsExp_64fc_A26 */
+OKT_API OktStatus oktsExp_64fc_A53(const Complex64* src, Complex64* dst, int32_t len);
 
 /**
  * @brief E to the power src, minus 1, for each element.

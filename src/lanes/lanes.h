@@ -716,6 +716,16 @@ inline F64<N> gatherByDigitPairs(const Real64* table, U32<N> digits) {
     return {gatherByDigitPairs<bit>(table, digits.lo), gatherByDigitPairs<bit>(table, digits.hi)};
 }
 
+// Every lane twice: one value for both parts of a complex number.
+inline F64<4> twice(F64<2> a) {
+    const __m128i raw = _mm_castpd_si128(a.raw);
+    return {F64<2>(_mm_castsi128_pd(_mm_shuffle_epi32(raw, _MM_SHUFFLE(1, 0, 1, 0)))),
+            F64<2>(_mm_castsi128_pd(_mm_shuffle_epi32(raw, _MM_SHUFFLE(3, 2, 3, 2))))};
+}
+template <int N>
+    requires Paired<F64<N>>
+inline F64<2 * N> twice(F64<N> a) { return {twice(a.lo), twice(a.hi)}; }
+
 // Interleaved pairs to two vectors of columns, and back.
 inline Pair<F32<4>> loadInterleaved(const Real32* from) {
     const __m128 a = _mm_loadu_ps(from);

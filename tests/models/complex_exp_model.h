@@ -258,7 +258,7 @@ inline Complex64 cis(Real64 x)
 
 inline Complex32 cis32(Real32 x)
 {
-    const Complex64 value = cis(static_cast<Real64>(x));
+    const Complex64 value = cis(opaque(static_cast<Real64>(x))); // a conversion there and back must not fall away
     return {static_cast<Real32>(value.re), static_cast<Real32>(value.im)};
 }
 

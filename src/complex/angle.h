@@ -1,0 +1,130 @@
+// Cosine and sine of an angle as the two lanes of a register: what the kernels of Exp and CIS in Real64 share.
+//
+// x = n·pi/32 + r + l. With B = n·pi/32, of which a table holds sin B as sinHead + sinTail and cos B as cosHead + cosTail,
+//     sin x = sin B + cos B·sin r + sin B·(cos r - 1)
+// comes as the sum of a main part, which takes in sinHead + (cosHead + cosTail)·r, and a low part, which takes what the main
+// part's roundings left and everything smaller. The cosine is the sine a quarter turn on: the same steps on another row.
+#pragma once
+
+#include "lanes/constant.h"
+#include "lanes/gather.h"
+#include "tables/sin_cos_table.h"
+
+#include <cstdint>
+
+namespace okt {
+
+namespace angle {
+
+// Row n of the table beside the row of a quarter turn on, column by column: a column is the cosine's element, then the
+// sine's, and loads as a register.
+struct alignas(64) Rows {
+    Real64 element[64 * 8];
+};
+constexpr Rows makeRows(Real64 sineFactor) {
+    Rows both{};
+    for (int n = 0; n < 64; ++n)
+        for (int column = 0; column < 4; ++column) {
+            both.element[8 * n + 2 * column] = tables::sinCosTable[4 * ((n + 16) % 64) + column];
+            both.element[8 * n + 2 * column + 1] = tables::sinCosTable[4 * n + column] * sineFactor;
+        }
+    return both;
+}
+inline constexpr Rows rows = makeRows(1.0);
+inline constexpr Rows rowsOfMagnifiedSine = makeRows(0x1p100);  // gives 2^100 times the sine, main and low part alike
+
+struct Constants {
+    Constant64 inverse = spread64(0x40245F306DC9C883);  // 32/pi
+    Constant64 shifter = spread64(0x4338000000000000);  // 1.5·2^52: the sum's low bits hold n
+    Constant64 step1 = spread64(0x3FB921FB54400000);    // pi/32 in three parts; n times the first two is exact
+    Constant64 step2 = spread64(0x3D90B4611A600000);
+    Constant64 step3 = spread64(0x3B63198A2E037073);
+    Constant64 s1 = spread64(0xBFC5555555555555);  // -1/3!
+    Constant64 s2 = spread64(0x3F81111111111111);  // 1/5!
+    Constant64 s3 = spread64(0xBF2A01A01A01A01A);  // -1/7!
+    Constant64 s4 = spread64(0x3EC71DE3A556C734);  // 1/9!
+    Constant64 c1 = spread64(0xBFE0000000000000);  // -1/2!
+    Constant64 c2 = spread64(0x3FA5555555555555);  // 1/4!
+    Constant64 c3 = spread64(0xBF56C16C16C16C17);  // -1/6!
+    Constant64 c4 = spread64(0x3EFA01A01A01A01A);  // 1/8!
+    Pattern64 rowOfN = std::uint64_t{63};
+};
+
+// A constant for the real and one for the imaginary part of each element.
+template <class T>
+struct alignas(16) ForParts {
+    T re, im;
+
+    template <int N>
+    operator Vec<T, N>() const {
+        if constexpr (N == 2)
+            return Vec<T, 2>::loadAligned(&re);
+        else
+            return {Vec<T, N / 2>(*this), Vec<T, N / 2>(*this)};
+    }
+};
+
+// Cosine and sine of N / 2 angles, side by side as the parts of complex numbers are: the unrounded sum of two.
+template <int N>
+struct CosineAndSine {
+    F64<N> main, low;
+};
+
+// A column of the rows at N byte offsets.
+template <int N>
+inline F64<2 * N> columnAt(const Real64* column, const std::uint64_t* offset) {
+    if constexpr (N == 1)
+        return F64<2>::loadAligned(reinterpret_cast<const Real64*>(reinterpret_cast<const char*>(column) + offset[0]));
+    else
+        return {columnAt<N / 2>(column, offset), columnAt<N / 2>(column, offset + N / 2)};
+}
+
+// The steps before the table, N angles at a time.
+template <int N>
+struct Reduced {
+    F64<N> r, l;
+    F64<N> sine, cosine;  // sin r - r and cos r - 1
+    InMemory<std::uint64_t, N> offset;  // of the row, in bytes
+};
+
+// Of each series, 3 or 4 terms. |x| at most 2^17, where n and its products with the steps are exact.
+template <int Terms, int N>
+inline Reduced<N> reduce(const Constants& c, F64<N> x) {
+    const F64<N> t = x * c.inverse + c.shifter;
+    const F64<N> n = t - c.shifter;
+    const F64<N> r1 = x - n * c.step1;
+    const F64<N> p2 = n * c.step2;
+    const F64<N> r = r1 - p2;
+    const F64<N> l = ((r1 - r) - p2) - n * c.step3;
+    const F64<N> z = r * r;
+    F64<N> s, k;
+    if constexpr (Terms == 4) {
+        s = ((z * c.s4 + c.s3) * z + c.s2) * z + c.s1;
+        k = ((z * c.c4 + c.c3) * z + c.c2) * z + c.c1;
+    } else {
+        s = (z * c.s3 + c.s2) * z + c.s1;
+        k = (z * c.c3 + c.c2) * z + c.c1;
+    }
+    return {r, l, s * z * r, k * z, InMemory<std::uint64_t, N>((asBits(t) & c.rowOfN) << 6)};
+}
+
+template <int N>
+inline CosineAndSine<2 * N> cosineAndSine(const Rows& table, const Reduced<N>& x) {
+    using Parts = F64<2 * N>;
+    const auto column = [&](int i) OKT_INLINE { return columnAt<N>(table.element + 2 * i, x.offset.lane); };
+    const Parts cosTail = column(0), sinHead = column(1), cosHead = column(3);
+    const Parts r = twice(x.r);
+    const Parts both = cosTail + cosHead;
+    const Parts first = cosHead * r;  // exact, as cosHead is a power of two or zero
+    const Parts second = cosTail * r;
+    const Parts a = sinHead + first;
+    const Parts b = a + second;
+    const Parts e1 = (sinHead - a) + first;
+    const Parts e2 = (a - b) + second;
+    const Parts rest = twice(x.l) * (both - r * sinHead) + column(2);
+    return {b, (((rest + e1) + e2) + twice(x.sine) * both) + twice(x.cosine) * sinHead};
+}
+
+}  // namespace angle
+
+}  // namespace okt
