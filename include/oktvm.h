@@ -1801,6 +1801,34 @@ OKT_API OktStatus oktsCdfNorm_64f_A50(const Real64* src, Real64* dst, int32_t le
 OKT_API OktStatus oktsCdfNorm_64f_A53(const Real64* src, Real64* dst, int32_t len);
 
 /**
+ * @brief Inverse of CdfNorm, for each element.
+ *
+ * @param[in] src source array of len Real32
+ * @param[out] dst destination array of len Real32
+ * @param[in] len number of elements, 1 or more
+ * @return oktStatusOk, oktStatusBadLength, oktStatusNullPointer, oktStatusDomain, oktStatusSingularity
+ */
+OKT_API OktStatus oktsCdfNormInv_32f_A11(const Real32* src, Real32* dst, int32_t len);
+/** @copydoc oktsCdfNormInv_32f_A11 */
+OKT_API OktStatus oktsCdfNormInv_32f_A21(const Real32* src, Real32* dst, int32_t len);
+/** @copydoc oktsCdfNormInv_32f_A11 */
+OKT_API OktStatus oktsCdfNormInv_32f_A24(const Real32* src, Real32* dst, int32_t len);
+
+/**
+ * @brief Inverse of CdfNorm, for each element.
+ *
+ * @param[in] src source array of len Real64
+ * @param[out] dst destination array of len Real64
+ * @param[in] len number of elements, 1 or more
+ * @return oktStatusOk, oktStatusBadLength, oktStatusNullPointer, oktStatusDomain, oktStatusSingularity
+ */
+OKT_API OktStatus oktsCdfNormInv_64f_A26(const Real64* src, Real64* dst, int32_t len);
+/** @copydoc oktsCdfNormInv_64f_A26 */
+OKT_API OktStatus oktsCdfNormInv_64f_A50(const Real64* src, Real64* dst, int32_t len);
+/** @copydoc oktsCdfNormInv_64f_A26 */
+OKT_API OktStatus oktsCdfNormInv_64f_A53(const Real64* src, Real64* dst, int32_t len);
+
+/**
  * @brief Error function, for each element.
  *
  * A polynomial for every interval that the exponent and the first bits of the fraction of src tell apart: degree 6 in Real64
@@ -1907,6 +1935,70 @@ OKT_API OktStatus oktsErfc_64f_A26(const Real64* src, Real64* dst, int32_t len);
 OKT_API OktStatus oktsErfc_64f_A50(const Real64* src, Real64* dst, int32_t len);
 /** @copydoc oktsErfc_64f_A26 */
 OKT_API OktStatus oktsErfc_64f_A53(const Real64* src, Real64* dst, int32_t len);
+
+/**
+ * @brief Inverse of Erfc, for each element.
+ *
+ * @param[in] src source array of len Real32
+ * @param[out] dst destination array of len Real32
+ * @param[in] len number of elements, 1 or more
+ * @return oktStatusOk, oktStatusBadLength, oktStatusNullPointer, oktStatusDomain, oktStatusSingularity
+ */
+OKT_API OktStatus oktsErfcInv_32f_A11(const Real32* src, Real32* dst, int32_t len);
+/** @copydoc oktsErfcInv_32f_A11 */
+OKT_API OktStatus oktsErfcInv_32f_A21(const Real32* src, Real32* dst, int32_t len);
+/** @copydoc oktsErfcInv_32f_A11 */
+OKT_API OktStatus oktsErfcInv_32f_A24(const Real32* src, Real32* dst, int32_t len);
+
+/**
+ * @brief Inverse of Erfc, for each element.
+ *
+ * @param[in] src source array of len Real64
+ * @param[out] dst destination array of len Real64
+ * @param[in] len number of elements, 1 or more
+ * @return oktStatusOk, oktStatusBadLength, oktStatusNullPointer, oktStatusDomain, oktStatusSingularity
+ */
+OKT_API OktStatus oktsErfcInv_64f_A26(const Real64* src, Real64* dst, int32_t len);
+/** @copydoc oktsErfcInv_64f_A26 */
+OKT_API OktStatus oktsErfcInv_64f_A50(const Real64* src, Real64* dst, int32_t len);
+/** @copydoc oktsErfcInv_64f_A26 */
+OKT_API OktStatus oktsErfcInv_64f_A53(const Real64* src, Real64* dst, int32_t len);
+
+/**
+ * @brief Inverse error function, for each element.
+ *
+ * @param[in] src source array of len Real32
+ * @param[out] dst destination array of len Real32
+ * @param[in] len number of elements, 1 or more
+ * @return oktStatusOk, oktStatusBadLength, oktStatusNullPointer, oktStatusDomain, oktStatusSingularity
+ */
+OKT_API OktStatus oktsErfInv_32f_A11(const Real32* src, Real32* dst, int32_t len);
+/** @copydoc oktsErfInv_32f_A11 */
+OKT_API OktStatus oktsErfInv_32f_A21(const Real32* src, Real32* dst, int32_t len);
+/** @copydoc oktsErfInv_32f_A11 */
+OKT_API OktStatus oktsErfInv_32f_A24(const Real32* src, Real32* dst, int32_t len);
+
+/**
+ * @brief Inverse error function, for each element.
+ *
+ * @param[in] src source array of len Real64
+ * @param[out] dst destination array of len Real64
+ * @param[in] len number of elements, 1 or more
+ * @return oktStatusOk, oktStatusBadLength, oktStatusNullPointer, oktStatusDomain, oktStatusSingularity
+ */
+OKT_API OktStatus oktsErfInv_64f_A26(const Real64* src, Real64* dst, int32_t len);
+
+/**
+ * @brief Inverse error function, for each element.
+ *
+ * @param[in] src source array of len Real64
+ * @param[out] dst destination array of len Real64
+ * @param[in] len number of elements, 1 or more
+ * @return oktStatusOk, oktStatusBadLength, oktStatusNullPointer, oktStatusDomain, oktStatusSingularity
+ */
+OKT_API OktStatus oktsErfInv_64f_A50(const Real64* src, Real64* dst, int32_t len);
+/** @copydoc oktsErfInv_64f_A50 */
+OKT_API OktStatus oktsErfInv_64f_A53(const Real64* src, Real64* dst, int32_t len);
 
 /** @} */
 
