@@ -486,10 +486,12 @@ template <class Function>
     if (outsideDomain<Function>(x, result, status)) return result;
     const F64<1> p(x);
     const F64<1> t = Function::central(p);
-    const DoubleDouble<1> pair = {t, Function::centralRest(p, t)};
     const Real64 a = abs(t).raw;
-    if (a < 0.125) return x == Function::centre ? 0 : series64<Function>(constants64, pair).raw;
-    if (a < 0.875) return middle64<Function>(constants64, pair).raw;
+    if (a < 0.875) {
+        if (x == Function::centre) return 0;
+        const DoubleDouble<1> pair = {t, Function::centralRest(p, t)};
+        return a < 0.125 ? series64<Function>(constants64, pair).raw : middle64<Function>(constants64, pair).raw;
+    }
     const F64<1> u = Function::tailMass(p);
     const auto [n, m] = partsOf(constants64.common, u);
     const DoubleDouble<1> y = root64(constants64, minusLog64(constants64, n, m));
