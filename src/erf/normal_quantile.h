@@ -18,6 +18,7 @@
 #pragma once
 
 #include "erf/quantile_tables.h"
+#include "erf/sorted_loop.h"
 #include "frame/frame.h"
 #include "frame/loops.h"
 #include "frame/status_flag.h"
@@ -298,20 +299,49 @@ inline DoubleDouble<N> times(DoubleDouble<N> x, DoubleDouble<N> y) {
     return {p, e + (x.hi * y.lo + x.lo * y.hi)};
 }
 
+// The sum of a polynomial from its highest term down.
+template <int N>
+struct SplitSum {
+    F64<N> h, l;
+    DoubleDouble<N> parts;
+
+    template <int degree>
+    explicit SplitSum(const SplitPolynomial<degree>& c)
+        : h(c.term[degree].hi), l(c.term[degree].lo), parts{F64<N>(c.topSplit.hi), F64<N>(c.topSplit.lo)} {}
+
+    void step(const SplitTerm& term, DoubleDouble<N> s, DoubleDouble<N> sParts) {
+        const auto [p, e] = exactProduct(h, parts, s.hi, sParts);
+        const F64<N> lo = e + (h * s.lo + l * s.hi);
+        const auto [sum, rest] = twoSum(F64<N>(term.hi), p);
+        h = sum;
+        l = (lo + F64<N>(term.lo)) + rest;
+        parts = dekkerSplit(h);
+    }
+};
+
 template <int N, int degree>
 [[gnu::always_inline]] inline DoubleDouble<N> horner(const SplitPolynomial<degree>& c, DoubleDouble<N> s) {
     const DoubleDouble<N> parts = dekkerSplit(s.hi);
-    F64<N> h(c.term[degree].hi), l(c.term[degree].lo);
-    DoubleDouble<N> hParts = {F64<N>(c.topSplit.hi), F64<N>(c.topSplit.lo)};
+    SplitSum<N> sum(c);
+    for (int i = degree - 1; i >= 0; --i) sum.step(c.term[i], s, parts);
+    return {sum.h, sum.l};
+}
+
+// Numerator and denominator, step by step together: two chains hide each other's latency.
+template <int N>
+struct Fraction {
+    DoubleDouble<N> numerator, denominator;
+};
+template <int N, int degree>
+[[gnu::always_inline]] inline Fraction<N> horner(const SplitPolynomial<degree>& n, const SplitPolynomial<degree>& d,
+                                                 DoubleDouble<N> s) {
+    const DoubleDouble<N> parts = dekkerSplit(s.hi);
+    SplitSum<N> top(n), bottom(d);
     for (int i = degree - 1; i >= 0; --i) {
-        const auto [p, e] = exactProduct(h, hParts, s.hi, parts);
-        const F64<N> lo = e + (h * s.lo + l * s.hi);
-        const auto [sum, rest] = twoSum(F64<N>(c.term[i].hi), p);
-        h = sum;
-        l = (lo + F64<N>(c.term[i].lo)) + rest;
-        if (i > 0) hParts = dekkerSplit(h);
+        top.step(n.term[i], s, parts);
+        bottom.step(d.term[i], s, parts);
     }
-    return {h, l};
+    return {{top.h, top.l}, {bottom.h, bottom.l}};
 }
 
 // The last addition is the one rounding to Real64.
@@ -346,7 +376,8 @@ inline F64<N> middle64(const Constants64& k, DoubleDouble<N> t) {
     auto [above, aboveLo] = twoSum(t.hi, end);
     auto [below, belowLo] = twoSum(t.hi, -end);
     const DoubleDouble<N> s = times(DoubleDouble<N>{above, aboveLo + t.lo}, DoubleDouble<N>{below, belowLo + t.lo});
-    return quotient<Function>(k, times(horner(k.middleN, s), t), horner(k.middleD, s));
+    const Fraction<N> f = horner(k.middleN, k.middleD, s);
+    return quotient<Function>(k, times(f.numerator, t), f.denominator);
 }
 
 // -ln of the number with exponent n and fraction m.
@@ -403,8 +434,9 @@ inline DoubleDouble<N> root64(const Constants64& k, DoubleDouble<N> w) {
 // |t| >= 0.875, y = sqrt(-ln u); `sign` holds the sign bit of the result.
 template <class Function, bool nearRow, int N>
 inline F64<N> tail64(const Constants64& k, DoubleDouble<N> y, F64<N> sign) {
-    const DoubleDouble<N> n = times(horner(nearRow ? k.nearN : k.farN, y), y);
-    return quotient<Function>(k, DoubleDouble<N>{n.hi ^ sign, n.lo ^ sign}, horner(nearRow ? k.nearD : k.farD, y));
+    const Fraction<N> f = horner(nearRow ? k.nearN : k.farN, nearRow ? k.nearD : k.farD, y);
+    const DoubleDouble<N> n = times(f.numerator, y);
+    return quotient<Function>(k, DoubleDouble<N>{n.hi ^ sign, n.lo ^ sign}, f.denominator);
 }
 
 // The exponent and the fraction of a number that may be subnormal.
@@ -500,17 +532,108 @@ template <class Function>
                                             : tail64<Function, false>(constants64, y, sign).raw;
 }
 
+// ---------------------------------------------------------------------------------------------------------------------
+// Elements side by side
+
+// Inside the domain, and normal numbers: the caller may have subnormal ones count as zeros.
+template <class Function>
+inline constexpr WordRange ordinary32{0x00800000, asBits(static_cast<Real32>(Function::end))};
+template <class Function>
+inline constexpr WordRange ordinary64{0x00100000, highWord(Function::end)};
+
+template <class Function, int N>
+inline F64<N> tailOf(const Constants32& k, F64<N> p) {
+    return tail32<Function>(k, Function::tailMass(p), signOfResult<Function>(p));
+}
+
 template <class Function>
 inline OktStatus array32(const Real32* src, Real32* dst, std::int32_t len) {
     return x87Frame<53>(len, src, dst, [=](OktStatus& status) {
-        elementLoop(src, dst, len, element32<Function>, status);
+        const Constants32& k = inMemory(constants32);
+        SetAside<Real32> tails;
+        const auto tryBlock = [&](const Real32* from, Real32* to, std::int32_t place) OKT_INLINE {
+            const F32<8> x = F32<8>::load(from);
+            if (!ordinary32<Function>.holdsAll(asBits(x))) [[unlikely]]
+                return false;
+            const F64<8> t = Function::central(widen(x));
+            const Mask64<8> small = abs(t) < F64<8>(k.common.smallLimit);
+            const Mask64<8> central = abs(t) < F64<8>(k.common.middle);
+            if (!all(central)) {
+                Real32 block[8];
+                x.store(block);
+                tails.take(block, place, laneBits(~central));
+            }
+            // An element in the very middle is exact, so that the steps of others raise a flag only in their company.
+            if (any(central & ~small)) [[likely]] {
+                const F64<8> rational = middle32<Function>(k, select(central, t, F64<8>(0.5)));
+                narrow(select(small, series32<Function>(k, t), rational)).store(to);
+            } else if (any(small)) {
+                narrow(series32<Function>(k, zeroUnless(small, t))).store(to);
+            }
+            return true;
+        };
+        const auto finish = [&](Real32* chunk) OKT_INLINE {
+            tails.template work<8>([&k](F32<8> x) { return narrow(tailOf<Function>(k, widen(x))); }, chunk);
+        };
+        sortedElementLoop(src, dst, len, tryBlock, finish, element32<Function>, status);
     });
+}
+
+template <class Function, int N>
+inline DoubleDouble<N> centralPair(F64<N> p) {
+    const F64<N> t = Function::central(p);
+    return {t, Function::centralRest(p, t)};
+}
+
+template <class Function, bool nearRow, int N>
+[[gnu::noinline]] F64<N> tailOf(const Constants64& k, F64<N> p) {
+    const F64<N> u = Function::tailMass(p);
+    const DoubleDouble<N> y = root64(k, minusLog64(k, exponentOf(k.common, asBits(u)), fractionOf(k.common, asBits(u))));
+    return tail64<Function, nearRow>(k, y, signOfResult<Function>(p));
 }
 
 template <class Function>
 inline OktStatus array64(const Real64* src, Real64* dst, std::int32_t len) {
     return x87Frame<53>(len, src, dst, [=](OktStatus& status) {
-        elementLoop(src, dst, len, element64<Function>, status);
+        const Constants64& k = inMemory(constants64);
+        SetAside<Real64> small, near, far;
+        const auto tryBlock = [&](const Real64* from, Real64* to, std::int32_t place) OKT_INLINE {
+            const F64<8> x = F64<8>::load(from);
+            if (!ordinary64<Function>.holdsAll(packHighWords(asBits(x)))) [[unlikely]]
+                return false;
+            const F64<8> a = abs(Function::central(x));
+            const int smallBits = laneBits(a < F64<8>(k.common.smallLimit));
+            const int tailBits = laneBits(a >= F64<8>(k.common.middle));
+            if ((smallBits | tailBits) != 0) {
+                Real64 block[8];
+                x.store(block);
+                if (smallBits != 0) {
+                    if (any(x == F64<8>(Function::centre))) return false;  // exact, by the element routine
+                    small.take(block, place, smallBits);
+                }
+                if (tailBits != 0) {
+                    const int farBits = laneBits(Function::tailMass(x) < F64<8>(0x1p-53)) & tailBits;
+                    near.take(block, place, tailBits & ~farBits);
+                    if (farBits != 0) far.take(block, place, farBits);
+                }
+                if ((smallBits | tailBits) == 0xFF) return true;
+            }
+            // Lanes that go another way are worked with an element of this way: theirs might underflow.
+            const auto middleOf = [&k](F64<4> p) OKT_INLINE {
+                const F64<4> magnitude = abs(Function::central(p));
+                const Mask64<4> mine = (magnitude < F64<4>(k.common.middle)) & (magnitude >= F64<4>(k.common.smallLimit));
+                return middle64<Function>(k, centralPair<Function>(select(mine, p, F64<4>(0.75 * Function::end))));
+            };
+            middleOf(x.lo).store(to);
+            middleOf(x.hi).store(to + 4);
+            return true;
+        };
+        const auto finish = [&](Real64* chunk) OKT_INLINE {
+            small.template work<4>([&k](F64<4> p) { return series64<Function>(k, centralPair<Function>(p)); }, chunk);
+            near.template work<4>([&k](F64<4> p) { return tailOf<Function, true>(k, p); }, chunk);
+            far.template work<4>([&k](F64<4> p) { return tailOf<Function, false>(k, p); }, chunk);
+        };
+        sortedElementLoop(src, dst, len, tryBlock, finish, element64<Function>, status);
     });
 }
 
