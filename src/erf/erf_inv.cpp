@@ -434,7 +434,7 @@ constexpr WordRange ordinary64{smallHigh, oneHigh};
 OktStatus erfInv64(const Real64* src, Real64* dst, std::int32_t len) {
     return x87Frame<53>(len, src, dst, [=](OktStatus& status) {
         const Constants64& k = inMemory(constants64);
-        SetAside<Real64> small, tails;
+        SetAside<Real64> small, middle, tails;
         const auto tryBlock = [&](const Real64* from, Real64* to, std::int32_t place) OKT_INLINE {
             const F64<8> x = F64<8>::load(from);
             const U32<8> high = packHighWords(asBits(x)) & U32<8>(0x7FFFFFFF);
@@ -447,20 +447,16 @@ OktStatus erfInv64(const Real64* src, Real64* dst, std::int32_t len) {
                 x.store(block);
                 if (smallBits != 0) small.take(block, place, smallBits);
                 if (tailBits != 0) tails.take(block, place, tailBits);
-                if ((smallBits | tailBits) == 0xFF) return true;
+                middle.take(block, place, 0xFF & ~(smallBits | tailBits));
+                return true;
             }
-            // Lanes that go another way have no row here.
-            const auto middleOf = [&k](F64<4> lanesX) OKT_INLINE {
-                const F64<4> a = abs(lanesX);
-                const Mask64<4> mine = (a < F64<4>(0.875)) & (a >= F64<4>(0.125));
-                return erfInvMiddle(k, select(mine, lanesX, F64<4>(k.half)));
-            };
-            middleOf(x.lo).store(to);
-            middleOf(x.hi).store(to + 4);
+            erfInvMiddle(k, x.lo).store(to);
+            erfInvMiddle(k, x.hi).store(to + 4);
             return true;
         };
         const auto finish = [&](Real64* chunk) OKT_INLINE {
             small.work<4>([&k](F64<4> x) { return erfInvSmall(k, x); }, chunk);
+            middle.work<4>([&k](F64<4> x) { return erfInvMiddle(k, x); }, chunk);
             tails.work<4>([&k](F64<4> x) { return erfInvTail(k, x); }, chunk);
         };
         sortedElementLoop(src, dst, len, tryBlock, finish, erfInvElement64, status);

@@ -421,13 +421,12 @@ inline DoubleDouble<N> root64(const Constants64& k, DoubleDouble<N> w) {
     const F64<N> zl = rest + ((z0 - z) + z1);
     const F64<N> p = z * z * ((((F64<N>(k.root6) * z + k.root5) * z + k.root4) * z + k.root3) * z + k.root2);
 
-    const auto [head, headRest] = fastTwoSum(scale, halfScale * zh);
-    const F64<N> low = headRest + (halfScale * zl + scale * p);
-    const auto [g, gRest] = fastTwoSum(head, low);
-    const auto [gh, gm] = dekkerSplit(g, splitter21);
+    const auto [f, rounding] = fastTwoSum(scale, halfScale * zh);
+    const F64<N> fLo = rounding + (halfScale * zl + scale * p);
+    const auto [f1, f2] = dekkerSplit(f, splitter21);
     const auto [rootHi, rootLo] = gatherPairs<9, Real64>(tables::sqrtRecip64, i);
-    const F64<N> yh = rootHi * gh;
-    const F64<N> yl = (rootHi * gm + rootLo * g) + (rootHi + rootLo) * gRest;
+    const F64<N> yh = rootHi * f1;
+    const F64<N> yl = rootHi * f2 + (rootHi * fLo + rootLo * (f + fLo));
     return fastTwoSum(yh, yl);
 }
 
@@ -596,7 +595,7 @@ template <class Function>
 inline OktStatus array64(const Real64* src, Real64* dst, std::int32_t len) {
     return x87Frame<53>(len, src, dst, [=](OktStatus& status) {
         const Constants64& k = inMemory(constants64);
-        SetAside<Real64> small, near, far;
+        SetAside<Real64> small, middle, near, far;
         const auto tryBlock = [&](const Real64* from, Real64* to, std::int32_t place) OKT_INLINE {
             const F64<8> x = F64<8>::load(from);
             if (!ordinary64<Function>.holdsAll(packHighWords(asBits(x)))) [[unlikely]]
@@ -616,20 +615,16 @@ inline OktStatus array64(const Real64* src, Real64* dst, std::int32_t len) {
                     near.take(block, place, tailBits & ~farBits);
                     if (farBits != 0) far.take(block, place, farBits);
                 }
-                if ((smallBits | tailBits) == 0xFF) return true;
+                middle.take(block, place, 0xFF & ~(smallBits | tailBits));
+                return true;
             }
-            // Lanes that go another way are worked with an element of this way: theirs might underflow.
-            const auto middleOf = [&k](F64<4> p) OKT_INLINE {
-                const F64<4> magnitude = abs(Function::central(p));
-                const Mask64<4> mine = (magnitude < F64<4>(k.common.middle)) & (magnitude >= F64<4>(k.common.smallLimit));
-                return middle64<Function>(k, centralPair<Function>(select(mine, p, F64<4>(0.75 * Function::end))));
-            };
-            middleOf(x.lo).store(to);
-            middleOf(x.hi).store(to + 4);
+            middle64<Function>(k, centralPair<Function>(x.lo)).store(to);
+            middle64<Function>(k, centralPair<Function>(x.hi)).store(to + 4);
             return true;
         };
         const auto finish = [&](Real64* chunk) OKT_INLINE {
             small.template work<4>([&k](F64<4> p) { return series64<Function>(k, centralPair<Function>(p)); }, chunk);
+            middle.template work<4>([&k](F64<4> p) { return middle64<Function>(k, centralPair<Function>(p)); }, chunk);
             near.template work<4>([&k](F64<4> p) { return tailOf<Function, true>(k, p); }, chunk);
             far.template work<4>([&k](F64<4> p) { return tailOf<Function, false>(k, p); }, chunk);
         };
