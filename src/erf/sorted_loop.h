@@ -18,29 +18,31 @@ class SetAside {
 public:
     // Those of the block's elements whose bit is set.
     void take(const T* block, std::int32_t place, int bits) {
+        std::size_t count = count_;
         for (int lane = 0; lane < sortedBlock; ++lane) {
-            x_[count_] = block[lane];
-            place_[count_] = place + lane;
-            count_ += bits >> lane & 1;
+            x_[count] = block[lane];
+            place_[count] = place + lane;
+            count += static_cast<std::size_t>(bits >> lane & 1);
         }
+        count_ = count;
     }
 
     // Works them Lanes side by side, stores the results at their places, and is empty again.
     template <int Lanes, class Way>
     void work(const Way& way, T* dst) {
         if (count_ == 0) return;
-        for (int i = 0; i < Lanes - 1; ++i) x_[count_ + i] = x_[count_ - 1];  // raises nothing new
-        for (int i = 0; i < count_; i += Lanes) {
+        for (std::size_t i = 0; i < Lanes - 1; ++i) x_[count_ + i] = x_[count_ - 1];  // raises nothing new
+        for (std::size_t i = 0; i < count_; i += Lanes) {
             T result[Lanes];
             way(Vec<T, Lanes>::load(x_ + i)).store(result);
-            const int filled = count_ - i < Lanes ? count_ - i : Lanes;
-            for (int lane = 0; lane < filled; ++lane) storeElement(dst + place_[i + lane], result[lane]);
+            const std::size_t filled = count_ - i < Lanes ? count_ - i : Lanes;
+            for (std::size_t lane = 0; lane < filled; ++lane) storeElement(dst + place_[i + lane], result[lane]);
         }
         count_ = 0;
     }
 
 private:
-    int count_ = 0;
+    std::size_t count_ = 0;
     T x_[sortedChunk + 2 * sortedBlock];
     std::int32_t place_[sortedChunk + 2 * sortedBlock];
 };
