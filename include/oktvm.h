@@ -3091,6 +3091,54 @@ OKT_API OktStatus oktsCdfNorm_64f_A50(const Real64* src, Real64* dst, int32_t le
 OKT_API OktStatus oktsCdfNorm_64f_A53(const Real64* src, Real64* dst, int32_t len);
 
 /**
+ * @brief Inverse of CdfNorm, for each element.
+ *
+ * The x at which the normal distribution function is src: sqrt(2) erfinv(2 src - 1). With t = 2 src - 1: a polynomial in t^2
+ * below |t| = 0.125, a rational in t^2 - 0.875^2 below 0.875, and in the tails a rational in y = sqrt(-ln u), where u = 2 min(src,
+ * 1 - src) is exact, so that the lower tail keeps its accuracy down to the smallest subnormal src. 32f is
+ * worked in Real64, 64f in pairs of Real64 throughout; errors below 0.5001 ulp on both. All grades of a type are one routine.
+ *
+ * Special values: 0.5 gives +0, exactly. Either zero gives -Inf and 1 gives +Inf, with oktStatusSingularity. Elements below 0
+ * or above 1 and infinities give a NaN with oktStatusDomain. A NaN comes back quiet with sign and payload. The last warning
+ * stands. Rounding mode, flush-to-zero and denormals-are-zero of the caller act on the arithmetic: under denormals-are-zero a
+ * subnormal element counts as 0. src and dst may be the same array.
+ *
+ * @param[in] src source array of len Real32
+ * @param[out] dst destination array of len Real32
+ * @param[in] len number of elements, 1 or more
+ * @return oktStatusOk, oktStatusBadLength, oktStatusNullPointer, oktStatusDomain, oktStatusSingularity
+ */
+OKT_API OktStatus oktsCdfNormInv_32f_A11(const Real32* src, Real32* dst, int32_t len);
+/** @copydoc oktsCdfNormInv_32f_A11 */
+OKT_API OktStatus oktsCdfNormInv_32f_A21(const Real32* src, Real32* dst, int32_t len);
+/** @copydoc oktsCdfNormInv_32f_A11 */
+OKT_API OktStatus oktsCdfNormInv_32f_A24(const Real32* src, Real32* dst, int32_t len);
+
+/**
+ * @brief Inverse of CdfNorm, for each element.
+ *
+ * The x at which the normal distribution function is src: sqrt(2) erfinv(2 src - 1). With t = 2 src - 1: a polynomial in t^2
+ * below |t| = 0.125, a rational in t^2 - 0.875^2 below 0.875, and in the tails a rational in y = sqrt(-ln u), where u = 2 min(src,
+ * 1 - src) is exact, so that the lower tail keeps its accuracy down to the smallest subnormal src. 32f is
+ * worked in Real64, 64f in pairs of Real64 throughout; errors below 0.5001 ulp on both. All grades of a type are one routine.
+ *
+ * Special values: 0.5 gives +0, exactly. Either zero gives -Inf and 1 gives +Inf, with oktStatusSingularity. Elements below 0
+ * or above 1 and infinities give a NaN with oktStatusDomain. A NaN comes back quiet with sign and payload. The last warning
+ * stands. Rounding mode, flush-to-zero and denormals-are-zero of the caller act on the arithmetic: under denormals-are-zero a
+ * subnormal element counts as 0. src and dst may be the same array.
+ *
+ * @param[in] src source array of len Real64
+ * @param[out] dst destination array of len Real64
+ * @param[in] len number of elements, 1 or more
+ * @return oktStatusOk, oktStatusBadLength, oktStatusNullPointer, oktStatusDomain, oktStatusSingularity
+ */
+OKT_API OktStatus oktsCdfNormInv_64f_A26(const Real64* src, Real64* dst, int32_t len);
+/** @copydoc oktsCdfNormInv_64f_A26 */
+OKT_API OktStatus oktsCdfNormInv_64f_A50(const Real64* src, Real64* dst, int32_t len);
+/** @copydoc oktsCdfNormInv_64f_A26 */
+OKT_API OktStatus oktsCdfNormInv_64f_A53(const Real64* src, Real64* dst, int32_t len);
+
+/**
  * @brief Error function, for each element.
  *
  * A polynomial for every interval that the exponent and the first bits of the fraction of src tell apart: degree 6 in Real64
@@ -3197,6 +3245,126 @@ OKT_API OktStatus oktsErfc_64f_A26(const Real64* src, Real64* dst, int32_t len);
 OKT_API OktStatus oktsErfc_64f_A50(const Real64* src, Real64* dst, int32_t len);
 /** @copydoc oktsErfc_64f_A26 */
 OKT_API OktStatus oktsErfc_64f_A53(const Real64* src, Real64* dst, int32_t len);
+
+/**
+ * @brief Inverse of Erfc, for each element.
+ *
+ * The x at which erfc is src, for src from 0 to 2: erfinv(1 - src). The routine is that of CdfNormInv, on the same polynomials,
+ * without the factor sqrt(2): ranges by |1 - src|, and tails by u = src or 2 - src, which is exact, so that erfcinv(src) =
+ * -erfcinv(2 - src). 32f is worked in Real64, 64f in pairs of Real64; errors below 0.5001 ulp on both. All grades of a type are
+ * one routine.
+ *
+ * Special values: 1 gives +0, exactly. Either zero gives +Inf and 2 gives -Inf, with oktStatusSingularity. Elements below 0 or
+ * above 2 and infinities give a NaN with oktStatusDomain. A NaN comes back quiet with sign and payload. The last warning
+ * stands. The caller's rounding mode, flush-to-zero and denormals-are-zero act on the arithmetic. src and dst may be the same
+ * array.
+ *
+ * @param[in] src source array of len Real32
+ * @param[out] dst destination array of len Real32
+ * @param[in] len number of elements, 1 or more
+ * @return oktStatusOk, oktStatusBadLength, oktStatusNullPointer, oktStatusDomain, oktStatusSingularity
+ */
+OKT_API OktStatus oktsErfcInv_32f_A11(const Real32* src, Real32* dst, int32_t len);
+/** @copydoc oktsErfcInv_32f_A11 */
+OKT_API OktStatus oktsErfcInv_32f_A21(const Real32* src, Real32* dst, int32_t len);
+/** @copydoc oktsErfcInv_32f_A11 */
+OKT_API OktStatus oktsErfcInv_32f_A24(const Real32* src, Real32* dst, int32_t len);
+
+/**
+ * @brief Inverse of Erfc, for each element.
+ *
+ * The x at which erfc is src, for src from 0 to 2: erfinv(1 - src). The routine is that of CdfNormInv, on the same polynomials,
+ * without the factor sqrt(2): ranges by |1 - src|, and tails by u = src or 2 - src, which is exact, so that erfcinv(src) =
+ * -erfcinv(2 - src). 32f is worked in Real64, 64f in pairs of Real64; errors below 0.5001 ulp on both. All grades of a type are
+ * one routine.
+ *
+ * Special values: 1 gives +0, exactly. Either zero gives +Inf and 2 gives -Inf, with oktStatusSingularity. Elements below 0 or
+ * above 2 and infinities give a NaN with oktStatusDomain. A NaN comes back quiet with sign and payload. The last warning
+ * stands. The caller's rounding mode, flush-to-zero and denormals-are-zero act on the arithmetic. src and dst may be the same
+ * array.
+ *
+ * @param[in] src source array of len Real64
+ * @param[out] dst destination array of len Real64
+ * @param[in] len number of elements, 1 or more
+ * @return oktStatusOk, oktStatusBadLength, oktStatusNullPointer, oktStatusDomain, oktStatusSingularity
+ */
+OKT_API OktStatus oktsErfcInv_64f_A26(const Real64* src, Real64* dst, int32_t len);
+/** @copydoc oktsErfcInv_64f_A26 */
+OKT_API OktStatus oktsErfcInv_64f_A50(const Real64* src, Real64* dst, int32_t len);
+/** @copydoc oktsErfcInv_64f_A26 */
+OKT_API OktStatus oktsErfcInv_64f_A53(const Real64* src, Real64* dst, int32_t len);
+
+/**
+ * @brief Inverse error function, for each element.
+ *
+ * The x at which erf is src. Three routines stand behind the name. 32f works in Real64: rationals in src^2 - 0.875^2 and in
+ * y = sqrt(-ln(1 - |src|)), a polynomial below 0.125; errors below 0.5001 ulp. 64f A50 and A53 are one routine: polynomials of
+ * degree 12 and 14 for one of 32 cells of src^2 and one of 10 cells of 1/y, their first terms in two parts; errors below 0.501 ulp.
+ * 64f A26 trades accuracy for speed: one polynomial of degree 4 in w = 1 - |src| for one of 424 cells, eight an octave; its
+ * relative error is below 2.41e-9 (largest where |src| is just below 0.5), 1.3e-10 at the end of the range and 6e-11 below 1/16.
+ *
+ * Special values: zeros keep their bits. 1 and -1 give +Inf and -Inf with oktStatusSingularity. Larger magnitudes and infinities
+ * give a NaN with oktStatusDomain. A NaN comes back quiet with sign and payload. The last warning stands. Below 2^-35 the result
+ * is sqrt(pi)/2 times src, in 64f rounded once for subnormal results, too; a subnormal result does not warn, and raises the
+ * underflow flag. A26 leaves x87 control word and MXCSR alone; in all routines the caller's rounding mode acts on the arithmetic.
+ * src and dst may be the same array.
+ *
+ * @param[in] src source array of len Real32
+ * @param[out] dst destination array of len Real32
+ * @param[in] len number of elements, 1 or more
+ * @return oktStatusOk, oktStatusBadLength, oktStatusNullPointer, oktStatusDomain, oktStatusSingularity
+ */
+OKT_API OktStatus oktsErfInv_32f_A11(const Real32* src, Real32* dst, int32_t len);
+/** @copydoc oktsErfInv_32f_A11 */
+OKT_API OktStatus oktsErfInv_32f_A21(const Real32* src, Real32* dst, int32_t len);
+/** @copydoc oktsErfInv_32f_A11 */
+OKT_API OktStatus oktsErfInv_32f_A24(const Real32* src, Real32* dst, int32_t len);
+
+/**
+ * @brief Inverse error function, for each element.
+ *
+ * The x at which erf is src. Three routines stand behind the name. 32f works in Real64: rationals in src^2 - 0.875^2 and in
+ * y = sqrt(-ln(1 - |src|)), a polynomial below 0.125; errors below 0.5001 ulp. 64f A50 and A53 are one routine: polynomials of
+ * degree 12 and 14 for one of 32 cells of src^2 and one of 10 cells of 1/y, their first terms in two parts; errors below 0.501 ulp.
+ * 64f A26 trades accuracy for speed: one polynomial of degree 4 in w = 1 - |src| for one of 424 cells, eight an octave; its
+ * relative error is below 2.41e-9 (largest where |src| is just below 0.5), 1.3e-10 at the end of the range and 6e-11 below 1/16.
+ *
+ * Special values: zeros keep their bits. 1 and -1 give +Inf and -Inf with oktStatusSingularity. Larger magnitudes and infinities
+ * give a NaN with oktStatusDomain. A NaN comes back quiet with sign and payload. The last warning stands. Below 2^-35 the result
+ * is sqrt(pi)/2 times src, in 64f rounded once for subnormal results, too; a subnormal result does not warn, and raises the
+ * underflow flag. A26 leaves x87 control word and MXCSR alone; in all routines the caller's rounding mode acts on the arithmetic.
+ * src and dst may be the same array.
+ *
+ * @param[in] src source array of len Real64
+ * @param[out] dst destination array of len Real64
+ * @param[in] len number of elements, 1 or more
+ * @return oktStatusOk, oktStatusBadLength, oktStatusNullPointer, oktStatusDomain, oktStatusSingularity
+ */
+OKT_API OktStatus oktsErfInv_64f_A26(const Real64* src, Real64* dst, int32_t len);
+
+/**
+ * @brief Inverse error function, for each element.
+ *
+ * The x at which erf is src. Three routines stand behind the name. 32f works in Real64: rationals in src^2 - 0.875^2 and in
+ * y = sqrt(-ln(1 - |src|)), a polynomial below 0.125; errors below 0.5001 ulp. 64f A50 and A53 are one routine: polynomials of
+ * degree 12 and 14 for one of 32 cells of src^2 and one of 10 cells of 1/y, their first terms in two parts; errors below 0.501 ulp.
+ * 64f A26 trades accuracy for speed: one polynomial of degree 4 in w = 1 - |src| for one of 424 cells, eight an octave; its
+ * relative error is below 2.41e-9 (largest where |src| is just below 0.5), 1.3e-10 at the end of the range and 6e-11 below 1/16.
+ *
+ * Special values: zeros keep their bits. 1 and -1 give +Inf and -Inf with oktStatusSingularity. Larger magnitudes and infinities
+ * give a NaN with oktStatusDomain. A NaN comes back quiet with sign and payload. The last warning stands. Below 2^-35 the result
+ * is sqrt(pi)/2 times src, in 64f rounded once for subnormal results, too; a subnormal result does not warn, and raises the
+ * underflow flag. A26 leaves x87 control word and MXCSR alone; in all routines the caller's rounding mode acts on the arithmetic.
+ * src and dst may be the same array.
+ *
+ * @param[in] src source array of len Real64
+ * @param[out] dst destination array of len Real64
+ * @param[in] len number of elements, 1 or more
+ * @return oktStatusOk, oktStatusBadLength, oktStatusNullPointer, oktStatusDomain, oktStatusSingularity
+ */
+OKT_API OktStatus oktsErfInv_64f_A50(const Real64* src, Real64* dst, int32_t len);
+/** @copydoc oktsErfInv_64f_A50 */
+OKT_API OktStatus oktsErfInv_64f_A53(const Real64* src, Real64* dst, int32_t len);
 
 /** @} */
 
