@@ -42,7 +42,6 @@ TEST(ComplexInverse, NotableElements) {
 
 // The circle on which the angle is a difference of two angles, and its borders at |1 - x^2 - y^2| = 0.03.
 TEST(ComplexInverse, AtanhNextToTheUnitCircle) {
-    const std::complex<double> i(0, 1);
     for (const double radius : {0.9848, 0.98489, 0.985, 1 - 0x1p-30, 1.0, 1 + 0x1p-30, 1.0148, 1.01489, 1.0149})
         for (int step = 1; step < 40; ++step) {
             if (step % 10 == 0) continue;
