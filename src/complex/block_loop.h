@@ -2,17 +2,12 @@
 #pragma once
 
 #include "complex/by_kernel.h"
+#include "complex/parts.h"
 #include "lanes/lanes.h"
 
 #include <cstdint>
 
 namespace okt {
-
-// The elements' parts, without asking for an alignment.
-template <class Z>
-inline const decltype(Z::re)* partsOf(const Z* z) { return reinterpret_cast<const decltype(Z::re)*>(z); }
-template <class Z>
-inline decltype(Z::re)* partsOf(Z* z) { return reinterpret_cast<decltype(Z::re)*>(z); }
 
 // Less than a block, worked in a buffer whose free places hold the first element. A function of its own, so that the loop
 // over whole blocks has the registers for itself.

@@ -7,6 +7,7 @@
 
 #include "complex/ext_common.h"
 #include "complex/kernel_common.h"
+#include "complex/parts.h"
 #include "frame/frame.h"
 
 #include <cstdint>
@@ -21,14 +22,14 @@ inline Complex64 widened(Complex32 z) { return {opaque(Real64{z.re}), opaque(Rea
 // The parts go one by one: a store of each and a load of both at once would wait for the stores to reach the cache.
 template <class Z>
 inline Complex64 loadWidened(const Z* from) {
-    return widened(Z{loadElement(&from->re), loadElement(&from->im)});
+    return widened(Z{loadElement(partsOf(from)), loadElement(partsOf(from) + 1)});
 }
 
 inline bool isSubnormal(Real32 x) { return (asBits(x) & 0x7FFFFFFF) - 1 < 0x007FFFFF; }
 
 inline void storeNarrowed(Complex64* to, Complex64 z) {
-    storeElement(&to->re, z.re);
-    storeElement(&to->im, z.im);
+    storeElement(partsOf(to), z.re);
+    storeElement(partsOf(to) + 1, z.im);
 }
 inline void storeNarrowed(Complex32* to, Complex64 z) {
     const Complex32 result{static_cast<Real32>(z.re), static_cast<Real32>(z.im)};
@@ -36,8 +37,8 @@ inline void storeNarrowed(Complex32* to, Complex64 z) {
         constexpr Real32 smallestNormal = 0x1p-126F;
         keepFlags(opaque(smallestNormal) * smallestNormal);
     }
-    storeElement(&to->re, result.re);
-    storeElement(&to->im, result.im);
+    storeElement(partsOf(to), result.re);
+    storeElement(partsOf(to) + 1, result.im);
 }
 
 // Z is Complex32 or Complex64. The kernel takes one Complex64 for every source, or for the scalar, and gives one.
