@@ -5,42 +5,11 @@
 
 namespace okt {
 
-namespace columns {
-
-template <int N, class Offset>
-inline Pair<F64<N>> pair(const Real64* table, const Offset* offset) {
-    const auto at = [&](int lane) {
-        return reinterpret_cast<const Real64*>(reinterpret_cast<const char*>(table) + offset[lane]);
-    };
-    if constexpr (N == 1) {
-        return {at(0)[0], at(0)[1]};
-    } else if constexpr (N == 2) {
-        const __m128d low = _mm_load_pd(at(0));
-        const __m128d high = _mm_load_pd(at(1));
-        return {_mm_unpacklo_pd(low, high), _mm_unpackhi_pd(low, high)};
-    } else {
-        const auto low = pair<N / 2>(table, offset);
-        const auto high = pair<N / 2>(table, offset + N / 2);
-        return {{low.first, high.first}, {low.second, high.second}};
-    }
-}
-
-template <int N, class Offset>
-inline F64<N> single(const Real64* table, const Offset* offset) {
-    const auto at = [&](int lane) {
-        return reinterpret_cast<const Real64*>(reinterpret_cast<const char*>(table) + offset[lane]);
-    };
-    if constexpr (N == 1)
-        return *at(0);
-    else if constexpr (N == 2)
-        return _mm_loadh_pd(_mm_load_sd(at(0)), at(1));
-    else
-        return {single<N / 2>(table, offset), single<N / 2>(table, offset + N / 2)};
-}
+namespace gathering {
 
 template <int bits, int N>
 inline F64<N> lowElements(const Real64* table, const std::uint64_t* n) {
-    const auto at = [&](int lane) { return table + gathering::lowBits<bits>(n[lane]); };
+    const auto at = [&](int lane) { return table + lowBits<bits>(n[lane]); };
     if constexpr (N == 1)
         return *at(0);
     else if constexpr (N == 2)
@@ -49,7 +18,7 @@ inline F64<N> lowElements(const Real64* table, const std::uint64_t* n) {
         return {lowElements<bits, N / 2>(table, n), lowElements<bits, N / 2>(table, n + N / 2)};
 }
 
-}  // namespace columns
+}  // namespace gathering
 
 // The table's rows at the given byte offsets, which stand in memory and stay there. Rows start at multiples of 16
 // bytes, and so do pairs of columns.
@@ -57,8 +26,8 @@ template <int N, class Offset = std::uint32_t>
 class RowPerLane {
 public:
     RowPerLane(const Real64* table, const Offset* byteOffset) : table_(table), offset_(byteOffset) {}
-    Pair<F64<N>> pair(int evenColumn) const { return columns::pair<N>(table_ + evenColumn, offset_); }
-    F64<N> operator[](int column) const { return columns::single<N>(table_ + column, offset_); }
+    Pair<F64<N>> pair(int evenColumn) const { return gathering::pairsAt<1, N>(table_ + evenColumn, offset_); }
+    F64<N> operator[](int column) const { return gathering::elementsAt<1, N>(table_ + column, offset_); }
 
 private:
     const Real64* table_;
@@ -68,7 +37,7 @@ private:
 // table[j], where j is the number in the low `bits` bits of a lane.
 template <int bits, int N>
 inline F64<N> gatherElements(const Real64* table, const InMemory<std::uint64_t, N>& n) {
-    return columns::lowElements<bits, N>(table, n.lane);
+    return gathering::lowElements<bits, N>(table, n.lane);
 }
 
 // Lanes whose lower half is zero, the upper half taken as a signed number and brought into 0 to `limit`.

@@ -145,21 +145,23 @@ inline Columns<Vec<T, N>> gatherRows(const T* table, const InMemory<std::uint32_
 
 namespace gathering {
 
-template <std::size_t stride>
-inline const Real64* entryAt(const Real64* table, std::uint32_t offset) {
+template <std::size_t stride, class Offset>
+inline const Real64* entryAt(const Real64* table, Offset offset) {
     return reinterpret_cast<const Real64*>(reinterpret_cast<const char*>(table) + stride * offset);
 }
 
-template <std::size_t stride, int N>
-inline F64<N> elementsAt(const Real64* table, const std::uint32_t* offset) {
+template <std::size_t stride, int N, class Offset>
+inline F64<N> elementsAt(const Real64* table, const Offset* offset) {
     if constexpr (N == 1)
         return *entryAt<stride>(table, offset[0]);
+    else if constexpr (N == 2)
+        return _mm_loadh_pd(_mm_load_sd(entryAt<stride>(table, offset[0])), entryAt<stride>(table, offset[1]));
     else
         return {elementsAt<stride, N / 2>(table, offset), elementsAt<stride, N / 2>(table, offset + N / 2)};
 }
 
-template <std::size_t stride, int N>
-inline Pair<F64<N>> pairsAt(const Real64* table, const std::uint32_t* offset) {
+template <std::size_t stride, int N, class Offset>
+inline Pair<F64<N>> pairsAt(const Real64* table, const Offset* offset) {
     if constexpr (N == 1) {
         const Real64* entry = entryAt<stride>(table, offset[0]);
         return {entry[0], entry[1]};
@@ -172,16 +174,6 @@ inline Pair<F64<N>> pairsAt(const Real64* table, const std::uint32_t* offset) {
         const auto high = pairsAt<stride, N / 2>(table, offset + N / 2);
         return {{low.first, high.first}, {low.second, high.second}};
     }
-}
-
-template <int N>
-inline F64<N> column(const Real64* table, const std::uint32_t* offset) {
-    if constexpr (N == 1)
-        return *at(table, offset[0]);
-    else if constexpr (N == 2)
-        return _mm_set_pd(*at(table, offset[1]), *at(table, offset[0]));
-    else
-        return {column<N / 2>(table, offset), column<N / 2>(table, offset + N / 2)};
 }
 
 }  // namespace gathering
@@ -200,7 +192,7 @@ inline Pair<F64<N>> gatherPairsAt(const Real64* table, const InMemory<std::uint3
 // The first column alone.
 template <int N>
 inline F64<N> gatherColumn(const Real64* table, const InMemory<std::uint32_t, N>& byteOffset) {
-    return gathering::column<N>(table, byteOffset.lane);
+    return gathering::elementsAt<1, N>(table, byteOffset.lane);
 }
 
 }  // namespace okt
