@@ -15,9 +15,8 @@
 //   Complex64            0.5105 ulp at (0x1.8e4b97af4f301p+8, 0x1.bd3220ec85f04p+8),
 //                        0.5133 ulp at (-0x1.78965c80ccd6p+8, -0x1.37d03a384b4ffp+4)
 #include "complex/angle.h"
+#include "complex/block_loop.h"
 #include "complex/exp_block_tables.h"
-#include "complex/exp_element.h"
-#include "complex/padded_blocks.h"
 #include "frame/frame.h"
 #include "lanes/constant.h"
 #include "lanes/gather.h"
@@ -25,6 +24,65 @@
 
 namespace okt {
 namespace {
+
+template <class T>
+using ComplexOfPart = std::conditional_t<sizeof(T) == 8, Complex64, Complex32>;
+
+template <class T, int N>
+struct ComplexLanes {
+    Vec<T, N> re, im;
+
+    static ComplexLanes load(const ComplexOfPart<T>* from) {
+        const auto [re, im] = loadInterleaved<N>(partsOf(from));
+        return {re, im};
+    }
+    void store(ComplexOfPart<T>* to) const {
+        if constexpr (N == registerLanes<T>) {
+            storeInterleaved(partsOf(to), re, im);
+        } else {
+            ComplexLanes<T, N / 2>{re.lo, im.lo}.store(to);
+            ComplexLanes<T, N / 2>{re.hi, im.hi}.store(to + N / 2);
+        }
+    }
+};
+
+// A kernel is made of
+//   block, atOnce       elements of a pass, and of those worked side by side
+//   flagged(z)          one bit for each element that is out of its range
+//   withoutFlagged(z)   what the arithmetic gets in a block that has such elements
+//   work(z, to)         the arithmetic on `atOnce` elements
+template <int N, class Kernel, class T>
+OKT_INLINE inline void work(const Kernel& kernel, const ComplexLanes<T, N>& z, ComplexOfPart<T>* to) {
+    if constexpr (N > Kernel::atOnce) {
+        work(kernel, ComplexLanes<T, N / 2>{z.re.lo, z.im.lo}, to);
+        work(kernel, ComplexLanes<T, N / 2>{z.re.hi, z.im.hi}, to + N / 2);
+    } else {
+        kernel.work(z, to);
+    }
+}
+
+// Every flagged element is worked once more by itself, in order, after its block was stored; `to` may be its source.
+template <int N, class Kernel, class T>
+[[gnu::noinline, gnu::cold]] void workMixed(const Kernel& kernel, const ComplexLanes<T, N>& z, int flagged,
+                                            ComplexOfPart<T>* to) {
+    ComplexOfPart<T> source[N];
+    z.store(source);
+    work(kernel, kernel.withoutFlagged(z), to);
+    for (int k = 0; k < N; ++k)
+        if ((flagged >> k & 1) != 0) storeElement(to + k, expByKernel(source[k]));
+}
+
+template <class Kernel, class Z>
+void blocks(const Kernel& kernel, const Z* src, Z* dst, std::int32_t len) {
+    constexpr int N = Kernel::block;
+    paddedBlocks<N>(src, dst, len, [&kernel](const Z* from, Z* to) OKT_INLINE {
+        const auto z = ComplexLanes<decltype(Z::re), N>::load(from);
+        if (const int flagged = kernel.flagged(z); flagged != 0) [[unlikely]]
+            workMixed(kernel, z, flagged, to);
+        else
+            work(kernel, z, to);
+    });
+}
 
 // ---------------------------------------------------------------------------------------------------------------------
 // Complex32 in Real32
@@ -59,10 +117,7 @@ struct SingleConstants {
 struct Single {
     static constexpr int block = 8;
     static constexpr int atOnce = 8;
-    using Part = Real32;
     const SingleConstants& c;
-
-    static Complex32 element(Complex32 z) { return complexExpElement(z); }
 
     template <int N>
     int flagged(const ComplexLanes<Real32, N>& z) const {
@@ -150,12 +205,9 @@ inline Exponent<N> exponentOf(const DoubleConstants& c, F64<N> a) {
 struct Wide {
     static constexpr int block = 8;
     static constexpr int atOnce = 4;
-    using Part = Real32;
     const DoubleConstants& c;
 
     static constexpr std::uint32_t bound = 0x44000000;  // 512.0
-
-    static Complex32 element(Complex32 z) { return complexExpElement(z); }
 
     template <int N>
     static Mask32<N> isOut(F32<N> part) {
@@ -188,12 +240,9 @@ struct Wide {
 struct Double {
     static constexpr int block = 4;
     static constexpr int atOnce = 4;
-    using Part = Real64;
     const DoubleConstants& c;
 
     static constexpr std::uint32_t boundHigh = 0x40800000;  // high word of 512.0
-
-    static Complex64 element(Complex64 z) { return complexExpElement(z); }
 
     template <int N>
     static Mask32<N> isOut(F64<N> part) {
@@ -210,7 +259,7 @@ struct Double {
 
     template <int N>
     OKT_INLINE void work(const ComplexLanes<Real64, N>& z, Complex64* to) const {
-                const auto [rho, hi, lo, scale] = exponentOf(c, z.re);
+        const auto [rho, hi, lo, scale] = exponentOf(c, z.re);
         const F64<N> p = (((((rho * c.e6 + c.e5) * rho + c.e4) * rho + c.e3) * rho + c.half) * rho) * rho + rho;
         const F64<N> rise = (p + lo) * hi;
         const F64<N> e = hi + rise;
@@ -236,19 +285,19 @@ constexpr DoubleConstants doubleConstants;
 
 OktStatus expSingle(const Complex32* src, Complex32* dst, std::int32_t len) {
     return x87Frame<64>(len, src, dst, [=](OktStatus&) {
-        PaddedBlocks(Single{inMemory(singleConstants)})(src, dst, len);
+        blocks(Single{inMemory(singleConstants)}, src, dst, len);
     });
 }
 
 OktStatus expWide(const Complex32* src, Complex32* dst, std::int32_t len) {
     return x87Frame<64>(len, src, dst, [=](OktStatus&) {
-        PaddedBlocks(Wide{inMemory(doubleConstants)})(src, dst, len);
+        blocks(Wide{inMemory(doubleConstants)}, src, dst, len);
     });
 }
 
 OktStatus expDouble(const Complex64* src, Complex64* dst, std::int32_t len) {
     return x87Frame<64>(len, src, dst, [=](OktStatus&) {
-        PaddedBlocks(Double{inMemory(doubleConstants)})(src, dst, len);
+        blocks(Double{inMemory(doubleConstants)}, src, dst, len);
     });
 }
 

@@ -26,7 +26,7 @@ inline Complex64 complexExpSpecial(Complex64 z) {
     }
     if (isNaN(a)) {
         Real64 square = squared(a);
-        return {square, isNaN(b) ? b + b : b * square};  // of two NaNs, b
+        return {square, mulOrdered(b, square)};
     }
     if (signOf(a)) {
         return {0.0, isNaN(b) ? 0.0 : withSign(0.0, b)};

@@ -27,19 +27,23 @@ inline Complex64 loadWidened(const Z* from) {
 
 inline bool isSubnormal(Real32 x) { return (asBits(x) & 0x7FFFFFFF) - 1 < 0x007FFFFF; }
 
-inline void storeNarrowed(Complex64* to, Complex64 z) {
-    storeElement(partsOf(to), z.re);
-    storeElement(partsOf(to) + 1, z.im);
-}
-inline void storeNarrowed(Complex32* to, Complex64 z) {
+// A part that is subnormal as a Real32 raises the underflow flag.
+inline Complex32 narrowed(Complex64 z) {
     const Complex32 result{static_cast<Real32>(z.re), static_cast<Real32>(z.im)};
     if (isSubnormal(result.re) || isSubnormal(result.im)) [[unlikely]] {
         constexpr Real32 smallestNormal = 0x1p-126F;
         keepFlags(opaque(smallestNormal) * smallestNormal);
     }
-    storeElement(partsOf(to), result.re);
-    storeElement(partsOf(to) + 1, result.im);
+    return result;
 }
+
+template <class Z>
+inline void storeParts(Z* to, Z z) {
+    storeElement(partsOf(to), z.re);
+    storeElement(partsOf(to) + 1, z.im);
+}
+inline void storeNarrowed(Complex64* to, Complex64 z) { storeParts(to, z); }
+inline void storeNarrowed(Complex32* to, Complex64 z) { storeParts(to, narrowed(z)); }
 
 // Z is Complex32 or Complex64. The kernel takes one Complex64 for every source, or for the scalar, and gives one.
 template <auto Kernel, class Z>

@@ -141,7 +141,7 @@ OktStatus lnc32A11(const Complex32* src, Complex32* dst, std::int32_t len) {
             if (!all(far)) [[unlikely]]
                 L = lnMixedA11(s, far, L);
             storeBlock(from, to, F32<N>(k.half32) * L, angleA11(k, re, im),
-                                         flagged32(k, re, im, 0x01000000, 0x7CFFFFFF), lnByKernel);
+                       flagged32(k, re, im, 0x01000000, 0x7CFFFFFF), lnByKernel);
         });
     });
 }
@@ -254,7 +254,7 @@ OktStatus lnc32A21(const Complex32* src, Complex32* dst, std::int32_t len) {
             if (!all(far)) [[unlikely]]
                 L = lnMixedA21(s, far, L);
             storeBlock(from, to, narrow(F64<N>(k.half) * L), angleA21(k, re, im),
-                                         (zeroRe | zeroIm) | flagged32(k, re, im, 0, 0x7F7FFFFF), lnByKernel);
+                       (zeroRe | zeroIm) | flagged32(k, re, im, 0, 0x7F7FFFFF), lnByKernel);
         });
     });
 }

@@ -9,11 +9,7 @@
 
 namespace okt {
 
-Complex32 lnByKernel(Complex32 z) {
-    Complex32 result;
-    storeNarrowed(&result, complexLogKernel(widened(z)));
-    return result;
-}
+Complex32 lnByKernel(Complex32 z) { return narrowed(complexLogKernel(widened(z))); }
 Complex64 lnByKernel(Complex64 z) { return complexLogKernel(z); }
 
 namespace {

@@ -8,11 +8,7 @@
 
 namespace okt {
 
-Complex32 sqrtByKernel(Complex32 z) {
-    Complex32 result;
-    storeNarrowed(&result, complexSqrtKernel(widened(z)));
-    return result;
-}
+Complex32 sqrtByKernel(Complex32 z) { return narrowed(complexSqrtKernel(widened(z))); }
 
 namespace {
 

@@ -98,6 +98,23 @@ TEST(Exp, ComplexAgreesWithTheModelInEveryRoundingMode) {
     });
 }
 
+// An element out of the blocks' range is widened under the caller's MXCSR: with denormals-are-zero a subnormal part is a zero
+// of its sign in the scalar kernel, also where the kernel would hand it through.
+TEST(Exp, ComplexElementsWithSubnormalPartsUnderEveryMxcsr) {
+    const Real32 inf = std::numeric_limits<Real32>::infinity(), nan = std::numeric_limits<Real32>::quiet_NaN();
+    for (const Real32 subnormal : {bits32(1), bits32(0x80000001), bits32(0x007FFFFF), bits32(0x807FFFFF)})
+        for (const Real32 other : {0.0F, -0.0F, 1.0F, 100.0F, -100.0F, 3e38F, -3e38F, inf, -inf, nan, subnormal})
+            for (const Complex32 z : {Complex32{subnormal, other}, Complex32{other, subnormal}})
+                underEveryMxcsr([&] {
+                    EXPECT_TRUE(sameParts(alone<Complex32>(oktsExp_32fc_A11, z).value,
+                                          alone<Complex32>(model::Exp_32fc_A11, z).value))
+                        << z.re << ' ' << z.im << " under " << std::hex << _mm_getcsr();
+                    EXPECT_TRUE(sameParts(alone<Complex32>(oktsExp_32fc_A24, z).value,
+                                          alone<Complex32>(model::Exp_32fc_A24, z).value))
+                        << z.re << ' ' << z.im << " under " << std::hex << _mm_getcsr();
+                });
+}
+
 // Thresholds of a part with their neighbours, of both signs, beside several values of the other part.
 template <class Z>
 void expectModelAround(Routine<Z> f, Routine<Z> model, std::initializer_list<PatternOf<PartOf<Z>>> re,
