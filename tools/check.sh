@@ -23,7 +23,7 @@ step() {  # step NAME COMMAND...
 }
 
 build() { cmake --preset "$1" >"/tmp/okt-$1.log" 2>&1 || { cat "/tmp/okt-$1.log"; return 1; }; cmake --build --preset "$1"; }
-suite() { ctest --test-dir "$1" --output-on-failure --timeout 1500; }
+suite() { ctest --test-dir "$1" --output-on-failure --timeout 1500 -j "$(nproc)"; }
 build_and_test() { build "$1" && suite "$2"; }
 same_digests() {
     build/tests/okt_digest >/tmp/okt-digest-gcc
