@@ -9,6 +9,7 @@ A file is only rewritten when its contents change, so that nothing is rebuilt fo
 """
 import pathlib
 import sys
+import textwrap
 import tomllib
 
 ROOT = pathlib.Path(__file__).resolve().parents[2]
@@ -25,6 +26,7 @@ FRAME = {
     "double-guard": "doubleGuard",
 }
 VERSION_QUERY = "oktvmGetLibVersion"
+COLUMNS = 120
 
 
 class Routine:
@@ -83,16 +85,25 @@ ARGUMENT_TEXT = {
 }
 
 
+def comment(text):
+    """Lines of a Doxygen comment: paragraphs filled up to the columns of .clang-format, list items as they are."""
+    lines = []
+    for paragraph in text.strip().split("\n\n"):
+        items = paragraph.lstrip().startswith(("-", "|", "@", "  "))
+        filled = paragraph.splitlines() if items else textwrap.wrap(
+            paragraph, COLUMNS - len(" * "), break_on_hyphens=False, break_long_words=False)
+        lines += [" *", *((" * " + line).rstrip() for line in filled)]
+    return lines
+
+
 def doxygen(family, routine):
     """The comment of the first name of a routine; the other grades refer to it."""
     summary = family["summary"]
     if not summary.startswith("src"):  # an argument's name keeps its case
         summary = summary[0].upper() + summary[1:]
     lines = ["/**", f" * @brief {summary}, for each element."]
-    text = family.get("doc", "").strip()
-    if text:
-        lines.append(" *")
-        lines += [(" * " + line).rstrip() for line in text.splitlines()]
+    if "doc" in family:
+        lines += comment(family["doc"])
     lines.append(" *")
     for parameter in routine.parameters():
         name = parameter.split()[-1]
