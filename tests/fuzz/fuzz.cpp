@@ -5,6 +5,9 @@
 #include "models/arith_model.h"
 #include "models/atan2_model.h"
 #include "models/cbrt_model.h"
+#include "models/complex_exp_model.h"
+#include "models/complex_log_model.h"
+#include "models/complex_sqrt_model.h"
 #include "models/division_model.h"
 #include "models/erf_inv_model.h"
 #include "models/erf_model.h"
@@ -36,32 +39,40 @@ using okt::Export;
 using Bytes = std::vector<std::byte>;
 
 struct Model {
-    std::string_view family, type;
+    std::string_view name;  // family and type, and the grade where the grades are not one routine
     OktStatus (*call)(const Arguments&);
 };
 
-#define OKT_MODEL(family, type) \
-    Model { #family, #type, &okt::Caller<&okt::model::family##_##type>::call }
-#define OKT_REAL_MODELS(family) OKT_MODEL(family, 32f), OKT_MODEL(family, 64f)
-#define OKT_COMPLEX_MODELS(family) OKT_MODEL(family, 32fc), OKT_MODEL(family, 64fc)
+#define OKT_MODEL(name) \
+    Model { #name, &okt::Caller<&okt::model::name>::call }
+#define OKT_REAL_MODELS(family) OKT_MODEL(family##_32f), OKT_MODEL(family##_64f)
+#define OKT_COMPLEX_MODELS(family) OKT_MODEL(family##_32fc), OKT_MODEL(family##_64fc)
 
 const Model models[] = {
     OKT_COMPLEX_MODELS(Abs),     OKT_COMPLEX_MODELS(Mul),    OKT_COMPLEX_MODELS(MulByConj), OKT_COMPLEX_MODELS(Div),
     OKT_COMPLEX_MODELS(Arg),     OKT_REAL_MODELS(Acos),      OKT_REAL_MODELS(Asin),         OKT_REAL_MODELS(Atan),
     OKT_REAL_MODELS(Atan2),      OKT_REAL_MODELS(Cbrt),      OKT_REAL_MODELS(CdfNorm),      OKT_REAL_MODELS(CdfNormInv),
     OKT_REAL_MODELS(Ceil),       OKT_REAL_MODELS(Cos),       OKT_REAL_MODELS(Cosh),         OKT_REAL_MODELS(Div),
-    OKT_REAL_MODELS(Erf),        OKT_REAL_MODELS(Erfc),      OKT_REAL_MODELS(ErfcInv),      OKT_MODEL(ErfInv, 32f),
+    OKT_REAL_MODELS(Erf),        OKT_REAL_MODELS(Erfc),      OKT_REAL_MODELS(ErfcInv),      OKT_REAL_MODELS(ErfInv),
     OKT_REAL_MODELS(Exp),        OKT_REAL_MODELS(Expm1),     OKT_REAL_MODELS(Floor),        OKT_REAL_MODELS(Hypot),
     OKT_REAL_MODELS(Inv),        OKT_REAL_MODELS(InvCbrt),   OKT_REAL_MODELS(InvSqrt),      OKT_REAL_MODELS(Ln),
     OKT_REAL_MODELS(Log10),      OKT_REAL_MODELS(Log1p),     OKT_REAL_MODELS(Modf),         OKT_REAL_MODELS(NearbyInt),
     OKT_REAL_MODELS(Pow),        OKT_REAL_MODELS(Pow2o3),    OKT_REAL_MODELS(Pow3o2),       OKT_REAL_MODELS(Powx),
     OKT_REAL_MODELS(Rint),       OKT_REAL_MODELS(Round),     OKT_REAL_MODELS(Sin),          OKT_REAL_MODELS(SinCos),
     OKT_REAL_MODELS(Sinh),       OKT_REAL_MODELS(Sqrt),      OKT_REAL_MODELS(Tan),          OKT_REAL_MODELS(Tanh),
-    OKT_REAL_MODELS(Trunc),      OKT_MODEL(Atanh, 32f),
+    OKT_REAL_MODELS(Trunc),      OKT_MODEL(Atanh_32f),        OKT_MODEL(ErfInv_64f_A26),
+    OKT_COMPLEX_MODELS(CIS),     OKT_MODEL(Exp_32fc_A11),     OKT_MODEL(Exp_32fc_A24),        OKT_MODEL(Exp_64fc),
+    {"Exp_32fc_A21", &okt::Caller<&okt::model::Exp_32fc_A11>::call},
+    OKT_MODEL(Ln_32fc_A11),      OKT_MODEL(Ln_32fc_A21),      OKT_MODEL(Sqrt_32fc),
 };
 
 const Model* modelOf(const Export& f) {
-    const auto found = std::ranges::find_if(models, [&](const Model& m) { return m.family == f.family && m.type == f.type; });
+    const std::string_view name = f.name.substr(std::string_view("okts").size());
+    const auto named = [](std::string_view wanted) {
+        return std::ranges::find_if(models, [&](const Model& m) { return m.name == wanted; });
+    };
+    auto found = named(name);
+    if (found == std::end(models)) found = named(name.substr(0, name.rfind('_')));
     return found == std::end(models) ? nullptr : &*found;
 }
 
