@@ -459,7 +459,7 @@ inline void raise(OktStatus code, Real64) { raiseStatusFlag64(code); }
 template <class T>
 inline T zeroByZero() {
     const T zero = opaque(T{0});
-    return zero / zero;
+    return zero / zero;  // NOLINT(misc-redundant-expression)
 }
 
 // Elements that have no finite result. False: x is inside the domain.
