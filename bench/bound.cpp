@@ -27,7 +27,7 @@ using namespace okt::bench;
 struct Options {
     std::vector<std::string> names;
     std::string processor, markdown;
-    std::size_t length = 0, traced = 1024;
+    std::size_t length = 0, traced = 512;
     int rounds = 60, passes = 5;
     double above = 0;
     bool listing = false, worstFirst = false;
@@ -135,11 +135,12 @@ element; *Distance* is measured cycles over the bound. Remarks:
 | --- | ---: | ---: | ---: | ---: | --- | ---: | ---: | ---: | --- |
 )",
         model.processor());
-    for (const Row& row : rows)
+    for (const Row& row : rows) {
         text += fmt::format("| {} | {:.0f} | {} | {:.2f} | {:.2f} | {} | {:.2f} | {:.2f} | {:.2f} | {} |\n",
                             labelOf(*row.function), row.loop.elements, row.bound.instructions,
                             row.perElement(row.bound.operations), row.perElement(row.bound.cycles), row.bound.limit,
                             row.perElement(row.bound.simulated), row.measured(), row.ratio(), row.marks());
+    }
     return text;
 }
 

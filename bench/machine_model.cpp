@@ -228,12 +228,13 @@ MachineModel::Use MachineModel::decode(double operations, const std::vector<doub
     };
     unsigned used = 0, spread = 0;
     double least = 1e9, most = 0;
-    for (std::size_t i = 0; i < ports_.size(); ++i)
-        if (const double share = pressure[ports_[i]]; share > 0) {
-            used |= 1u << i;
-            least = std::min(least, share);
-            most = std::max(most, share);
-        }
+    for (std::size_t i = 0; i < ports_.size(); ++i) {
+        const double share = pressure[ports_[i]];
+        if (share <= 0) continue;
+        used |= 1u << i;
+        least = std::min(least, share);
+        most = std::max(most, share);
+    }
     if (used && most - least < tolerance) {
         add(used, rounded(sum(pressure, ports_)));
         return use;
@@ -325,13 +326,13 @@ Bound MachineModel::bound(const std::vector<std::string>& executed) {
         double bounded = 0;  // operations that can go nowhere else
         for (const auto& [ports, count] : demand)
             if ((ports & ~set) == 0) bounded += count;
-        std::string name = "ports";
-        for (std::size_t i = 0; i < ports_.size(); ++i)
-            if (set >> i & 1) {
-                const std::string& unit = units_[ports_[i]];
-                const std::size_t digits = unit.find("Port");
-                name += ' ' + (digits == std::string::npos ? unit : unit.substr(digits + 4));
-            }
+        std::string name = std::popcount(set) == 1 ? "port" : "ports";
+        for (std::size_t i = 0; i < ports_.size(); ++i) {
+            if (!(set >> i & 1)) continue;
+            const std::string& unit = units_[ports_[i]];
+            const std::size_t digits = unit.find("Port");
+            name += ' ' + (digits == std::string::npos ? unit : unit.substr(digits + 4));
+        }
         consider(bounded / std::popcount(set), name);
     }
     const std::size_t enough = 20000;

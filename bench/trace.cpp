@@ -21,10 +21,11 @@ int findLibrary(dl_phdr_info* info, std::size_t, void* found) {
     LoadedLibrary& library = *static_cast<LoadedLibrary*>(found);
     library.path = info->dlpi_name;
     library.base = library.begin = info->dlpi_addr;
-    for (int i = 0; i < info->dlpi_phnum; ++i)
-        if (info->dlpi_phdr[i].p_type == PT_LOAD)
-            library.end = std::max<std::uint64_t>(
-                library.end, info->dlpi_addr + info->dlpi_phdr[i].p_vaddr + info->dlpi_phdr[i].p_memsz);
+    for (int i = 0; i < info->dlpi_phnum; ++i) {
+        const auto& segment = info->dlpi_phdr[i];
+        if (segment.p_type != PT_LOAD) continue;
+        library.end = std::max<std::uint64_t>(library.end, info->dlpi_addr + segment.p_vaddr + segment.p_memsz);
+    }
     return 1;
 }
 
@@ -133,10 +134,10 @@ SteadyLoop steadyLoop(const std::vector<std::uint64_t>& trace, std::size_t lengt
     if (loop.periodic) {
         loop.addresses.assign(middle.begin(), middle.begin() + static_cast<std::ptrdiff_t>(period));
         // Any place of the loop is its begin; the lowest address reads best.
-        std::ranges::rotate(loop.addresses, std::ranges::min_element(loop.addresses));
-        loop.elements =
-            wholeElements(elementsPerInstruction * static_cast<double>(period),
-                          static_cast<double>(length) / static_cast<double>(repeating(trace, period) / period));
+        std::rotate(loop.addresses.begin(), std::ranges::min_element(loop.addresses), loop.addresses.end());
+        const std::size_t iterations = repeating(trace, period) / period;
+        loop.elements = wholeElements(elementsPerInstruction * static_cast<double>(period),
+                                      static_cast<double>(length) / static_cast<double>(iterations));
     } else {
         loop.addresses.assign(middle.begin(),
                               middle.begin() + static_cast<std::ptrdiff_t>(std::min(most, middle.size())));

@@ -91,7 +91,7 @@ TEST(MachineModel, CountsPortGroupsTogether) {
 TEST(MachineModel, KnowsShufflesDividerLoadsAndStores) {
     const Bound shuffles = boundOf({"unpcklpd %xmm0, %xmm1", "unpckhpd %xmm0, %xmm2", "addpd %xmm0, %xmm3"});
     EXPECT_EQ(shuffles.cycles, 2);
-    EXPECT_EQ(shuffles.limit, "ports 5");
+    EXPECT_EQ(shuffles.limit, "port 5");
     const Bound division = boundOf({"divpd %xmm0, %xmm1", "addpd %xmm2, %xmm3"});
     EXPECT_EQ(division.cycles, 4);
     EXPECT_EQ(division.limit, "divider");
