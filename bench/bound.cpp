@@ -41,6 +41,8 @@ struct Row {
     double addition = 1e9;     // nanoseconds of an addition, which are those of a cycle
 
     double perElement(double cycles) const { return cycles / loop.elements; }
+    bool jumpLines = false;  // a jump at a 32-byte boundary slows a good part of the loop
+
     double measured() const { return nanoseconds / addition; }
     double ratio() const { return measured() / perElement(bound.cycles); }
     std::string marks() const {
@@ -48,6 +50,7 @@ struct Row {
         if (!loop.periodic) marks += " branches";
         if (bound.calls > 0) marks += " calls";
         if (bound.x87 > 0) marks += " x87";
+        if (jumpLines) marks += " boundary";
         return marks.empty() ? marks : marks.substr(1);
     }
 };
@@ -106,6 +109,7 @@ Row examine(const okt::Export& function, const Options& options, const Listing& 
     std::vector<std::string> instructions;
     for (const std::uint64_t address : row.loop.addresses) instructions.push_back(listing.at(address));
     row.bound = model.bound(instructions);
+    row.jumpLines = isSkylake(model.processor()) && shareOfJumpLines(row.loop.addresses, listing) >= 0.2;
     return row;
 }
 
@@ -123,13 +127,15 @@ std::string section(const std::vector<Row>& rows, const MachineModel& model) {
 What each function repeats on arrays in the first cache, found by stepping through a call, and the fewest cycles in
 which the processor ({} in llvm-mca) can execute it: operations over the width of the front end, or over the ports
 that can take them, or cycles of the divider, whichever is most. *Simulated* adds latencies and the size of the buffers
-as llvm-mca models them. *Instructions* and *Elements* are those of one repetition, all other figures are for one
+as llvm-mca models them, without waiting for what was stored just before. *Instructions* and *Elements* are those of one repetition, all other figures are for one
 element; *Distance* is measured cycles over the bound. Remarks:
 
 - branches: the path depends on the data. The figures are those of some hundred elements as they were executed, without
   the cost of mispredicted branches.
 - calls: a routine for single elements, or another one that is not inlined, is called.
 - x87: extended precision. The model knows nothing of its latencies, so that the bound is far too low.
+- boundary: a jump ends at or crosses a 32-byte boundary of a short loop. The measured processor (not the bound) loses
+  time there, and another placement of the code changes it.
 
 | Function | Elements | Instructions | Operations | Bound | Limited by | Simulated | Measured | Distance | Remarks |
 | --- | ---: | ---: | ---: | ---: | --- | ---: | ---: | ---: | --- |

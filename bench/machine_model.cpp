@@ -11,6 +11,7 @@
 #include <cstdio>
 #include <filesystem>
 #include <fstream>
+#include <iterator>
 #include <numeric>
 #include <set>
 #include <sstream>
@@ -94,11 +95,6 @@ bool fusesWithJump(std::string_view mnemonic) {
 
 bool isX87(std::string_view mnemonic) { return mnemonic.starts_with('f'); }
 
-bool isSkylake(std::string_view processor) {
-    return processor.starts_with("skylake") || processor.starts_with("skx") || processor.starts_with("cascadelake") ||
-           processor.starts_with("cooperlake");
-}
-
 // The address has two registers. Units that compute addresses of stores alone cannot add them.
 bool isIndexed(std::string_view instruction) {
     const std::size_t open = instruction.find("(%");
@@ -175,6 +171,35 @@ Listing disassemble(const std::string& path) {
     }
     if (listing.empty()) throw std::runtime_error("no code in " + path);
     return listing;
+}
+
+double shareOfJumpLines(const std::vector<std::uint64_t>& addresses, const Listing& listing) {
+    constexpr std::uint64_t line = 32;
+    std::set<std::uint64_t> lines, slow;
+    for (std::size_t i = 0; i < addresses.size(); ++i) {
+        const auto here = listing.find(addresses[i]);
+        const auto next = std::next(here);
+        lines.insert(addresses[i] / line);
+        const std::string_view mnemonic = mnemonicOf(here->second);
+        const bool jump = mnemonic.starts_with('j') || mnemonic.starts_with("call") || mnemonic.starts_with("ret");
+        if (!jump || next == listing.end()) continue;
+        std::uint64_t begin = addresses[i];
+        if (here != listing.begin() && isConditionalJump(mnemonic)) {
+            const auto previous = std::prev(here);
+            if (fusesWithJump(mnemonicOf(previous->second))) begin = previous->first;
+        }
+        const std::uint64_t end = next->first;
+        if (begin / line == (end - 1) / line && end % line != 0) continue;
+        slow.insert(begin / line);
+        slow.insert((end - 1) / line);
+    }
+    return lines.empty() ? 0 : static_cast<double>(slow.size()) / static_cast<double>(lines.size());
+}
+
+bool isSkylake(const std::string& processor) {
+    for (const char* start : {"skylake", "skx", "cascadelake", "cooperlake"})
+        if (processor.starts_with(start)) return true;
+    return false;
 }
 
 MachineModel::MachineModel(std::string processor) : processor_(std::move(processor)) {

@@ -12,6 +12,12 @@ namespace okt::bench {
 using Listing = std::map<std::uint64_t, std::string>;
 Listing disassemble(const std::string& path);
 
+// The share of a loop's code that processors with Skylake's erratum keep out of the cache of decoded operations: lines
+// of 32 bytes in which a jump, with a comparison fused to it, ends or crosses into the next line. Counts for short
+// loops.
+double shareOfJumpLines(const std::vector<std::uint64_t>& addresses, const Listing& listing);
+bool isSkylake(const std::string& processor);
+
 // Bounds of a sequence that repeats, in cycles a repetition.
 struct Bound {
     std::size_t instructions = 0, calls = 0, x87 = 0;

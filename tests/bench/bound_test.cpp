@@ -129,6 +129,19 @@ TEST(MachineModel, GivesMovesAndZeroingNoPort) {
     EXPECT_EQ(bound.limit, "front end");
 }
 
+TEST(JumpLines, AreThoseWhereAJumpEndsAtOrCrossesABoundary) {
+    const auto share = [](std::uint64_t compare, std::uint64_t jump, std::uint64_t end) {
+        const Listing listing{
+            {0x100, "addpd %xmm0, %xmm1"}, {compare, "cmpq %rax, %rbx"}, {jump, "jb 0x100"}, {end, "retq"}};
+        return shareOfJumpLines({0x100, compare, jump}, listing);
+    };
+    EXPECT_EQ(share(0x110, 0x113, 0x115), 0);
+    EXPECT_EQ(share(0x11b, 0x11e, 0x120), 1);  // ends there
+    EXPECT_EQ(share(0x11d, 0x120, 0x122), 1);  // the comparison is a part of the jump
+    EXPECT_EQ(share(0x120, 0x123, 0x125), 0);
+    EXPECT_EQ(share(0x13b, 0x13e, 0x140), 0.5);  // one line of two
+}
+
 TEST(MachineModel, CountsCallsAndExtendedPrecision) {
     const Bound bound = boundOf({"callq 0x1234", "fldl (%rax)", "fmul %st(1), %st", "fxch %st(1)", "retq"});
     EXPECT_EQ(bound.calls, 1u);
