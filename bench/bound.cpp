@@ -109,7 +109,8 @@ Row examine(const okt::Export& function, const Options& options, const Listing& 
     std::vector<std::string> instructions;
     for (const std::uint64_t address : row.loop.addresses) instructions.push_back(listing.at(address));
     row.bound = model.bound(instructions);
-    row.jumpLines = isSkylake(model.processor()) && shareOfJumpLines(row.loop.addresses, listing) >= 0.2;
+    row.jumpLines =
+        row.loop.periodic && isSkylake(model.processor()) && shareOfJumpLines(row.loop.addresses, listing) >= 0.2;
     return row;
 }
 
@@ -125,17 +126,18 @@ std::string section(const std::vector<Row>& rows, const MachineModel& model) {
         R"(## Distance from the bound of the machine code
 
 What each function repeats on arrays in the first cache, found by stepping through a call, and the fewest cycles in
-which the processor ({} in llvm-mca) can execute it: operations over the width of the front end, or over the ports
-that can take them, or cycles of the divider, whichever is most. *Simulated* adds latencies and the size of the buffers
-as llvm-mca models them, without waiting for what was stored just before. *Instructions* and *Elements* are those of one repetition, all other figures are for one
-element; *Distance* is measured cycles over the bound. Remarks:
+which the processor ({} in llvm-mca) can execute it: operations over the width of the front end,
+or over the ports that can take them, or cycles of the divider, whichever is most. *Simulated* adds latencies and the
+size of the buffers as llvm-mca models them, but no waiting for what was stored just before. *Instructions* and
+*Elements* are those of one repetition, all other figures are for one element; *Distance* is measured cycles over the
+bound. Remarks:
 
 - branches: the path depends on the data. The figures are those of some hundred elements as they were executed, without
   the cost of mispredicted branches.
 - calls: a routine for single elements, or another one that is not inlined, is called.
 - x87: extended precision. The model knows nothing of its latencies, so that the bound is far too low.
-- boundary: a jump ends at or crosses a 32-byte boundary of a short loop. The measured processor (not the bound) loses
-  time there, and another placement of the code changes it.
+- boundary: a jump ends at or crosses a 32-byte boundary of a short loop. The processor may lose time there, which
+  the bound does not count, and another placement of the code changes it.
 
 | Function | Elements | Instructions | Operations | Bound | Limited by | Simulated | Measured | Distance | Remarks |
 | --- | ---: | ---: | ---: | ---: | --- | ---: | ---: | ---: | --- |
