@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <chrono>
 #include <map>
+#include <set>
 
 #if !defined(_WIN32)
 #include <unistd.h>
@@ -90,6 +91,15 @@ std::vector<const Export*> routines() {
     std::vector<const Export*> all;
     for (const int routine : order) all.push_back(last[routine]);
     return all;
+}
+
+std::string labelOf(const Export& function) {
+    std::set<int> routines;
+    for (const Export& other : exports())
+        if (other.family == function.family && other.type == function.type) routines.insert(other.routine);
+    std::string label = std::string(function.family) + ' ' + std::string(function.type);
+    if (routines.size() > 1) label += ' ' + std::string(function.grade);
+    return label;
 }
 
 std::size_t lastCacheBytes() {

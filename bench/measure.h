@@ -5,6 +5,7 @@
 #include "peers.h"
 
 #include <cstddef>
+#include <string>
 #include <vector>
 
 namespace okt::bench {
@@ -37,6 +38,9 @@ Comparison measure(const Export& function, std::size_t length, const Effort& eff
 
 // One export for each routine that is built: grades that share a routine are measured once, by the highest.
 std::vector<const Export*> routines();
+
+// Exp 64f; with the grade where a family and type have several routines.
+std::string labelOf(const Export& function);
 
 // Bytes of the last cache level, or a usual size where the system does not tell.
 std::size_t lastCacheBytes();

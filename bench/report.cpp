@@ -1,6 +1,9 @@
 // Writes docs/performance.md and its plots: every built routine beside its peers, measured in short rounds by turns.
 //
-//   performance-report DOCS-DIRECTORY [--quick] [--only PART-OF-NAME]
+//   performance-report DOCS-DIRECTORY [--quick] [--only PART-OF-NAME] [--bounds FILE [--bounds-only]]
+//
+// --bounds appends the section that okt_bound wrote; with --bounds-only it takes the place of the one in the document,
+// and nothing is measured.
 #include "measure.h"
 
 #include <fmt/format.h>
@@ -11,9 +14,10 @@
 #include <cstring>
 #include <filesystem>
 #include <fstream>
-#include <iostream>
+#include <iterator>
 #include <map>
 #include <set>
+#include <stdexcept>
 #include <string>
 #include <vector>
 
@@ -52,15 +56,6 @@ std::string groupOf(const okt::Export& function) {
     for (const okt::CatalogueEntry& entry : okt::catalogue())
         if (entry.name == function.name) return std::string(entry.group);
     return "Others";
-}
-
-// Exp 64f; with the grade where a family and type have several routines.
-std::string labelOf(const okt::Export& function) {
-    std::set<int> routines;
-    for (const okt::Export& other : okt::exports())
-        if (other.family == function.family && other.type == function.type) routines.insert(other.routine);
-    return fmt::format("{} {}{}", function.family, function.type,
-                       routines.size() > 1 ? fmt::format(" {}", function.grade) : "");
 }
 
 std::string slug(std::string text) {
@@ -249,25 +244,64 @@ std::string table(const Group& group, const std::vector<std::string_view>& used,
     return text + "\n";
 }
 
+std::string textOf(const fs::path& path) {
+    std::ifstream file(path);
+    if (!file) throw std::runtime_error(fmt::format("cannot read {}", path.string()));
+    return {std::istreambuf_iterator<char>(file), {}};
+}
+
+bool write(const fs::path& path, const std::string& text) {
+    std::ofstream file(path);
+    file << text;
+    file.close();
+    if (file)
+        fmt::print("wrote {}\n", path.string());
+    else
+        fmt::print(stderr, "cannot write {}\n", path.string());
+    return static_cast<bool>(file);
+}
+
+// The document with this last section; one of the same heading is replaced.
+std::string withLastSection(std::string document, const std::string& section) {
+    const std::string heading = fmt::format("\n{}\n", section.substr(0, section.find('\n')));
+    if (const std::size_t old = document.find(heading); old != std::string::npos) document.resize(old);
+    return fmt::format("{}\n{}", document, section);
+}
+
 }  // namespace
 
 int main(int argc, char** argv) {
-    fs::path docs;
+    fs::path docs, bounds;
     std::string only;
-    bool quick = false;
+    bool quick = false, boundsOnly = false;
     for (int i = 1; i < argc; ++i) {
         if (std::strcmp(argv[i], "--quick") == 0)
             quick = true;
         else if (std::strcmp(argv[i], "--only") == 0 && i + 1 < argc)
             only = argv[++i];
+        else if (std::strcmp(argv[i], "--bounds") == 0 && i + 1 < argc)
+            bounds = argv[++i];
+        else if (std::strcmp(argv[i], "--bounds-only") == 0)
+            boundsOnly = true;
         else if (docs.empty() && argv[i][0] != '-')
             docs = argv[i];
         else
             docs.clear(), i = argc;
     }
-    if (docs.empty()) {
-        fmt::print(stderr, "usage: performance-report DOCS-DIRECTORY [--quick] [--only PART-OF-NAME]\n");
+    if (docs.empty() || (boundsOnly && bounds.empty())) {
+        fmt::print(stderr,
+                   "usage: performance-report DOCS-DIRECTORY [--quick] [--only PART-OF-NAME] [--bounds FILE "
+                   "[--bounds-only]]\n");
         return 2;
+    }
+    const fs::path document = docs / "performance.md";
+    std::string boundsSection;
+    try {
+        if (!bounds.empty()) boundsSection = textOf(bounds);
+        if (boundsOnly) return write(document, withLastSection(textOf(document), boundsSection)) ? 0 : 1;
+    } catch (const std::exception& error) {
+        fmt::print(stderr, "{}\n", error.what());
+        return 1;
     }
 
     Effort effort;
@@ -326,12 +360,6 @@ int main(int argc, char** argv) {
             "![Ratios of {0}](performance/{1}-ratios.svg)\n\n![{0} over the length](performance/{1}-lengths.svg)\n",
             group.name, slug(group.name));
     }
-    std::ofstream file(docs / "performance.md");
-    file << text;
-    file.close();
-    if (!file) {
-        fmt::print(stderr, "cannot write {}\n", (docs / "performance.md").string());
-        return 1;
-    }
-    fmt::print("wrote {}\n", (docs / "performance.md").string());
+    if (!boundsSection.empty()) text = withLastSection(text, boundsSection);
+    return write(document, text) ? 0 : 1;
 }

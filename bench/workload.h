@@ -42,6 +42,7 @@ private:
     alignas(16) unsigned char scalar_[16] = {};
     Arguments arguments_;
     std::size_t bytes_ = 0;
+    int arrays_ = 0;
 };
 
 // Bytes of all arrays of one element.
