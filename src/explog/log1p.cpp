@@ -13,6 +13,7 @@
 #include "explog/packed_element_loop.h"
 #include "lanes/constant.h"
 #include "lanes/gather.h"
+#include "lanes/narrowing.h"
 
 namespace okt {
 namespace {
@@ -93,9 +94,7 @@ struct ShortConstants {
     Pattern32 leastMagnitude = 0x31800000;  // 2^-28
     Pattern32 infinity = 0x7F800000;
     Pattern32 belowMinusOne = 0x40000000;  // less for negative elements
-    Pattern32 margin = 1 << 10;
-    Pattern32 boundaryBits = (1 << 28) - 1;
-    Pattern32 twoMargins = 2 << 10;
+    NarrowingMargin margin{1 << 10};
 };
 constexpr ShortConstants shortConstants;
 
@@ -350,14 +349,6 @@ inline bool allOrdinary(const ShortConstants& c, F32<N> x) {
     return all(greaterSigned(end, magnitude) & greaterSigned(magnitude, U32<N>(c.leastMagnitude)));
 }
 
-// Whether all values within 2^-43 of these narrow to the same Real32 in every rounding mode. A Real32 and the middle
-// between two of them leave the low 28 bits zero.
-template <int N>
-inline bool narrowSafely(const ShortConstants& c, F64<N> value) {
-    const U32<N> fromBoundary = (packLowWords(asBits(value)) + c.margin) & c.boundaryBits;
-    return all(greaterSigned(fromBoundary, U32<N>(c.twoMargins)));
-}
-
 Real32 log1pElement32(Real32 x, OktStatus& warning) {
     return static_cast<Real32>(log1pElement(static_cast<Real64>(x), warning));
 }
@@ -370,7 +361,7 @@ OktStatus log1p32(const Real32* src, Real32* dst, std::int32_t len) {
             if (!allOrdinary(c, x)) [[unlikely]]
                 return false;
             const F64<8> result = log1pShort(c, widen(x));
-            if (!narrowSafely(c, result)) [[unlikely]]
+            if (!c.margin.settlesAll(result)) [[unlikely]]
                 return false;
             narrow(result).store(to);
             return true;
