@@ -118,7 +118,7 @@ inline F64<N> fromTable(const Constants& c, F64<N> hi, F64<N> lo2, F64<N> e, F64
 
 // 0.0712890625 to 2^55, and down to -1
 template <int N>
-inline F64<N> tableRange(const Constants& c, F64<N> x) {
+[[gnu::always_inline]] inline F64<N> tableRange(const Constants& c, F64<N> x) {
     const F64<N> t = x + c.one;
     const U32<N> ht = packHighWords(asBits(t));
     const InMemory<std::uint32_t, N> row((ht >> 7) & c.rowBits);
