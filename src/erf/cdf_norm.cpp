@@ -65,7 +65,7 @@ struct UpperPart {
 };
 
 template <int N>
-[[gnu::always_inline]] inline UpperPart<N> upperPart(F64<N> a, const RowPerLane<N, std::uint64_t>& c) {
+[[gnu::always_inline]] inline UpperPart<N> upperPart(F64<N> a, const RowPerLane<N>& c) {
     const auto [w, wl] = twoSum(a, c[0]);
     const auto [c14, c15] = c.pair(22);
     const auto [c12, c13] = c.pair(20);
@@ -79,7 +79,7 @@ template <int N>
 
 // The row's polynomial, a pair.
 template <int N>
-[[gnu::always_inline]] inline DoubleDouble<N> tailPolynomial(UpperPart<N> upper, const RowPerLane<N, std::uint64_t>& c) {
+[[gnu::always_inline]] inline DoubleDouble<N> tailPolynomial(UpperPart<N> upper, const RowPerLane<N>& c) {
     const auto [wh, rest] = dekkerSplit(upper.w.hi);
     const F64<N> wm = upper.w.lo + rest;
     const auto [c5, c5lo] = c.pair(12);
@@ -146,11 +146,11 @@ inline F64<N> scaleOf(const Constants& k, U64<N> n) {
 }
 
 template <int N>
-inline U64<N> rowNumber(const Constants& k, F64<N> a) {
+inline U32<N> rowNumber(const Constants& k, F64<N> a) {
     F64<N> t = F64<N>(k.one) + a;
     t = t * t;
     t = t * t;
-    return (asBits(t) >> 52) - U64<N>(0x3FF);
+    return (packHighWords(asBits(t)) >> 20) - U32<N>(0x3FF);
 }
 
 // 1 - r · scale, where r · scale is small.
@@ -172,23 +172,21 @@ inline F64<N> fromTail(const Constants& k, F64<N> x, DoubleDouble<N> r, F64<N> s
 
 // The byte offset of row e: 192 bytes a row.
 template <int N>
-inline U64<N> rowOffset(U64<N> e) { return (e << 7) + (e << 6); }
+inline U32<N> rowOffset(U32<N> e) { return (e << 7) + (e << 6); }
 
 template <int N>
-inline Mask64<N> isScaled(U64<N> e) {
-    return greaterSignedHigh(e << 32, U64<N>(std::uint64_t{firstScaledRow - 1} << 32));
-}
+inline Mask32<N> isScaled(U32<N> e) { return greaterSigned(e, U32<N>(firstScaledRow - 1)); }
 
 // Elements without anything particular, results that are normal numbers in Real64.
 template <int N>
 inline F64<N> cdfNorm(const Constants& k, F64<N> x) {
     const F64<N> a = abs(x);
-    const U64<N> e = rowNumber(k, a);
-    const InMemory<std::uint64_t, N> offset(rowOffset(e));
-    const RowPerLane<N, std::uint64_t> c(tables::cdfRows, offset.lane);
+    const U32<N> e = rowNumber(k, a);
+    const InMemory<std::uint32_t, N> offset(rowOffset(e));
+    const RowPerLane<N> c(tables::cdfRows, offset.lane);
     DoubleDouble<N> r = tailPolynomial(upperPart(a, c), c);
     F64<N> scale(k.one);
-    const Mask64<N> scaled = isScaled(e);
+    const Mask64<N> scaled = widen(isScaled(e));
     if (any(scaled)) {
         const auto product = timesExp(k, x, r);
         r.hi = select(scaled, product.r.hi, r.hi);
@@ -201,9 +199,9 @@ inline F64<N> cdfNorm(const Constants& k, F64<N> x) {
 // lowerLimit <= x < startOfSubnormal: worked at 2^200 times the size.
 Real64 subnormalCdfNorm(Real64 x) {
     const F64x1 a(-x);
-    const U64<1> e = rowNumber(constants, a);
-    const InMemory<std::uint64_t, 1> offset(rowOffset(e));
-    const RowPerLane<1, std::uint64_t> c(tables::cdfRows, offset.lane);
+    const U32<1> e = rowNumber(constants, a);
+    const InMemory<std::uint32_t, 1> offset(rowOffset(e));
+    const RowPerLane<1> c(tables::cdfRows, offset.lane);
     const auto [r, n] = timesExp(constants, F64x1(x), tailPolynomial(upperPart(a, c), c));
     const auto k = static_cast<std::int32_t>(static_cast<std::uint32_t>(n.raw)) >> 6;
     const F64x1 scale(bits64(static_cast<std::uint64_t>((k + 1023 + 200) & 0x7FF) << 52));
@@ -350,13 +348,13 @@ inline bool allOrdinary(F64<8> x) {
     return !any(greaterSigned(U32<8>(tinyHigh), magnitude) | greaterSigned(magnitude, limit));
 }
 
-// A chunk of ordinary elements by loops of short steps, so that the processor has many chains at hand; the exponential is
-// worked for those elements alone that need it.
+// A chunk of ordinary elements, up to 16 blocks, by loops of short steps, so that the processor has many chains at hand;
+// the exponential is worked for those elements alone that need it.
 constexpr std::int32_t chunkLength = 128;
 constexpr int block = 8;
 
 struct Chunk {
-    alignas(16) std::uint64_t offset[chunkLength];
+    alignas(16) std::uint32_t offset[chunkLength];
     alignas(16) Real64 w[chunkLength];
     alignas(16) Real64 wl[chunkLength];
     alignas(16) Real64 q[chunkLength];
@@ -366,10 +364,10 @@ struct Chunk {
     std::uint8_t scaled[chunkLength + block];  // places
 };
 
-[[gnu::noinline]] int findRows(const Constants& k, const Real64* x, Chunk& chunk) {
+[[gnu::noinline]] int findRows(const Constants& k, const Real64* x, int count, Chunk& chunk) {
     int scaledCount = 0;
-    for (int i = 0; i < chunkLength; i += block) {
-        const U64<block> e = rowNumber(k, abs(F64<block>::load(x + i)));
+    for (int i = 0; i < count; i += block) {
+        const U32<block> e = rowNumber(k, abs(F64<block>::load(x + i)));
         rowOffset(e).store(chunk.offset + i);
         F64<block>(k.one).store(chunk.scale + i);
         for (int lane = 0, bits = laneBits(isScaled(e)); lane < block; ++lane) {
@@ -380,20 +378,19 @@ struct Chunk {
     return scaledCount;
 }
 
-[[gnu::noinline]] void upperParts(const Real64* x, Chunk& chunk) {
-    constexpr int lanes = block;
-    for (int i = 0; i < chunkLength; i += lanes) {
-        const RowPerLane<lanes, std::uint64_t> c(tables::cdfRows, chunk.offset + i);
-        const auto [w, q] = upperPart(abs(F64<lanes>::load(x + i)), c);
+[[gnu::noinline]] void upperParts(const Real64* x, int count, Chunk& chunk) {
+    for (int i = 0; i < count; i += block) {
+        const RowPerLane<block> c(tables::cdfRows, chunk.offset + i);
+        const auto [w, q] = upperPart(abs(F64<block>::load(x + i)), c);
         w.hi.store(chunk.w + i);
         w.lo.store(chunk.wl + i);
         q.store(chunk.q + i);
     }
 }
 
-[[gnu::noinline]] void tails(Chunk& chunk) {
-    for (int i = 0; i < chunkLength; i += block) {
-        const RowPerLane<block, std::uint64_t> c(tables::cdfRows, chunk.offset + i);
+[[gnu::noinline]] void tails(int count, Chunk& chunk) {
+    for (int i = 0; i < count; i += block) {
+        const RowPerLane<block> c(tables::cdfRows, chunk.offset + i);
         const UpperPart<block> upper{{F64<block>::load(chunk.w + i), F64<block>::load(chunk.wl + i)},
                                      F64<block>::load(chunk.q + i)};
         const auto [hi, lo] = tailPolynomial(upper, c);
@@ -414,24 +411,24 @@ struct Chunk {
     }
 }
 
-[[gnu::noinline]] void finishTails(const Constants& k, const Real64* x, const Chunk& chunk, Real64* dst) {
-    for (int i = 0; i < chunkLength; i += block) {
+[[gnu::noinline]] void finishTails(const Constants& k, const Real64* x, int count, const Chunk& chunk, Real64* dst) {
+    for (int i = 0; i < count; i += block) {
         const DoubleDouble<block> r{F64<block>::load(chunk.hi + i), F64<block>::load(chunk.lo + i)};
         fromTail(k, F64<block>::load(x + i), r, F64<block>::load(chunk.scale + i)).store(dst + i);
     }
 }
 
-bool cdfNormChunk(const Constants& k, const Real64* src, Real64* dst) {
+bool cdfNormChunk(const Constants& k, const Real64* src, int count, Real64* dst) {
     bool ordinary = true;
-    for (int i = 0; i < chunkLength; i += block) ordinary &= allOrdinary(F64<block>::load(src + i));
+    for (int i = 0; i < count; i += block) ordinary &= allOrdinary(F64<block>::load(src + i));
     if (!ordinary) [[unlikely]]
         return false;
     Chunk chunk;
-    const int scaled = findRows(k, src, chunk);
-    upperParts(src, chunk);
-    tails(chunk);
+    const int scaled = findRows(k, src, count, chunk);
+    upperParts(src, count, chunk);
+    tails(count, chunk);
     if (scaled != 0) scaleTails(k, src, scaled, chunk);
-    finishTails(k, src, chunk, dst);
+    finishTails(k, src, count, chunk, dst);
     return true;
 }
 
@@ -452,9 +449,11 @@ OktStatus cdfNorm64(const Real64* src, Real64* dst, std::int32_t len) {
         // A destination that starts within the chunk ahead shows the order of reads and writes.
         const auto above = reinterpret_cast<std::uintptr_t>(dst) - reinterpret_cast<std::uintptr_t>(src);
         if (above - 1 >= sizeof(Real64) * chunkLength - 1) [[likely]]
-            for (; i <= len - chunkLength; i += chunkLength)
-                if (!cdfNormChunk(k, src + i, dst + i)) [[unlikely]]
-                    blocks(i, chunkLength);
+            for (std::int32_t count; i <= len - 2 * block; i += count) {
+                count = len - i < chunkLength ? (len - i) / block * block : chunkLength;
+                if (!cdfNormChunk(k, src + i, count, dst + i)) [[unlikely]]
+                    blocks(i, count);
+            }
         blocks(i, len - i);
     });
 }
