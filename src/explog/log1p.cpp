@@ -261,10 +261,10 @@ inline void workList(Chunk& chunk, std::uint8_t* place, int count, const Range& 
         scatterPlaces<8>(chunk.result, place + i, range(gatherPlaces<8>(chunk.x, place + i)));
 }
 
-[[gnu::noinline]] void workByRange(const Constants& c, Chunk& chunk) {
+[[gnu::noinline]] void workByRange(const Constants& c, Chunk& chunk, int length) {
     std::uint8_t place[rangeCount][chunkLength + 8];
     int count[rangeCount] = {};
-    for (int i = 0; i < chunkLength; ++i) {
+    for (int i = 0; i < length; ++i) {
         const std::uint32_t range = chunk.range[i];
         place[range][count[range]++] = static_cast<std::uint8_t>(i);
     }
@@ -274,25 +274,33 @@ inline void workList(Chunk& chunk, std::uint8_t* place, int count, const Range& 
     workList(chunk, place[3], count[3], [&c](F64<8> x) { return leastRange(c, x); });
 }
 
-inline bool chunkOfOrdinary(const Constants& c, const Real64* from, Real64* to) {
+// Elements behind the last whole block are worked with copies of the last of them.
+[[gnu::noinline]] bool chunkOfOrdinary(const Constants& c, const Real64* from, int length, Real64* to) {
     Chunk chunk;
+    const int whole = length / 8 * 8;
     bool ordinary = true, allInTable = true;
-    for (int i = 0; i < chunkLength; i += 8) {
-        const F64<8> x = F64<8>::load(from + i);
+    const auto enter = [&](F64<8> x, int i) OKT_INLINE {
         const Lanes lanes = classify(c, x);
         ordinary &= lanes.ordinary;
         allInTable &= lanes.allInTable;
         x.store(chunk.x + i);
         rangeNumber(c, lanes.magnitude).store(chunk.range + i);
+    };
+    for (int i = 0; i < whole; i += 8) enter(F64<8>::load(from + i), i);
+    if (whole != length) {
+        for (int i = 0; i < 8; ++i) chunk.x[whole + i] = loadElement(from + (whole + i < length ? whole + i : length - 1));
+        enter(F64<8>::load(chunk.x + whole), whole);
     }
     if (!ordinary) [[unlikely]]
         return false;
     if (allInTable) {
-        for (int i = 0; i < chunkLength; i += 8) tableRange(c, F64<8>::load(chunk.x + i)).store(to + i);
-        return true;
+        for (int i = 0; i < whole; i += 8) tableRange(c, F64<8>::load(chunk.x + i)).store(to + i);
+        if (whole != length) tableRange(c, F64<8>::load(chunk.x + whole)).store(chunk.result + whole);
+    } else {
+        workByRange(c, chunk, length);
+        for (int i = 0; i < whole; i += 8) F64<8>::load(chunk.result + i).store(to + i);
     }
-    workByRange(c, chunk);
-    for (int i = 0; i < chunkLength; i += 8) F64<8>::load(chunk.result + i).store(to + i);
+    for (int i = whole; i < length; ++i) storeElement(to + i, chunk.result[i]);
     return true;
 }
 
@@ -309,17 +317,14 @@ OktStatus log1p64(const Real64* src, Real64* dst, std::int32_t len) {
     return x87Frame<53>(len, src, dst, [=](OktStatus& status) {
         const Constants& c = inMemory(constants);
         const auto tryBlock = [&c](const Real64* from, Real64* to) { return blockOfTable(c, from, to); };
-        const auto blocks = [&](std::int32_t from, std::int32_t count) {
-            packedWarningLoop<8>(src + from, dst + from, count, tryBlock, log1pElement, status);
-        };
-        std::int32_t i = 0;
         // A destination that starts within the chunk ahead shows the order of reads and writes.
         const auto above = reinterpret_cast<std::uintptr_t>(dst) - reinterpret_cast<std::uintptr_t>(src);
-        if (above - 1 >= sizeof(Real64) * chunkLength - 1) [[likely]]
-            for (; i <= len - chunkLength; i += chunkLength)
-                if (!chunkOfOrdinary(c, src + i, dst + i)) [[unlikely]]
-                    blocks(i, chunkLength);
-        blocks(i, len - i);
+        const bool inOrder = above - 1 < sizeof(Real64) * chunkLength - 1;
+        for (std::int32_t i = 0, length; i < len; i += length) {
+            length = inOrder || len - i < chunkLength ? len - i : chunkLength;
+            if (inOrder || length < 12 || !chunkOfOrdinary(c, src + i, length, dst + i)) [[unlikely]]
+                packedWarningLoop<8>(src + i, dst + i, length, tryBlock, log1pElement, status);
+        }
     });
 }
 
