@@ -448,7 +448,8 @@ OktStatus cdfNorm64(const Real64* src, Real64* dst, std::int32_t len) {
         std::int32_t i = 0;
         // A destination that starts within the chunk ahead shows the order of reads and writes.
         const auto above = reinterpret_cast<std::uintptr_t>(dst) - reinterpret_cast<std::uintptr_t>(src);
-        if (above - 1 >= sizeof(Real64) * chunkLength - 1) [[likely]]
+        const std::int32_t ahead = len < chunkLength ? len : chunkLength;
+        if (above - 1 >= sizeof(Real64) * static_cast<std::size_t>(ahead) - 1) [[likely]]
             for (std::int32_t count; i <= len - 2 * block; i += count) {
                 count = len - i < chunkLength ? (len - i) / block * block : chunkLength;
                 if (!cdfNormChunk(k, src + i, count, dst + i)) [[unlikely]]
