@@ -4,7 +4,8 @@
 // double-doubles. exp(v) = 2^k · 2^(j/64) · e^r with n = 64 k + j = round(v · 64/ln 2).
 //
 // An element loop: eight elements that take none of the particular ways are worked side by side, by the element's very
-// operations. The caller's MXCSR acts on all of it.
+// operations; on Real32 by a shorter formula, where its 44 good bits settle the narrowed result. The caller's MXCSR acts on
+// all of it.
 //
 // Largest errors seen: 0.5001 ulp on Real32, 0.5031 ulp on Real64 at -0x1.73bf3c490ec1fp+3.
 #include "erf/cdf_norm_tables.h"
@@ -14,6 +15,7 @@
 #include "lanes/columns.h"
 #include "lanes/constant.h"
 #include "lanes/double_double.h"
+#include "lanes/narrowing.h"
 
 namespace okt {
 namespace {
@@ -55,9 +57,15 @@ struct Unscaled {
     U64<N> n;
 };
 
-// The row's polynomial in a - c, a pair.
+// a - c as a pair, and what its powers from the sixth on add to c5.
 template <int N>
-[[gnu::always_inline]] inline DoubleDouble<N> tailPolynomial(F64<N> a, const RowPerLane<N, std::uint64_t>& c) {
+struct UpperPart {
+    DoubleDouble<N> w;
+    F64<N> q;
+};
+
+template <int N>
+[[gnu::always_inline]] inline UpperPart<N> upperPart(F64<N> a, const RowPerLane<N>& c) {
     const auto [w, wl] = twoSum(a, c[0]);
     const auto [c14, c15] = c.pair(22);
     const auto [c12, c13] = c.pair(20);
@@ -66,11 +74,16 @@ template <int N>
     const auto [c6, c7] = c.pair(14);
     F64<N> q = ((((c15 * w + c14) * w + c13) * w + c12) * w + c11) * w + c10;
     q = ((((q * w + c9) * w + c8) * w + c7) * w + c6) * w;
+    return {{w, wl}, q};
+}
 
-    const auto [wh, rest] = dekkerSplit(w);
-    const F64<N> wm = wl + rest;
+// The row's polynomial, a pair.
+template <int N>
+[[gnu::always_inline]] inline DoubleDouble<N> tailPolynomial(UpperPart<N> upper, const RowPerLane<N>& c) {
+    const auto [wh, rest] = dekkerSplit(upper.w.hi);
+    const F64<N> wm = upper.w.lo + rest;
     const auto [c5, c5lo] = c.pair(12);
-    const auto [head, l5] = fastTwoSum(c5, q);
+    const auto [head, l5] = fastTwoSum(c5, upper.q);
     F64<N> h = head;
     F64<N> m = l5 + c5lo;
     for (int i = 4; i >= 0; --i) {
@@ -133,11 +146,11 @@ inline F64<N> scaleOf(const Constants& k, U64<N> n) {
 }
 
 template <int N>
-inline U64<N> rowNumber(const Constants& k, F64<N> a) {
+inline U32<N> rowNumber(const Constants& k, F64<N> a) {
     F64<N> t = F64<N>(k.one) + a;
     t = t * t;
     t = t * t;
-    return (asBits(t) >> 52) - U64<N>(0x3FF);
+    return (packHighWords(asBits(t)) >> 20) - U32<N>(0x3FF);
 }
 
 // 1 - r · scale, where r · scale is small.
@@ -149,35 +162,47 @@ inline F64<N> fromOne(const Constants& k, DoubleDouble<N> r, F64<N> scale) {
     return s2 + (l + l2);
 }
 
+// Phi(x) from r · scale = L(a).
+template <int N>
+inline F64<N> fromTail(const Constants& k, F64<N> x, DoubleDouble<N> r, F64<N> scale) {
+    const Mask64<N> negative = x < F64<N>(0);
+    if (all(negative)) return (r.hi + r.lo) * scale;
+    return select(negative, (r.hi + r.lo) * scale, fromOne(k, r, scale));
+}
+
+// The byte offset of row e: 192 bytes a row.
+template <int N>
+inline U32<N> rowOffset(U32<N> e) { return (e << 7) + (e << 6); }
+
+template <int N>
+inline Mask32<N> isScaled(U32<N> e) { return greaterSigned(e, U32<N>(firstScaledRow - 1)); }
+
 // Elements without anything particular, results that are normal numbers in Real64.
 template <int N>
 inline F64<N> cdfNorm(const Constants& k, F64<N> x) {
     const F64<N> a = abs(x);
-    const U64<N> e = rowNumber(k, a);
-    const InMemory<std::uint64_t, N> offset((e << 7) + (e << 6));  // 192 bytes a row
-    const RowPerLane<N, std::uint64_t> c(tables::cdfRows, offset.lane);
-    DoubleDouble<N> r = tailPolynomial(a, c);
-
+    const U32<N> e = rowNumber(k, a);
+    const InMemory<std::uint32_t, N> offset(rowOffset(e));
+    const RowPerLane<N> c(tables::cdfRows, offset.lane);
+    DoubleDouble<N> r = tailPolynomial(upperPart(a, c), c);
     F64<N> scale(k.one);
-    const Mask64<N> scaled = greaterSignedHigh(e << 32, U64<N>(std::uint64_t{firstScaledRow - 1} << 32));
+    const Mask64<N> scaled = widen(isScaled(e));
     if (any(scaled)) {
         const auto product = timesExp(k, x, r);
         r.hi = select(scaled, product.r.hi, r.hi);
         r.lo = select(scaled, product.r.lo, r.lo);
         scale = select(scaled, scaleOf(k, product.n), scale);
     }
-    const Mask64<N> negative = x < F64<N>(0);
-    if (all(negative)) return (r.hi + r.lo) * scale;
-    return select(negative, (r.hi + r.lo) * scale, fromOne(k, r, scale));
+    return fromTail(k, x, r, scale);
 }
 
 // lowerLimit <= x < startOfSubnormal: worked at 2^200 times the size.
 Real64 subnormalCdfNorm(Real64 x) {
     const F64x1 a(-x);
-    const U64<1> e = rowNumber(constants, a);
-    const InMemory<std::uint64_t, 1> offset((e << 7) + (e << 6));
-    const RowPerLane<1, std::uint64_t> c(tables::cdfRows, offset.lane);
-    const auto [r, n] = timesExp(constants, F64x1(x), tailPolynomial(a, c));
+    const U32<1> e = rowNumber(constants, a);
+    const InMemory<std::uint32_t, 1> offset(rowOffset(e));
+    const RowPerLane<1> c(tables::cdfRows, offset.lane);
+    const auto [r, n] = timesExp(constants, F64x1(x), tailPolynomial(upperPart(a, c), c));
     const auto k = static_cast<std::int32_t>(static_cast<std::uint32_t>(n.raw)) >> 6;
     const F64x1 scale(bits64(static_cast<std::uint64_t>((k + 1023 + 200) & 0x7FF) << 52));
     const F64x1 rh = r.hi * scale;
@@ -227,15 +252,94 @@ template <class T>
     return static_cast<T>(result);
 }
 
-// Elements that can be worked side by side: 2^-70 <= |x|, and x between the limits. On Real64 the lower one is
-// -35, as the formula for positive elements, which is worked for all lanes, must not underflow.
-inline bool allOrdinary(F32<8> x) {
-    const U32<8> bits = asBits(x);
-    const U32<8> magnitude = bits & U32<8>(0x7FFFFFFF);
-    constexpr std::uint32_t upper = 0x40AD7080, lower = 0x4162B914;
-    const U32<8> limit = U32<8>(upper) + (shiftRightSigned(bits, 31) & U32<8>(lower - upper));
-    return !any(greaterSigned(U32<8>(0x1C800000), magnitude) | greaterSigned(magnitude, limit));
+// ---------------------------------------------------------------------------------------------------------------------
+// Real32 by the shorter formula: L(a) = G(a) exp(-x^2/2) in plain Real64, G by sixteen polynomials a binade of 1 + a.
+// The relative error is below 2^-44.
+
+struct ShortConstants {
+    Constant64 one = 1.0;
+    Constant64 minusHalf = -0.5;
+    Constant64 n = spread64(0xC0471547652B82FE);  // -32/ln 2
+    Constant64 shift = spread64(0x4338000000000000);
+    Constant64 ln2Over64Hi = spread64(0x3F862E42FEFA0000);
+    Constant64 ln2Over64Lo = spread64(0x3D1CF79ABC9E3B3A);
+    Constant64 a2 = spread64(0x3FDFFFFFFFFF57E9);  // e^r - 1 - r up to ln 2/64, which r reaches when n is not the nearest
+    Constant64 a3 = spread64(0x3FC555555554953B);
+    Constant64 a4 = spread64(0x3FA5555ACCC1F4B7);
+    Constant64 a5 = spread64(0x3F811115C09302F0);
+    Pattern64 scaleOfN = ~std::uint64_t{63};
+    Pattern64 rowStart = 0xFFFF000000000000;
+    Pattern32 upperWordOfOne = 0x3FF00000;
+    Pattern32 rowBits = 0x0FC0;
+    Pattern32 magnitude = 0x7FFFFFFF;
+    Pattern32 upperLimit = 0x40AD7080;
+    Pattern32 furtherDown = 0x414E6666 - 0x40AD7080;  // to -12.9, where the result is still normal
+    NarrowingMargin margin{1 << 11};
+};
+constexpr ShortConstants shortConstants;
+
+// 2^(j/64), four times over, as the low byte of n numbers an entry.
+struct ShortPowers {
+    alignas(64) Real64 entry[256];
+    constexpr ShortPowers() : entry() {
+        for (int i = 0; i < 256; ++i) entry[i] = tables::cdfPow2[2 * (i % 64)] + tables::cdfPow2[2 * (i % 64) + 1];
+    }
+};
+constexpr ShortPowers shortPowers;
+
+template <int N>
+inline F64<N> cdfNormShort(const ShortConstants& k, F64<N> x) {
+    const F64<N> t = abs(x) + k.one;
+    const InMemory<std::uint32_t, N> offset(((packHighWords(asBits(t)) - k.upperWordOfOne) >> 10) & k.rowBits);
+    const RowPerLane<N> row(tables::cdfShortRows, offset.lane);
+    const F64<N> d = t - (t & U64<N>(k.rowStart));
+
+    const F64<N> square = x * x;
+    const F64<N> y = square * k.n + k.shift;
+    const InMemory<std::uint64_t, N> n(asBits(y));
+    const F64<N> nk = y - k.shift;
+    const F64<N> r = (square * k.minusHalf - nk * k.ln2Over64Hi) - nk * k.ln2Over64Lo;
+    const F64<N> e = (((r * k.a5 + k.a4) * r + k.a3) * r + k.a2) * (r * r) + r;
+
+    const auto [c6, c7] = row.pair(6);
+    const auto [c4, c5] = row.pair(4);
+    const auto [c2, c3] = row.pair(2);
+    const auto [c0, c1] = row.pair(0);
+    const F64<N> g = ((((((c7 * d + c6) * d + c5) * d + c4) * d + c3) * d + c2) * d + c1) * d + c0;
+
+    const F64<N> power = gatherElements<8>(shortPowers.entry, n);
+    const F64<N> product = (e * power + power) * g;
+    const F64<N> tail = asReal(asBits(product) + ((U64<N>(n) & k.scaleOfN) << 46));
+    return select(x < F64<N>(0), tail, F64<N>(k.one) - tail);
 }
+
+// Works eight elements, or nothing where one of them is out of range or not settled.
+inline bool shortBlock(const ShortConstants& k, const Real32* from, Real32* to) {
+    const F32<8> x = F32<8>::load(from);
+    const U32<8> bits = asBits(x);
+    const U32<8> limit = U32<8>(k.upperLimit) + (shiftRightSigned(bits, 31) & k.furtherDown);
+    if (any(greaterSigned(bits & k.magnitude, limit))) [[unlikely]]
+        return false;
+    const F64<8> result = cdfNormShort(k, widen(x));
+    if (!k.margin.settlesAll(result)) [[unlikely]]
+        return false;
+    narrow(result).store(to);
+    return true;
+}
+
+OktStatus cdfNorm32(const Real32* src, Real32* dst, std::int32_t len) {
+    return x87Frame<53>(len, src, dst, [=](OktStatus& status) {
+        const ShortConstants& k = inMemory(shortConstants);
+        const auto tryBlock = [&k](const Real32* from, Real32* to) OKT_INLINE { return shortBlock(k, from, to); };
+        packedElementLoop<8>(src, dst, len, tryBlock, cdfNormElement<Real32>, status);
+    });
+}
+
+// ---------------------------------------------------------------------------------------------------------------------
+// Real64.
+
+// Elements that can be worked side by side: 2^-70 <= |x|, and x between the limits. The lower one is -35, as the formula
+// for positive elements, which is worked for all lanes, must not underflow.
 inline bool allOrdinary(F64<8> x) {
     const U32<8> bits = packHighWords(asBits(x));
     const U32<8> magnitude = bits & U32<8>(0x7FFFFFFF);
@@ -244,26 +348,120 @@ inline bool allOrdinary(F64<8> x) {
     return !any(greaterSigned(U32<8>(tinyHigh), magnitude) | greaterSigned(magnitude, limit));
 }
 
-inline F32<8> cdfNorm(const Constants& k, F32<8> x) { return narrow(cdfNorm(k, widen(x))); }
+// A chunk of ordinary elements, up to 16 blocks, by loops of short steps, so that the processor has many chains at hand;
+// the exponential is worked for those elements alone that need it.
+constexpr std::int32_t chunkLength = 128;
+constexpr int block = 8;
 
-template <class T>
-OktStatus cdfNormArray(const T* src, T* dst, std::int32_t len) {
+struct Chunk {
+    alignas(16) std::uint32_t offset[chunkLength];
+    alignas(16) Real64 w[chunkLength];
+    alignas(16) Real64 wl[chunkLength];
+    alignas(16) Real64 q[chunkLength];
+    alignas(16) Real64 hi[chunkLength];
+    alignas(16) Real64 lo[chunkLength];
+    alignas(16) Real64 scale[chunkLength];
+    std::uint8_t scaled[chunkLength + block];  // places
+};
+
+[[gnu::noinline]] int findRows(const Constants& k, const Real64* x, int count, Chunk& chunk) {
+    int scaledCount = 0;
+    for (int i = 0; i < count; i += block) {
+        const U32<block> e = rowNumber(k, abs(F64<block>::load(x + i)));
+        rowOffset(e).store(chunk.offset + i);
+        F64<block>(k.one).store(chunk.scale + i);
+        for (int lane = 0, bits = laneBits(isScaled(e)); lane < block; ++lane) {
+            chunk.scaled[scaledCount] = static_cast<std::uint8_t>(i + lane);
+            scaledCount += bits >> lane & 1;
+        }
+    }
+    return scaledCount;
+}
+
+[[gnu::noinline]] void upperParts(const Real64* x, int count, Chunk& chunk) {
+    for (int i = 0; i < count; i += block) {
+        const RowPerLane<block> c(tables::cdfRows, chunk.offset + i);
+        const auto [w, q] = upperPart(abs(F64<block>::load(x + i)), c);
+        w.hi.store(chunk.w + i);
+        w.lo.store(chunk.wl + i);
+        q.store(chunk.q + i);
+    }
+}
+
+[[gnu::noinline]] void tails(int count, Chunk& chunk) {
+    for (int i = 0; i < count; i += block) {
+        const RowPerLane<block> c(tables::cdfRows, chunk.offset + i);
+        const UpperPart<block> upper{{F64<block>::load(chunk.w + i), F64<block>::load(chunk.wl + i)},
+                                     F64<block>::load(chunk.q + i)};
+        const auto [hi, lo] = tailPolynomial(upper, c);
+        hi.store(chunk.hi + i);
+        lo.store(chunk.lo + i);
+    }
+}
+
+[[gnu::noinline]] void scaleTails(const Constants& k, const Real64* x, int count, Chunk& chunk) {
+    for (int i = 0; i < block; ++i) chunk.scaled[count + i] = chunk.scaled[count - 1];
+    for (int i = 0; i < count; i += block) {
+        const std::uint8_t* place = chunk.scaled + i;
+        const DoubleDouble<block> r{gatherPlaces<block>(chunk.hi, place), gatherPlaces<block>(chunk.lo, place)};
+        const auto product = timesExp(k, gatherPlaces<block>(x, place), r);
+        scatterPlaces<block>(chunk.hi, place, product.r.hi);
+        scatterPlaces<block>(chunk.lo, place, product.r.lo);
+        scatterPlaces<block>(chunk.scale, place, scaleOf(k, product.n));
+    }
+}
+
+[[gnu::noinline]] void finishTails(const Constants& k, const Real64* x, int count, const Chunk& chunk, Real64* dst) {
+    for (int i = 0; i < count; i += block) {
+        const DoubleDouble<block> r{F64<block>::load(chunk.hi + i), F64<block>::load(chunk.lo + i)};
+        fromTail(k, F64<block>::load(x + i), r, F64<block>::load(chunk.scale + i)).store(dst + i);
+    }
+}
+
+bool cdfNormChunk(const Constants& k, const Real64* src, int count, Real64* dst) {
+    bool ordinary = true;
+    for (int i = 0; i < count; i += block) ordinary &= allOrdinary(F64<block>::load(src + i));
+    if (!ordinary) [[unlikely]]
+        return false;
+    Chunk chunk;
+    const int scaled = findRows(k, src, count, chunk);
+    upperParts(src, count, chunk);
+    tails(count, chunk);
+    if (scaled != 0) scaleTails(k, src, scaled, chunk);
+    finishTails(k, src, count, chunk, dst);
+    return true;
+}
+
+OktStatus cdfNorm64(const Real64* src, Real64* dst, std::int32_t len) {
     return x87Frame<53>(len, src, dst, [=](OktStatus& status) {
         const Constants& k = inMemory(constants);
-        const auto tryBlock = [&k](const T* from, T* to) OKT_INLINE {
-            const Vec<T, 8> x = Vec<T, 8>::load(from);
+        const auto tryBlock = [&k](const Real64* from, Real64* to) OKT_INLINE {
+            const F64<8> x = F64<8>::load(from);
             if (!allOrdinary(x)) [[unlikely]]
                 return false;
             cdfNorm(k, x).store(to);
             return true;
         };
-        packedElementLoop<8>(src, dst, len, tryBlock, cdfNormElement<T>, status);
+        const auto blocks = [&](std::int32_t from, std::int32_t count) {
+            packedElementLoop<8>(src + from, dst + from, count, tryBlock, cdfNormElement<Real64>, status);
+        };
+        std::int32_t i = 0;
+        // A destination that starts within the chunk ahead shows the order of reads and writes.
+        const auto above = reinterpret_cast<std::uintptr_t>(dst) - reinterpret_cast<std::uintptr_t>(src);
+        const std::int32_t ahead = len < chunkLength ? len : chunkLength;
+        if (above - 1 >= sizeof(Real64) * static_cast<std::size_t>(ahead) - 1) [[likely]]
+            for (std::int32_t count; i <= len - 2 * block; i += count) {
+                count = len - i < chunkLength ? (len - i) / block * block : chunkLength;
+                if (!cdfNormChunk(k, src + i, count, dst + i)) [[unlikely]]
+                    blocks(i, count);
+            }
+        blocks(i, len - i);
     });
 }
 
 }  // namespace
 
-OKT_EXPORT(CdfNorm, 32f, cdfNormArray)
-OKT_EXPORT(CdfNorm, 64f, cdfNormArray)
+OKT_EXPORT(CdfNorm, 32f, cdfNorm32)
+OKT_EXPORT(CdfNorm, 64f, cdfNorm64)
 
 }  // namespace okt

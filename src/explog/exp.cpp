@@ -8,6 +8,7 @@
 #include "explog/exp_tables.h"
 #include "frame/frame.h"
 #include "frame/loops.h"
+#include "lanes/columns.h"
 #include "lanes/constant.h"
 #include "lanes/gather.h"
 #include "tables/exp32_table.h"
@@ -135,6 +136,18 @@ struct Constants64 {
 };
 constexpr Constants64 constants64;
 
+// The table's columns, four times over: the low byte of n, with two bits of k in it, numbers an entry.
+struct PowerColumns64 {
+    alignas(64) Real64 hi[256], lo[256];
+    constexpr PowerColumns64() : hi(), lo() {
+        for (int i = 0; i < 256; ++i) {
+            hi[i] = tables::Exp64Table[2 * (i % 64)];
+            lo[i] = tables::Exp64Table[2 * (i % 64) + 1];
+        }
+    }
+};
+constexpr PowerColumns64 powerColumns64;
+
 constexpr std::uint32_t boundHigh64 = 0x4086232B;               // high word of 708.39599609375
 constexpr Real64 zeroBound64 = bits64(0xC0874910D52D3052);      // ln 2^-1075
 constexpr Real64 subnormalBound64 = bits64(0xC086232BDD7ABCD3); // ln 2^-1022
@@ -151,11 +164,12 @@ template <int N>
 inline Unscaled64<N> expUnscaled(const Constants64& c, F64<N> x) {
     const F64<N> t = x * c.invLn2x64 + c.shift64;
     const InMemory<std::uint64_t, N> n(asBits(t));
-    const F64<N> m = t - c.shift64;
+    const F64<N> m = asReal(U64<N>(n)) - c.shift64;
     const F64<N> r = (x - m * c.ln2Over64Hi) - m * c.ln2Over64Lo;
     const F64<N> q = ((r * c.c5 + c.c4) * r + c.c3) * r + c.c2;
     const F64<N> p = r + q * (r * r);
-    const auto [hi, lo] = gatherPairs<6, Real64>(tables::Exp64Table, n);
+    const F64<N> hi = gatherElements<8>(powerColumns64.hi, n);
+    const F64<N> lo = gatherElements<8>(powerColumns64.lo, n);
     return {(p * (hi + lo) + lo) + hi, n};
 }
 

@@ -51,7 +51,8 @@ template <int N>
     const F64<N> wide = widen(x);
     const F64<N> magnitude = abs(wide);
     const F64<N> a = zeroUnless(magnitude <= F64<N>(10.0), magnitude);  // large ones and NaNs: the row is 1 + 0·a
-    const F64<N> p = (((((c(6) * a + c(5)) * a + c(4)) * a + c(3)) * a + c(2)) * a + c(1)) * a + c(0);
+    F64<N> p = c(6);
+    for (int power = 5; power >= 0; --power) p = inStep(p * a + c(power));
     return narrow(p | signOf(wide));
 }
 
@@ -63,8 +64,9 @@ template <int N>
     // The coefficients of the powers; before them the value at the centre and its tail.
     const auto c = [&](int power) { return gatherColumn(tables::tanhRows64 + 1 + power, row); };
     const F64<N> d = a + gatherColumn(tables::tanhRows64 + 12, row);
-    const F64<N> p =
-        ((((((((c(10) * d + c(9)) * d + c(8)) * d + c(7)) * d + c(6)) * d + c(5)) * d + c(4)) * d + c(3)) * d + c(2)) * d;
+    F64<N> q = c(10);
+    for (int power = 9; power >= 2; --power) q = inStep(q * d + c(power));
+    const F64<N> p = q * d;
 
     // The slope with its rounding error, cut into h of 26 bits and the rest.
     const F64<N> slope = c(1);

@@ -24,16 +24,16 @@ constexpr std::uint32_t splitMask32 = 0xFFFF8000;  // 9 significant bits
 
 // (1 + e)^(-1/2) - 1 = -1/2 e + 3/8 e² - 5/16 e³ + ...
 template <int N>
-F32<N> series(F32<N> e) {
+[[gnu::always_inline]] inline F32<N> series(F32<N> e) {
     const F32<N> p = inStep(F32<N>(-0.3125f) * e + F32<N>(0.375f));
     return inStep(inStep(p * e + F32<N>(-0.5f)) * e);
 }
 
 template <int N>
-F32<N> seedOf(F32<N> x) { return rsqrtSeed(x) & U32<N>(splitMask32); }
+[[gnu::always_inline]] inline F32<N> seedOf(F32<N> x) { return rsqrtSeed(x) & U32<N>(splitMask32); }
 
 template <int N>
-F32<N> sqrtSteps(F32<N> x, F32<N> y) {
+[[gnu::always_inline]] inline F32<N> sqrtSteps(F32<N> x, F32<N> y) {
     const F32<N> xh = x & U32<N>(splitMask32);
     const F32<N> xl = x - xh;
     const F32<N> g = xh * y;
@@ -44,7 +44,7 @@ F32<N> sqrtSteps(F32<N> x, F32<N> y) {
 }
 
 template <int N>
-F32<N> invSqrtSteps(F32<N> x) {
+[[gnu::always_inline]] inline F32<N> invSqrtSteps(F32<N> x) {
     const F32<N> y = seedOf(x);
     const F32<N> e = x * (y * y) - F32<N>(1.0f);
     return series(e) * y + y;
@@ -67,7 +67,7 @@ template <int N>
 }
 
 template <int N>
-bool sqrtLanes(const Real32* src, Real32* dst) {
+[[gnu::always_inline]] inline bool sqrtLanes(const Real32* src, Real32* dst) {
     const auto x = F32<N>::load(src);
     const auto outside = outOfRange(asBits(x));
     if (any(outside)) [[unlikely]] {
@@ -149,7 +149,7 @@ constexpr Real64 subnormalUp = 0x1p54;
 constexpr Real64 subnormalDown = 0x1p27;
 
 template <int N>
-F64<N> series(F64<N> e) {
+[[gnu::always_inline]] inline F64<N> series(F64<N> e) {
     F64<N> p = inStep(F64<N>(-0.24609375) * e + F64<N>(0.2734375));
     p = inStep(p * e + F64<N>(-0.3125));
     p = inStep(p * e + F64<N>(0.375));
@@ -159,18 +159,18 @@ F64<N> series(F64<N> e) {
 
 // x·y² - 1.
 template <int N>
-F64<N> seedError(F64<N> xh, F64<N> xl, F64<N> y) {
+[[gnu::always_inline]] inline F64<N> seedError(F64<N> xh, F64<N> xl, F64<N> y) {
     const F64<N> q = y * y;
     return (xh * q - F64<N>(1.0)) + xl * q;
 }
 
 template <int N>
-F64<N> sqrtSum(F64<N> x, F64<N> xh, F64<N> xl, F64<N> y, F64<N> p) {
+[[gnu::always_inline]] inline F64<N> sqrtSum(F64<N> x, F64<N> xh, F64<N> xl, F64<N> y, F64<N> p) {
     return ((p * y) * x + xl * y) + xh * y;
 }
 
 template <int N>
-F64<N> sqrtSteps(F64<N> x) {
+[[gnu::always_inline]] inline F64<N> sqrtSteps(F64<N> x) {
     const F64<N> y = rsqrtSeed(x);
     const F64<N> xh = x & U64<N>(splitMask64);
     const F64<N> xl = x - xh;
@@ -178,7 +178,7 @@ F64<N> sqrtSteps(F64<N> x) {
 }
 
 template <int N>
-F64<N> invSqrtSteps(F64<N> x) {
+[[gnu::always_inline]] inline F64<N> invSqrtSteps(F64<N> x) {
     const F64<N> y = rsqrtSeed(x);
     const F64<N> xh = x & U64<N>(splitMask64);
     const F64<N> xl = x - xh;
@@ -217,7 +217,7 @@ template <bool inverse>
 }
 
 template <bool inverse, int N>
-F64<N> steps(F64<N> x) {
+[[gnu::always_inline]] inline F64<N> steps(F64<N> x) {
     if constexpr (inverse)
         return invSqrtSteps(x);
     else
@@ -229,7 +229,7 @@ OktStatus rootOf64(const Real64* src, Real64* dst, std::int32_t len) {
     return mxcsrFrame(dst, src, len, [=](OktStatus& status) {
         laneBlocks<4, 16>(
             len, len - 3,
-            [=]<int N>(std::integral_constant<int, N>, std::int32_t i) {
+            [=]<int N>(std::integral_constant<int, N>, std::int32_t i) OKT_INLINE {
                 const auto x = F64<N>::load(src + i);
                 if (anyOutOfRange(x)) return false;
                 steps<inverse>(x).store(dst + i);

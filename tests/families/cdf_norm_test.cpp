@@ -1,6 +1,7 @@
 // The normal distribution function.
 #include "tests/models/normal_model.h"
 
+#include "support/element_order.h"
 #include "support/flags.h"
 #include "support/model_check.h"
 #include "support/thresholds.h"
@@ -166,6 +167,11 @@ TEST(CdfNorm, AgreesWithTheModelUnderEveryMxcsr) {
             EXPECT_TRUE(sameBits(dst32[i], asBits(expected32[i]))) << std::hex << asBits(src32[i]);
         }
     });
+}
+
+TEST(CdfNorm, OverlappingArraysGiveTheElementLoopsResults) {
+    expectElementOrder<Real32>(oktsCdfNorm_32f_A24, -5, 5);
+    expectElementOrder<Real64>(oktsCdfNorm_64f_A53, -5, 5);
 }
 
 }  // namespace

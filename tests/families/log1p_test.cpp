@@ -1,6 +1,7 @@
 // Natural logarithm of one plus x.
 #include "tests/models/log1p_model.h"
 
+#include "support/element_order.h"
 #include "support/flags.h"
 #include "support/model_check.h"
 #include "support/rounding.h"
@@ -155,6 +156,11 @@ TEST(Log1p, AgreesWithTheModelUnderEveryControlState) {
         for (Real64& x : src64) x = random.below(16) ? ordinary<Real64>(random) : special<Real64>(random);
         expectModelUnderEveryControlState<Real64>(oktsLog1p_64f_A53, model::Log1p_64f, src64);
     }
+}
+
+TEST(Log1p, OverlappingArraysGiveTheElementLoopsResults) {
+    expectElementOrder<Real32>(oktsLog1p_32f_A24, -0.9, 3);
+    expectElementOrder<Real64>(oktsLog1p_64f_A53, -0.9, 3);
 }
 
 }  // namespace

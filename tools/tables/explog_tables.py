@@ -171,6 +171,20 @@ def log1p_entry(i):
 
 log1p_logs = [log1p_entry(i) for i in range(256)]
 
+
+
+# The binade from 11/16 on: 160 intervals of 2^-9 up to 1, then 96 of 2^-8. The two beside 1 have the reciprocal 1.
+def log1p_short_entry(i):
+    below = i < 160
+    width = mpf(2) ** (-9 if below else -8)
+    middle = 1 + width * (i - 160 + mpf(1) / 2)
+    reciprocal = mpf(1) if i in (159, 160) else nearest(1 / middle, 20)
+    return reciprocal, real64(cleaned(-log(reciprocal)))
+
+
+log1p_short = [log1p_short_entry(i) for i in range(256)]
+
+assert log1p_short[159] == log1p_short[160] == (1, 0)
 assert log1p_recip[:4] == [0.998046875, 0.994140625, 0.990234375, 0.986328125]
 assert log1p_recip[-3:] == [0.50244140625, 0.50146484375, 0.50048828125]
 assert log1p_logs[0] == (6.245253888266704e-10, 0.0019550342112779617)
@@ -310,6 +324,13 @@ emit(
             "Real64",
             flat(log1p_logs),
             "-ln log1pRecip[i] = low + high, entry i at [2i]: low, then high, cut so that its low 32 bits are zero.",
+        ),
+        Table(
+            "log1pShort",
+            "Real64",
+            flat(log1p_short),
+            "1/m to 20 bits and its -ln, entry i at [2i], m the middle of an interval of 2^-9 from 11/16 to 1, then of 2^-8\n"
+            "to 11/8. The intervals beside 1 have exactly 1 and 0.",
         ),
     ],
     "Reciprocals and their logarithms for the logarithm of one plus.",
