@@ -1,10 +1,13 @@
-// What the complex products and quotients share. Each formula is written once and runs on three kinds of parts:
-// Ordered<V> (Real64 lanes, for Complex32), Real80 (Complex64 with a zero, an infinity or a NaN in it) and Split
-// (all other Complex64), on which a product is exact and a sum of two products is compensated.
+// What the complex products and quotients share. Each formula is written once and runs on several kinds of parts:
+// Ordered<V> (Real64 lanes, for Complex32), Real80 (Complex64 with a zero, an infinity or a NaN in it), Split
+// (all other Complex64), on which a product is exact and a sum of two products is compensated, and Measured, which is
+// Real80 with a bound of the error.
 #pragma once
 
 #include "frame/frame.h"
+#include "frame/inexact.h"
 #include "lanes/lanes.h"
+#include "lanes/neighbours.h"
 #include "lanes/ordered.h"
 #include "lanes/real80.h"
 
@@ -158,30 +161,164 @@ inline bool needsSimplePath(ComplexOf<Real64> a, ComplexOf<Real64> b) {
     return isZeroOrNotFinite(a.re) || isZeroOrNotFinite(a.im) || isZeroOrNotFinite(b.re) || isZeroOrNotFinite(b.im);
 }
 
-// A complex product by the formulas re(a, b) and im(a, b). The path is chosen once an element.
-template <class Re, class Im>
-inline OktStatus complexProduct64(const Complex64* src1, const Complex64* src2, Complex64* dst, std::int32_t len,
-                                  const Re& re, const Im& im) {
+// With significands of at most 31 bits every split is exact and without a low piece, and so is every product: compensated
+// arithmetic then comes to plain extended arithmetic, in its flags, too.
+inline bool hasShortParts(ComplexOf<Real64> a, ComplexOf<Real64> b) {
+    return ((asBits(a.re) | asBits(a.im) | asBits(b.re) | asBits(b.im)) & 0x3FFFFF) == 0;
+}
+
+// ---------------------------------------------------------------------------------------------------------------------
+// Complex64 without compensation, where that is seen to give the same bits.
+//
+// Let S be |x| + |y| for the two products of a part t = x + y, and u = 2^-64. Compensated arithmetic makes t with an error
+// of 3 u |t| before anything follows: the products and both sums are exact as pairs, and three more sums are rounded.
+// Plain extended arithmetic makes it with u S + u |t|. So the compensated value lies within e = u S + 4 u |t| <= 5 u S of
+// the plain one (terms of u^2 come on top), and when both ends, taken through the same monotone steps, are rounded to the
+// same Real64, that is the part. Otherwise the element is worked as written.
+//
+// Only "inexact" can tell the two ways apart: the range test keeps over- and underflow away, and all parts are loaded
+// either way. The plain one is therefore taken while that flag stands.
+
+// A part, a product or a sum of products in plain arithmetic, and S.
+struct Measured {
+    Real80 value, size;
+    explicit Measured(Real80 part) : value(part), size(0) {}
+    Measured(Real80 v, Real80 s) : value(v), size(s) {}
+    // Never so small that an end could come near the limits of Real64.
+    Real80 margin() const { return (size + 4 * __builtin_fabsl(value)) * (0x1p-64L * (1 + 0x1p-30L)) + 0x1p-500L; }
+    friend Measured operator*(Measured x, Measured y) {
+        const Real80 product = x.value * y.value;
+        return {product, __builtin_fabsl(product)};
+    }
+    friend Measured operator+(Measured x, Measured y) { return {x.value + y.value, x.size + y.size}; }
+    friend Measured operator-(Measured x, Measured y) { return {x.value - y.value, x.size + y.size}; }
+};
+
+// Margins for the elements i and i + 1 of two sources.
+class TwoMargins {
+public:
+    TwoMargins(const Complex64* a, const Complex64* b) {
+        // By patterns, the larger part of each factor standing for it: the distances to 2^200, and that of |a| |b| to 2^-400.
+        const U32x4 aRoom = U32x4(highWordOf(200)) - largerParts(a);
+        const U32x4 bRoom = U32x4(highWordOf(200)) - largerParts(b);
+        const U32x4 productRoom = U32x4(2 * highWordOf(200) - highWordOf(-400) - highWordOf(0)) - aRoom - bRoom;
+        outOfRange_ = any(negativeLanes(aRoom | bRoom | productRoom));
+        // 16 u times the product. A sum of patterns is the product but for a factor of at most 1.23, the missing lower
+        // halves counted, and S is at most twice the product.
+        evenAsHighWords(productRoom + U32x4(highWordOf(-400) - (60 << 20))).store(margin_);
+    }
+
+    // Whether a factor has an infinity or a NaN, or is so large or so small that a value on the plain way may come near the
+    // limits of Real64.
+    bool outOfRange() const { return outOfRange_; }
+
+    Real80 operator[](int element) const { return margin_[element]; }
+
+private:
+    static constexpr std::uint32_t highWordOf(int exponent) { return static_cast<std::uint32_t>(1023 + exponent) << 20; }
+    static U32x4 largerParts(const Complex64* z) {
+        const auto high = packHighWords(U64<4>::load(reinterpret_cast<const std::uint64_t*>(z)));
+        return largerOfNeighbours(high & U32x4(0x7FFFFFFF));
+    }
+
+    bool outOfRange_;
+    Real64 margin_[2];
+};
+
+// A part of a result between its ends.
+struct Enclosed {
+    Real64 low, high;
+    bool settled() const { return asBits(low) == asBits(high); }
+};
+template <class Formulas>
+inline Enclosed enclose(const Formulas& formulas, Real80 part, Real80 margin) {
+    return {static_cast<Real64>(formulas.finish(part - margin)), static_cast<Real64>(formulas.finish(part + margin))};
+}
+inline bool storeSettled(Complex64* to, Enclosed re, Enclosed im) {
+    if (!re.settled() || !im.settled()) [[unlikely]]
+        return false;
+    storeReal(to, re.low);
+    storeImaginary(to, im.low);
+    return true;
+}
+
+// Formulas<R>(b) has the two formulas re(a, b) and im(a, b), and finish(part) for what follows them.
+template <template <class> class Formulas>
+inline bool tryPlain(const Complex64* src1, const Complex64* src2, Complex64* dst, Real80 margin) {
+    const auto parts = [](const Complex64*& z) {
+        // Read anew for every use: a load as an operand is cheaper than keeping parts in order on the register stack.
+        asm("" : "+r"(z));
+        const auto [re, im] = loadParts(z);
+        return ComplexOf<Real80>{re, im};
+    };
+    const Formulas<Real80> formulas(parts(src2));
+    const Real80 re = formulas.re(parts(src1), parts(src2));
+    const Real80 im = formulas.im(parts(src1), parts(src2));
+    return storeSettled(dst, enclose(formulas, re, margin), enclose(formulas, im, margin));
+}
+
+// The same with the margin that the element itself has.
+template <template <class> class Formulas>
+inline bool tryMeasured(const Complex64* src1, const Complex64* src2, Complex64* dst) {
+    const auto a = loadParts(src1), b = loadParts(src2);
+    const ComplexOf<Measured> x{Measured(a.re), Measured(a.im)}, y{Measured(b.re), Measured(b.im)};
+    const Formulas<Real80> formulas(ComplexOf<Real80>{b.re, b.im});
+    const Measured re = formulas.re(x, y), im = formulas.im(x, y);
+    return storeSettled(dst, enclose(formulas, re.value, re.margin()), enclose(formulas, im.value, im.margin()));
+}
+
+// Loop over elements that `asWritten(src1, src2, dst)` works as written, saying whether it compensated.
+template <template <class> class Formulas, class AsWritten>
+inline void complexLoop64(const Complex64* src1, const Complex64* src2, Complex64* dst, std::int32_t len,
+                          const AsWritten& asWritten) {
+    std::int32_t i = 0;
+    if (!interferes(src1, dst, 2) && !interferes(src2, dst, 2)) {
+        bool inexact = x87InexactStands();
+        for (; i < len && !inexact; ++i)
+            if (asWritten(src1 + i, src2 + i, dst + i)) inexact = x87InexactStands();
+        const auto unsettled = [&](std::int32_t j) __attribute__((noinline, cold)) {
+            if (!tryMeasured<Formulas>(src1 + j, src2 + j, dst + j)) asWritten(src1 + j, src2 + j, dst + j);
+        };
+        for (; i <= len - 2; i += 2) {
+            const TwoMargins margins(src1 + i, src2 + i);
+            for (std::int32_t j = i; j < i + 2; ++j) {
+                if (margins.outOfRange()) [[unlikely]]
+                    asWritten(src1 + j, src2 + j, dst + j);
+                else if (!tryPlain<Formulas>(src1 + j, src2 + j, dst + j, margins[j - i])) [[unlikely]]
+                    unsettled(j);
+            }
+        }
+    }
+    for (; i < len; ++i) asWritten(src1 + i, src2 + i, dst + i);
+}
+
+// A complex product. The path is chosen once an element.
+template <template <class> class Formulas>
+inline OktStatus complexProduct64(const Complex64* src1, const Complex64* src2, Complex64* dst, std::int32_t len) {
     return x87Frame<64>(len, src1, src2, dst, [=](OktStatus&) {
         const bool sourcesChange = interferes(src1, dst, 1) || interferes(src2, dst, 1);
-        for (std::int32_t i = 0; i < len; ++i) {
-            const auto a = loadParts(src1 + i);
-            const auto b = loadParts(src2 + i);
+        const auto asWritten = [=](const Complex64* from1, const Complex64* from2, Complex64* to) __attribute__((noinline)) {
+            const auto a = loadParts(from1);
+            const auto b = loadParts(from2);
             const auto storeParts = [&](auto convert) {
                 auto x = convert(a);
                 auto y = convert(b);
-                storeReal(dst + i, static_cast<Real64>(re(x, y)));
+                storeReal(to, static_cast<Real64>(Formulas<Real80>::re(x, y)));
                 if (sourcesChange) [[unlikely]] {
-                    x = convert(loadParts(src1 + i));
-                    y = convert(loadParts(src2 + i));
+                    x = convert(loadParts(from1));
+                    y = convert(loadParts(from2));
                 }
-                storeImaginary(dst + i, static_cast<Real64>(im(x, y)));
+                storeImaginary(to, static_cast<Real64>(Formulas<Real80>::im(x, y)));
             };
-            if (needsSimplePath(a, b)) [[unlikely]]
-                storeParts(extended);
-            else
+            // In place a short source may change into a long one.
+            const bool compensates = !needsSimplePath(a, b) && (sourcesChange || !hasShortParts(a, b));
+            if (compensates)
                 storeParts(split);
-        }
+            else
+                storeParts(extended);
+            return compensates;
+        };
+        complexLoop64<Formulas>(src1, src2, dst, len, asWritten);
     });
 }
 
