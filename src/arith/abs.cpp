@@ -70,8 +70,8 @@ OktStatus absComplex32(const Complex32* src, Real32* dst, std::int32_t len) {
 // By the pattern: a compare of floats would count a subnormal as zero under the caller's denormals-are-zero.
 bool isZero(Real64 x) { return asBits(x) << 1 == 0; }
 
-// From the sum's own pattern: any exponent, any significand.
-[[gnu::noinline, gnu::cold]] Real64 modulusBySlots(Real80 sum) {
+// By fields: any exponent, any significand.
+Real64 rootAsWritten(Real80 sum) {
     const Real80Bits s = asBits(sum);
     const unsigned odd = ~static_cast<unsigned>(s.signAndExponent) & 1u;  // the bias is odd
     const Real80 m2 = fromBits({s.significand, static_cast<std::uint16_t>(16383 + odd)});
@@ -80,30 +80,55 @@ bool isZero(Real64 x) { return asBits(x) << 1 == 0; }
     return static_cast<Real64>(rootOfSignificand<Real80>(m2, seed).value() * scale);
 }
 
-Real64 modulus(Complex64 z) {
+Real64 modulusAsWritten(Complex64 z) {
     if (isSpecial(z.re) || isSpecial(z.im)) return modulusOfSpecial(z.re, z.im);
+    if (isZero(z.re) && isZero(z.im)) return 0.0;
     const Real80 x = z.re, y = z.im;
-    const Real80 sum = x * x + y * y;
-    // Where the sum, rounded to Real64, is a normal number and no carry can have reached its leading bits, exponent and
-    // index come from there: the load of eight bytes follows its store at once, while one from an extended slot waits
-    // until the store retires and so chains one element to the next.
-    const std::uint64_t rounded = asBits(static_cast<Real64>(sum));
-    const bool plain = (rounded << 20) != 0 && (rounded >> 52) - 2 <= 2042;
-    if (!plain) [[unlikely]] {
-        if (isZero(z.re) && isZero(z.im)) return 0.0;
-        return modulusBySlots(sum);
+    return rootAsWritten(x * x + y * y);
+}
+[[gnu::noinline]] void storeModulusAsWritten(const Complex64* src, Real64* dst) {
+    storeElement(dst, modulusAsWritten(loadElement(src)));
+}
+
+// Whether an element's larger part is so small that the modulus may be no normal number, or so large that it may overflow;
+// a zero, an infinity or a NaN is both.
+bool anyOutOfRange(U64<4> twoElements) {
+    const U32x4 larger = largerOfNeighbours(packHighWords(twoElements) & U32x4(0x7FFFFFFF));
+    return any(negativeLanes((larger - U32x4(0x00300000)) | (U32x4(0x7FC00000) - larger)));
+}
+
+// The root instruction is within 2^-64 of the root of the sum, the written steps are within 2^-63: each of the two factors
+// g^2 and h of the last correction is good to a unit in the last place, and so is the last sum. Both therefore lie between
+// the same ends, and where these are rounded to one number, that is the modulus. "Inexact", which the ends raise for
+// certain, stands already.
+bool tryRoot(const Complex64* src, Real64* dst) {
+    const auto [x, y] = operands(src);
+    const Real80 root = __builtin_sqrtl(x * x + y * y);
+    const Real80 margin = root * 0x1p-61L;
+    const Real64 low = static_cast<Real64>(root - margin), high = static_cast<Real64>(root + margin);
+    if (asBits(low) != asBits(high)) [[unlikely]]
+        return false;
+    storeElement(dst, low);
+    return true;
+}
+
+void moduli(const Complex64* src, Real64* dst, std::int32_t len) {
+    std::int32_t i = 0;
+    const auto above = reinterpret_cast<std::uintptr_t>(dst) - reinterpret_cast<std::uintptr_t>(src);
+    if (above - 1 >= 2 * sizeof(Complex64) - 1) {  // two elements may be looked at together
+        for (; i < len && !x87InexactStands(); ++i) storeModulusAsWritten(src + i, dst + i);
+        for (; i <= len - 2; i += 2) {
+            const bool outOfRange = anyOutOfRange(U64<4>::load(reinterpret_cast<const std::uint64_t*>(src + i)));
+            for (std::int32_t j = i; j < i + 2; ++j)
+                if (outOfRange || !tryRoot(src + j, dst + j)) [[unlikely]]
+                    storeModulusAsWritten(src + j, dst + j);
+        }
     }
-    const std::uint64_t flipped = rounded ^ 0x0010000000000000;
-    const std::uint64_t half = ((rounded >> 52) + 1023) >> 1;  // the exponent field of 2^k, the sum being 4^k m2
-    const Real80 m2 = sum * bits64((3 * 1023 - 2 * half) << 52);
-    const Real80 seed = tables::InvRootSeed[flipped >> 44 & 0x1FF];
-    return static_cast<Real64>(rootOfSignificand<Real80>(m2, seed).value() * bits64(half << 52));
+    for (; i < len; ++i) storeModulusAsWritten(src + i, dst + i);
 }
 
 OktStatus absComplex64(const Complex64* src, Real64* dst, std::int32_t len) {
-    return x87Frame<64>(len, src, dst, [=](OktStatus& status) {
-        elementLoop(src, dst, len, [](Complex64 z, OktStatus&) { return modulus(z); }, status);
-    });
+    return x87Frame<64>(len, src, dst, [=](OktStatus&) { moduli(src, dst, len); });
 }
 
 }  // namespace

@@ -242,18 +242,20 @@ inline bool storeSettled(Complex64* to, Enclosed re, Enclosed im) {
     return true;
 }
 
+// The parts as operands in memory: read anew for every use, which is cheaper than keeping them in order on the register
+// stack.
+inline ComplexOf<Real80> operands(const Complex64* z) {
+    asm("" : "+r"(z));
+    const auto parts = loadParts(z);
+    return {parts.re, parts.im};
+}
+
 // Formulas<R>(b) has the two formulas re(a, b) and im(a, b), and finish(part) for what follows them.
 template <template <class> class Formulas>
 inline bool tryPlain(const Complex64* src1, const Complex64* src2, Complex64* dst, Real80 margin) {
-    const auto parts = [](const Complex64*& z) {
-        // Read anew for every use: a load as an operand is cheaper than keeping parts in order on the register stack.
-        asm("" : "+r"(z));
-        const auto [re, im] = loadParts(z);
-        return ComplexOf<Real80>{re, im};
-    };
-    const Formulas<Real80> formulas(parts(src2));
-    const Real80 re = formulas.re(parts(src1), parts(src2));
-    const Real80 im = formulas.im(parts(src1), parts(src2));
+    const Formulas<Real80> formulas(operands(src2));
+    const Real80 re = formulas.re(operands(src1), operands(src2));
+    const Real80 im = formulas.im(operands(src1), operands(src2));
     return storeSettled(dst, enclose(formulas, re, margin), enclose(formulas, im, margin));
 }
 
