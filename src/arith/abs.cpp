@@ -9,7 +9,6 @@
 #include "arith/elementwise.h"
 #include "frame/inexact.h"
 #include "frame/loops.h"
-#include "lanes/widened.h"
 #include "root/seed_root.h"
 
 namespace okt {

@@ -10,6 +10,7 @@
 #include "lanes/neighbours.h"
 #include "lanes/ordered.h"
 #include "lanes/real80.h"
+#include "lanes/widened.h"
 
 #include <cstdint>
 
@@ -63,8 +64,8 @@ inline ComplexOf<Ordered<F64x1>> widened(const Complex32* from) {
     return {{widen(F32x1(z.re))}, {widen(F32x1(z.im))}};
 }
 inline ComplexOf<Ordered<F64x4>> widenedFour(const Complex32* from) {
-    const auto [re, im] = loadInterleaved(reinterpret_cast<const Real32*>(from));
-    return {{widen(re)}, {widen(im)}};
+    const auto [re, im] = loadInterleavedWidened<4>(reinterpret_cast<const Real32*>(from));
+    return {{re}, {im}};
 }
 
 // The real part of a result is stored before the sources of its imaginary part are read. That shows only when the
@@ -87,7 +88,7 @@ inline void complexLoop32(const Complex32* src1, const Complex32* src2, Complex3
             const auto a = widenedFour(src1 + i);
             const auto b = widenedFour(src2 + i);
             const auto part = parts(b);
-            storeInterleaved(reinterpret_cast<Real32*>(dst + i), narrow(part.re(a, b).raw), narrow(part.im(a, b).raw));
+            storeInterleavedNarrowed(reinterpret_cast<Real32*>(dst + i), part.re(a, b).raw, part.im(a, b).raw);
         }
     }
     for (; i < len; ++i) {
