@@ -6,6 +6,7 @@
 
 #include "frame/frame.h"
 #include "frame/inexact.h"
+#include "lanes/gather.h"
 #include "lanes/lanes.h"
 #include "lanes/neighbours.h"
 #include "lanes/ordered.h"
@@ -195,25 +196,21 @@ struct Measured {
     friend Measured operator-(Measured x, Measured y) { return {x.value - y.value, x.size + y.size}; }
 };
 
-// Margins for the elements i and i + 1 of two sources.
-class TwoMargins {
+// Two elements of both sources, by their patterns: the larger part of a factor stands for it.
+class TwoProducts {
 public:
-    TwoMargins(const Complex64* a, const Complex64* b) {
-        // By patterns, the larger part of each factor standing for it: the distances to 2^200, and that of |a| |b| to 2^-400.
-        const U32x4 aRoom = U32x4(highWordOf(200)) - largerParts(a);
-        const U32x4 bRoom = U32x4(highWordOf(200)) - largerParts(b);
-        const U32x4 productRoom = U32x4(2 * highWordOf(200) - highWordOf(-400) - highWordOf(0)) - aRoom - bRoom;
-        outOfRange_ = any(negativeLanes(aRoom | bRoom | productRoom));
-        // 16 u times the product. A sum of patterns is the product but for a factor of at most 1.23, the missing lower
-        // halves counted, and S is at most twice the product.
-        evenAsHighWords(productRoom + U32x4(highWordOf(-400) - (60 << 20))).store(margin_);
-    }
+    TwoProducts(const Complex64* a, const Complex64* b)
+        : aRoom_(U32x4(highWordOf(200)) - largerParts(a)),
+          bRoom_(U32x4(highWordOf(200)) - largerParts(b)),
+          productRoom_(U32x4(2 * highWordOf(200) - highWordOf(-400) - highWordOf(0)) - aRoom_ - bRoom_) {}
 
-    // Whether a factor has an infinity or a NaN, or is so large or so small that a value on the plain way may come near the
-    // limits of Real64.
-    bool outOfRange() const { return outOfRange_; }
+    // Whether a factor is 2^200 or more, an infinity or a NaN, or a product is below 2^-400: beyond that, a value on the plain
+    // way may come near the limits of Real64.
+    bool outOfRange() const { return any(negativeLanes(aRoom_ | bRoom_ | productRoom_)); }
 
-    Real80 operator[](int element) const { return margin_[element]; }
+    // The margins e: 16 u times the products. A sum of patterns is the product but for a factor of at most 1.23, the missing
+    // lower halves counted, and S is at most twice the product.
+    F64x2 margins() const { return evenAsHighWords(productRoom_ + U32x4(highWordOf(-400) - (60 << 20))); }
 
 private:
     static constexpr std::uint32_t highWordOf(int exponent) { return static_cast<std::uint32_t>(1023 + exponent) << 20; }
@@ -222,8 +219,7 @@ private:
         return largerOfNeighbours(high & U32x4(0x7FFFFFFF));
     }
 
-    bool outOfRange_;
-    Real64 margin_[2];
+    U32x4 aRoom_, bRoom_, productRoom_;  // the distances of patterns to those bounds
 };
 
 // A part of a result between its ends.
@@ -246,7 +242,7 @@ inline bool storeSettled(Complex64* to, Enclosed re, Enclosed im) {
 // The parts as operands in memory: read anew for every use, which is cheaper than keeping them in order on the register
 // stack.
 inline ComplexOf<Real80> operands(const Complex64* z) {
-    asm("" : "+r"(z));
+    asm volatile("" : "+r"(z));
     const auto parts = loadParts(z);
     return {parts.re, parts.im};
 }
@@ -254,7 +250,8 @@ inline ComplexOf<Real80> operands(const Complex64* z) {
 // Formulas<R>(b) has the two formulas re(a, b) and im(a, b), and finish(part) for what follows them.
 template <template <class> class Formulas>
 inline bool tryPlain(const Complex64* src1, const Complex64* src2, Complex64* dst, Real80 margin) {
-    const Formulas<Real80> formulas(operands(src2));
+    const auto b = loadParts(src2);
+    const Formulas<Real80> formulas(ComplexOf<Real80>{b.re, b.im});
     const Real80 re = formulas.re(operands(src1), operands(src2));
     const Real80 im = formulas.im(operands(src1), operands(src2));
     return storeSettled(dst, enclose(formulas, re, margin), enclose(formulas, im, margin));
@@ -262,7 +259,7 @@ inline bool tryPlain(const Complex64* src1, const Complex64* src2, Complex64* ds
 
 // The same with the margin that the element itself has.
 template <template <class> class Formulas>
-inline bool tryMeasured(const Complex64* src1, const Complex64* src2, Complex64* dst) {
+[[gnu::noinline]] bool tryMeasured(const Complex64* src1, const Complex64* src2, Complex64* dst) {
     const auto a = loadParts(src1), b = loadParts(src2);
     const ComplexOf<Measured> x{Measured(a.re), Measured(a.im)}, y{Measured(b.re), Measured(b.im)};
     const Formulas<Real80> formulas(ComplexOf<Real80>{b.re, b.im});
@@ -279,17 +276,17 @@ inline void complexLoop64(const Complex64* src1, const Complex64* src2, Complex6
         bool inexact = x87InexactStands();
         for (; i < len && !inexact; ++i)
             if (asWritten(src1 + i, src2 + i, dst + i)) inexact = x87InexactStands();
-        const auto unsettled = [&](std::int32_t j) __attribute__((noinline, cold)) {
-            if (!tryMeasured<Formulas>(src1 + j, src2 + j, dst + j)) asWritten(src1 + j, src2 + j, dst + j);
-        };
         for (; i <= len - 2; i += 2) {
-            const TwoMargins margins(src1 + i, src2 + i);
-            for (std::int32_t j = i; j < i + 2; ++j) {
-                if (margins.outOfRange()) [[unlikely]]
-                    asWritten(src1 + j, src2 + j, dst + j);
-                else if (!tryPlain<Formulas>(src1 + j, src2 + j, dst + j, margins[j - i])) [[unlikely]]
-                    unsettled(j);
+            const TwoProducts products(src1 + i, src2 + i);
+            if (products.outOfRange()) [[unlikely]] {
+                for (std::int32_t j = i; j < i + 2; ++j) asWritten(src1 + j, src2 + j, dst + j);
+                continue;
             }
+            const InMemory<Real64, 2> margins(products.margins());
+            for (std::int32_t j = i; j < i + 2; ++j)
+                if (!tryPlain<Formulas>(src1 + j, src2 + j, dst + j, margins.lane[j - i]) &&
+                    !tryMeasured<Formulas>(src1 + j, src2 + j, dst + j)) [[unlikely]]
+                    asWritten(src1 + j, src2 + j, dst + j);
         }
     }
     for (; i < len; ++i) asWritten(src1 + i, src2 + i, dst + i);
