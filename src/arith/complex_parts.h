@@ -239,10 +239,12 @@ inline bool storeSettled(Complex64* to, Enclosed re, Enclosed im) {
     return true;
 }
 
-// The parts as operands in memory: read anew for every use, which is cheaper than keeping them in order on the register
-// stack.
+// The parts as operands in memory: GCC is made to read them anew for every use, which is cheaper than keeping them in order
+// on the register stack.
 inline ComplexOf<Real80> operands(const Complex64* z) {
+#if !defined(__clang__)
     asm volatile("" : "+r"(z));
+#endif
     const auto parts = loadParts(z);
     return {parts.re, parts.im};
 }
