@@ -125,9 +125,10 @@ Real64 modulusAsWritten(Complex64 z) {
 
 // Whether an element's larger part is so small that the modulus may be no normal number, or so large that it may overflow;
 // a zero, an infinity or a NaN is both.
-bool anyOutOfRange(U64<4> twoElements) {
+// The bits of both parts of such elements.
+int outOfRange(U64<4> twoElements) {
     const U32x4 larger = largerOfNeighbours(packHighWords(twoElements) & U32x4(0x7FFFFFFF));
-    return any(negativeLanes((larger - U32x4(0x00300000)) | (U32x4(0x7FC00000) - larger)));
+    return laneBits(negativeLanes((larger - U32x4(0x00300000)) | (U32x4(0x7FC00000) - larger)));
 }
 
 // The root instruction is within 2^-64 of the root of the sum, the written steps are within 2^-63: each of the two factors
@@ -135,7 +136,8 @@ bool anyOutOfRange(U64<4> twoElements) {
 // the same ends, and where these are rounded to one number, that is the modulus. "Inexact", which the ends raise for
 // certain, stands already.
 bool tryRoot(const Complex64* src, Real64* dst) {
-    const auto [x, y] = operands(src);
+    forgetParts();
+    const auto [x, y] = extendedParts(src);
     const Real80 root = __builtin_sqrtl(x * x + y * y);
     const Real80 margin = root * 0x1p-61L;
     const Real64 low = static_cast<Real64>(root - margin), high = static_cast<Real64>(root + margin);
@@ -147,13 +149,14 @@ bool tryRoot(const Complex64* src, Real64* dst) {
 
 void moduli(const Complex64* src, Real64* dst, std::int32_t len) {
     std::int32_t i = 0;
-    const auto above = reinterpret_cast<std::uintptr_t>(dst) - reinterpret_cast<std::uintptr_t>(src);
-    if (above - 1 >= 2 * sizeof(Complex64) - 1) {  // two elements may be looked at together
+    // Two elements are looked at together: no result may change a source ahead of it.
+    const auto above = reinterpret_cast<std::intptr_t>(dst) - reinterpret_cast<std::intptr_t>(src);
+    if (above <= 0 || above >= len * static_cast<std::intptr_t>(sizeof(Complex64))) {
         for (; i < len && !x87InexactStands(); ++i) storeModulusAsWritten(src + i, dst + i);
         for (; i <= len - 2; i += 2) {
-            const bool outOfRange = anyOutOfRange(U64<4>::load(reinterpret_cast<const std::uint64_t*>(src + i)));
+            const int bits = outOfRange(U64<4>::load(reinterpret_cast<const std::uint64_t*>(src + i)));
             for (std::int32_t j = i; j < i + 2; ++j)
-                if (outOfRange || !tryRoot(src + j, dst + j)) [[unlikely]]
+                if ((bits >> 2 * (j - i) & 1) != 0 || !tryRoot(src + j, dst + j)) [[unlikely]]
                     storeModulusAsWritten(src + j, dst + j);
         }
     }

@@ -206,7 +206,8 @@ public:
 
     // Whether a factor is 2^200 or more, an infinity or a NaN, or a product is below 2^-400: beyond that, a value on the plain
     // way may come near the limits of Real64.
-    bool outOfRange() const { return any(negativeLanes(aRoom_ | bRoom_ | productRoom_)); }
+    bool anyOutOfRange() const { return laneBits() != 0; }
+    bool outOfRange(int element) const { return (laneBits() >> 2 * element & 1) != 0; }
 
     // The margins e: 16 u times the products. A sum of patterns is the product but for a factor of at most 1.23, the missing
     // lower halves counted, and S is at most twice the product.
@@ -219,44 +220,49 @@ private:
         return largerOfNeighbours(high & U32x4(0x7FFFFFFF));
     }
 
+    int laneBits() const { return okt::laneBits(negativeLanes(aRoom_ | bRoom_ | productRoom_)); }
+
     U32x4 aRoom_, bRoom_, productRoom_;  // the distances of patterns to those bounds
 };
 
-// A part of a result between its ends.
-struct Enclosed {
-    Real64 low, high;
-    bool settled() const { return asBits(low) == asBits(high); }
-};
-template <class Formulas>
-inline Enclosed enclose(const Formulas& formulas, Real80 part, Real80 margin) {
-    return {static_cast<Real64>(formulas.finish(part - margin)), static_cast<Real64>(formulas.finish(part + margin))};
-}
-inline bool storeSettled(Complex64* to, Enclosed re, Enclosed im) {
-    if (!re.settled() || !im.settled()) [[unlikely]]
-        return false;
-    storeReal(to, re.low);
-    storeImaginary(to, im.low);
-    return true;
-}
-
-// The parts as operands in memory: GCC is made to read them anew for every use, which is cheaper than keeping them in order
-// on the register stack.
-inline ComplexOf<Real80> operands(const Complex64* z) {
-#if !defined(__clang__)
-    asm volatile("" : "+r"(z));
-#endif
+inline ComplexOf<Real80> extendedParts(const Complex64* z) {
     const auto parts = loadParts(z);
     return {parts.re, parts.im};
 }
+// Parts are read anew behind this, as operands in memory: GCC would keep them on the register stack, in whose order it
+// puts them at some cost.
+inline void forgetParts() {
+#if !defined(__clang__)
+    asm volatile("" : : : "memory");
+#endif
+}
 
+template <class Formulas>
+inline ComplexOf<Real64> rounded(const Formulas& formulas, Real80 re, Real80 im) {
+    return {static_cast<Real64>(formulas.finish(re)), static_cast<Real64>(formulas.finish(im))};
+}
+
+// Stores the lower ends, and says whether they are the upper ones, too.
+inline bool storeEnds(Complex64* to, ComplexOf<Real64> low, ComplexOf<Real64> high) {
+    storeReal(to, low.re);
+    storeImaginary(to, low.im);
+    forgetParts();
+    const auto stored = loadParts(to);
+    if (asBits(stored.re) != asBits(high.re) || asBits(stored.im) != asBits(high.im)) [[unlikely]]
+        return false;
+    return true;
+}
+
+// These store a result and say whether it is settled.
 // Formulas<R>(b) has the two formulas re(a, b) and im(a, b), and finish(part) for what follows them.
 template <template <class> class Formulas>
 inline bool tryPlain(const Complex64* src1, const Complex64* src2, Complex64* dst, Real80 margin) {
-    const auto b = loadParts(src2);
-    const Formulas<Real80> formulas(ComplexOf<Real80>{b.re, b.im});
-    const Real80 re = formulas.re(operands(src1), operands(src2));
-    const Real80 im = formulas.im(operands(src1), operands(src2));
-    return storeSettled(dst, enclose(formulas, re, margin), enclose(formulas, im, margin));
+    const Formulas<Real80> formulas(extendedParts(src2));
+    forgetParts();
+    const Real80 re = formulas.re(extendedParts(src1), extendedParts(src2));
+    forgetParts();
+    const Real80 im = formulas.im(extendedParts(src1), extendedParts(src2));
+    return storeEnds(dst, rounded(formulas, re - margin, im - margin), rounded(formulas, re + margin, im + margin));
 }
 
 // The same with the margin that the element itself has.
@@ -266,7 +272,8 @@ template <template <class> class Formulas>
     const ComplexOf<Measured> x{Measured(a.re), Measured(a.im)}, y{Measured(b.re), Measured(b.im)};
     const Formulas<Real80> formulas(ComplexOf<Real80>{b.re, b.im});
     const Measured re = formulas.re(x, y), im = formulas.im(x, y);
-    return storeSettled(dst, enclose(formulas, re.value, re.margin()), enclose(formulas, im.value, im.margin()));
+    return storeEnds(dst, rounded(formulas, re.value - re.margin(), im.value - im.margin()),
+                     rounded(formulas, re.value + re.margin(), im.value + im.margin()));
 }
 
 // Loop over elements that `asWritten(src1, src2, dst)` works as written, saying whether it compensated.
@@ -280,15 +287,18 @@ inline void complexLoop64(const Complex64* src1, const Complex64* src2, Complex6
             if (asWritten(src1 + i, src2 + i, dst + i)) inexact = x87InexactStands();
         for (; i <= len - 2; i += 2) {
             const TwoProducts products(src1 + i, src2 + i);
-            if (products.outOfRange()) [[unlikely]] {
-                for (std::int32_t j = i; j < i + 2; ++j) asWritten(src1 + j, src2 + j, dst + j);
+            if (products.anyOutOfRange()) [[unlikely]] {
+                for (std::int32_t j = i; j < i + 2; ++j)
+                    if (products.outOfRange(j - i) || !tryMeasured<Formulas>(src1 + j, src2 + j, dst + j))
+                        asWritten(src1 + j, src2 + j, dst + j);
                 continue;
             }
             const InMemory<Real64, 2> margins(products.margins());
-            for (std::int32_t j = i; j < i + 2; ++j)
-                if (!tryPlain<Formulas>(src1 + j, src2 + j, dst + j, margins.lane[j - i]) &&
-                    !tryMeasured<Formulas>(src1 + j, src2 + j, dst + j)) [[unlikely]]
-                    asWritten(src1 + j, src2 + j, dst + j);
+            for (std::int32_t j = i; j < i + 2; ++j) {
+                if (tryPlain<Formulas>(src1 + j, src2 + j, dst + j, margins.lane[j - i])) [[likely]]
+                    continue;
+                if (!tryMeasured<Formulas>(src1 + j, src2 + j, dst + j)) asWritten(src1 + j, src2 + j, dst + j);
+            }
         }
     }
     for (; i < len; ++i) asWritten(src1 + i, src2 + i, dst + i);
