@@ -3,7 +3,8 @@
 // Real: the sign bit cleared by an integer operation; a signalling NaN stays signalling, no flag is raised.
 //
 // Complex: sqrt(re^2 + im^2) by the seeded root of root/seed_root.h. Complex32 works in Real64, Complex64 in Real80, so that
-// no square overflows or underflows and the result is rounded once.
+// no square overflows or underflows and the result is rounded once. Where that is seen to give the same bits and flags, the
+// processor's root instruction takes the place of the seeded root.
 // Largest errors seen: Complex32 0.5000 ulp (correctly rounded in every sample), Complex64 0.5005 ulp.
 #include "arith/complex_parts.h"
 #include "arith/elementwise.h"
@@ -123,11 +124,11 @@ Real64 modulusAsWritten(Complex64 z) {
     storeElement(dst, modulusAsWritten(loadElement(src)));
 }
 
-// Whether an element's larger part is so small that the modulus may be no normal number, or so large that it may overflow;
-// a zero, an infinity or a NaN is both.
-// The bits of both parts of such elements.
-int outOfRange(U64<4> twoElements) {
-    const U32x4 larger = largerOfNeighbours(packHighWords(twoElements) & U32x4(0x7FFFFFFF));
+// For two elements, two bits each: whether the larger part is so small that the modulus may be no normal number, or so
+// large that it may overflow.
+int outOfRange(const Complex64* two) {
+    const auto patterns = U64<4>::load(reinterpret_cast<const std::uint64_t*>(two));
+    const U32x4 larger = largerOfNeighbours(packHighWords(patterns) & U32x4(0x7FFFFFFF));
     return laneBits(negativeLanes((larger - U32x4(0x00300000)) | (U32x4(0x7FC00000) - larger)));
 }
 
@@ -154,11 +155,13 @@ void moduli(const Complex64* src, Real64* dst, std::int32_t len) {
     if (above <= 0 || above >= len * static_cast<std::intptr_t>(sizeof(Complex64))) {
         for (; i < len && !x87InexactStands(); ++i) storeModulusAsWritten(src + i, dst + i);
         for (; i <= len - 2; i += 2) {
-            const int bits = outOfRange(U64<4>::load(reinterpret_cast<const std::uint64_t*>(src + i)));
+            const int bits = outOfRange(src + i);
             for (std::int32_t j = i; j < i + 2; ++j)
                 if ((bits >> 2 * (j - i) & 1) != 0 || !tryRoot(src + j, dst + j)) [[unlikely]]
                     storeModulusAsWritten(src + j, dst + j);
         }
+        // The last of an odd number, seen beside the one before.
+        if (i == len - 1 && i > 0 && outOfRange(src + i - 1) < 4 && tryRoot(src + i, dst + i)) ++i;
     }
     for (; i < len; ++i) storeModulusAsWritten(src + i, dst + i);
 }

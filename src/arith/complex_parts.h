@@ -300,6 +300,10 @@ inline void complexLoop64(const Complex64* src1, const Complex64* src2, Complex6
                 if (!tryMeasured<Formulas>(src1 + j, src2 + j, dst + j)) asWritten(src1 + j, src2 + j, dst + j);
             }
         }
+        // The last of an odd number, seen beside the one before.
+        if (i == len - 1 && i > 0 && !TwoProducts(src1 + i - 1, src2 + i - 1).outOfRange(1) &&
+            tryMeasured<Formulas>(src1 + i, src2 + i, dst + i))
+            ++i;
     }
     for (; i < len; ++i) asWritten(src1 + i, src2 + i, dst + i);
 }
