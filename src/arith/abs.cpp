@@ -124,11 +124,10 @@ Real64 modulusAsWritten(Complex64 z) {
     storeElement(dst, modulusAsWritten(loadElement(src)));
 }
 
-// For two elements, two bits each: whether the larger part is so small that the modulus may be no normal number, or so
-// large that it may overflow.
-int outOfRange(const Complex64* two) {
-    const auto patterns = U64<4>::load(reinterpret_cast<const std::uint64_t*>(two));
-    const U32x4 larger = largerOfNeighbours(packHighWords(patterns) & U32x4(0x7FFFFFFF));
+// A bit for each of four elements whose larger part is so small that the modulus may be no normal number, or so large that
+// it may overflow.
+int outOfRange(const Complex64* four) {
+    const U32x4 larger = largerParts(four);
     return laneBits(negativeLanes((larger - U32x4(0x00300000)) | (U32x4(0x7FC00000) - larger)));
 }
 
@@ -148,20 +147,23 @@ bool tryRoot(const Complex64* src, Real64* dst) {
     return true;
 }
 
+// The elements `first` to 3 of four.
+void rootsOfFour(const Complex64* src, Real64* dst, int first) {
+    const int bits = outOfRange(src);
+    for (int k = first; k < 4; ++k)
+        if ((bits >> k & 1) != 0 || !tryRoot(src + k, dst + k)) [[unlikely]]
+            storeModulusAsWritten(src + k, dst + k);
+}
+
 void moduli(const Complex64* src, Real64* dst, std::int32_t len) {
     std::int32_t i = 0;
-    // Two elements are looked at together: no result may change a source ahead of it.
+    // Four elements are looked at together: no result may change a source ahead of it.
     const auto above = reinterpret_cast<std::intptr_t>(dst) - reinterpret_cast<std::intptr_t>(src);
-    if (above <= 0 || above >= len * static_cast<std::intptr_t>(sizeof(Complex64))) {
+    if (len >= 4 && (above <= 0 || above >= len * static_cast<std::intptr_t>(sizeof(Complex64)))) {
         for (; i < len && !x87InexactStands(); ++i) storeModulusAsWritten(src + i, dst + i);
-        for (; i <= len - 2; i += 2) {
-            const int bits = outOfRange(src + i);
-            for (std::int32_t j = i; j < i + 2; ++j)
-                if ((bits >> 2 * (j - i) & 1) != 0 || !tryRoot(src + j, dst + j)) [[unlikely]]
-                    storeModulusAsWritten(src + j, dst + j);
-        }
-        // The last of an odd number, seen beside the one before.
-        if (i == len - 1 && i > 0 && outOfRange(src + i - 1) < 4 && tryRoot(src + i, dst + i)) ++i;
+        for (; i <= len - 4; i += 4) rootsOfFour(src + i, dst + i, 0);
+        if (i < len) rootsOfFour(src + len - 4, dst + len - 4, i - (len - 4));
+        return;
     }
     for (; i < len; ++i) storeModulusAsWritten(src + i, dst + i);
 }

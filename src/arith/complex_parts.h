@@ -196,31 +196,24 @@ struct Measured {
     friend Measured operator-(Measured x, Measured y) { return {x.value - y.value, x.size + y.size}; }
 };
 
-// Two elements of both sources, by their patterns: the larger part of a factor stands for it.
-class TwoProducts {
+// Four elements of both sources, by their patterns: the larger part of a factor stands for it.
+class FourProducts {
 public:
-    TwoProducts(const Complex64* a, const Complex64* b)
+    FourProducts(const Complex64* a, const Complex64* b)
         : aRoom_(U32x4(highWordOf(200)) - largerParts(a)),
           bRoom_(U32x4(highWordOf(200)) - largerParts(b)),
           productRoom_(U32x4(2 * highWordOf(200) - highWordOf(-400) - highWordOf(0)) - aRoom_ - bRoom_) {}
 
-    // Whether a factor is 2^200 or more, an infinity or a NaN, or a product is below 2^-400: beyond that, a value on the plain
-    // way may come near the limits of Real64.
-    bool anyOutOfRange() const { return laneBits() != 0; }
-    bool outOfRange(int element) const { return (laneBits() >> 2 * element & 1) != 0; }
+    // A bit for each element with a factor that is 2^200 or more, an infinity or a NaN, or with a product below 2^-400: beyond
+    // that, a value on the plain way may come near the limits of Real64.
+    int outOfRange() const { return laneBits(negativeLanes(aRoom_ | bRoom_ | productRoom_)); }
 
     // The margins e: 16 u times the products. A sum of patterns is the product but for a factor of at most 1.23, the missing
     // lower halves counted, and S is at most twice the product.
-    F64x2 margins() const { return evenAsHighWords(productRoom_ + U32x4(highWordOf(-400) - (60 << 20))); }
+    F64x4 margins() const { return asReal(withHighWords(productRoom_ + U32x4(highWordOf(-400) - (60 << 20)))); }
 
 private:
     static constexpr std::uint32_t highWordOf(int exponent) { return static_cast<std::uint32_t>(1023 + exponent) << 20; }
-    static U32x4 largerParts(const Complex64* z) {
-        const auto high = packHighWords(U64<4>::load(reinterpret_cast<const std::uint64_t*>(z)));
-        return largerOfNeighbours(high & U32x4(0x7FFFFFFF));
-    }
-
-    int laneBits() const { return okt::laneBits(negativeLanes(aRoom_ | bRoom_ | productRoom_)); }
 
     U32x4 aRoom_, bRoom_, productRoom_;  // the distances of patterns to those bounds
 };
@@ -276,34 +269,40 @@ template <template <class> class Formulas>
                      rounded(formulas, re.value + re.margin(), im.value + im.margin()));
 }
 
+// The elements `first` to 3 of four.
+template <template <class> class Formulas, class AsWritten>
+inline void plainFour(const Complex64* src1, const Complex64* src2, Complex64* dst, int first, const AsWritten& asWritten) {
+    const FourProducts products(src1, src2);
+    const int outOfRange = products.outOfRange();
+    if (outOfRange != 0) [[unlikely]] {
+        for (int k = first; k < 4; ++k)
+            if ((outOfRange >> k & 1) != 0 || !tryMeasured<Formulas>(src1 + k, src2 + k, dst + k))
+                asWritten(src1 + k, src2 + k, dst + k);
+        return;
+    }
+    const InMemory<Real64, 4> margins(products.margins());
+    for (int k = first; k < 4; ++k) {
+        if (tryPlain<Formulas>(src1 + k, src2 + k, dst + k, margins.lane[k])) [[likely]]
+            continue;
+        if (!tryMeasured<Formulas>(src1 + k, src2 + k, dst + k)) asWritten(src1 + k, src2 + k, dst + k);
+    }
+}
+
 // Loop over elements that `asWritten(src1, src2, dst)` works as written, saying whether it compensated.
 template <template <class> class Formulas, class AsWritten>
 inline void complexLoop64(const Complex64* src1, const Complex64* src2, Complex64* dst, std::int32_t len,
                           const AsWritten& asWritten) {
     std::int32_t i = 0;
-    if (!interferes(src1, dst, 2) && !interferes(src2, dst, 2)) {
+    if (len >= 4 && !interferes(src1, dst, 4) && !interferes(src2, dst, 4)) {
         bool inexact = x87InexactStands();
         for (; i < len && !inexact; ++i)
             if (asWritten(src1 + i, src2 + i, dst + i)) inexact = x87InexactStands();
-        for (; i <= len - 2; i += 2) {
-            const TwoProducts products(src1 + i, src2 + i);
-            if (products.anyOutOfRange()) [[unlikely]] {
-                for (std::int32_t j = i; j < i + 2; ++j)
-                    if (products.outOfRange(j - i) || !tryMeasured<Formulas>(src1 + j, src2 + j, dst + j))
-                        asWritten(src1 + j, src2 + j, dst + j);
-                continue;
-            }
-            const InMemory<Real64, 2> margins(products.margins());
-            for (std::int32_t j = i; j < i + 2; ++j) {
-                if (tryPlain<Formulas>(src1 + j, src2 + j, dst + j, margins.lane[j - i])) [[likely]]
-                    continue;
-                if (!tryMeasured<Formulas>(src1 + j, src2 + j, dst + j)) asWritten(src1 + j, src2 + j, dst + j);
-            }
+        for (; i <= len - 4; i += 4) plainFour<Formulas>(src1 + i, src2 + i, dst + i, 0, asWritten);
+        if (i < len) {
+            const std::int32_t last = len - 4;
+            plainFour<Formulas>(src1 + last, src2 + last, dst + last, i - last, asWritten);
         }
-        // The last of an odd number, seen beside the one before.
-        if (i == len - 1 && i > 0 && !TwoProducts(src1 + i - 1, src2 + i - 1).outOfRange(1) &&
-            tryMeasured<Formulas>(src1 + i, src2 + i, dst + i))
-            ++i;
+        return;
     }
     for (; i < len; ++i) asWritten(src1 + i, src2 + i, dst + i);
 }
