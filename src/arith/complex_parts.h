@@ -208,9 +208,9 @@ public:
     // that, a value on the plain way may come near the limits of Real64.
     int outOfRange() const { return laneBits(negativeLanes(aRoom_ | bRoom_ | productRoom_)); }
 
-    // The margins e: 16 u times the products. A sum of patterns is the product but for a factor of at most 1.23, the missing
-    // lower halves counted, and S is at most twice the product.
-    F64x4 margins() const { return asReal(withHighWords(productRoom_ + U32x4(highWordOf(-400) - (60 << 20)))); }
+    // The margins e. A sum of patterns is a product but for a factor that mantissas and missing lower halves make; with
+    // 60.375 taken off the exponents it is at least 10.2 u times the product, and S is at most twice the product.
+    F64x4 margins() const { return asReal(withHighWords(productRoom_ + U32x4(highWordOf(-400) - 0x03C60000))); }
 
 private:
     static constexpr std::uint32_t highWordOf(int exponent) { return static_cast<std::uint32_t>(1023 + exponent) << 20; }
