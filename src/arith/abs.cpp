@@ -49,13 +49,13 @@ T modulusOfSpecial(T re, T im) {
     return im * im;
 }
 
-Real32 modulus(Complex32 z) {
+[[gnu::noinline]] Real32 modulus(Complex32 z) {
     if (isSpecial(z.re) || isSpecial(z.im)) return modulusOfSpecial(z.re, z.im);
     return narrow(modulusOfFinite(widen(F32x1(z.re)), widen(F32x1(z.im)))).raw;
 }
 
 // Four elements side by side; false, with nothing stored, when one of them is an infinity or a NaN.
-bool modulusOfFour(const Complex32* src, Real32* dst) {
+[[gnu::noinline]] bool modulusOfFour(const Complex32* src, Real32* dst) {
     const auto [re, im] = loadInterleaved(reinterpret_cast<const Real32*>(src));
     const U32x4 exponent(0x7F800000);
     if (any(((asBits(re) & exponent) == exponent) | ((asBits(im) & exponent) == exponent))) return false;
