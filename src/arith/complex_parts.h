@@ -1,12 +1,17 @@
-// What the complex products and quotients share. Each formula is written once and runs on three kinds of parts:
-// Ordered<V> (Real64 lanes, for Complex32), Real80 (Complex64 with a zero, an infinity or a NaN in it) and Split
-// (all other Complex64), on which a product is exact and a sum of two products is compensated.
+// What the complex products and quotients share. Each formula is written once and runs on several kinds of parts:
+// Ordered<V> (Real64 lanes, for Complex32), Real80 (Complex64 with a zero, an infinity or a NaN in it), Split
+// (all other Complex64), on which a product is exact and a sum of two products is compensated, and Measured, which is
+// Real80 with a bound of the error.
 #pragma once
 
 #include "frame/frame.h"
+#include "frame/inexact.h"
+#include "lanes/gather.h"
 #include "lanes/lanes.h"
+#include "lanes/neighbours.h"
 #include "lanes/ordered.h"
 #include "lanes/real80.h"
+#include "lanes/widened.h"
 
 #include <cstdint>
 
@@ -60,8 +65,8 @@ inline ComplexOf<Ordered<F64x1>> widened(const Complex32* from) {
     return {{widen(F32x1(z.re))}, {widen(F32x1(z.im))}};
 }
 inline ComplexOf<Ordered<F64x4>> widenedFour(const Complex32* from) {
-    const auto [re, im] = loadInterleaved(reinterpret_cast<const Real32*>(from));
-    return {{widen(re)}, {widen(im)}};
+    const auto [re, im] = loadInterleavedWidened<4>(reinterpret_cast<const Real32*>(from));
+    return {{re}, {im}};
 }
 
 // The real part of a result is stored before the sources of its imaginary part are read. That shows only when the
@@ -84,7 +89,7 @@ inline void complexLoop32(const Complex32* src1, const Complex32* src2, Complex3
             const auto a = widenedFour(src1 + i);
             const auto b = widenedFour(src2 + i);
             const auto part = parts(b);
-            storeInterleaved(reinterpret_cast<Real32*>(dst + i), narrow(part.re(a, b).raw), narrow(part.im(a, b).raw));
+            storeInterleavedNarrowed(reinterpret_cast<Real32*>(dst + i), part.re(a, b).raw, part.im(a, b).raw);
         }
     }
     for (; i < len; ++i) {
@@ -158,30 +163,177 @@ inline bool needsSimplePath(ComplexOf<Real64> a, ComplexOf<Real64> b) {
     return isZeroOrNotFinite(a.re) || isZeroOrNotFinite(a.im) || isZeroOrNotFinite(b.re) || isZeroOrNotFinite(b.im);
 }
 
-// A complex product by the formulas re(a, b) and im(a, b). The path is chosen once an element.
-template <class Re, class Im>
-inline OktStatus complexProduct64(const Complex64* src1, const Complex64* src2, Complex64* dst, std::int32_t len,
-                                  const Re& re, const Im& im) {
+// With significands of at most 31 bits every split is exact and without a low piece, and so is every product: compensated
+// arithmetic then comes to plain extended arithmetic, in its flags, too.
+inline bool hasShortParts(ComplexOf<Real64> a, ComplexOf<Real64> b) {
+    return ((asBits(a.re) | asBits(a.im) | asBits(b.re) | asBits(b.im)) & 0x3FFFFF) == 0;
+}
+
+// ---------------------------------------------------------------------------------------------------------------------
+// Complex64 without compensation, where that is seen to give the same bits.
+//
+// Let S be |x| + |y| for the two products of a part t = x + y, and u = 2^-64. Compensated arithmetic makes t with an error
+// of 3 u |t| before anything follows: the products and both sums are exact as pairs, and three more sums are rounded.
+// Plain extended arithmetic makes it with u S + u |t|. So the compensated value lies within e = u S + 4 u |t| <= 5 u S of
+// the plain one (terms of u^2 come on top), and when both ends, taken through the same monotone steps, are rounded to the
+// same Real64, that is the part. Otherwise the element is worked as written.
+//
+// Only "inexact" can tell the two ways apart: the range test keeps over- and underflow away, and all parts are loaded
+// either way. The plain one is therefore taken while that flag stands.
+
+// A part, a product or a sum of products in plain arithmetic, and S.
+struct Measured {
+    Real80 value, size;
+    explicit Measured(Real80 part) : value(part), size(0) {}
+    Measured(Real80 v, Real80 s) : value(v), size(s) {}
+    // Never so small that an end could come near the limits of Real64.
+    Real80 margin() const { return (size + 4 * __builtin_fabsl(value)) * (0x1p-64L * (1 + 0x1p-30L)) + 0x1p-500L; }
+    friend Measured operator*(Measured x, Measured y) {
+        const Real80 product = x.value * y.value;
+        return {product, __builtin_fabsl(product)};
+    }
+    friend Measured operator+(Measured x, Measured y) { return {x.value + y.value, x.size + y.size}; }
+    friend Measured operator-(Measured x, Measured y) { return {x.value - y.value, x.size + y.size}; }
+};
+
+// Four elements of both sources, by their patterns: the larger part of a factor stands for it.
+class FourProducts {
+public:
+    FourProducts(const Complex64* a, const Complex64* b)
+        : aRoom_(U32x4(highWordOf(200)) - largerParts(a)),
+          bRoom_(U32x4(highWordOf(200)) - largerParts(b)),
+          productRoom_(U32x4(2 * highWordOf(200) - highWordOf(-400) - highWordOf(0)) - aRoom_ - bRoom_) {}
+
+    // A bit for each element with a factor that is 2^200 or more, an infinity or a NaN, or with a product below 2^-400: beyond
+    // that, a value on the plain way may come near the limits of Real64.
+    int outOfRange() const { return laneBits(negativeLanes(aRoom_ | bRoom_ | productRoom_)); }
+
+    // The margins e. A sum of patterns is a product but for a factor that mantissas and missing lower halves make; with
+    // 60.375 taken off the exponents it is at least 10.2 u times the product, and S is at most twice the product.
+    F64x4 margins() const { return asReal(withHighWords(productRoom_ + U32x4(highWordOf(-400) - 0x03C60000))); }
+
+private:
+    static constexpr std::uint32_t highWordOf(int exponent) { return static_cast<std::uint32_t>(1023 + exponent) << 20; }
+
+    U32x4 aRoom_, bRoom_, productRoom_;  // the distances of patterns to those bounds
+};
+
+inline ComplexOf<Real80> extendedParts(const Complex64* z) {
+    const auto parts = loadParts(z);
+    return {parts.re, parts.im};
+}
+// Parts are read anew behind this, as operands in memory: GCC would keep them on the register stack, in whose order it
+// puts them at some cost.
+inline void forgetParts() {
+#if !defined(__clang__)
+    asm volatile("" : : : "memory");
+#endif
+}
+
+template <class Formulas>
+inline ComplexOf<Real64> rounded(const Formulas& formulas, Real80 re, Real80 im) {
+    return {static_cast<Real64>(formulas.finish(re)), static_cast<Real64>(formulas.finish(im))};
+}
+
+// Stores the lower ends, and says whether they are the upper ones, too.
+inline bool storeEnds(Complex64* to, ComplexOf<Real64> low, ComplexOf<Real64> high) {
+    storeReal(to, low.re);
+    storeImaginary(to, low.im);
+    forgetParts();
+    const auto stored = loadParts(to);
+    if (asBits(stored.re) != asBits(high.re) || asBits(stored.im) != asBits(high.im)) [[unlikely]]
+        return false;
+    return true;
+}
+
+// These store a result and say whether it is settled.
+// Formulas<R>(b) has the two formulas re(a, b) and im(a, b), and finish(part) for what follows them.
+template <template <class> class Formulas>
+inline bool tryPlain(const Complex64* src1, const Complex64* src2, Complex64* dst, Real80 margin) {
+    const Formulas<Real80> formulas(extendedParts(src2));
+    forgetParts();
+    const Real80 re = formulas.re(extendedParts(src1), extendedParts(src2));
+    forgetParts();
+    const Real80 im = formulas.im(extendedParts(src1), extendedParts(src2));
+    return storeEnds(dst, rounded(formulas, re - margin, im - margin), rounded(formulas, re + margin, im + margin));
+}
+
+// The same with the margin that the element itself has.
+template <template <class> class Formulas>
+[[gnu::noinline]] bool tryMeasured(const Complex64* src1, const Complex64* src2, Complex64* dst) {
+    const auto a = loadParts(src1), b = loadParts(src2);
+    const ComplexOf<Measured> x{Measured(a.re), Measured(a.im)}, y{Measured(b.re), Measured(b.im)};
+    const Formulas<Real80> formulas(ComplexOf<Real80>{b.re, b.im});
+    const Measured re = formulas.re(x, y), im = formulas.im(x, y);
+    return storeEnds(dst, rounded(formulas, re.value - re.margin(), im.value - im.margin()),
+                     rounded(formulas, re.value + re.margin(), im.value + im.margin()));
+}
+
+// The elements `first` to 3 of four.
+template <template <class> class Formulas, class AsWritten>
+inline void plainFour(const Complex64* src1, const Complex64* src2, Complex64* dst, int first, const AsWritten& asWritten) {
+    const FourProducts products(src1, src2);
+    const int outOfRange = products.outOfRange();
+    if (outOfRange != 0) [[unlikely]] {
+        for (int k = first; k < 4; ++k)
+            if ((outOfRange >> k & 1) != 0 || !tryMeasured<Formulas>(src1 + k, src2 + k, dst + k))
+                asWritten(src1 + k, src2 + k, dst + k);
+        return;
+    }
+    const InMemory<Real64, 4> margins(products.margins());
+    for (int k = first; k < 4; ++k) {
+        if (tryPlain<Formulas>(src1 + k, src2 + k, dst + k, margins.lane[k])) [[likely]]
+            continue;
+        if (!tryMeasured<Formulas>(src1 + k, src2 + k, dst + k)) asWritten(src1 + k, src2 + k, dst + k);
+    }
+}
+
+// Loop over elements that `asWritten(src1, src2, dst)` works as written, saying whether it compensated.
+template <template <class> class Formulas, class AsWritten>
+inline void complexLoop64(const Complex64* src1, const Complex64* src2, Complex64* dst, std::int32_t len,
+                          const AsWritten& asWritten) {
+    std::int32_t i = 0;
+    if (len >= 4 && !interferes(src1, dst, 4) && !interferes(src2, dst, 4)) {
+        bool inexact = x87InexactStands();
+        for (; i < len && !inexact; ++i)
+            if (asWritten(src1 + i, src2 + i, dst + i)) inexact = x87InexactStands();
+        for (; i <= len - 4; i += 4) plainFour<Formulas>(src1 + i, src2 + i, dst + i, 0, asWritten);
+        if (i < len) {
+            const std::int32_t last = len - 4;
+            plainFour<Formulas>(src1 + last, src2 + last, dst + last, i - last, asWritten);
+        }
+        return;
+    }
+    for (; i < len; ++i) asWritten(src1 + i, src2 + i, dst + i);
+}
+
+// A complex product. The path is chosen once an element.
+template <template <class> class Formulas>
+inline OktStatus complexProduct64(const Complex64* src1, const Complex64* src2, Complex64* dst, std::int32_t len) {
     return x87Frame<64>(len, src1, src2, dst, [=](OktStatus&) {
         const bool sourcesChange = interferes(src1, dst, 1) || interferes(src2, dst, 1);
-        for (std::int32_t i = 0; i < len; ++i) {
-            const auto a = loadParts(src1 + i);
-            const auto b = loadParts(src2 + i);
+        const auto asWritten = [=](const Complex64* from1, const Complex64* from2, Complex64* to) __attribute__((noinline)) {
+            const auto a = loadParts(from1);
+            const auto b = loadParts(from2);
             const auto storeParts = [&](auto convert) {
                 auto x = convert(a);
                 auto y = convert(b);
-                storeReal(dst + i, static_cast<Real64>(re(x, y)));
+                storeReal(to, static_cast<Real64>(Formulas<Real80>::re(x, y)));
                 if (sourcesChange) [[unlikely]] {
-                    x = convert(loadParts(src1 + i));
-                    y = convert(loadParts(src2 + i));
+                    x = convert(loadParts(from1));
+                    y = convert(loadParts(from2));
                 }
-                storeImaginary(dst + i, static_cast<Real64>(im(x, y)));
+                storeImaginary(to, static_cast<Real64>(Formulas<Real80>::im(x, y)));
             };
-            if (needsSimplePath(a, b)) [[unlikely]]
-                storeParts(extended);
-            else
+            // In place a short source may change into a long one.
+            const bool compensates = !needsSimplePath(a, b) && (sourcesChange || !hasShortParts(a, b));
+            if (compensates)
                 storeParts(split);
-        }
+            else
+                storeParts(extended);
+            return compensates;
+        };
+        complexLoop64<Formulas>(src1, src2, dst, len, asWritten);
     });
 }
 

@@ -82,29 +82,43 @@ OktStatus divComplex32(const Complex32* src1, const Complex32* src2, Complex32* 
     });
 }
 
-void divElement64(const Complex64* src1, const Complex64* src2, Complex64* dst) {
+template <class R>
+struct Quotient64 {
+    R r;
+    explicit Quotient64(ComplexOf<R> b) : r(R(1.0) / (b.im * b.im + b.re * b.re)) {}
+    static auto re(auto a, auto b) { return timesConjRe(a, b); }
+    static auto im(auto a, auto b) { return timesConjIm(a, b); }
+    R finish(R numerator) const { return numerator * r; }
+};
+
+// Says whether the numerators are compensated.
+[[gnu::noinline]] bool divElement64(const Complex64* src1, const Complex64* src2, Complex64* dst) {
     const auto a = loadParts(src1);
     const auto b = loadParts(src2);
-    const auto [bRe, bIm] = extended(b);
-    const Real80 r = 1.0L / (bIm * bIm + bRe * bRe);
-    if (needsSimplePath(a, b)) [[unlikely]] {
-        storeImaginary(dst, static_cast<Real64>(timesConjIm(extended(a), extended(b)) * r));
+    const Quotient64<Real80> quotient(extended(b));
+    const auto part = [&](Real80 numerator) { return static_cast<Real64>(quotient.finish(numerator)); };
+    if (needsSimplePath(a, b)) {
+        storeImaginary(dst, part(quotient.im(extended(a), extended(b))));
         // The imaginary part may have been stored into a source.
-        const auto x = extended(loadParts(src1)), y = extended(loadParts(src2));
-        storeReal(dst, static_cast<Real64>(r * timesConjRe(x, y)));
-        return;
+        storeReal(dst, part(quotient.re(extended(loadParts(src1)), extended(loadParts(src2)))));
+        return false;
     }
-    const auto x = split(a), y = split(b);
-    const Real80 re = timesConjRe(x, y) * r;
-    const Real80 im = timesConjIm(x, y) * r;
-    storeReal(dst, static_cast<Real64>(re));
-    storeImaginary(dst, static_cast<Real64>(im));
+    const bool compensates = !hasShortParts(a, b);
+    const auto storeParts = [&](auto x, auto y) {
+        const Real64 re = part(quotient.re(x, y)), im = part(quotient.im(x, y));
+        storeReal(dst, re);
+        storeImaginary(dst, im);
+    };
+    if (compensates)
+        storeParts(split(a), split(b));
+    else
+        storeParts(extended(a), extended(b));
+    return compensates;
 }
 
 OktStatus divComplex64(const Complex64* src1, const Complex64* src2, Complex64* dst, std::int32_t len) {
-    return x87Frame<64>(len, src1, src2, dst, [=](OktStatus&) {
-        for (std::int32_t i = 0; i < len; ++i) divElement64(src1 + i, src2 + i, dst + i);
-    });
+    return x87Frame<64>(len, src1, src2, dst,
+                        [=](OktStatus&) { complexLoop64<Quotient64>(src1, src2, dst, len, divElement64); });
 }
 
 }  // namespace

@@ -72,6 +72,109 @@ TEST(Div, ComplexAgreesWithTheModelInEveryRoundingMode) {
     expectModel<Complex32, Complex32>("oktsDiv_32fc_A24", model::Div_32fc, near32, near32);
 }
 
+// Significands of any number of bits: short ones, results halfway between two numbers, results that cancel.
+template <class Z>
+Z gradedComplex(Random& random) {
+    using Part = PartOf<Z>;
+    const auto part = [&] {
+        const auto bits = random.below(sizeof(Part) == 8 ? 53 : 24) + 1;
+        const auto integer = static_cast<std::int64_t>(random.bits() >> (64 - bits) | 1);
+        return static_cast<Part>(random.below(2) == 0 ? integer : -integer);
+    };
+    const Part re = part();
+    switch (random.below(6)) {
+        case 0: return {re, re};
+        case 1: return {re, -re};
+        case 2: return {re, Part{0}};
+        default: return {re, part()};
+    }
+}
+
+// What SSE2 and x87 arithmetic leave in MXCSR and in the x87 status word, from clear flags and beside a standing "inexact".
+struct BothFlags {
+    std::uint32_t mxcsr, x87;
+    bool operator==(const BothFlags&) const = default;
+};
+
+template <class Call>
+BothFlags bothFlagsRaised(const Call& call, bool inexactBefore) {
+    const ScopedControlState scope({_mm_getcsr() & ~stickyFlags, 0x037F});
+    asm volatile("fninit");
+    if (inexactBefore) {
+        _mm_setcsr(_mm_getcsr() | flagInexact);
+        asm volatile("fld1; fldpi; fdivrp; fstp %%st(0)" : : : "st", "st(1)");
+    }
+    call();
+    std::uint16_t status;
+    asm volatile("fnstsw %0" : "=a"(status));
+    return {_mm_getcsr() & stickyFlags, status & stickyFlags};
+}
+
+template <class S, class Function>
+void expectBothFlagsOfTheModel(Function f, Function model) {
+    constexpr bool twoSources = std::is_invocable_v<Function, const S*, const S*, S*, std::int32_t>;
+    Random random(77);
+    for (int round = 0; round < 4000; ++round) {
+        const auto len = static_cast<std::int32_t>(round % 2 == 0 ? 1 : random.below(12) + 1);
+        const auto fill = [&](std::vector<S>& sources) {
+            const auto kind = random.below(4);
+            for (S& z : sources) {
+                const auto own = kind == 3 ? random.below(3) : kind;
+                z = own == 0 ? gradedComplex<S>(random) : own == 1 ? ordinaryComplex<S, -60, 60>(random) : specialComplex<S>(random);
+            }
+        };
+        std::vector<S> src1(static_cast<std::size_t>(len)), src2(src1);
+        fill(src1);
+        fill(src2);
+        std::vector<S> dst(src1.size());
+        const auto run = [&](Function function) {
+            return [&, function] {
+                if constexpr (twoSources)
+                    function(src1.data(), src2.data(), dst.data(), len);
+                else
+                    function(src1.data(), &dst.data()->re, len);
+            };
+        };
+        for (const bool before : {false, true}) {
+            const BothFlags expected = bothFlagsRaised(run(model), before), actual = bothFlagsRaised(run(f), before);
+            ASSERT_EQ(actual.mxcsr, expected.mxcsr) << "round " << round;
+            ASSERT_EQ(actual.x87, expected.x87) << "round " << round;
+        }
+    }
+}
+
+TEST(Complex64, RaisesTheX87FlagsOfTheModel) {
+    expectBothFlagsOfTheModel<Complex64>(oktsAbs_64fc_A53, model::Abs_64fc);
+    expectBothFlagsOfTheModel<Complex64>(oktsMul_64fc_A53, model::Mul_64fc);
+    expectBothFlagsOfTheModel<Complex64>(oktsMulByConj_64fc_A53, model::MulByConj_64fc);
+    expectBothFlagsOfTheModel<Complex64>(oktsDiv_64fc_A53, model::Div_64fc);
+}
+TEST(Complex32, RaisesTheFlagsOfTheModelInEveryRoundingMode) {
+    inEveryRoundingMode([] {
+        expectBothFlagsOfTheModel<Complex32>(oktsAbs_32fc_A24, model::Abs_32fc);
+        expectBothFlagsOfTheModel<Complex32>(oktsMul_32fc_A24, model::Mul_32fc);
+        expectBothFlagsOfTheModel<Complex32>(oktsMulByConj_32fc_A24, model::MulByConj_32fc);
+        expectBothFlagsOfTheModel<Complex32>(oktsDiv_32fc_A24, model::Div_32fc);
+    });
+}
+
+constexpr Filling<Complex32> graded32{gradedComplex<Complex32>, specialComplex<Complex32>};
+constexpr Filling<Complex64> graded64{gradedComplex<Complex64>, specialComplex<Complex64>};
+
+TEST(Complex32, GradedSignificandsAgreeWithTheModel) {
+    inEveryRoundingMode([] {
+        expectModel<Complex32, Real32>("oktsAbs_32fc_A24", model::Abs_32fc, graded32);
+        expectModel<Complex32, Complex32>("oktsMul_32fc_A24", model::Mul_32fc, graded32, graded32);
+        expectModel<Complex32, Complex32>("oktsDiv_32fc_A24", model::Div_32fc, graded32, graded32);
+    });
+}
+TEST(Complex64, GradedSignificandsAgreeWithTheModel) {
+    expectModel<Complex64, Real64>("oktsAbs_64fc_A53", model::Abs_64fc, graded64);
+    expectModel<Complex64, Complex64>("oktsMul_64fc_A53", model::Mul_64fc, graded64, graded64);
+    expectModel<Complex64, Complex64>("oktsMulByConj_64fc_A53", model::MulByConj_64fc, graded64, graded64);
+    expectModel<Complex64, Complex64>("oktsDiv_64fc_A53", model::Div_64fc, graded64, graded64);
+}
+
 // ---------------------------------------------------------------------------------------------------------------------
 // Destination on a source, or a few elements off: what the loop over single elements, real part first, leaves.
 
