@@ -115,5 +115,15 @@ TEST(Cos32, AgreesWithThePlainModel) {
                                 {ordinaryElement<Real32, -6, 12>, unusualElement<Real32>});
 }
 
+// Blocks of huge elements alone, which are worked side by side, and blocks in which one element is not huge.
+TEST(Cos64, HugeElementsAgreeWithThePlainModel) {
+    expectModel<Real64, Real64>("oktsCos_64f_A53", model::Cos_64f,
+                                {ordinaryElement<Real64, 30, 1023>, unusualElement<Real64>});
+}
+TEST(Cos32, HugeElementsAgreeWithThePlainModel) {
+    expectModel<Real32, Real32>("oktsCos_32f_A24", model::Cos_32f,
+                                {ordinaryElement<Real32, 30, 127>, unusualElement<Real32>});
+}
+
 }  // namespace
 }  // namespace okt::test

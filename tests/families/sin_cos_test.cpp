@@ -145,5 +145,15 @@ TEST(SinCos32, AgreesWithThePlainModel) {
                                 {ordinaryElement<Real32, -6, 12>, unusualElement<Real32>});
 }
 
+// Blocks of huge elements alone, which are worked side by side, and blocks in which one element is not huge.
+TEST(SinCos64, HugeElementsAgreeWithThePlainModel) {
+    expectModel<Real64, Real64>("oktsSinCos_64f_A53", model::SinCos_64f,
+                                {ordinaryElement<Real64, 30, 1023>, unusualElement<Real64>});
+}
+TEST(SinCos32, HugeElementsAgreeWithThePlainModel) {
+    expectModel<Real32, Real32>("oktsSinCos_32f_A24", model::SinCos_32f,
+                                {ordinaryElement<Real32, 30, 127>, unusualElement<Real32>});
+}
+
 }  // namespace
 }  // namespace okt::test

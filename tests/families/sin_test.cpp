@@ -117,6 +117,14 @@ TEST(Sin64, StatusIsDomainAsSoonAsOneElementIsInfinite) {
     EXPECT_EQ(oktsSin_64f_A53(none, results, 6), oktStatusOk);
 }
 
+// The lane path takes element by element, so that a result stored on the next argument becomes that argument.
+TEST(Sin64, BlockOfHugeElementsIsReadInOrder) {
+    Real64 values[5] = {1e300, 1e300, 1e300, 1e300, 1e300}, expected[5] = {1e300};
+    for (int i = 0; i < 4; ++i) expected[i + 1] = besideHuge(oktsSin_64f_A53, expected[i]);
+    EXPECT_EQ(oktsSin_64f_A53(values, values + 1, 4), oktStatusOk);
+    for (int i = 0; i < 5; ++i) EXPECT_TRUE(sameBits(values[i], asBits(expected[i]))) << i;
+}
+
 // The reduction gives quadrant 1 instead of 2 there.
 TEST(Sin64, IsAQuarterTurnOffAtTheRecordedArgument) {
     const Real64 residue = bits64(0xBFC69CB7E4AF8478);
@@ -130,6 +138,16 @@ TEST(Sin64, AgreesWithThePlainModel) {
 TEST(Sin32, AgreesWithThePlainModel) {
     expectModel<Real32, Real32>("oktsSin_32f_A24", model::Sin_32f,
                                 {ordinaryElement<Real32, -6, 12>, unusualElement<Real32>});
+}
+
+// Blocks of huge elements alone, which are worked side by side, and blocks in which one element is not huge.
+TEST(Sin64, HugeElementsAgreeWithThePlainModel) {
+    expectModel<Real64, Real64>("oktsSin_64f_A53", model::Sin_64f,
+                                {ordinaryElement<Real64, 30, 1023>, unusualElement<Real64>});
+}
+TEST(Sin32, HugeElementsAgreeWithThePlainModel) {
+    expectModel<Real32, Real32>("oktsSin_32f_A24", model::Sin_32f,
+                                {ordinaryElement<Real32, 30, 127>, unusualElement<Real32>});
 }
 
 }  // namespace

@@ -103,5 +103,54 @@ TEST(ReduceQuarterPi, AgreesWithThePlainModel) {
     }
 }
 
+template <int N>
+void expectSideBySideAsAlone() {
+    Random random(11);
+    for (std::size_t done = 0; done < elementsToCompare(); done += N) {
+        Real64 x[N], heads[N], tails[N];
+        std::uint64_t quadrants[N];
+        for (Real64& each : x)
+            each = bits64((random.bits() & 0x8000000000000000) | (1053 + random.below(994)) << 52 | random.bits() >> 12);
+        ASSERT_TRUE(allHuge(F64<N>::load(x)));
+        const QuarterPiReductions<N> all = reduceHuge(F64<N>::load(x));
+        all.head.store(heads);
+        all.tail.store(tails);
+        all.quadrant.store(quadrants);
+        for (int i = 0; i < N; ++i) {
+            const QuarterPiReduction one = reduceQuarterPi(x[i]);
+            ASSERT_EQ(asBits(heads[i]), asBits(one.head)) << std::hexfloat << x[i];
+            ASSERT_EQ(asBits(tails[i]), asBits(one.tail)) << std::hexfloat << x[i];
+            ASSERT_EQ(quadrants[i], one.quadrant) << std::hexfloat << x[i];
+        }
+    }
+}
+
+TEST(ReduceQuarterPi, GivesSeveralElementsWhatItGivesEachAlone) {
+    expectSideBySideAsAlone<2>();
+    expectSideBySideAsAlone<4>();
+}
+
+TEST(ReduceQuarterPi, HugeIsFromTwoToTheThirtiethToTheLastFiniteNumber) {
+    const auto huge = [](Real64 x) {
+        for (const int place : {0, 1, 2, 3}) {
+            Real64 four[4] = {0x1p30, -0x1p1000, 0x1p40, -0x1p50};
+            four[place] = x;
+            Real32 narrow[4];
+            for (int i = 0; i < 4; ++i) narrow[i] = static_cast<Real32>(i == place ? x : 0x1p40);
+            if (allHuge(F64<4>::load(four)) != allHuge(F32<4>::load(narrow))) return 2;
+            if (!allHuge(F64<4>::load(four))) return 0;
+        }
+        return 1;
+    };
+    for (const Real64 sign : {1.0, -1.0}) {
+        EXPECT_EQ(huge(sign * 0x1p30), 1);
+        EXPECT_EQ(huge(sign * 0x1.fffffep29), 0);
+        EXPECT_EQ(huge(sign * 0x1.fffffep127), 1);
+        EXPECT_EQ(huge(sign * HUGE_VAL), 0);
+        EXPECT_EQ(huge(sign * 0.0), 0);
+    }
+    EXPECT_EQ(huge(bits64(0x7FF8000000000000)), 0);
+}
+
 }  // namespace
 }  // namespace okt::test
