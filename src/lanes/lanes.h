@@ -179,6 +179,7 @@ template <int bit>
 inline F64<1> gatherByDigitPairs(const Real64* table, U32<1> digits) { return table[2 * (digits.raw >> bit & 3)]; }
 // Lanes with the sign bit set.
 inline Mask32<1> negativeLanes(U32<1> a) { return {static_cast<std::int32_t>(a.raw) < 0}; }
+inline Mask64<1> negativeLanes(U64<1> a) { return {static_cast<std::int64_t>(a.raw) < 0}; }
 
 // The truth values of 32-bit lanes for 64-bit lanes.
 inline Mask64<1> widen(Mask32<1> m) { return {m.raw}; }
@@ -415,6 +416,9 @@ inline U64<2> shiftRight(U64<2> a, U64<2> count) {
     return _mm_castpd_si128(_mm_move_sd(_mm_castsi128_pd(high), _mm_castsi128_pd(low)));
 }
 inline F32<4> toReal32(U32<4> a) { return _mm_cvtepi32_ps(a.raw); }
+inline Mask64<2> negativeLanes(U64<2> a) {
+    return {_mm_castsi128_pd(_mm_srai_epi32(_mm_shuffle_epi32(a.raw, _MM_SHUFFLE(3, 3, 1, 1)), 31))};
+}
 inline Mask32<4> negativeLanes(U32<4> a) { return {_mm_castsi128_ps(_mm_srai_epi32(a.raw, 31))}; }
 inline U32<4> roundToSigned(F32<4> a) { return _mm_cvtps_epi32(a.raw); }
 
@@ -561,6 +565,9 @@ inline U64<N> rsqrtSeedLow(U64<N> a) { return {rsqrtSeedLow(a.lo), rsqrtSeedLow(
 template <int N>
     requires Paired<U32<N>>
 inline Mask32<N> negativeLanes(U32<N> a) { return {negativeLanes(a.lo), negativeLanes(a.hi)}; }
+template <int N>
+    requires Paired<U64<N>>
+inline Mask64<N> negativeLanes(U64<N> a) { return {negativeLanes(a.lo), negativeLanes(a.hi)}; }
 template <int N>
     requires Paired<U32<N>>
 inline U32<N> roundToSigned(F32<N> a) { return {roundToSigned(a.lo), roundToSigned(a.hi)}; }
