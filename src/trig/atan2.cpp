@@ -381,8 +381,8 @@ template <int N>
     const U32<N> passed = upToB + upToC;  // -2, -1, 0
     const InMemory<std::uint32_t, N> row((inA + passed) + (U32<N>(k.lastRow) - inD));
 
-    // 0, 1/2, 1, 2, and 1 in the last region, where the numerator is 0 - b and the denominator 0 + a. A step from one to
-    // the next is one in the exponent.
+    // 0, 1/2, 1, 2, and 1 in the last region, where the numerator is 0 - b and the denominator 0 + a. The steps from
+    // 1/2 to 1 and to 2 are steps of the exponent.
     const F32<N> c = asReal((((passed + inD) << 23) + k.lastCentre) & ~inA);
     const F32<N> n = (a & ~inD) - c * b;
     const F32<N> d = (b & ~inD) + c * a;

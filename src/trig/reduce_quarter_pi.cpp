@@ -40,54 +40,70 @@ struct C {
     static constexpr Real64 splitFactor = bits64(0x4198000000000000);  // 3·2^25, chops a sum to its leading bits
 };
 
-// (q, negated if x is negative) modulo 4.
-std::uint32_t quadrantOf(std::uint32_t half, bool negative) { return (negative ? 0u - half : half) & 3; }
+// The quarter turns of |x|, half its rounded eighths, negated with x, modulo 4.
+template <int N>
+inline U64<N> quadrantOf(U64<N> eighths, U64<N> sign) {
+    const U64<N> half = (eighths + U64<N>(1)) >> 1;
+    const U64<N> negated = U64<N>(0) - (sign >> 63);
+    return ((half ^ negated) - negated) & U64<N>(3);
+}
 
 // A head with the errors of its subtractions gathered in a tail.
+template <int N>
 struct Rest {
-    Real64 head, tail;
+    F64<N> head, tail;
 };
 
 // head - p, exact in all but rare cases; the rounding error is stored.
-Real64 minus(Real64 head, Real64 p, Real64& error) {
-    const Real64 next = head - p;
+template <int N>
+inline F64<N> minus(F64<N> head, F64<N> p, F64<N>& error) {
+    const F64<N> next = head - p;
     error = (head - next) - p;
     return next;
 }
 
-Rest subtractFourParts(Real64 a, Real64 n) {
-    Real64 l1, l2;
-    const Real64 t = a - n * C::quarterPiA1;
-    const Real64 u = minus(t, n * C::quarterPiA2, l1);
-    const Real64 v = minus(u, n * C::quarterPiA3, l2);
+template <int N>
+inline Rest<N> subtractFourParts(F64<N> a, F64<N> n) {
+    F64<N> l1, l2;
+    const F64<N> t = a - n * C::quarterPiA1;
+    const F64<N> u = minus<N>(t, n * C::quarterPiA2, l1);
+    const F64<N> v = minus<N>(u, n * C::quarterPiA3, l2);
     return {v, (l1 + l2) - n * C::quarterPiA4};
 }
 
-Rest subtractFiveParts(Real64 a, Real64 n) {
-    Real64 l1, l2, l4;
-    const Real64 t = a - n * C::quarterPiB1;
-    const Real64 u = minus(t, n * C::quarterPiB2, l1);
-    const Real64 v = minus(u, n * C::quarterPiB3, l2);
-    const Real64 l = l1 + l2;
-    const Real64 w = v + l;
-    const Real64 l3 = (v - w) + l;
-    const Real64 g = minus(w, n * C::quarterPiB4, l4);
+template <int N>
+inline Rest<N> subtractFiveParts(F64<N> a, F64<N> n) {
+    F64<N> l1, l2, l4;
+    const F64<N> t = a - n * C::quarterPiB1;
+    const F64<N> u = minus<N>(t, n * C::quarterPiB2, l1);
+    const F64<N> v = minus<N>(u, n * C::quarterPiB3, l2);
+    const F64<N> l = l1 + l2;
+    const F64<N> w = v + l;
+    const F64<N> l3 = (v - w) + l;
+    const F64<N> g = minus<N>(w, n * C::quarterPiB4, l4);
     return {g, (l3 + l4) - n * C::quarterPiB5};
 }
 
+enum class Parts { four, five };
+
 // |x| < 2^30: the quotient fits an integer.
-QuarterPiReduction reduceBySubtraction(Real64 a, std::uint32_t exponent, bool negative) {
-    const Real64 y = a * C::fourOverPi;
-    const std::uint32_t high = highWord(y);
-    const std::uint32_t significand = ((high & 0x000FFFFF) | 0x00100000) << 11 | lowWord(y) >> 21;
-    const std::uint32_t n = significand >> ((30 - (high >> 20)) & 31);  // floor(y)
-    const auto even = static_cast<Real64>(static_cast<std::int32_t>(n + (n & 1)));
-    const Rest rest = exponent <= 1045 ? subtractFourParts(a, even) : subtractFiveParts(a, even);
-    const Real64 sign = negative ? -1.0 : 1.0;
-    const Real64 h = rest.head * sign;
-    const Real64 l = sign * rest.tail;
-    const Real64 head = h + l;
-    return {head, l + (h - head), quadrantOf((n + 1) >> 1, negative)};
+template <Parts parts, int N>
+[[gnu::always_inline]] inline QuarterPiReductions<N> reduceBySubtraction(F64<N> x) {
+    const U64<N> sign = asBits(signOf(x));
+    const F64<N> a = abs(x);
+
+    // floor(|x|·4/pi), out of the pattern, and the even integer next to it, which 2^52 takes to Real64.
+    const U64<N> y = asBits(a * C::fourOverPi);
+    const U64<N> significand = (y & U64<N>(0x000FFFFFFFFFFFFF)) | U64<N>(0x0010000000000000);
+    const U64<N> n = shiftRight(significand, U64<N>(1075) - (y >> 52));
+    const U64<N> even = n + (n & U64<N>(1));
+    const F64<N> turns = asReal(even | asBits(F64<N>(0x1p52))) - 0x1p52;
+
+    const Rest<N> rest = parts == Parts::four ? subtractFourParts<N>(a, turns) : subtractFiveParts<N>(a, turns);
+    const F64<N> h = asReal(asBits(rest.head) ^ sign);
+    const F64<N> l = asReal(asBits(rest.tail) ^ sign);
+    const F64<N> head = h + l;
+    return {head, l + (h - head), quadrantOf<N>(n, sign)};
 }
 
 // A running sum: what a term's addition rounds off goes into the tail.
@@ -171,26 +187,43 @@ template <int N>
     const F64<N> head = p + l;
     const F64<N> tail = (p - head) + l;
 
-    // Quarter turns, negated with x, modulo 4.
-    const U64<N> half = (k + U64<N>(1)) >> 1;
-    const U64<N> negated = U64<N>(0) - (sign >> 63);
-    return {asReal(asBits(head) ^ sign), asReal(asBits(tail) ^ sign), ((half ^ negated) - negated) & U64<N>(3)};
+    return {asReal(asBits(head) ^ sign), asReal(asBits(tail) ^ sign), quadrantOf<N>(k, sign)};
 }
+
+template <int N>
+inline QuarterPiReduction single(const QuarterPiReductions<N>& r) {
+    return {r.head.raw, r.tail.raw, static_cast<std::uint32_t>(r.quadrant.raw)};
+}
+
+// Biased exponents from which the steps are others.
+constexpr std::uint32_t lowest = 1040, fiveParts = 1046, table = 1053, infinite = 0x7FF;
 
 }  // namespace
 
 template <int N>
-QuarterPiReductions<N> reduceHuge(F64<N> x) { return reduceByTable(x); }
-template QuarterPiReductions<2> reduceHuge(F64<2> x);
-template QuarterPiReductions<4> reduceHuge(F64<4> x);
+bool reduceAlike(F64<N> x, QuarterPiReductions<N>& reductions) {
+    const U32<N> magnitude = packHighWords(asBits(x)) & U32<N>(0x7FFFFFFF);
+    const auto allWithin = [&](std::uint32_t first, std::uint32_t end) {
+        return !any(outside(magnitude, first << 20, (end << 20) - 1));
+    };
+    if (allWithin(table, infinite))
+        reductions = reduceByTable(x);
+    else if (allWithin(lowest, fiveParts))
+        reductions = reduceBySubtraction<Parts::four>(x);
+    else if (allWithin(fiveParts, table))
+        reductions = reduceBySubtraction<Parts::five>(x);
+    else
+        return false;
+    return true;
+}
+template bool reduceAlike(F64<2> x, QuarterPiReductions<2>& reductions);
+template bool reduceAlike(F64<4> x, QuarterPiReductions<4>& reductions);
 
 QuarterPiReduction reduceQuarterPi(Real64 x) {
-    const bool negative = (asBits(x) >> 63) != 0;
-    const Real64 a = bits64(asBits(x) & 0x7FFFFFFFFFFFFFFF);
-    const auto exponent = static_cast<std::uint32_t>(asBits(a) >> 52);
-    if (exponent <= 1052) return reduceBySubtraction(a, exponent, negative);
-    const auto [head, tail, quadrant] = reduceByTable(F64<1>(x));
-    return {head.raw, tail.raw, static_cast<std::uint32_t>(quadrant.raw)};
+    const std::uint32_t exponent = highWord(x) >> 20 & 0x7FF;
+    if (exponent < fiveParts) return single(reduceBySubtraction<Parts::four>(F64<1>(x)));
+    if (exponent < table) return single(reduceBySubtraction<Parts::five>(F64<1>(x)));
+    return single(reduceByTable(F64<1>(x)));
 }
 
 }  // namespace okt

@@ -39,18 +39,18 @@ struct SineAndCosine {
     return {static_cast<Real32>(s), static_cast<Real32>(c)};
 }
 
-// The lane path of a whole block of huge elements. False for any other, and where a result is the argument of one of the
-// next elements: then nothing is stored.
+// The lane path of a whole block of huge elements of one kind. False for any other, and where a result is the argument
+// of one of the next elements: then nothing is stored.
 template <class T>
 [[gnu::noinline]] bool hugeBlock(const T* src, T* sines, T* cosines) {
-    const auto x = Vec<T, 4>::load(src);
-    if (!allHuge(x) || smearsForward(src, sines) || smearsForward(src, cosines)) return false;
+    QuarterPiReductions<4> reductions;
+    if (smearsForward(src, sines) || smearsForward(src, cosines)) return false;
+    if (!reduceAlike(Vec<T, 4>::load(src), reductions)) return false;
+    const auto angle = sine::laneAngle(reductions);
     if constexpr (sizeof(T) == 8) {
-        const auto angle = sine::hugeAngle(x);
         angle.sine().store(sines);
         angle.cosine().store(cosines);
     } else {
-        const auto angle = sine::hugeAngle(widen(x));
         narrow(angle.sine()).store(sines);
         narrow(angle.cosine()).store(cosines);
     }

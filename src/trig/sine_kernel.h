@@ -167,11 +167,9 @@ inline LaneAngle<1> laneAngle(Real64 x) {
     return {reduction.head, reduction.tail, std::uint64_t{reduction.quadrant}};
 }
 
-// For huge x alone.
 template <int N>
-inline LaneAngle<N> hugeAngle(F64<N> x) {
-    const auto [head, tail, quadrant] = reduceHuge(x);
-    return {head, tail, quadrant};
+inline LaneAngle<N> laneAngle(const QuarterPiReductions<N>& reductions) {
+    return {reductions.head, reductions.tail, reductions.quadrant};
 }
 
 inline bool isTiny(Real64 x) { return biasedExponent(x) < 771; }

@@ -27,16 +27,17 @@ inline F32<N> fittedSine(F32<N> x, U32<N> n, F64<N> d) {
     return narrow(y * r) ^ asReal(n << 31);
 }
 
-// The lane path of a whole block of huge elements. False for any other, and where one element's result is the next
-// one's argument: then nothing is stored.
+// The lane path of a whole block of huge elements of one kind. False for any other, and where one element's result is
+// the next one's argument: then nothing is stored.
 template <class Function, class T>
 [[gnu::noinline]] bool hugeBlock(const T* src, T* dst) {
-    const auto x = Vec<T, 4>::load(src);
-    if (!allHuge(x) || smearsForward(src, dst)) return false;
+    QuarterPiReductions<4> reductions;
+    if (smearsForward(src, dst) || !reduceAlike(Vec<T, 4>::load(src), reductions)) return false;
+    const F64<4> result = Function::ofAngle(laneAngle(reductions));
     if constexpr (sizeof(T) == 8)
-        Function::ofHuge(x).store(dst);
+        result.store(dst);
     else
-        narrow(Function::ofHuge(widen(x))).store(dst);
+        narrow(result).store(dst);
     return true;
 }
 

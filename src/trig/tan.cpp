@@ -112,20 +112,17 @@ inline Real64 tangentOfFinite(Real64 x) {
     return static_cast<Real32>(tanLane64(x, status));
 }
 
-// The lane path of a whole block of huge elements. False for any other, and where one element's result is the next
-// one's argument: then nothing is stored.
+// The lane path of a whole block of huge elements of one kind. False for any other, and where one element's result is
+// the next one's argument: then nothing is stored.
 template <class T>
 [[gnu::noinline]] bool hugeBlock(const T* src, T* dst) {
-    const auto x = Vec<T, 2>::load(src);
-    if (!allHuge(x) || smearsForward(src, dst)) return false;
-    const auto ofHuge = [](F64<2> v) {
-        const auto [head, tail, quadrant] = reduceHuge(v);
-        return tangent<2>(head, tail, quadrant);
-    };
+    QuarterPiReductions<2> reductions;
+    if (smearsForward(src, dst) || !reduceAlike(Vec<T, 2>::load(src), reductions)) return false;
+    const F64<2> result = tangent<2>(reductions.head, reductions.tail, reductions.quadrant);
     if constexpr (sizeof(T) == 8)
-        ofHuge(x).store(dst);
+        result.store(dst);
     else
-        narrow(ofHuge(widen(x))).store(dst);
+        narrow(result).store(dst);
     return true;
 }
 

@@ -70,9 +70,9 @@ TEST(Sin32, RangeTestSendsTheWholeBlockToTheLanePathAbove10000) {
 TEST(Sin32, LastOneToFourElementsAreATail) {
     const Telltale<Real32> telltale(oktsSin_32f_A24);
     const Real32 huge = 1e6F;
-    EXPECT_TRUE(takesLanePath(oktsSin_32f_A24, telltale, huge, 8, 1, 0, 3));   // one block
-    EXPECT_TRUE(takesLanePath(oktsSin_32f_A24, telltale, huge, 8, 5, 5, 5));   // and a tail of four
-    EXPECT_TRUE(takesLanePath(oktsSin_32f_A24, telltale, huge, 4, 1, 1, 1));   // no block at all
+    EXPECT_TRUE(takesLanePath(oktsSin_32f_A24, telltale, huge, 8, 1, 0, 3));  // one block
+    EXPECT_TRUE(takesLanePath(oktsSin_32f_A24, telltale, huge, 8, 5, 5, 5));  // and a tail of four
+    EXPECT_TRUE(takesLanePath(oktsSin_32f_A24, telltale, huge, 4, 1, 1, 1));  // no block at all
     EXPECT_TRUE(takesLanePath(oktsSin_32f_A24, telltale, huge, 5, 1, 0, 3));
     EXPECT_TRUE(takesLanePath(oktsSin_32f_A24, telltale, huge, 12, 5, 4, 7));
     EXPECT_TRUE(takesLanePath(oktsSin_32f_A24, telltale, huge, 12, 8, 8, 8));
@@ -140,14 +140,16 @@ TEST(Sin32, AgreesWithThePlainModel) {
                                 {ordinaryElement<Real32, -6, 12>, unusualElement<Real32>});
 }
 
-// Blocks of huge elements alone, which are worked side by side, and blocks in which one element is not huge.
+// Blocks of huge elements of one kind, which are worked side by side, and blocks in which one element is another.
 TEST(Sin64, HugeElementsAgreeWithThePlainModel) {
-    expectModel<Real64, Real64>("oktsSin_64f_A53", model::Sin_64f,
-                                {ordinaryElement<Real64, 30, 1023>, unusualElement<Real64>});
+    for (const auto ordinary :
+         {ordinaryElement<Real64, 17, 22>, ordinaryElement<Real64, 23, 29>, ordinaryElement<Real64, 30, 1023>})
+        expectModel<Real64, Real64>("oktsSin_64f_A53", model::Sin_64f, {ordinary, unusualElement<Real64>});
 }
 TEST(Sin32, HugeElementsAgreeWithThePlainModel) {
-    expectModel<Real32, Real32>("oktsSin_32f_A24", model::Sin_32f,
-                                {ordinaryElement<Real32, 30, 127>, unusualElement<Real32>});
+    for (const auto ordinary :
+         {ordinaryElement<Real32, 17, 22>, ordinaryElement<Real32, 23, 29>, ordinaryElement<Real32, 30, 127>})
+        expectModel<Real32, Real32>("oktsSin_32f_A24", model::Sin_32f, {ordinary, unusualElement<Real32>});
 }
 
 }  // namespace
