@@ -179,9 +179,14 @@ template <int bit>
 inline F64<1> gatherByDigitPairs(const Real64* table, U32<1> digits) { return table[2 * (digits.raw >> bit & 3)]; }
 // Lanes with the sign bit set.
 inline Mask32<1> negativeLanes(U32<1> a) { return {static_cast<std::int32_t>(a.raw) < 0}; }
+inline Mask64<1> negativeLanes(U64<1> a) { return {static_cast<std::int64_t>(a.raw) < 0}; }
 
 // The truth values of 32-bit lanes for 64-bit lanes.
 inline Mask64<1> widen(Mask32<1> m) { return {m.raw}; }
+
+// Each lane by a count of its own, 0 to 63.
+inline U64<1> shiftLeft(U64<1> a, U64<1> count) { return a.raw << (count.raw & 63); }
+inline U64<1> shiftRight(U64<1> a, U64<1> count) { return a.raw >> (count.raw & 63); }
 
 // To a signed 32-bit integer by the rounding mode in force.
 inline U32<1> roundToSigned(F32<1> a) { return static_cast<std::uint32_t>(_mm_cvtss_si32(_mm_set_ss(a.raw))); }
@@ -400,7 +405,20 @@ inline U32<4> mulHighHalves(U32<4> a, std::uint16_t b) {
 }
 inline U64<2> recipSeedLow(U64<2> a) { return _mm_castps_si128(_mm_rcp_ps(_mm_castsi128_ps(a.raw))); }
 inline U64<2> rsqrtSeedLow(U64<2> a) { return _mm_castps_si128(_mm_rsqrt_ps(_mm_castsi128_ps(a.raw))); }
+inline U64<2> shiftLeft(U64<2> a, U64<2> count) {
+    const __m128i low = _mm_sll_epi64(a.raw, count.raw);
+    const __m128i high = _mm_sll_epi64(a.raw, _mm_unpackhi_epi64(count.raw, count.raw));
+    return _mm_castpd_si128(_mm_move_sd(_mm_castsi128_pd(high), _mm_castsi128_pd(low)));
+}
+inline U64<2> shiftRight(U64<2> a, U64<2> count) {
+    const __m128i low = _mm_srl_epi64(a.raw, count.raw);
+    const __m128i high = _mm_srl_epi64(a.raw, _mm_unpackhi_epi64(count.raw, count.raw));
+    return _mm_castpd_si128(_mm_move_sd(_mm_castsi128_pd(high), _mm_castsi128_pd(low)));
+}
 inline F32<4> toReal32(U32<4> a) { return _mm_cvtepi32_ps(a.raw); }
+inline Mask64<2> negativeLanes(U64<2> a) {
+    return {_mm_castsi128_pd(_mm_srai_epi32(_mm_shuffle_epi32(a.raw, _MM_SHUFFLE(3, 3, 1, 1)), 31))};
+}
 inline Mask32<4> negativeLanes(U32<4> a) { return {_mm_castsi128_ps(_mm_srai_epi32(a.raw, 31))}; }
 inline U32<4> roundToSigned(F32<4> a) { return _mm_cvtps_epi32(a.raw); }
 
@@ -522,6 +540,12 @@ template <int N>
     requires Paired<U64<N>>
 inline U64<N> mulLowWords(U64<N> a, U64<N> b) { return {mulLowWords(a.lo, b.lo), mulLowWords(a.hi, b.hi)}; }
 template <int N>
+    requires Paired<U64<N>>
+inline U64<N> shiftLeft(U64<N> a, U64<N> count) { return {shiftLeft(a.lo, count.lo), shiftLeft(a.hi, count.hi)}; }
+template <int N>
+    requires Paired<U64<N>>
+inline U64<N> shiftRight(U64<N> a, U64<N> count) { return {shiftRight(a.lo, count.lo), shiftRight(a.hi, count.hi)}; }
+template <int N>
     requires Paired<U32<N>>
 inline U32<N> mulHighHalves(U32<N> a, std::uint16_t b) { return {mulHighHalves(a.lo, b), mulHighHalves(a.hi, b)}; }
 inline U64<4> withHighWords(U32<4> a) {
@@ -541,6 +565,9 @@ inline U64<N> rsqrtSeedLow(U64<N> a) { return {rsqrtSeedLow(a.lo), rsqrtSeedLow(
 template <int N>
     requires Paired<U32<N>>
 inline Mask32<N> negativeLanes(U32<N> a) { return {negativeLanes(a.lo), negativeLanes(a.hi)}; }
+template <int N>
+    requires Paired<U64<N>>
+inline Mask64<N> negativeLanes(U64<N> a) { return {negativeLanes(a.lo), negativeLanes(a.hi)}; }
 template <int N>
     requires Paired<U32<N>>
 inline U32<N> roundToSigned(F32<N> a) { return {roundToSigned(a.lo), roundToSigned(a.hi)}; }

@@ -114,12 +114,12 @@ inline F64<N> arctangent(const Constants64& k, F64<N> x) {
 OktStatus atan64(const Real64* src, Real64* dst, std::int32_t len) {
     return mxcsrFrame(dst, src, len, [=](OktStatus& status) {
         const Constants64& k = inMemory(constants64);
-        const auto block = [&k](const Real64* from, Real64* to) {
-            arctangent(k, F64<4>::load(from)).store(to);
+        const auto tryLanes = [&k]<int N>(std::integral_constant<int, N>, const Real64* from, Real64* to) OKT_INLINE {
+            arctangent(k, F64<N>::load(from)).store(to);
             return true;
         };
         const auto element = [&k](Real64 x, OktStatus&) { return arctangent(k, F64x1(x)).raw; };
-        packedElementLoop<4>(src, dst, len, block, element, status);
+        packedElementLoop<2, 8>(src, dst, len, tryLanes, element, status);
     });
 }
 

@@ -206,7 +206,11 @@ Real32 atan2Lane(Real32 y, Real32 x) { return static_cast<Real32>(lane::angle<Re
 
 struct Constants64 {
     Pattern64 magnitudeMask = 0x7FFFFFFFFFFFFFFF;
+    Pattern64 signBit = 0x8000000000000000;
     Pattern64 splitMask = 0xFFFFFFFFF8000000;  // the upper 26 bits of the significand
+
+    Pattern32 magnitudeWord = 0x7FFFFFFF;
+    WordRange range{0x00300000, 0x7E000000};  // upper words: 2^-1020 <= |v| < 2^993
 
     atan::Limits limits;
 
@@ -237,11 +241,13 @@ struct Constants64 {
 };
 constexpr Constants64 constants64;
 
-// Upper words in [0x00300000, 0x7E000000): 2^-1020 <= |v| < 2^993.
 template <int N>
-inline Mask32<N> outOfRange(F64<N> v) {
-    const U32<N> word = packHighWords(asBits(v)) & U32<N>(0x7FFFFFFF);
-    return greaterSigned(word - U32<N>(0x80300000), U32<N>(0xFDD00000 - 1));
+inline bool inRange(const Constants64& k, F64<N> y, F64<N> x) {
+    const auto outside = [&](F64<N> v) OKT_INLINE {
+        const U32<N> word = packHighWords(asBits(v)) & U32<N>(k.magnitudeWord);
+        return greaterSigned(word - U32<N>(k.range.origin), U32<N>(k.range.last));
+    };
+    return !any(outside(y) | outside(x));
 }
 
 template <int N>
@@ -252,15 +258,13 @@ inline F64<N> reciprocalSeed(const Constants64& k, F64<N> d) {
 }
 
 template <int N>
-inline F64<N> mainAngle(const Constants64& k, F64<N> y, F64<N> x) {
-    const F64<N> one = k.one;
-    const U64<N> splitMask = k.splitMask;
+[[gnu::always_inline]] inline F64<N> mainAngle(const Constants64& k, F64<N> y, F64<N> x) {
     const F64<N> a = y & U64<N>(k.magnitudeMask);
     const F64<N> b = x & U64<N>(k.magnitudeMask);
-    const F64<N> sx = signOf(x);
-    const F64<N> a1 = a & splitMask;
+    const F64<N> sx = x & U64<N>(k.signBit);
+    const F64<N> a1 = a & U64<N>(k.splitMask);
     const F64<N> a2 = a - a1;
-    const F64<N> b1 = b & splitMask;
+    const F64<N> b1 = b & U64<N>(k.splitMask);
     const F64<N> b2 = b - b1;
 
     const atan::Interval<N> interval = k.limits.intervalOf(a, b);
@@ -270,19 +274,19 @@ inline F64<N> mainAngle(const Constants64& k, F64<N> y, F64<N> x) {
     const F64<N> n1 = zeroIf(interval.last, a1) - b1 * c;
     const F64<N> n2 = zeroIf(interval.last, a2) - b2 * c;
     const F64<N> n = n1 + n2;
-    const F64<N> nh = n & splitMask;
+    const F64<N> nh = n & U64<N>(k.splitMask);
     const F64<N> nl = (n2 - (n - n1)) + (n - nh);
 
     const F64<N> d1 = zeroIf(interval.last, b1) + a1 * c;
     const F64<N> d2 = zeroIf(interval.last, b2) + a2 * c;
     const F64<N> d = d1 + d2;
-    const F64<N> dh = d & splitMask;
+    const F64<N> dh = d & U64<N>(k.splitMask);
     const F64<N> dl = (d2 + (d1 - d)) + (d - dh);
 
     // 1/(dh + dl) = r + g.
     const F64<N> r = reciprocalSeed(k, dh);
-    const F64<N> e = (dh * r - one) + dl * r;
-    const F64<N> g = (((((e - one) * e + one) * e - one) * e + one) * e - one) * e * r;
+    const F64<N> e = (dh * r - k.one) + dl * r;
+    const F64<N> g = (((((e - k.one) * e + k.one) * e - k.one) * e + k.one) * e - k.one) * e * r;
     const F64<N> th = r * nh;
     const F64<N> tl = (g * nh + g * nl) + r * nl;
     const F64<N> t = tl + th;
@@ -293,18 +297,31 @@ inline F64<N> mainAngle(const Constants64& k, F64<N> y, F64<N> x) {
     const F64<N> Q = (((((k.H5 * w + k.H4) * w + k.H3) * w + k.H2) * w + k.H1) * w + k.H0) * z;
     const F64<N> u = (P + Q) * t;
 
-    const Mask64<N> negative = greaterSignedHigh(U64<N>(0), asBits(x));
+    const Mask64<N> negative = negativeLanes(asBits(x));
     const F64<N> pi1 = zeroUnless(negative, asReal(U64<N>(k.pi)));
     const F64<N> pi2 = zeroUnless(negative, asReal(U64<N>(k.piTailNegative)));
     const F64<N> A = ((u + ((tl + interval.tail()) + pi2)) + th) + interval.head();
-    return ((A ^ sx) + pi1) | signOf(y);
+    return ((A ^ sx) + pi1) | (y & U64<N>(k.signBit));
 }
 
 // ---------------------------------------------------------------------------------------------------------------------
 // Real32
 
+// The arctangent of 0, 1/2, 1, 2 and infinity in two parts, in the order of the regions.
+alignas(16) constexpr Real32 centreAngle[5][2] = {
+    {0.0F, 0.0F},
+    {bits32(0x3EED6338), bits32(0x31AC3768)},
+    {bits32(0x3F490FD8), bits32(0x34288858)},
+    {bits32(0x3F8DB710), bits32(0xB4DA2880)},
+    {bits32(0x3FC90FD8), bits32(0x34A88858)},
+};
+
 struct Constants32 {
     Pattern32 magnitudeMask = 0x7FFFFFFF;
+    Pattern32 signBit = 0x80000000;
+
+    // A block's elements must lie above 2^-125, an element alone may lie there.
+    WordRange range[2] = {{0x01000001, 0x7D000000}, {0x01000000, 0x7D000000}};
 
     // Factors of |x| that part the regions; the first two regions come before the second and third limit, and behind
     // the last t = -|x|/|y|.
@@ -313,11 +330,8 @@ struct Constants32 {
     Constant32 limitC = 1.75F;
     Constant32 limitD = 2.6875F;
 
-    // Patterns by which the value of one region turns into that of the next: centre, and the arctangent of 1/2, 1, 2
-    // and infinity in two parts.
-    Pattern32 centre[4] = {asBits(0.5F), asBits(0.5F) ^ asBits(1.0F), asBits(1.0F) ^ asBits(2.0F), asBits(2.0F)};
-    Pattern32 head[4] = {0x3EED6338, 0x3EED6338 ^ 0x3F490FD8, 0x3F490FD8 ^ 0x3F8DB710, 0x3F8DB710 ^ 0x3FC90FD8};
-    Pattern32 tail[4] = {0x31AC3768, 0x31AC3768 ^ 0x34288858, 0x34288858 ^ 0xB4DA2880, 0xB4DA2880 ^ 0x34A88858};
+    Pattern32 lastCentre = asBits(2.0F);
+    Pattern32 lastRow = 3;
 
     Constant64 two = 2.0;
     Pattern64 headOfReal64 = ~std::uint64_t{0x1FFFFFFF};  // the 24 bits that Real32 holds
@@ -334,14 +348,13 @@ struct Constants32 {
 };
 constexpr Constants32 constants32;
 
-// A block's elements must lie above 2^-125, an element alone may lie there.
-constexpr std::uint32_t lowest32 = 0x01000000;
-constexpr std::uint32_t end32 = 0x7D000000;
 template <int N>
-inline Mask32<N> outOfRange(F32<N> v) {
-    constexpr std::uint32_t first = N == 1 ? lowest32 : lowest32 + 1;
-    constexpr std::uint32_t bias = 0x80000000u - first;  // magnitudes below wrap around to the top
-    return greaterSigned((asBits(v) & U32<N>(0x7FFFFFFF)) + U32<N>(bias), U32<N>(end32 - 1 + bias));
+inline bool inRange(const Constants32& k, F32<N> y, F32<N> x) {
+    const WordRange& range = k.range[N == 1];
+    const auto outside = [&](F32<N> v) OKT_INLINE {
+        return greaterSigned((asBits(v) & U32<N>(k.magnitudeMask)) - U32<N>(range.origin), U32<N>(range.last));
+    };
+    return !any(outside(y) | outside(x));
 }
 
 // n/d in Real64: r near 1/d, v = d·r, and 1/v = (1 + (1 - v)^2)·(1 + (1 - v)).
@@ -354,29 +367,30 @@ inline F64<N> quotient(const Constants32& k, F32<N> n, F32<N> d) {
 }
 
 template <int N>
-inline F32<N> mainAngle(const Constants32& k, F32<N> y, F32<N> x) {
+[[gnu::always_inline]] inline F32<N> mainAngle(const Constants32& k, F32<N> y, F32<N> x) {
     const F32<N> a = y & U32<N>(k.magnitudeMask);
     const F32<N> b = x & U32<N>(k.magnitudeMask);
-    const F32<N> sx = signOf(x);
+    const F32<N> sx = x & U32<N>(k.signBit);
 
     const auto below = [&](const Constant32& limit) OKT_INLINE { return greaterSigned(asBits(limit * b), asBits(a)); };
-    const Mask32<N> inA = below(k.limitA);
-    const Mask32<N> upToB = below(k.limitB);
-    const Mask32<N> upToC = below(k.limitC);
-    const Mask32<N> inD = greaterSigned(asBits(a), asBits(k.limitD * b));
-    const auto chosen = [&](const Pattern32(&step)[4]) OKT_INLINE {
-        return (zeroIf(inA, asReal(U32<N>(step[0]))) ^ zeroIf(upToB, asReal(U32<N>(step[1])))) ^
-               (zeroIf(upToC, asReal(U32<N>(step[2]))) ^ zeroUnless(inD, asReal(U32<N>(step[3]))));
-    };
-    const F32<N> c = chosen(k.centre);
+    // All ones where true.
+    const U32<N> inA = maskBits(below(k.limitA));
+    const U32<N> upToB = maskBits(below(k.limitB));
+    const U32<N> upToC = maskBits(below(k.limitC));
+    const U32<N> inD = maskBits(greaterSigned(asBits(a), asBits(k.limitD * b)));
+    const U32<N> passed = upToB + upToC;  // -2, -1, 0
+    const InMemory<std::uint32_t, N> row((inA + passed) + (U32<N>(k.lastRow) - inD));
 
-    const F32<N> exchange = zeroUnless(inD, a ^ b);
-    const F32<N> n = ((a ^ exchange) ^ zeroUnless(inD, F32<N>(-0.0F))) - c * b;
-    const F32<N> d = (b ^ exchange) + c * a;
+    // 0, 1/2, 1, 2, and 1 in the last region, where the numerator is 0 - b and the denominator 0 + a. The steps from
+    // 1/2 to 1 and to 2 are steps of the exponent.
+    const F32<N> c = asReal((((passed + inD) << 23) + k.lastCentre) & ~inA);
+    const F32<N> n = (a & ~inD) - c * b;
+    const F32<N> d = (b & ~inD) + c * a;
     const F64<N> t = quotient(k, n, d);
+    const auto centre = gatherPairs<8>(centreAngle[0], row);
     const F64<N> head = t & U64<N>(k.headOfReal64);
     const F32<N> th = narrow(head);
-    const F32<N> tl = narrow(t - head) + chosen(k.tail);
+    const F32<N> tl = narrow(t - head) + centre.second;
 
     const F32<N> z = th * th;
     const F32<N> w = z * z;
@@ -384,11 +398,11 @@ inline F32<N> mainAngle(const Constants32& k, F32<N> y, F32<N> x) {
     const F32<N> Q = (k.Q1 * w + k.Q0) * z;
     const F32<N> u = (P + Q) * th;
 
-    const Mask32<N> negative = greaterSigned(U32<N>(0), asBits(x));
+    const Mask32<N> negative = negativeLanes(asBits(x));
     const F32<N> pi1 = zeroUnless(negative, asReal(U32<N>(k.pi)));
     const F32<N> pi2 = zeroUnless(negative, asReal(U32<N>(k.piTailFlipped)));
-    const F32<N> A = ((u + (tl + pi2)) + th) + chosen(k.head);
-    return ((A | sx) + pi1) | signOf(y);
+    const F32<N> A = ((u + (tl + pi2)) + th) + centre.first;
+    return ((A | sx) + pi1) | (y & U32<N>(k.signBit));
 }
 
 // ---------------------------------------------------------------------------------------------------------------------
@@ -409,7 +423,7 @@ void angles(const Load& load, T* dst, std::int32_t len) {
     }();
     const auto tryLanes = [=]<int N>(std::integral_constant<int, N>, std::int32_t i) OKT_INLINE {
         const auto [y, x] = load(lanes<N>, i);
-        if (any(outOfRange(y) | outOfRange(x))) [[unlikely]]
+        if (!inRange(*k, y, x)) [[unlikely]]
             return false;
         mainAngle(*k, y, x).store(dst + i);
         return true;

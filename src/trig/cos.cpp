@@ -9,24 +9,26 @@
 namespace okt {
 namespace {
 
-[[gnu::noinline, gnu::cold]] Real64 cosLane64(Real64 x, OktStatus& status) {
+[[gnu::noinline]] Real64 cosLane64(Real64 x, OktStatus& status) {
     if (!sine::isFinite(x)) return sine::ofNonFinite(x, status);
     if (sine::isTiny(x)) return sine::cosineOfTiny(x);
-    return sine::laneAngle(x).cosine();
+    return sine::laneAngle(x).cosine().raw;
 }
 
-[[gnu::noinline, gnu::cold]] Real32 cosLane32(Real32 x, OktStatus& status) {
+[[gnu::noinline]] Real32 cosLane32(Real32 x, OktStatus& status) {
     if (sine::isInfinite(x)) return sine::ofInfinity32(status);
     const Real64 wide = x;
     if (!sine::isFinite(wide)) return static_cast<Real32>(wide * wide);
     if (sine::isTiny(wide)) return static_cast<Real32>(sine::cosineOfTiny(wide));
-    return static_cast<Real32>(sine::laneAngle(wide).cosine());
+    return static_cast<Real32>(sine::laneAngle(wide).cosine().raw);
 }
 
 struct Cosine {
     static constexpr const Real64* table = tables::cosTable;
     static Real64 lane(Real64 x, OktStatus& status) { return cosLane64(x, status); }
     static Real32 lane(Real32 x, OktStatus& status) { return cosLane32(x, status); }
+    template <int N>
+    static F64<N> ofAngle(const sine::LaneAngle<N>& angle) { return angle.cosine(); }
 
     // cos x = (-1)^n·sin(x - (n - 1/2)·pi) with n = round((x + pi/2)/pi)
     template <int N>

@@ -12,7 +12,6 @@
 // are a quarter turn off.
 #include "trig/reduce_quarter_pi.h"
 
-#include "lanes/bits.h"
 #include "trig/reduction_table.h"
 
 namespace okt {
@@ -41,139 +40,190 @@ struct C {
     static constexpr Real64 splitFactor = bits64(0x4198000000000000);  // 3·2^25, chops a sum to its leading bits
 };
 
-// (q, negated if x is negative) modulo 4.
-std::uint32_t quadrantOf(std::uint32_t half, bool negative) { return (negative ? 0u - half : half) & 3; }
+// The quarter turns of |x|, half its rounded eighths, negated with x, modulo 4.
+template <int N>
+inline U64<N> quadrantOf(U64<N> eighths, U64<N> sign) {
+    const U64<N> half = (eighths + U64<N>(1)) >> 1;
+    const U64<N> negated = U64<N>(0) - (sign >> 63);
+    return ((half ^ negated) - negated) & U64<N>(3);
+}
 
 // A head with the errors of its subtractions gathered in a tail.
+template <int N>
 struct Rest {
-    Real64 head, tail;
+    F64<N> head, tail;
 };
 
 // head - p, exact in all but rare cases; the rounding error is stored.
-Real64 minus(Real64 head, Real64 p, Real64& error) {
-    const Real64 next = head - p;
+template <int N>
+inline F64<N> minus(F64<N> head, F64<N> p, F64<N>& error) {
+    const F64<N> next = head - p;
     error = (head - next) - p;
     return next;
 }
 
-Rest subtractFourParts(Real64 a, Real64 n) {
-    Real64 l1, l2;
-    const Real64 t = a - n * C::quarterPiA1;
-    const Real64 u = minus(t, n * C::quarterPiA2, l1);
-    const Real64 v = minus(u, n * C::quarterPiA3, l2);
+template <int N>
+inline Rest<N> subtractFourParts(F64<N> a, F64<N> n) {
+    F64<N> l1, l2;
+    const F64<N> t = a - n * C::quarterPiA1;
+    const F64<N> u = minus<N>(t, n * C::quarterPiA2, l1);
+    const F64<N> v = minus<N>(u, n * C::quarterPiA3, l2);
     return {v, (l1 + l2) - n * C::quarterPiA4};
 }
 
-Rest subtractFiveParts(Real64 a, Real64 n) {
-    Real64 l1, l2, l4;
-    const Real64 t = a - n * C::quarterPiB1;
-    const Real64 u = minus(t, n * C::quarterPiB2, l1);
-    const Real64 v = minus(u, n * C::quarterPiB3, l2);
-    const Real64 l = l1 + l2;
-    const Real64 w = v + l;
-    const Real64 l3 = (v - w) + l;
-    const Real64 g = minus(w, n * C::quarterPiB4, l4);
+template <int N>
+inline Rest<N> subtractFiveParts(F64<N> a, F64<N> n) {
+    F64<N> l1, l2, l4;
+    const F64<N> t = a - n * C::quarterPiB1;
+    const F64<N> u = minus<N>(t, n * C::quarterPiB2, l1);
+    const F64<N> v = minus<N>(u, n * C::quarterPiB3, l2);
+    const F64<N> l = l1 + l2;
+    const F64<N> w = v + l;
+    const F64<N> l3 = (v - w) + l;
+    const F64<N> g = minus<N>(w, n * C::quarterPiB4, l4);
     return {g, (l3 + l4) - n * C::quarterPiB5};
 }
 
+enum class Parts { four, five };
+
 // |x| < 2^30: the quotient fits an integer.
-QuarterPiReduction reduceBySubtraction(Real64 a, std::uint32_t exponent, bool negative) {
-    const Real64 y = a * C::fourOverPi;
-    const std::uint32_t high = highWord(y);
-    const std::uint32_t significand = ((high & 0x000FFFFF) | 0x00100000) << 11 | lowWord(y) >> 21;
-    const std::uint32_t n = significand >> ((30 - (high >> 20)) & 31);  // floor(y)
-    const auto even = static_cast<Real64>(static_cast<std::int32_t>(n + (n & 1)));
-    const Rest rest = exponent <= 1045 ? subtractFourParts(a, even) : subtractFiveParts(a, even);
-    const Real64 sign = negative ? -1.0 : 1.0;
-    const Real64 h = rest.head * sign;
-    const Real64 l = sign * rest.tail;
-    const Real64 head = h + l;
-    return {head, l + (h - head), quadrantOf((n + 1) >> 1, negative)};
+template <Parts parts, int N>
+[[gnu::always_inline]] inline QuarterPiReductions<N> reduceBySubtraction(F64<N> x) {
+    const U64<N> sign = asBits(signOf(x));
+    const F64<N> a = abs(x);
+
+    // floor(|x|·4/pi), out of the pattern, and the even integer next to it, which 2^52 takes to Real64.
+    const U64<N> y = asBits(a * C::fourOverPi);
+    const U64<N> significand = (y & U64<N>(0x000FFFFFFFFFFFFF)) | U64<N>(0x0010000000000000);
+    const U64<N> n = shiftRight(significand, U64<N>(1075) - (y >> 52));
+    const U64<N> even = n + (n & U64<N>(1));
+    const F64<N> turns = asReal(even | asBits(F64<N>(0x1p52))) - 0x1p52;
+
+    const Rest<N> rest = parts == Parts::four ? subtractFourParts<N>(a, turns) : subtractFiveParts<N>(a, turns);
+    const F64<N> h = asReal(asBits(rest.head) ^ sign);
+    const F64<N> l = asReal(asBits(rest.tail) ^ sign);
+    const F64<N> head = h + l;
+    return {head, l + (h - head), quadrantOf<N>(n, sign)};
 }
 
 // A running sum: what a term's addition rounds off goes into the tail.
+template <int N>
 struct Sum {
-    Real64 head, tail;
-    void add(Real64 term) {
-        const Real64 next = head + term;
+    F64<N> head, tail;
+    void add(F64<N> term) {
+        const F64<N> next = head + term;
         tail = (term + (head - next)) + tail;
         head = next;
     }
 };
 
 // |x| >= 2^30: pieces of 4/pi.
-QuarterPiReduction reduceByTable(Real64 a, std::uint32_t exponent, bool negative) {
+template <int N>
+[[gnu::always_inline]] inline QuarterPiReductions<N> reduceByTable(F64<N> x) {
+    const U64<N> sign = asBits(signOf(x));
+    const U64<N> magnitude = asBits(abs(x));
+
     // |x|·2^-200, against the pieces' 2^200, as a head of 26 bits and the rest.
-    const Real64 x = bits64((asBits(a) & 0x000FFFFFFFFFFFFF) | static_cast<std::uint64_t>((exponent - 200) & 0x7FF) << 52);
-    const Real64 xh = bits64(asBits(x) & ~std::uint64_t{0x7FFFFFF});
-    const Real64 xl = x - xh;
+    const U64<N> scaled = magnitude - U64<N>(std::uint64_t{200} << 52);
+    const F64<N> xh = asReal(scaled & U64<N>(~std::uint64_t{0x7FFFFFF}));
+    const F64<N> xl = asReal(scaled) - xh;
 
     // d/25 falls just short: at multiples of 25 it gives one less, so that r runs from 1 to 25.
-    const std::uint32_t d = exponent - 1052;
-    const std::uint32_t i = d * 83886 >> 21;
-    const std::uint32_t r = d - 25 * i;
-    const Real64* T = tables::fourOverPiChunks + i;
+    const U64<N> d = (magnitude >> 52) - U64<N>(1052);
+    const U64<N> i = mulLowWords(d, U64<N>(83886)) >> 21;
+    const U64<N> r = d - mulLowWords(i, U64<N>(25));
+    const U64<N> offset = i << 3;
+    const auto T = [&](int k) OKT_INLINE { return gatherAt(tables::fourOverPiChunks + k, offset); };
+    const F64<N> T1 = T(1), T2 = T(2), T3 = T(3), T4 = T(4), T5 = T(5), T6 = T(6), T7 = T(7);
 
     // The leading products, less a multiple of a power of two far above 8: what is left has room for its fraction.
-    const Real64 a1 = T[0] * xl;
-    const Real64 b1 = xh * T[1];
-    const Real64 s1 = a1 + b1;
-    const Real64 c1 = b1 + (a1 - s1);
-    const Real64 w = s1 + c1;
-    const Real64 f = s1 - bits64(asBits(w) >> (38 - r) << (38 - r));
+    const F64<N> a1 = T(0) * xl;
+    const F64<N> b1 = xh * T1;
+    const F64<N> s1 = a1 + b1;
+    const F64<N> c1 = b1 + (a1 - s1);
+    const F64<N> w = s1 + c1;
+    const F64<N> f = s1 - (w & shiftLeft(U64<N>(~std::uint64_t{0}), U64<N>(38) - r));
 
-    const Real64 d1 = T[1] * xl;
-    const Real64 s2 = f + d1;
-    const Real64 h1 = (d1 + (f - s2)) + c1;
-    const Real64 g1 = xh * T[2];
-    const Real64 s3 = s2 + g1;
-    const Real64 u = (g1 + (s2 - s3)) + h1;
-    const Real64 m = T[2] * xl;
-    const Real64 n1 = xh * T[3];
+    const F64<N> d1 = T1 * xl;
+    const F64<N> s2 = f + d1;
+    const F64<N> h1 = (d1 + (f - s2)) + c1;
+    const F64<N> g1 = xh * T2;
+    const F64<N> s3 = s2 + g1;
+    const F64<N> u = (g1 + (s2 - s3)) + h1;
+    const F64<N> m = T2 * xl;
+    const F64<N> n1 = xh * T3;
 
     // The integer part, cut out of the raw pattern: the sum is trusted to be 4 or more.
-    const Real64 y = ((s3 + u) + m) + n1;
-    const std::uint32_t shift = (51 - (highWord(y) >> 20)) & 63;
-    const std::uint64_t k = asBits(y) >> shift;
-    const Real64 integer = bits64(k << shift);
+    const U64<N> y = asBits(((s3 + u) + m) + n1);
+    const U64<N> shift = (U64<N>(51) - (y >> 52)) & U64<N>(63);
+    const U64<N> k = shiftRight(y, shift);
+    const F64<N> integer = asReal(shiftLeft(k, shift));
 
-    const Real64 z = s3 - integer;
-    const Real64 z2 = z + u;
-    const Real64 c = (z - z2) + u;
-    const Real64 oddCorrection = (k & 1) != 0 ? -1.0 : 0.0;  // takes the fraction after an odd integer to [-1, 0)
-    const std::uint32_t quadrant = quadrantOf((static_cast<std::uint32_t>(k) + 1) >> 1, negative);
+    const F64<N> z = s3 - integer;
+    const F64<N> z2 = z + u;
+    const F64<N> c = (z - z2) + u;
+    // -1 after an odd integer takes the fraction to [-1, 0). A branch would be mispredicted every other time.
+    const U64<N> odd = U64<N>(0) - (k & U64<N>(1));
+    const F64<N> oddCorrection = F64<N>(-1.0) & odd;
 
-    Sum sum{z2 + oddCorrection, c};
+    Sum<N> sum{z2 + oddCorrection, c};
     sum.add(m);
     sum.add(n1);
-    sum.add(T[3] * xl);
-    sum.add(xh * T[4]);
-    sum.add(T[4] * xl);
-    sum.add(xh * T[5]);
-    sum.add(T[5] * xl + xh * T[6]);
-    sum.add(T[6] * xl + xh * T[7]);
+    sum.add(T3 * xl);
+    sum.add(xh * T4);
+    sum.add(T4 * xl);
+    sum.add(xh * T5);
+    sum.add(T5 * xl + xh * T6);
+    sum.add(T6 * xl + xh * T7);
 
-    const Real64 last = T[7] * xl + xh * T[8];
-    const Real64 total = sum.head + last;
-    const Real64 scaled = total * C::splitFactor;
-    const Real64 zc = (total + scaled) - scaled;
-    const Real64 wl = (last + (sum.head - zc)) + sum.tail;
+    const F64<N> last = T7 * xl + xh * T(8);
+    const F64<N> total = sum.head + last;
+    const F64<N> leading = total * C::splitFactor;
+    const F64<N> zc = (total + leading) - leading;
+    const F64<N> wl = (last + (sum.head - zc)) + sum.tail;
 
-    const Real64 l = C::quarterPiHead * wl + (zc + wl) * C::quarterPiTail;
-    const Real64 p = zc * C::quarterPiHead;
-    const Real64 head = p + l;
-    const Real64 tail = (p - head) + l;
-    const Real64 sign = negative ? -1.0 : 1.0;
-    return {head * sign, sign * tail, quadrant};
+    const F64<N> l = F64<N>(C::quarterPiHead) * wl + (zc + wl) * C::quarterPiTail;
+    const F64<N> p = zc * C::quarterPiHead;
+    const F64<N> head = p + l;
+    const F64<N> tail = (p - head) + l;
+
+    return {asReal(asBits(head) ^ sign), asReal(asBits(tail) ^ sign), quadrantOf<N>(k, sign)};
 }
+
+template <int N>
+inline QuarterPiReduction single(const QuarterPiReductions<N>& r) {
+    return {r.head.raw, r.tail.raw, static_cast<std::uint32_t>(r.quadrant.raw)};
+}
+
+// Biased exponents from which the steps are others.
+constexpr std::uint32_t lowest = 1040, fiveParts = 1046, table = 1053, infinite = 0x7FF;
 
 }  // namespace
 
+template <int N>
+bool reduceAlike(F64<N> x, QuarterPiReductions<N>& reductions) {
+    const U32<N> magnitude = packHighWords(asBits(x)) & U32<N>(0x7FFFFFFF);
+    const auto allWithin = [&](std::uint32_t first, std::uint32_t end) {
+        return !any(outside(magnitude, first << 20, (end << 20) - 1));
+    };
+    if (allWithin(table, infinite))
+        reductions = reduceByTable(x);
+    else if (allWithin(lowest, fiveParts))
+        reductions = reduceBySubtraction<Parts::four>(x);
+    else if (allWithin(fiveParts, table))
+        reductions = reduceBySubtraction<Parts::five>(x);
+    else
+        return false;
+    return true;
+}
+template bool reduceAlike(F64<2> x, QuarterPiReductions<2>& reductions);
+template bool reduceAlike(F64<4> x, QuarterPiReductions<4>& reductions);
+
 QuarterPiReduction reduceQuarterPi(Real64 x) {
-    const bool negative = (asBits(x) >> 63) != 0;
-    const Real64 a = bits64(asBits(x) & 0x7FFFFFFFFFFFFFFF);
-    const auto exponent = static_cast<std::uint32_t>(asBits(a) >> 52);
-    return exponent <= 1052 ? reduceBySubtraction(a, exponent, negative) : reduceByTable(a, exponent, negative);
+    const std::uint32_t exponent = highWord(x) >> 20 & 0x7FF;
+    if (exponent < fiveParts) return single(reduceBySubtraction<Parts::four>(F64<1>(x)));
+    if (exponent < table) return single(reduceBySubtraction<Parts::five>(F64<1>(x)));
+    return single(reduceByTable(F64<1>(x)));
 }
 
 }  // namespace okt

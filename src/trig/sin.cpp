@@ -9,24 +9,26 @@
 namespace okt {
 namespace {
 
-[[gnu::noinline, gnu::cold]] Real64 sinLane64(Real64 x, OktStatus& status) {
+[[gnu::noinline]] Real64 sinLane64(Real64 x, OktStatus& status) {
     if (!sine::isFinite(x)) return sine::ofNonFinite(x, status);
     if (sine::isTiny(x)) return sine::sineOfTiny(x);
-    return sine::laneAngle(x).sine();
+    return sine::laneAngle(x).sine().raw;
 }
 
-[[gnu::noinline, gnu::cold]] Real32 sinLane32(Real32 x, OktStatus& status) {
+[[gnu::noinline]] Real32 sinLane32(Real32 x, OktStatus& status) {
     if (sine::isInfinite(x)) return sine::ofInfinity32(status);
     const Real64 wide = x;
     if (!sine::isFinite(wide)) return static_cast<Real32>(wide * wide);
     if (sine::isTiny(wide)) return x;  // a zero: no other Real32 is as small
-    return static_cast<Real32>(sine::laneAngle(wide).sine());
+    return static_cast<Real32>(sine::laneAngle(wide).sine().raw);
 }
 
 struct Sine {
     static constexpr const Real64* table = tables::sinCosTable;
     static Real64 lane(Real64 x, OktStatus& status) { return sinLane64(x, status); }
     static Real32 lane(Real32 x, OktStatus& status) { return sinLane32(x, status); }
+    template <int N>
+    static F64<N> ofAngle(const sine::LaneAngle<N>& angle) { return angle.sine(); }
     template <int N>
     static U32<N> halfTurns(F32<N> x) { return roundToSigned(x * sine::oneOverPi32); }
     template <class V>

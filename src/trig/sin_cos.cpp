@@ -26,8 +26,8 @@ struct SineAndCosine {
         return {result, result};
     }
     if (sine::isTiny(x)) return {sine::sineOfTiny(x), sine::cosineOfTiny(x)};
-    const sine::LaneAngle angle = sine::laneAngle(x);
-    return {angle.sine(), angle.cosine()};
+    const sine::LaneAngle<1> angle = sine::laneAngle(x);
+    return {angle.sine().raw, angle.cosine().raw};
 }
 
 [[gnu::noinline, gnu::cold]] SineAndCosine<Real32> sinCosLane32(Real32 x, OktStatus& status) {
@@ -37,6 +37,24 @@ struct SineAndCosine {
     }
     const auto [s, c] = sinCosLane64(x, status);
     return {static_cast<Real32>(s), static_cast<Real32>(c)};
+}
+
+// The lane path of a whole block of huge elements of one kind. False for any other, and where a result is the argument
+// of one of the next elements: then nothing is stored.
+template <class T>
+[[gnu::noinline]] bool hugeBlock(const T* src, T* sines, T* cosines) {
+    QuarterPiReductions<4> reductions;
+    if (smearsForward(src, sines) || smearsForward(src, cosines)) return false;
+    if (!reduceAlike(Vec<T, 4>::load(src), reductions)) return false;
+    const auto angle = sine::laneAngle(reductions);
+    if constexpr (sizeof(T) == 8) {
+        angle.sine().store(sines);
+        angle.cosine().store(cosines);
+    } else {
+        narrow(angle.sine()).store(sines);
+        narrow(angle.cosine()).store(cosines);
+    }
+    return true;
 }
 
 struct Fit {
@@ -74,7 +92,7 @@ OktStatus sinCos32(const Real32* src, Real32* sines, Real32* cosines, std::int32
         const auto tryLanes = [=]<int N>(std::integral_constant<int, N>, std::int32_t i) OKT_INLINE {
             const auto x = F32<N>::load(src + i);
             if (!sine::inMainRange(x)) [[unlikely]]
-                return false;
+                return N == 4 && hugeBlock(src + i, sines + i, cosines + i);
             const auto result = fittedSineAndCosine(x);
             result.sine.store(sines + i);
             result.cosine.store(cosines + i);
@@ -95,7 +113,7 @@ OktStatus sinCos64(const Real64* src, Real64* sines, Real64* cosines, std::int32
             using Steps = sine::Steps128;
             const auto x = F64<N>::load(src + i);
             if (!sine::inMainRange(x)) [[unlikely]]
-                return false;
+                return N == 4 && hugeBlock(src + i, sines + i, cosines + i);
             const sine::Reduced<N> a = sine::reduce<Steps>(x);
             const sine::Series<N> poly = sine::series<Steps>(a.r);
             const auto at = [&](int quarters) OKT_INLINE {

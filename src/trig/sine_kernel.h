@@ -135,29 +135,41 @@ inline bool inMainRange(F32<N> x) {
 // ---------------------------------------------------------------------------------------------------------------------
 // Lane paths: one element, reduced by reduceQuarterPi from 2^17 up.
 
+template <int N>
 struct LaneAngle {
-    F64<1> r, rl;
-    U64<1> row;
-    Series<1> poly;
+    F64<N> r, rl;
+    U64<N> row;
+    Series<N> poly;
 
-    Real64 sine() const { return at(0); }
-    Real64 cosine() const { return at(1); }
+    LaneAngle(F64<N> head, F64<N> tail, U64<N> quadrant) {
+        const Reduced<N> reduced = reduce<Steps64>(head);
+        r = reduced.r;
+        rl = reduced.rl + tail;
+        row = reduced.row + (quadrant << 4);
+        poly = series<Steps64>(r);
+    }
+
+    F64<N> sine() const { return at(0); }
+    F64<N> cosine() const { return at(1); }
 
 private:
-    Real64 at(int quarters) const {
-        return summands(tables::sinCosLaneTable, rowOffset<Steps64>(row, quarters), r, rl, poly).laneSum().raw;
+    F64<N> at(int quarters) const {
+        return summands(tables::sinCosLaneTable, rowOffset<Steps64>(row, quarters), r, rl, poly).laneSum();
     }
 };
 
 inline std::uint32_t biasedExponent(Real64 x) { return highWord(x) >> 20 & 0x7FF; }
 
 // For finite x; below 2^-252 the functions have steps of their own.
-inline LaneAngle laneAngle(Real64 x) {
+inline LaneAngle<1> laneAngle(Real64 x) {
     QuarterPiReduction reduction{x, 0.0, 0};
     if (biasedExponent(x) >= 1040) reduction = reduceQuarterPi(x);
-    const Reduced<1> reduced = reduce<Steps64>(F64<1>(reduction.head));
-    return {reduced.r, reduced.rl + reduction.tail, reduced.row + U64<1>(std::uint64_t{16} * reduction.quadrant),
-            series<Steps64>(reduced.r)};
+    return {reduction.head, reduction.tail, std::uint64_t{reduction.quadrant}};
+}
+
+template <int N>
+inline LaneAngle<N> laneAngle(const QuarterPiReductions<N>& reductions) {
+    return {reductions.head, reductions.tail, reductions.quadrant};
 }
 
 inline bool isTiny(Real64 x) { return biasedExponent(x) < 771; }

@@ -27,6 +27,20 @@ inline F32<N> fittedSine(F32<N> x, U32<N> n, F64<N> d) {
     return narrow(y * r) ^ asReal(n << 31);
 }
 
+// The lane path of a whole block of huge elements of one kind. False for any other, and where one element's result is
+// the next one's argument: then nothing is stored.
+template <class Function, class T>
+[[gnu::noinline]] bool hugeBlock(const T* src, T* dst) {
+    QuarterPiReductions<4> reductions;
+    if (smearsForward(src, dst) || !reduceAlike(Vec<T, 4>::load(src), reductions)) return false;
+    const F64<4> result = Function::ofAngle(laneAngle(reductions));
+    if constexpr (sizeof(T) == 8)
+        result.store(dst);
+    else
+        narrow(result).store(dst);
+    return true;
+}
+
 // `Function` has the Real64 loop's table, `halfTurns` and `centre` for the Real32 loop, and the lane paths.
 template <class Function>
 OktStatus loop64(const Real64* src, Real64* dst, std::int32_t len) {
@@ -34,7 +48,7 @@ OktStatus loop64(const Real64* src, Real64* dst, std::int32_t len) {
         const auto tryLanes = [=]<int N>(std::integral_constant<int, N>, std::int32_t i) OKT_INLINE {
             const auto x = F64<N>::load(src + i);
             if (!inMainRange(x)) [[unlikely]]
-                return false;
+                return N == 4 && hugeBlock<Function>(src + i, dst + i);
             const Reduced<N> a = reduce<Steps64>(x);
             summands(Function::table, rowOffset<Steps64>(a.row), a.r, a.rl, series<Steps64>(a.r)).mainSum().store(dst + i);
             return true;
@@ -52,7 +66,7 @@ OktStatus loop32(const Real32* src, Real32* dst, std::int32_t len) {
         const auto tryLanes = [=]<int N>(std::integral_constant<int, N>, std::int32_t i) OKT_INLINE {
             const auto x = F32<N>::load(src + i);
             if (!inMainRange(x)) [[unlikely]]
-                return false;
+                return N == 4 && hugeBlock<Function>(src + i, dst + i);
             const U32<N> n = Function::halfTurns(x);
             fittedSine(x, n, Function::centre(widenSigned(n))).store(dst + i);
             return true;

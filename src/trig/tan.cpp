@@ -103,13 +103,27 @@ inline Real64 tangentOfFinite(Real64 x) {
     return tangent<1>(reduction.head, reduction.tail, std::uint64_t{reduction.quadrant}).raw;
 }
 
-[[gnu::noinline, gnu::cold]] Real64 tanLane64(Real64 x, OktStatus& status) {
+[[gnu::noinline]] Real64 tanLane64(Real64 x, OktStatus& status) {
     return sine::isFinite(x) ? tangentOfFinite(x) : sine::ofNonFinite(x, status);
 }
 
-[[gnu::noinline, gnu::cold]] Real32 tanLane32(Real32 x, OktStatus& status) {
+[[gnu::noinline]] Real32 tanLane32(Real32 x, OktStatus& status) {
     if (sine::isInfinite(x)) return sine::ofInfinity32(status);
     return static_cast<Real32>(tanLane64(x, status));
+}
+
+// The lane path of a whole block of huge elements of one kind. False for any other, and where one element's result is
+// the next one's argument: then nothing is stored.
+template <class T>
+[[gnu::noinline]] bool hugeBlock(const T* src, T* dst) {
+    QuarterPiReductions<2> reductions;
+    if (smearsForward(src, dst) || !reduceAlike(Vec<T, 2>::load(src), reductions)) return false;
+    const F64<2> result = tangent<2>(reductions.head, reductions.tail, reductions.quadrant);
+    if constexpr (sizeof(T) == 8)
+        result.store(dst);
+    else
+        narrow(result).store(dst);
+    return true;
 }
 
 // |x| in [2^-252, 12800) in every lane. Below, where 1/yh might be infinite, the lane path knows the result.
@@ -126,7 +140,7 @@ OktStatus tan64(const Real64* src, Real64* dst, std::int32_t len) {
         const auto tryLanes = [=]<int N>(std::integral_constant<int, N>, std::int32_t i) OKT_INLINE {
             const auto x = F64<N>::load(src + i);
             if (!inMainRange(x)) [[unlikely]]
-                return false;
+                return N == 2 && hugeBlock(src + i, dst + i);
             tangent<N>(x, F64<N>(0.0), U64<N>(0)).store(dst + i);
             return true;
         };
@@ -167,7 +181,7 @@ OktStatus tan32(const Real32* src, Real32* dst, std::int32_t len) {
         const auto tryLanes = [=]<int N>(std::integral_constant<int, N>, std::int32_t i) OKT_INLINE {
             const auto x = F32<N>::load(src + i);
             if (!sine::inMainRange(x)) [[unlikely]]
-                return false;
+                return N == 2 && hugeBlock(src + i, dst + i);
             fittedTangent(x).store(dst + i);
             return true;
         };

@@ -21,8 +21,10 @@ OktStatus cosineOf(const T* src, T* dst, std::int32_t len) {
     std::vector<T> other(static_cast<std::size_t>(len));
     return f(src, other.data(), dst, len);
 }
-constexpr OneSource<Real64> sine64 = sineOf<Real64, oktsSinCos_64f_A53>, cosine64 = cosineOf<Real64, oktsSinCos_64f_A53>;
-constexpr OneSource<Real32> sine32 = sineOf<Real32, oktsSinCos_32f_A24>, cosine32 = cosineOf<Real32, oktsSinCos_32f_A24>;
+constexpr OneSource<Real64> sine64 = sineOf<Real64, oktsSinCos_64f_A53>,
+                            cosine64 = cosineOf<Real64, oktsSinCos_64f_A53>;
+constexpr OneSource<Real32> sine32 = sineOf<Real32, oktsSinCos_32f_A24>,
+                            cosine32 = cosineOf<Real32, oktsSinCos_32f_A24>;
 
 TEST(SinCos64, ZeroGivesOneAndKeepsItsSignOnTheLanePathAlone) {
     for (const Real64 zero : {0.0, -0.0}) {
@@ -143,6 +145,18 @@ TEST(SinCos64, AgreesWithThePlainModel) {
 TEST(SinCos32, AgreesWithThePlainModel) {
     expectModel<Real32, Real32>("oktsSinCos_32f_A24", model::SinCos_32f,
                                 {ordinaryElement<Real32, -6, 12>, unusualElement<Real32>});
+}
+
+// Blocks of huge elements of one kind, which are worked side by side, and blocks in which one element is another.
+TEST(SinCos64, HugeElementsAgreeWithThePlainModel) {
+    for (const auto ordinary :
+         {ordinaryElement<Real64, 17, 22>, ordinaryElement<Real64, 23, 29>, ordinaryElement<Real64, 30, 1023>})
+        expectModel<Real64, Real64>("oktsSinCos_64f_A53", model::SinCos_64f, {ordinary, unusualElement<Real64>});
+}
+TEST(SinCos32, HugeElementsAgreeWithThePlainModel) {
+    for (const auto ordinary :
+         {ordinaryElement<Real32, 17, 22>, ordinaryElement<Real32, 23, 29>, ordinaryElement<Real32, 30, 127>})
+        expectModel<Real32, Real32>("oktsSinCos_32f_A24", model::SinCos_32f, {ordinary, unusualElement<Real32>});
 }
 
 }  // namespace

@@ -70,9 +70,9 @@ TEST(Sin32, RangeTestSendsTheWholeBlockToTheLanePathAbove10000) {
 TEST(Sin32, LastOneToFourElementsAreATail) {
     const Telltale<Real32> telltale(oktsSin_32f_A24);
     const Real32 huge = 1e6F;
-    EXPECT_TRUE(takesLanePath(oktsSin_32f_A24, telltale, huge, 8, 1, 0, 3));   // one block
-    EXPECT_TRUE(takesLanePath(oktsSin_32f_A24, telltale, huge, 8, 5, 5, 5));   // and a tail of four
-    EXPECT_TRUE(takesLanePath(oktsSin_32f_A24, telltale, huge, 4, 1, 1, 1));   // no block at all
+    EXPECT_TRUE(takesLanePath(oktsSin_32f_A24, telltale, huge, 8, 1, 0, 3));  // one block
+    EXPECT_TRUE(takesLanePath(oktsSin_32f_A24, telltale, huge, 8, 5, 5, 5));  // and a tail of four
+    EXPECT_TRUE(takesLanePath(oktsSin_32f_A24, telltale, huge, 4, 1, 1, 1));  // no block at all
     EXPECT_TRUE(takesLanePath(oktsSin_32f_A24, telltale, huge, 5, 1, 0, 3));
     EXPECT_TRUE(takesLanePath(oktsSin_32f_A24, telltale, huge, 12, 5, 4, 7));
     EXPECT_TRUE(takesLanePath(oktsSin_32f_A24, telltale, huge, 12, 8, 8, 8));
@@ -117,6 +117,14 @@ TEST(Sin64, StatusIsDomainAsSoonAsOneElementIsInfinite) {
     EXPECT_EQ(oktsSin_64f_A53(none, results, 6), oktStatusOk);
 }
 
+// The lane path takes element by element, so that a result stored on the next argument becomes that argument.
+TEST(Sin64, BlockOfHugeElementsIsReadInOrder) {
+    Real64 values[5] = {1e300, 1e300, 1e300, 1e300, 1e300}, expected[5] = {1e300};
+    for (int i = 0; i < 4; ++i) expected[i + 1] = besideHuge(oktsSin_64f_A53, expected[i]);
+    EXPECT_EQ(oktsSin_64f_A53(values, values + 1, 4), oktStatusOk);
+    for (int i = 0; i < 5; ++i) EXPECT_TRUE(sameBits(values[i], asBits(expected[i]))) << i;
+}
+
 // The reduction gives quadrant 1 instead of 2 there.
 TEST(Sin64, IsAQuarterTurnOffAtTheRecordedArgument) {
     const Real64 residue = bits64(0xBFC69CB7E4AF8478);
@@ -130,6 +138,18 @@ TEST(Sin64, AgreesWithThePlainModel) {
 TEST(Sin32, AgreesWithThePlainModel) {
     expectModel<Real32, Real32>("oktsSin_32f_A24", model::Sin_32f,
                                 {ordinaryElement<Real32, -6, 12>, unusualElement<Real32>});
+}
+
+// Blocks of huge elements of one kind, which are worked side by side, and blocks in which one element is another.
+TEST(Sin64, HugeElementsAgreeWithThePlainModel) {
+    for (const auto ordinary :
+         {ordinaryElement<Real64, 17, 22>, ordinaryElement<Real64, 23, 29>, ordinaryElement<Real64, 30, 1023>})
+        expectModel<Real64, Real64>("oktsSin_64f_A53", model::Sin_64f, {ordinary, unusualElement<Real64>});
+}
+TEST(Sin32, HugeElementsAgreeWithThePlainModel) {
+    for (const auto ordinary :
+         {ordinaryElement<Real32, 17, 22>, ordinaryElement<Real32, 23, 29>, ordinaryElement<Real32, 30, 127>})
+        expectModel<Real32, Real32>("oktsSin_32f_A24", model::Sin_32f, {ordinary, unusualElement<Real32>});
 }
 
 }  // namespace

@@ -95,7 +95,8 @@ TEST(Tan64, AgreesWithTheModelAroundItsThresholds) {
                 const auto single = alone(oktsTan_64f_A53, x);
                 EXPECT_TRUE(sameBits(single.value, asBits(expected))) << std::hexfloat << x;
                 EXPECT_EQ(single.status, status);
-                EXPECT_TRUE(sameBits(among(oktsTan_64f_A53, x, 1.0, 9, 3).value, asBits(expected))) << std::hexfloat << x;
+                EXPECT_TRUE(sameBits(among(oktsTan_64f_A53, x, 1.0, 9, 3).value, asBits(expected)))
+                    << std::hexfloat << x;
             }
 }
 
@@ -143,6 +144,18 @@ TEST(Tan64, AgreesWithThePlainModel) {
 TEST(Tan32, AgreesWithThePlainModel) {
     expectModel<Real32, Real32>("oktsTan_32f_A24", model::Tan_32f,
                                 {ordinaryElement<Real32, -6, 13>, unusualElement<Real32>});
+}
+
+// Blocks of huge elements of one kind, which are worked side by side, and blocks in which one element is another.
+TEST(Tan64, HugeElementsAgreeWithThePlainModel) {
+    for (const auto ordinary :
+         {ordinaryElement<Real64, 17, 22>, ordinaryElement<Real64, 23, 29>, ordinaryElement<Real64, 30, 1023>})
+        expectModel<Real64, Real64>("oktsTan_64f_A53", model::Tan_64f, {ordinary, unusualElement<Real64>});
+}
+TEST(Tan32, HugeElementsAgreeWithThePlainModel) {
+    for (const auto ordinary :
+         {ordinaryElement<Real32, 17, 22>, ordinaryElement<Real32, 23, 29>, ordinaryElement<Real32, 30, 127>})
+        expectModel<Real32, Real32>("oktsTan_32f_A24", model::Tan_32f, {ordinary, unusualElement<Real32>});
 }
 
 }  // namespace
