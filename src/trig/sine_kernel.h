@@ -132,6 +132,30 @@ inline bool inMainRange(F32<N> x) {
     return !any(greaterSigned(asBits(x) & U32<N>(0x7FFFFFFF), U32<N>(0x461C4000)));
 }
 
+// |x| below 9984 in every lane: a test of the upper halves of the patterns, and of all lanes at once.
+inline bool wellInMainRange(F32<16> x) {
+    const U32<16> magnitude = asBits(x) & U32<16>(0x7FFFFFFF);
+    const auto largest = [](U32<8> m) OKT_INLINE { return maxHighHalves(m.lo, m.hi); };
+    return !any(greaterSigned(maxHighHalves(largest(magnitude.lo), largest(magnitude.hi)), U32<4>(0x461BFFFF)));
+}
+
+// The Real32 loops work a strip of elements in two passes, with reduced arguments in memory between them. A pass has few
+// values alive for each element, so that many elements' chains, which are long, run side by side.
+inline constexpr int stripLength = 32;
+
+// The first pass: `reduce(i)` for the eight elements from i on, as long as elements are well in range; false
+// where some are not.
+template <class Reduce>
+inline bool reduceStrip(const Real32* src, const Reduce& reduce) {
+    for (int i = 0; i < stripLength; i += 16) {
+        if (!wellInMainRange(F32<16>::load(src + i))) [[unlikely]]
+            return false;
+        reduce(i);
+        reduce(i + 8);
+    }
+    return true;
+}
+
 // ---------------------------------------------------------------------------------------------------------------------
 // Lane paths: one element, reduced by reduceQuarterPi from 2^17 up.
 
