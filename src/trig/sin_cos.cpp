@@ -135,7 +135,7 @@ OktStatus sinCos32(const Real32* src, Real32* sines, Real32* cosines, std::int32
             storeElement(sines + i, result.sine);
             storeElement(cosines + i, result.cosine);
         };
-        laneBlocks<4, sine::stripLength>(len, len & ~3, tryLanes, lane);
+        laneBlocks<4, sine::stripLength, 16>(len, len & ~3, tryLanes, lane);
     });
 }
 
