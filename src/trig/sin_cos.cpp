@@ -146,13 +146,20 @@ OktStatus sinCos64(const Real64* src, Real64* sines, Real64* cosines, std::int32
             const auto x = F64<N>::load(src + i);
             if (!sine::inMainRange(x)) [[unlikely]]
                 return false;
-            const sine::Reduced<N> a = sine::reduce<Steps>(x);
-            const sine::Series<N> poly = sine::series<Steps>(a.r);
-            const auto at = [&](int quarters) OKT_INLINE {
-                return sine::summands(tables::sinCosTable128, sine::rowOffset<Steps>(a.row, quarters), a.r, a.rl, poly).mainSum();
-            };
-            at(0).store(sines + i);
-            at(1).store(cosines + i);
+            const auto& table = tables::sinCosTable128;
+            if constexpr (N > 4) {
+                const sine::ReducedInMemory<Steps, N, 2> a(x);
+                a.storeSums(sines + i, table);
+                a.storeSums(cosines + i, table, 1);
+            } else {
+                const sine::Reduced<N> a = sine::reduce<Steps>(x);
+                const sine::Series<N> poly = sine::series<Steps>(a.r);
+                const auto at = [&](int quarters) OKT_INLINE {
+                    return sine::summands(table, sine::rowOffset<Steps>(a.row, quarters), a.r, a.rl, poly).mainSum();
+                };
+                at(0).store(sines + i);
+                at(1).store(cosines + i);
+            }
             return true;
         };
         const auto lane = [=, &status](std::int32_t i) {
@@ -160,7 +167,7 @@ OktStatus sinCos64(const Real64* src, Real64* sines, Real64* cosines, std::int32
             storeElement(sines + i, result.sine);
             storeElement(cosines + i, result.cosine);
         };
-        laneBlocks<4, 4>(len, len & ~3, tryLanes, lane);
+        laneBlocks<4, 8>(len, len & ~3, tryLanes, lane);
     });
 }
 

@@ -69,14 +69,18 @@ OktStatus loop64(const Real64* src, Real64* dst, std::int32_t len) {
             const auto x = F64<N>::load(src + i);
             if (!inMainRange(x)) [[unlikely]]
                 return false;
-            const Reduced<N> a = reduce<Steps64>(x);
-            summands(Function::table, rowOffset<Steps64>(a.row), a.r, a.rl, series<Steps64>(a.r)).mainSum().store(dst + i);
+            if constexpr (N > 4) {
+                ReducedInMemory<Steps64, N>(x).storeSums(dst + i, Function::table);
+            } else {
+                const Reduced<N> a = reduce<Steps64>(x);
+                summands(Function::table, rowOffset<Steps64>(a.row), a.r, a.rl, series<Steps64>(a.r)).mainSum().store(dst + i);
+            }
             return true;
         };
         const auto lane = [=, &status](std::int32_t i) {
             storeElement(dst + i, Function::lane(bits64(loadBits(src + i)), status));
         };
-        laneBlocks<4, 4>(len, len & ~3, tryLanes, lane);
+        laneBlocks<4, 8>(len, len & ~3, tryLanes, lane);
     });
 }
 
