@@ -43,13 +43,13 @@ inline void redoBlock(const S* src1, const S* src2, D* dst, std::int32_t len, co
 // `lane(i)` element by element, in order; the elements behind the blocks take the main path's steps one at a time, each
 // with its own range test. `tryLanes(lanes<N>, i)` works the elements i to i + N - 1 and returns false, having stored
 // nothing, when one of them is out of range. Blocks begin while `i < blocksEnd`. Several blocks that pass together are
-// worked side by side, AtOnce elements in all, which changes nothing but the time.
+// worked side by side, AtOnce elements in all or else one of the Fewer, which changes nothing but the time.
 template <int N>
 inline constexpr std::integral_constant<int, N> lanes{};
 
-template <int Block, int AtOnce, class TryLanes, class Lane>
+template <int Block, int AtOnce, int... Fewer, class TryLanes, class Lane>
 inline void laneBlocks(std::int32_t len, std::int32_t blocksEnd, const TryLanes& tryLanes, const Lane& lane) {
-    static_assert(AtOnce % Block == 0);
+    static_assert(AtOnce % Block == 0 && ((Fewer % Block == 0) && ...));
     std::int32_t i = 0;
     while (i < blocksEnd) {
         if constexpr (AtOnce != Block) {
@@ -57,6 +57,14 @@ inline void laneBlocks(std::int32_t len, std::int32_t blocksEnd, const TryLanes&
                 i += AtOnce;
                 continue;
             }
+        }
+        if constexpr (sizeof...(Fewer) != 0) {
+            const auto advance = [&]<int N>(std::integral_constant<int, N>) OKT_INLINE {
+                if (i >= blocksEnd - (N - Block) || !tryLanes(lanes<N>, i)) return false;
+                i += N;
+                return true;
+            };
+            if ((advance(lanes<Fewer>) || ...)) continue;
         }
         if (!tryLanes(lanes<Block>, i)) [[unlikely]]
             for (std::int32_t j = i; j < i + Block; ++j) lane(j);

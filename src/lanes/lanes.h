@@ -181,6 +181,9 @@ inline F64<1> gatherByDigitPairs(const Real64* table, U32<1> digits) { return ta
 inline Mask32<1> negativeLanes(U32<1> a) { return {static_cast<std::int32_t>(a.raw) < 0}; }
 inline Mask64<1> negativeLanes(U64<1> a) { return {static_cast<std::int64_t>(a.raw) < 0}; }
 
+// 2^52 plus the lane as an unsigned number, exact.
+inline F64<1> above2To52(U32<1> a) { return bits64(std::uint64_t{0x43300000} << 32 | a.raw); }
+
 // The truth values of 32-bit lanes for 64-bit lanes.
 inline Mask64<1> widen(Mask32<1> m) { return {m.raw}; }
 
@@ -420,6 +423,8 @@ inline Mask64<2> negativeLanes(U64<2> a) {
     return {_mm_castsi128_pd(_mm_srai_epi32(_mm_shuffle_epi32(a.raw, _MM_SHUFFLE(3, 3, 1, 1)), 31))};
 }
 inline Mask32<4> negativeLanes(U32<4> a) { return {_mm_castsi128_ps(_mm_srai_epi32(a.raw, 31))}; }
+// The larger of the upper halves, as signed numbers, in the upper half; the lower half is any.
+inline U32<4> maxHighHalves(U32<4> a, U32<4> b) { return _mm_max_epi16(a.raw, b.raw); }
 inline U32<4> roundToSigned(F32<4> a) { return _mm_cvtps_epi32(a.raw); }
 
 // ---------------------------------------------------------------------------------------------------------------------
@@ -523,6 +528,14 @@ inline F64<4> widenSigned(U32<4> a) {
 template <int N>
     requires Paired<U32<N>>
 inline F64<N> widenSigned(U32<N> a) { return {widenSigned(a.lo), widenSigned(a.hi)}; }
+inline F64<4> above2To52(U32<4> a) {
+    const __m128i exponent = _mm_set1_epi32(0x43300000);
+    return {F64<2>(_mm_castsi128_pd(_mm_unpacklo_epi32(a.raw, exponent))),
+            F64<2>(_mm_castsi128_pd(_mm_unpackhi_epi32(a.raw, exponent)))};
+}
+template <int N>
+    requires Paired<U32<N>>
+inline F64<N> above2To52(U32<N> a) { return {above2To52(a.lo), above2To52(a.hi)}; }
 template <int N>
     requires Paired<U32<N>>
 inline F32<N> toReal32(U32<N> a) { return {toReal32(a.lo), toReal32(a.hi)}; }
@@ -608,6 +621,20 @@ inline F32<4> narrow(F64<4> a) { return _mm_movelh_ps(_mm_cvtpd_ps(a.lo.raw), _m
 template <int N>
     requires Paired<F32<N>>
 inline F64<N> widen(F32<N> a) { return {widen(a.lo), widen(a.hi)}; }
+// The same from elements in memory, which the conversion reads by itself: no shuffle for every other pair.
+template <int N>
+inline F64<N> widenAt(const Real32* from) {
+    if constexpr (N == 2) {
+        struct [[gnu::packed, gnu::may_alias]] Elements {
+            Real32 lane[2];
+        };
+        __m128d wide;
+        asm("cvtps2pd %1, %0" : "=x"(wide) : "m"(*reinterpret_cast<const Elements*>(from)));
+        return wide;
+    } else {
+        return {widenAt<N / 2>(from), widenAt<N / 2>(from + N / 2)};
+    }
+}
 template <int N>
     requires(N > 4)
 inline F32<N> narrow(F64<N> a) { return {narrow(a.lo), narrow(a.hi)}; }

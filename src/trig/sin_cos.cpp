@@ -10,6 +10,7 @@
 //   Real64  sine 0.5408 ulp at -0x1.4ebd3f71b0494p+16, cosine 0.5370 ulp at 0x1.8bbdd0f0f84bp+0
 #include "frame/frame.h"
 #include "frame/loops.h"
+#include "lanes/constant.h"
 #include "trig/sine_kernel.h"
 
 namespace okt {
@@ -58,52 +59,101 @@ template <class T>
 }
 
 struct Fit {
-    static constexpr Real32 twoOverPi32 = bits32(0x3F22F983);        // 2/pi
-    static constexpr Real32 floatShifter = bits32(0x4B400000);       // 1.5·2^23: the sum's low bits hold n
-    static constexpr Real64 negHalfPi1 = bits64(0xBFF921FB54440000);  // -pi/2, the head: products with n are exact
-    static constexpr Real64 halfPi2 = bits64(0x3D868C234C4C6629);     // pi/2, the rest
-    static constexpr Real64 a1 = bits64(0xBFC55554527AF340);
-    static constexpr Real64 a2 = bits64(0x3F811073AFCE563F);
-    static constexpr Real64 a3 = bits64(0xBF29943E0FBEA90A);
-    static constexpr Real64 b1 = bits64(0xBFE0000000000000);
-    static constexpr Real64 b2 = bits64(0x3FA55554A115B568);
-    static constexpr Real64 b3 = bits64(0xBF56C0C33A81BD97);
-    static constexpr Real64 b4 = bits64(0x3EF99EB9C49F772E);
+    Constant32 twoOverPi32 = spread32(0x3F22F983);         // 2/pi
+    Constant32 floatShifter = spread32(0x4B400000);        // 1.5·2^23: the sum's low bits hold n
+    Constant64 zeroAbove2To52 = 0x1p52 + 0x4B400000;       // the sum's pattern for n = 0
+    Constant64 negHalfPi1 = spread64(0xBFF921FB54440000);  // -pi/2, the head: products with n are exact
+    Constant64 halfPi2 = spread64(0x3D868C234C4C6629);     // pi/2, the rest
+    Constant64 a1 = spread64(0xBFC55554527AF340);
+    Constant64 a2 = spread64(0x3F811073AFCE563F);
+    Constant64 a3 = spread64(0xBF29943E0FBEA90A);
+    Constant64 b1 = spread64(0xBFE0000000000000);
+    Constant64 b2 = spread64(0x3FA55554A115B568);
+    Constant64 b3 = spread64(0xBF56C0C33A81BD97);
+    Constant64 b4 = spread64(0x3EF99EB9C49F772E);
+    Constant64 one = 1.0;
 };
+constexpr Fit fit;
 
 template <int N>
-inline SineAndCosine<F32<N>> fittedSineAndCosine(F32<N> x) {
-    const F32<N> t = x * Fit::twoOverPi32 + Fit::floatShifter;
-    const F64<N> n = widen(t - Fit::floatShifter);
-    const F64<N> r = (widen(x) + n * Fit::negHalfPi1) - n * Fit::halfPi2;
+struct QuarterTurn {
+    F64<N> r;
+    U32<N> n;  // its low bits
+};
+
+// `wide` is x once more. The integer n is had from the sum's pattern, which is quicker than taking the shifter off and
+// widening the difference, and as exact.
+template <int N>
+inline QuarterTurn<N> reduceToQuarterTurn(const Fit& k, F32<N> x, F64<N> wide) {
+    const F32<N> t = x * k.twoOverPi32 + k.floatShifter;
+    const F64<N> n = above2To52(asBits(t)) - k.zeroAbove2To52;
+    return {(wide + n * k.negHalfPi1) - n * k.halfPi2, asBits(t)};
+}
+
+template <int N>
+inline SineAndCosine<F32<N>> fittedSineAndCosine(const Fit& k, F64<N> r, U32<N> n) {
     const F64<N> z = r * r;
-    const F32<N> s = narrow((((F64<N>(Fit::a3) * z + Fit::a2) * z + Fit::a1) * z + 1.0) * r);
-    const F32<N> c = narrow((((F64<N>(Fit::b4) * z + Fit::b3) * z + Fit::b2) * z + Fit::b1) * z + 1.0);
+    // The two chains step by step, side by side.
+    const F64<N> s3 = z * k.a3, c4 = z * k.b4;
+    const F64<N> s2 = s3 + k.a2, c3 = c4 + k.b3;
+    const F64<N> s2z = s2 * z, c3z = c3 * z;
+    const F64<N> s1 = s2z + k.a1, c2 = c3z + k.b2;
+    const F64<N> s1z = s1 * z, c2z = c2 * z;
+    const F64<N> s0 = s1z + k.one, c1 = c2z + k.b1;
+    const F64<N> s0r = s0 * r, c1z = c1 * z;
+    const U32<N> s = asBits(narrow(s0r)), c = asBits(narrow(c1z + k.one));
 
     // An odd n exchanges the two. The sine is negative where bit 1 of n is set, the cosine where bits 0 and 1 differ.
-    const U32<N> parity = asBits(t) << 31;
-    const U32<N> exchange = (asBits(s) ^ asBits(c)) & shiftRightSigned(parity, 31);
-    const U32<N> sineSign = (asBits(t) << 30) & U32<N>(0x80000000);
-    return {asReal(asBits(s) ^ exchange ^ sineSign), asReal(asBits(c) ^ exchange ^ (sineSign ^ parity))};
+    const U32<N> even = (n & U32<N>(1)) - U32<N>(1);  // all ones where it is
+    const U32<N> sineFlip = ((s ^ c) & even) ^ ((n << 30) & U32<N>(0x80000000));
+    const U32<N> cosineFlip = sineFlip ^ (~even & U32<N>(0x80000000));
+    return {asReal(c ^ sineFlip), asReal(s ^ cosineFlip)};
+}
+
+// Stores the results of a strip, or returns false where it is not well in range.
+inline bool fittedSineAndCosineOfStrip(const Fit& k, const Real32* src, Real32* sines, Real32* cosines) {
+    using sine::stripLength;
+    alignas(16) Real64 r[stripLength];
+    alignas(16) std::uint32_t n[stripLength];
+    const bool reduced = sine::reduceStrip(src, [&](int i) OKT_INLINE {
+        const QuarterTurn<8> angle = reduceToQuarterTurn(k, F32<8>::load(src + i), widenAt<8>(src + i));
+        angle.r.store(r + i);
+        angle.n.store(n + i);
+    });
+    if (!reduced) [[unlikely]]
+        return false;
+    asm("" : "+m"(r), "+m"(n));  // they are in memory indeed
+    for (int i = 0; i < stripLength; i += 8) {
+        const auto result = fittedSineAndCosine(k, F64<8>::load(r + i), U32<8>::load(n + i));
+        result.sine.store(sines + i);
+        result.cosine.store(cosines + i);
+    }
+    return true;
 }
 
 OktStatus sinCos32(const Real32* src, Real32* sines, Real32* cosines, std::int32_t len) {
     return mxcsrFrame(cosines, sines, src, len, [=](OktStatus& status) {
-        const auto tryLanes = [=]<int N>(std::integral_constant<int, N>, std::int32_t i) OKT_INLINE {
-            const auto x = F32<N>::load(src + i);
-            if (!sine::inMainRange(x)) [[unlikely]]
-                return N == 4 && hugeBlock(src + i, sines + i, cosines + i);
-            const auto result = fittedSineAndCosine(x);
-            result.sine.store(sines + i);
-            result.cosine.store(cosines + i);
-            return true;
+        const Fit& k = inMemory(fit);
+        const auto tryLanes = [=, &k]<int N>(std::integral_constant<int, N>, std::int32_t i) OKT_INLINE {
+            if constexpr (N == sine::stripLength) {
+                return fittedSineAndCosineOfStrip(k, src + i, sines + i, cosines + i);
+            } else {
+                const auto x = F32<N>::load(src + i);
+                if (!sine::inMainRange(x)) [[unlikely]]
+                    return N == 4 && hugeBlock(src + i, sines + i, cosines + i);
+                const QuarterTurn<N> angle = reduceToQuarterTurn(k, x, widen(x));
+                const auto result = fittedSineAndCosine(k, angle.r, angle.n);
+                result.sine.store(sines + i);
+                result.cosine.store(cosines + i);
+                return true;
+            }
         };
         const auto lane = [=, &status](std::int32_t i) {
             const auto result = sinCosLane32(bits32(loadBits(src + i)), status);
             storeElement(sines + i, result.sine);
             storeElement(cosines + i, result.cosine);
         };
-        laneBlocks<4, 16>(len, len & ~3, tryLanes, lane);
+        laneBlocks<4, sine::stripLength, 16>(len, len & ~3, tryLanes, lane);
     });
 }
 
@@ -114,13 +164,20 @@ OktStatus sinCos64(const Real64* src, Real64* sines, Real64* cosines, std::int32
             const auto x = F64<N>::load(src + i);
             if (!sine::inMainRange(x)) [[unlikely]]
                 return N == 4 && hugeBlock(src + i, sines + i, cosines + i);
-            const sine::Reduced<N> a = sine::reduce<Steps>(x);
-            const sine::Series<N> poly = sine::series<Steps>(a.r);
-            const auto at = [&](int quarters) OKT_INLINE {
-                return sine::summands(tables::sinCosTable128, sine::rowOffset<Steps>(a.row, quarters), a.r, a.rl, poly).mainSum();
-            };
-            at(0).store(sines + i);
-            at(1).store(cosines + i);
+            const auto& table = tables::sinCosTable128;
+            if constexpr (N > 4) {
+                const sine::ReducedInMemory<Steps, N, 2> a(x);
+                a.storeSums(sines + i, table);
+                a.storeSums(cosines + i, table, 1);
+            } else {
+                const sine::Reduced<N> a = sine::reduce<Steps>(x);
+                const sine::Series<N> poly = sine::series<Steps>(a.r);
+                const auto at = [&](int quarters) OKT_INLINE {
+                    return sine::summands(table, sine::rowOffset<Steps>(a.row, quarters), a.r, a.rl, poly).mainSum();
+                };
+                at(0).store(sines + i);
+                at(1).store(cosines + i);
+            }
             return true;
         };
         const auto lane = [=, &status](std::int32_t i) {
@@ -128,7 +185,7 @@ OktStatus sinCos64(const Real64* src, Real64* sines, Real64* cosines, std::int32
             storeElement(sines + i, result.sine);
             storeElement(cosines + i, result.cosine);
         };
-        laneBlocks<4, 4>(len, len & ~3, tryLanes, lane);
+        laneBlocks<4, 8>(len, len & ~3, tryLanes, lane);
     });
 }
 

@@ -9,6 +9,7 @@
 #pragma once
 
 #include "frame/status_flag.h"
+#include "lanes/columns.h"
 #include "lanes/lanes.h"
 #include "tables/sin_cos_table.h"
 #include "trig/reduce_quarter_pi.h"
@@ -93,31 +94,77 @@ struct Summands {
     F64<N> laneSum() const { return ((((ps + pc) + e) + la) + lb) + b; }
 };
 
-// The row at byteOffset of the table: cosTail, sinHead, sinTail, cosHead.
+// The columns of a row of the table, in this order.
 template <int N>
-inline Summands<N> summands(const Real64* table, U64<N> byteOffset, F64<N> r, F64<N> rl, const Series<N>& poly) {
-    const auto [cosTail, sinHead] = gatherPairAt(table, byteOffset);
-    const auto [sinTail, cosHead] = gatherPairAt(table + 2, byteOffset);
-    const F64<N> cosine = cosHead + cosTail;
-    const F64<N> headPart = cosHead * r;
-    const F64<N> tailPart = cosTail * r;
-    const F64<N> a = sinHead + headPart;
+struct Row {
+    F64<N> cosTail, sinHead, sinTail, cosHead;
+};
+
+template <int N>
+inline Summands<N> summands(const Row<N>& row, F64<N> r, F64<N> rl, const Series<N>& poly) {
+    const F64<N> cosine = row.cosHead + row.cosTail;
+    const F64<N> headPart = row.cosHead * r;
+    const F64<N> tailPart = row.cosTail * r;
+    const F64<N> a = row.sinHead + headPart;
     const F64<N> b = a + tailPart;
     return {poly.sine * cosine,
-            poly.cosine * sinHead,
-            (cosine - sinHead * r) * rl + sinTail,
-            (sinHead - a) + headPart,
+            poly.cosine * row.sinHead,
+            (cosine - row.sinHead * r) * rl + row.sinTail,
+            (row.sinHead - a) + headPart,
             (a - b) + tailPart,
             b};
 }
 
-// Byte offset of a row, `quarters` of a turn further on.
-template <class Steps, int N>
-inline U64<N> rowOffset(U64<N> row, int quarters = 0) {
-    constexpr auto rows = static_cast<std::uint64_t>(Steps::rows);
-    if (quarters != 0) row = row + U64<N>(rows / 4 * static_cast<std::uint64_t>(quarters));
-    return (row & U64<N>(rows - 1)) << 5;
+// The same from the table's row at byteOffset.
+template <int N>
+inline Summands<N> summands(const Real64* table, U64<N> byteOffset, F64<N> r, F64<N> rl, const Series<N>& poly) {
+    const auto [cosTail, sinHead] = gatherPairAt(table, byteOffset);
+    const auto [sinTail, cosHead] = gatherPairAt(table + 2, byteOffset);
+    return summands(Row<N>{cosTail, sinHead, sinTail, cosHead}, r, rl, poly);
 }
+
+// Byte offsets of rows, `quarters` of a turn further on; `row` is a vector of 64-bit or 32-bit integers.
+template <class Steps, class V>
+inline V rowOffset(V row, int quarters = 0) {
+    using Integer = typename V::Element;
+    constexpr Integer rows = Steps::rows;
+    if (quarters != 0) row = row + V(rows / 4 * static_cast<Integer>(quarters));
+    return (row & V(rows - 1)) << 5;
+}
+
+// N elements reduced, in memory, with the places of their rows and, for two Quarters, of those a quarter of a turn further
+// on. The sums take them up four at a time, for which there are registers enough.
+template <class Steps, int N, int Quarters = 1>
+class ReducedInMemory {
+public:
+    explicit ReducedInMemory(F64<N> x) {
+        const Reduced<N> a = reduce<Steps>(x);
+        a.r.store(r_);
+        a.rl.store(rl_);
+        const U32<N> row = packLowWords(a.row);
+        for (int quarter = 0; quarter < Quarters; ++quarter) rowOffset<Steps>(row, quarter).store(offset_[quarter]);
+        const Series<N> poly = series<Steps>(a.r);
+        poly.sine.store(sine_);
+        poly.cosine.store(cosine_);
+        asm("" : "+m"(r_), "+m"(rl_), "+m"(sine_), "+m"(cosine_), "+m"(offset_));  // they are in memory indeed
+    }
+
+    void storeSums(Real64* to, const Real64* table, int quarter = 0) const {
+        for (int i = 0; i < N; i += 4) {
+            const RowPerLane<4> columns(table, offset_[quarter] + i);
+            const auto [cosTail, sinHead] = columns.pair(0);
+            const auto [sinTail, cosHead] = columns.pair(2);
+            const auto at = [i](const Real64* v) { return F64<4>::load(v + i); };
+            summands(Row<4>{cosTail, sinHead, sinTail, cosHead}, at(r_), at(rl_), {at(sine_), at(cosine_)})
+                .mainSum()
+                .store(to + i);
+        }
+    }
+
+private:
+    alignas(16) Real64 r_[N], rl_[N], sine_[N], cosine_[N];
+    alignas(16) std::uint32_t offset_[Quarters][N];
+};
 
 // |x| below 90112 in every lane; NaNs and infinities are not.
 template <int N>
@@ -130,6 +177,30 @@ inline bool inMainRange(F64<N> x) {
 template <int N>
 inline bool inMainRange(F32<N> x) {
     return !any(greaterSigned(asBits(x) & U32<N>(0x7FFFFFFF), U32<N>(0x461C4000)));
+}
+
+// |x| below 9984 in every lane: a test of the upper halves of the patterns, and of all lanes at once.
+inline bool wellInMainRange(F32<16> x) {
+    const U32<16> magnitude = asBits(x) & U32<16>(0x7FFFFFFF);
+    const auto largest = [](U32<8> m) OKT_INLINE { return maxHighHalves(m.lo, m.hi); };
+    return !any(greaterSigned(maxHighHalves(largest(magnitude.lo), largest(magnitude.hi)), U32<4>(0x461BFFFF)));
+}
+
+// The Real32 loops work a strip of elements in two passes, with reduced arguments in memory between them. A pass has few
+// values alive for each element, so that many elements' chains, which are long, run side by side.
+inline constexpr int stripLength = 32;
+
+// The first pass: `reduce(i)` for the eight elements from i on, as long as elements are well in range; false
+// where some are not.
+template <class Reduce>
+inline bool reduceStrip(const Real32* src, const Reduce& reduce) {
+    for (int i = 0; i < stripLength; i += 16) {
+        if (!wellInMainRange(F32<16>::load(src + i))) [[unlikely]]
+            return false;
+        reduce(i);
+        reduce(i + 8);
+    }
+    return true;
 }
 
 // ---------------------------------------------------------------------------------------------------------------------

@@ -3,6 +3,7 @@
 
 #include "frame/frame.h"
 #include "frame/loops.h"
+#include "lanes/constant.h"
 #include "trig/sine_kernel.h"
 
 namespace okt::sine {
@@ -10,21 +11,54 @@ namespace okt::sine {
 // (-1)^n·sin r for r = x - d·pi, |r| at most about pi/2, by an odd polynomial of nine fitted to relative error; d is n
 // (the sine) or n - 1/2 (the cosine).
 struct Fit {
-    static constexpr Real64 negPi1 = bits64(0xC00921FB54440000);  // -pi, the head: products with d are exact
-    static constexpr Real64 pi2 = bits64(0x3D968C234C4C6629);     // pi, the rest
-    static constexpr Real64 p0 = bits64(0x3FF000000089705F);
-    static constexpr Real64 p1 = bits64(0xBFC55554AE8BA1BD);
-    static constexpr Real64 p2 = bits64(0x3F8110EE64CD0933);
-    static constexpr Real64 p3 = bits64(0xBF29F75E2C166F94);
-    static constexpr Real64 p4 = bits64(0x3EC5E0A329A17541);
+    Constant64 negPi1 = spread64(0xC00921FB54440000);  // -pi, the head: products with d are exact
+    Constant64 pi2 = spread64(0x3D968C234C4C6629);     // pi, the rest
+    Constant64 p0 = spread64(0x3FF000000089705F);
+    Constant64 p1 = spread64(0xBFC55554AE8BA1BD);
+    Constant64 p2 = spread64(0x3F8110EE64CD0933);
+    Constant64 p3 = spread64(0xBF29F75E2C166F94);
+    Constant64 p4 = spread64(0x3EC5E0A329A17541);
 };
+inline constexpr Fit fit;
 
 template <int N>
-inline F32<N> fittedSine(F32<N> x, U32<N> n, F64<N> d) {
-    const F64<N> r = (widen(x) + d * Fit::negPi1) - d * Fit::pi2;
-    const F64<N> z = r * r;
-    const F64<N> y = (((F64<N>(Fit::p4) * z + Fit::p3) * z + Fit::p2) * z + Fit::p1) * z + Fit::p0;
-    return narrow(y * r) ^ asReal(n << 31);
+struct HalfTurn {
+    F64<N> r;
+    U32<N> sign;
+};
+
+// `wide` is x once more.
+template <class Function, int N>
+inline HalfTurn<N> reduceToHalfTurn(const Fit& k, F32<N> x, F64<N> wide) {
+    const U32<N> n = Function::halfTurns(x);
+    const F64<N> d = Function::centre(widenSigned(n));
+    return {(wide + d * k.negPi1) - d * k.pi2, n << 31};
+}
+
+// `z` is r·r.
+template <int N>
+inline F32<N> fittedSine(const Fit& k, F64<N> r, F64<N> z, U32<N> sign) {
+    const F64<N> y = (((z * k.p4 + k.p3) * z + k.p2) * z + k.p1) * z + k.p0;
+    return narrow(y * r) ^ asReal(sign);
+}
+
+// Stores the results of a strip, or returns false where it is not well in range.
+template <class Function>
+inline bool fittedSineOfStrip(const Fit& k, const Real32* src, Real32* dst) {
+    alignas(16) Real64 r[stripLength], z[stripLength];
+    alignas(16) std::uint32_t sign[stripLength];
+    const bool reduced = reduceStrip(src, [&](int i) OKT_INLINE {
+        const HalfTurn<8> angle = reduceToHalfTurn<Function>(k, F32<8>::load(src + i), widenAt<8>(src + i));
+        angle.r.store(r + i);
+        (angle.r * angle.r).store(z + i);
+        angle.sign.store(sign + i);
+    });
+    if (!reduced) [[unlikely]]
+        return false;
+    asm("" : "+m"(r), "+m"(z), "+m"(sign));  // they are in memory indeed
+    for (int i = 0; i < stripLength; i += 16)
+        fittedSine(k, F64<16>::load(r + i), F64<16>::load(z + i), U32<16>::load(sign + i)).store(dst + i);
+    return true;
 }
 
 // The lane path of a whole block of huge elements of one kind. False for any other, and where one element's result is
@@ -49,33 +83,42 @@ OktStatus loop64(const Real64* src, Real64* dst, std::int32_t len) {
             const auto x = F64<N>::load(src + i);
             if (!inMainRange(x)) [[unlikely]]
                 return N == 4 && hugeBlock<Function>(src + i, dst + i);
-            const Reduced<N> a = reduce<Steps64>(x);
-            summands(Function::table, rowOffset<Steps64>(a.row), a.r, a.rl, series<Steps64>(a.r)).mainSum().store(dst + i);
+            if constexpr (N > 4) {
+                ReducedInMemory<Steps64, N>(x).storeSums(dst + i, Function::table);
+            } else {
+                const Reduced<N> a = reduce<Steps64>(x);
+                summands(Function::table, rowOffset<Steps64>(a.row), a.r, a.rl, series<Steps64>(a.r)).mainSum().store(dst + i);
+            }
             return true;
         };
         const auto lane = [=, &status](std::int32_t i) {
             storeElement(dst + i, Function::lane(bits64(loadBits(src + i)), status));
         };
-        laneBlocks<4, 4>(len, len & ~3, tryLanes, lane);
+        laneBlocks<4, 8>(len, len & ~3, tryLanes, lane);
     });
 }
 
 template <class Function>
 OktStatus loop32(const Real32* src, Real32* dst, std::int32_t len) {
     return mxcsrFrame(dst, src, len, [=](OktStatus& status) {
-        const auto tryLanes = [=]<int N>(std::integral_constant<int, N>, std::int32_t i) OKT_INLINE {
-            const auto x = F32<N>::load(src + i);
-            if (!inMainRange(x)) [[unlikely]]
-                return N == 4 && hugeBlock<Function>(src + i, dst + i);
-            const U32<N> n = Function::halfTurns(x);
-            fittedSine(x, n, Function::centre(widenSigned(n))).store(dst + i);
-            return true;
+        const Fit& k = inMemory(fit);
+        const auto tryLanes = [=, &k]<int N>(std::integral_constant<int, N>, std::int32_t i) OKT_INLINE {
+            if constexpr (N == stripLength) {
+                return fittedSineOfStrip<Function>(k, src + i, dst + i);
+            } else {
+                const auto x = F32<N>::load(src + i);
+                if (!inMainRange(x)) [[unlikely]]
+                    return N == 4 && hugeBlock<Function>(src + i, dst + i);
+                const HalfTurn<N> angle = reduceToHalfTurn<Function>(k, x, widen(x));
+                fittedSine(k, angle.r, angle.r * angle.r, angle.sign).store(dst + i);
+                return true;
+            }
         };
         const auto lane = [=, &status](std::int32_t i) {
             storeElement(dst + i, Function::lane(bits32(loadBits(src + i)), status));
         };
         // A last block of one to four elements is a tail, also when it is whole.
-        laneBlocks<4, 16>(len, len - 4, tryLanes, lane);
+        laneBlocks<4, stripLength>(len, len - 4, tryLanes, lane);
     });
 }
 

@@ -37,9 +37,14 @@ struct C {
     static constexpr Real64 poleStep3 = 3.9801982271943437e-26;
 };
 
-// The tangent of x + lo + quarters·pi/2, |x| below 12800 and not tiny.
+// In place of a rest of the argument that is +0: neither sum to which it would be added is ever -0.
+struct NoRest {};
 template <int N>
-inline F64<N> tangent(F64<N> x, F64<N> lo, U64<N> quarters) {
+inline F64<N> operator+(F64<N> a, NoRest) { return a; }
+
+// The tangent of x + lo + quarters·pi/2, |x| below 12800 and not tiny.
+template <int N, class Rest>
+inline F64<N> tangent(F64<N> x, Rest lo, U64<N> quarters) {
     const F64<N> u = x * C::thirtyTwoOverPi;
     const F64<N> t = F64<N>(C::roundShifter) + u;
     const F64<N> n = t - C::roundShifter;
@@ -49,7 +54,7 @@ inline F64<N> tangent(F64<N> x, F64<N> lo, U64<N> quarters) {
     // A row has twenty entries of eight bytes.
     const U64<N> row = (asBits(t) + (quarters << 4)) & U64<N>(31);
     const U64<N> offset = (row << 7) + (row << 5);
-    const auto entries = [&](int first) OKT_INLINE { return gatherPairAt(tables::tanRows + first, offset); };
+    const auto T = [&](int entry) OKT_INLINE { return gatherAt(tables::tanRows + entry, offset); };
 
     const F64<N> a = x - n * C::tanStep1;
     const F64<N> second = n * C::tanStep2;
@@ -64,34 +69,24 @@ inline F64<N> tangent(F64<N> x, F64<N> lo, U64<N> quarters) {
     const F64<N> R = F64<N>(1.0) / yh;
     const F64<N> e = (((((b - v) - g) - m * C::poleStep3) + lo) + (v - yh)) * R;
 
-    const auto [T0, T1] = entries(0);
-    const auto [T2, T3] = entries(2);
-    const auto [T4, T5] = entries(4);
-    const auto [T6, T7] = entries(6);
-    const auto [T8, T9] = entries(8);
-    const auto [T10, T11] = entries(10);
-    const auto [T12, T13] = entries(12);
-    const auto [T14, T15] = entries(14);
-    const auto [T16, T17] = entries(16);
-    const auto [T18, T19] = entries(18);
-
     const F64<N> z = r * r;
     const F64<N> z2 = z * z;
     const F64<N> z3 = r * z2;
-    const F64<N> A = ((T5 * r + T3) * z + T7 * z2) + ((T11 * r + T9) + T13 * z) * z3;
-    const F64<N> C = (z2 * z2) * ((((T1 * r + T0) + (T4 * r + T2) * z) + T6 * z2) + z3 * ((T10 * r + T8) + T12 * z));
+    const F64<N> A = ((T(5) * r + T(3)) * z + T(7) * z2) + ((T(11) * r + T(9)) + T(13) * z) * z3;
+    const F64<N> C = (z2 * z2) * ((((T(1) * r + T(0)) + (T(4) * r + T(2)) * z) + T(6) * z2) +
+                                  z3 * ((T(10) * r + T(8)) + T(12) * z));
 
-    const F64<N> p1 = T16 * r;
-    const F64<N> p2 = r * T17;
+    const F64<N> p1 = T(16) * r;
+    const F64<N> p2 = r * T(17);
     const F64<N> s = p1 + p2;
-    const F64<N> polynomial = (A + C) + (((p2 + (p1 - s)) + T15) + (T16 + T17) * rl);
+    const F64<N> polynomial = (A + C) + (((p2 + (p1 - s)) + T(15)) + (T(16) + T(17)) * rl);
 
-    const F64<N> Rh = R & asBits(T19);
+    const F64<N> Rh = R & asBits(T(19));
     const F64<N> d = yh * Rh;
-    const F64<N> h = Rh - T14;
+    const F64<N> h = Rh - T(14);
     const F64<N> g2 = s - h;
     const F64<N> s2 = s - (h + g2);
-    return g2 + ((polynomial + s2) - T18 * R * ((F64<N>(1.0) - d) - e));
+    return g2 + ((polynomial + s2) - T(18) * R * ((F64<N>(1.0) - d) - e));
 }
 
 // Finite, of any size.
@@ -100,7 +95,7 @@ inline Real64 tangentOfFinite(Real64 x) {
     if (sine::isTiny(x)) return sine::sineOfTiny(x);  // rounds like x
     QuarterPiReduction reduction{x, 0.0, 0};
     if ((highWord(x) >> 16 & 0x7FFF) >= 0x40C9) reduction = reduceQuarterPi(x);
-    return tangent<1>(reduction.head, reduction.tail, std::uint64_t{reduction.quadrant}).raw;
+    return tangent<1>(reduction.head, F64<1>(reduction.tail), std::uint64_t{reduction.quadrant}).raw;
 }
 
 [[gnu::noinline]] Real64 tanLane64(Real64 x, OktStatus& status) {
@@ -141,13 +136,13 @@ OktStatus tan64(const Real64* src, Real64* dst, std::int32_t len) {
             const auto x = F64<N>::load(src + i);
             if (!inMainRange(x)) [[unlikely]]
                 return N == 2 && hugeBlock(src + i, dst + i);
-            tangent<N>(x, F64<N>(0.0), U64<N>(0)).store(dst + i);
+            tangent<N>(x, NoRest(), U64<N>(0)).store(dst + i);
             return true;
         };
         const auto lane = [=, &status](std::int32_t i) {
             storeElement(dst + i, tanLane64(bits64(loadBits(src + i)), status));
         };
-        laneBlocks<2, 2>(len, len & ~1, tryLanes, lane);
+        laneBlocks<2, 4>(len, len & ~1, tryLanes, lane);
     });
 }
 
