@@ -2,9 +2,9 @@
 //
 // Real: the sign bit cleared by an integer operation; a signalling NaN stays signalling, no flag is raised.
 //
-// Complex: sqrt(re^2 + im^2) by the seeded root of root/seed_root.h. Complex32 works in Real64, Complex64 in Real80, so that
-// no square overflows or underflows and the result is rounded once. Where that is seen to give the same bits and flags, the
-// processor's root instruction takes the place of the seeded root.
+// Complex: sqrt(re^2 + im^2) by the seeded root of root/seed_root.h. Complex32 works in Real64, Complex64
+// in Real80, so that no square overflows or underflows and the result is rounded once. Where that is seen
+// to give the same bits and flags, the processor's root instruction takes the place of the seeded root.
 // Largest errors seen: Complex32 0.5000 ulp (correctly rounded in every sample), Complex64 0.5005 ulp.
 #include "arith/complex_parts.h"
 #include "arith/elementwise.h"
@@ -63,11 +63,13 @@ T modulusOfSpecial(T re, T im) {
     return true;
 }
 
-// Four elements by the root instruction; false, with nothing stored, where that might show. For rounding to nearest, and
-// while "inexact" stands, which is all that can tell the ways apart: the written steps come within a few units in the last
-// place of the instruction, so both are rounded to the same Real32 unless a point halfway between two of them is that near.
+// Four elements by the root instruction; false, with nothing stored, where that might show.
+// For rounding to nearest, and while "inexact" stands, which is all that can tell the ways
+// apart: the written steps come within a few units in the last place of the instruction, so
+// both are rounded to the same Real32 unless a point halfway between two of them is that near.
 bool rootOfFour(const Complex32* src, Real32* dst) {
-    // Parts below 2^126 and sums that are zero or at least 2^-250: each modulus is a zero or well inside the normal range.
+    // Parts below 2^126 and sums that are zero or at least 2^-250:
+    // each modulus is a zero or well inside the normal range.
     const auto* parts = reinterpret_cast<const Real32*>(src);
     const auto magnitudes = U32<8>::load(reinterpret_cast<const std::uint32_t*>(src)) & U32<8>(0x7FFFFFFF);
     const auto room = U32<8>(0x7E7FFFFF) - magnitudes;
@@ -97,7 +99,8 @@ OktStatus absComplex32(const Complex32* src, Real32* dst, std::int32_t len) {
             byInstruction = inexactStandsInNearest();
             return done;
         };
-        redoBlock<4>(src, dst, len, tryFour, [](Complex32 z, OktStatus&) { return modulus(z); }, status);
+        redoBlock<4>(
+            src, dst, len, tryFour, [](Complex32 z, OktStatus&) { return modulus(z); }, status);
     });
 }
 
@@ -109,7 +112,8 @@ Real64 rootAsWritten(Real80 sum) {
     const Real80Bits s = asBits(sum);
     const unsigned odd = ~static_cast<unsigned>(s.signAndExponent) & 1u;  // the bias is odd
     const Real80 m2 = fromBits({s.significand, static_cast<std::uint16_t>(16383 + odd)});
-    const Real80 scale = fromBits({std::uint64_t{1} << 63, static_cast<std::uint16_t>((s.signAndExponent + 16383u) >> 1)});
+    const Real80 scale =
+        fromBits({std::uint64_t{1} << 63, static_cast<std::uint16_t>((s.signAndExponent + 16383u) >> 1)});
     const Real80 seed = tables::InvRootSeed[odd << 8 | (s.significand >> 55 & 0xFF)];
     return static_cast<Real64>(rootOfSignificand<Real80>(m2, seed).value() * scale);
 }
@@ -124,17 +128,17 @@ Real64 modulusAsWritten(Complex64 z) {
     storeElement(dst, modulusAsWritten(loadElement(src)));
 }
 
-// A bit for each of four elements whose larger part is so small that the modulus may be no normal number, or so large that
-// it may overflow.
+// A bit for each of four elements whose larger part is so small that the
+// modulus may be no normal number, or so large that it may overflow.
 int outOfRange(const Complex64* four) {
     const U32x4 larger = largerParts(four);
     return laneBits(negativeLanes((larger - U32x4(0x00300000)) | (U32x4(0x7FC00000) - larger)));
 }
 
-// The root instruction is within 2^-64 of the root of the sum, the written steps are within 2^-63: each of the two factors
-// g^2 and h of the last correction is good to a unit in the last place, and so is the last sum. Both therefore lie between
-// the same ends, and where these are rounded to one number, that is the modulus. "Inexact", which the ends raise for
-// certain, stands already.
+// The root instruction is within 2^-64 of the root of the sum, the written steps are within 2^-63:
+// each of the two factors g^2 and h of the last correction is good to a unit in the last place,
+// and so is the last sum. Both therefore lie between the same ends, and where these are rounded to
+// one number, that is the modulus. "Inexact", which the ends raise for certain, stands already.
 bool tryRoot(const Complex64* src, Real64* dst) {
     forgetParts();
     const auto [x, y] = extendedParts(src);

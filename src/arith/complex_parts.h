@@ -37,15 +37,25 @@ inline void storeImaginary(Complex64* to, Real64 im) { storeElement(reinterpret_
 // The formulas.
 
 template <class R>
-inline auto timesRe(ComplexOf<R> a, ComplexOf<R> b) { return a.re * b.re - a.im * b.im; }
+inline auto timesRe(ComplexOf<R> a, ComplexOf<R> b) {
+    return a.re * b.re - a.im * b.im;
+}
 template <class R>
-inline auto timesIm(ComplexOf<R> a, ComplexOf<R> b) { return a.re * b.im + a.im * b.re; }
+inline auto timesIm(ComplexOf<R> a, ComplexOf<R> b) {
+    return a.re * b.im + a.im * b.re;
+}
 template <class R>
-inline auto timesConjRe(ComplexOf<R> a, ComplexOf<R> b) { return a.re * b.re + a.im * b.im; }
+inline auto timesConjRe(ComplexOf<R> a, ComplexOf<R> b) {
+    return a.re * b.re + a.im * b.im;
+}
 template <class R>
-inline auto timesConjIm(ComplexOf<R> a, ComplexOf<R> b) { return a.im * b.re - a.re * b.im; }
+inline auto timesConjIm(ComplexOf<R> a, ComplexOf<R> b) {
+    return a.im * b.re - a.re * b.im;
+}
 template <class R>  // the same value with a flipped sign in place of the difference, which a NaN can tell apart
-inline auto timesConjImFlipped(ComplexOf<R> a, ComplexOf<R> b) { return (-a.re) * b.im + a.im * b.re; }
+inline auto timesConjImFlipped(ComplexOf<R> a, ComplexOf<R> b) {
+    return (-a.re) * b.im + a.im * b.re;
+}
 
 // ---------------------------------------------------------------------------------------------------------------------
 // Complex32: Real64 lanes with the order of operands kept.
@@ -146,10 +156,12 @@ inline Product twoDifference(Real80 p, Real80 q) {
 // The sum and the difference of two products, good to the last bit also where they cancel.
 inline Real80 joined(Product high, Product low) { return ((high.value + low.value) + high.rest) + low.rest; }
 inline Real80 operator+(Product x, Product y) { return joined(twoSum(x.value, y.value), twoSum(x.rest, y.rest)); }
-inline Real80 operator-(Product x, Product y) { return joined(twoDifference(x.value, y.value), twoDifference(x.rest, y.rest)); }
+inline Real80 operator-(Product x, Product y) {
+    return joined(twoDifference(x.value, y.value), twoDifference(x.rest, y.rest));
+}
 
-// Loaded before they are used: as a memory operand of a product a signalling NaN would lose to a quiet one, while loaded it
-// turns quiet and the larger significand of the two comes through.
+// Loaded before they are used: as a memory operand of a product a signalling NaN would lose to
+// a quiet one, while loaded it turns quiet and the larger significand of the two comes through.
 inline ComplexOf<Real80> extended(ComplexOf<Real64> z) { return {opaque<Real80>(z.re), opaque<Real80>(z.im)}; }
 inline ComplexOf<Split> split(ComplexOf<Real64> z) { return {Split(z.re), Split(z.im)}; }
 
@@ -163,8 +175,8 @@ inline bool needsSimplePath(ComplexOf<Real64> a, ComplexOf<Real64> b) {
     return isZeroOrNotFinite(a.re) || isZeroOrNotFinite(a.im) || isZeroOrNotFinite(b.re) || isZeroOrNotFinite(b.im);
 }
 
-// With significands of at most 31 bits every split is exact and without a low piece, and so is every product: compensated
-// arithmetic then comes to plain extended arithmetic, in its flags, too.
+// With significands of at most 31 bits every split is exact and without a low piece, and so is
+// every product: compensated arithmetic then comes to plain extended arithmetic, in its flags, too.
 inline bool hasShortParts(ComplexOf<Real64> a, ComplexOf<Real64> b) {
     return ((asBits(a.re) | asBits(a.im) | asBits(b.re) | asBits(b.im)) & 0x3FFFFF) == 0;
 }
@@ -172,11 +184,11 @@ inline bool hasShortParts(ComplexOf<Real64> a, ComplexOf<Real64> b) {
 // ---------------------------------------------------------------------------------------------------------------------
 // Complex64 without compensation, where that is seen to give the same bits.
 //
-// Let S be |x| + |y| for the two products of a part t = x + y, and u = 2^-64. Compensated arithmetic makes t with an error
-// of 3 u |t| before anything follows: the products and both sums are exact as pairs, and three more sums are rounded.
-// Plain extended arithmetic makes it with u S + u |t|. So the compensated value lies within e = u S + 4 u |t| <= 5 u S of
-// the plain one (terms of u^2 come on top), and when both ends, taken through the same monotone steps, are rounded to the
-// same Real64, that is the part. Otherwise the element is worked as written.
+// Let S be |x| + |y| for the two products of a part t = x + y, and u = 2^-64. Compensated arithmetic makes t with
+// an error of 3 u |t| before anything follows: the products and both sums are exact as pairs, and three more sums
+// are rounded. Plain extended arithmetic makes it with u S + u |t|. So the compensated value lies within e = u S
+// + 4 u |t| <= 5 u S of the plain one (terms of u^2 come on top), and when both ends, taken through the same
+// monotone steps, are rounded to the same Real64, that is the part. Otherwise the element is worked as written.
 //
 // Only "inexact" can tell the two ways apart: the range test keeps over- and underflow away, and all parts are loaded
 // either way. The plain one is therefore taken while that flag stands.
@@ -204,8 +216,8 @@ public:
           bRoom_(U32x4(highWordOf(200)) - largerParts(b)),
           productRoom_(U32x4(2 * highWordOf(200) - highWordOf(-400) - highWordOf(0)) - aRoom_ - bRoom_) {}
 
-    // A bit for each element with a factor that is 2^200 or more, an infinity or a NaN, or with a product below 2^-400: beyond
-    // that, a value on the plain way may come near the limits of Real64.
+    // A bit for each element with a factor that is 2^200 or more, an infinity or a NaN, or with a
+    // product below 2^-400: beyond that, a value on the plain way may come near the limits of Real64.
     int outOfRange() const { return laneBits(negativeLanes(aRoom_ | bRoom_ | productRoom_)); }
 
     // The margins e. A sum of patterns is a product but for a factor that mantissas and missing lower halves make; with
@@ -213,7 +225,9 @@ public:
     F64x4 margins() const { return asReal(withHighWords(productRoom_ + U32x4(highWordOf(-400) - 0x03C60000))); }
 
 private:
-    static constexpr std::uint32_t highWordOf(int exponent) { return static_cast<std::uint32_t>(1023 + exponent) << 20; }
+    static constexpr std::uint32_t highWordOf(int exponent) {
+        return static_cast<std::uint32_t>(1023 + exponent) << 20;
+    }
 
     U32x4 aRoom_, bRoom_, productRoom_;  // the distances of patterns to those bounds
 };
@@ -271,7 +285,8 @@ template <template <class> class Formulas>
 
 // The elements `first` to 3 of four.
 template <template <class> class Formulas, class AsWritten>
-inline void plainFour(const Complex64* src1, const Complex64* src2, Complex64* dst, int first, const AsWritten& asWritten) {
+inline void plainFour(const Complex64* src1, const Complex64* src2, Complex64* dst, int first,
+                      const AsWritten& asWritten) {
     const FourProducts products(src1, src2);
     const int outOfRange = products.outOfRange();
     if (outOfRange != 0) [[unlikely]] {
@@ -312,7 +327,8 @@ template <template <class> class Formulas>
 inline OktStatus complexProduct64(const Complex64* src1, const Complex64* src2, Complex64* dst, std::int32_t len) {
     return x87Frame<64>(len, src1, src2, dst, [=](OktStatus&) {
         const bool sourcesChange = interferes(src1, dst, 1) || interferes(src2, dst, 1);
-        const auto asWritten = [=](const Complex64* from1, const Complex64* from2, Complex64* to) __attribute__((noinline)) {
+        const auto asWritten = [=](const Complex64* from1, const Complex64* from2, Complex64* to)
+            __attribute__((noinline)) {
             const auto a = loadParts(from1);
             const auto b = loadParts(from2);
             const auto storeParts = [&](auto convert) {

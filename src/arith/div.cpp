@@ -1,8 +1,9 @@
 // Quotients.
 //
-// Real: one IEEE division an element, under the caller's MXCSR. A finite element divided by a zero warns: on Real32 the
-// divisor is tested by its bits, on Real64 by a comparison with 0.0 after the division, so that a subnormal divisor counts
-// as a zero there when the caller's denormals-are-zero is set. Elements are divided side by side where no divisor can warn.
+// Real: one IEEE division an element, under the caller's MXCSR. A finite element divided by a
+// zero warns: on Real32 the divisor is tested by its bits, on Real64 by a comparison with 0.0
+// after the division, so that a subnormal divisor counts as a zero there when the caller's
+// denormals-are-zero is set. Elements are divided side by side where no divisor can warn.
 //
 // Complex: the first source times the conjugate of the second, times the reciprocal of the second's squared
 // modulus. Complex32 in Real64; Complex64 in Real80 with compensated numerators. A zero divisor takes the course of the
@@ -35,8 +36,8 @@ Real64 divElement(Real64 x, Real64 y, OktStatus& status) {
     return quotient;
 }
 
-// Whether a divisor of the block may warn. The subnormal ones of Real64 are left to the element routine, whose comparison
-// can raise the denormal flag.
+// Whether a divisor of the block may warn. The subnormal ones of Real64 are
+// left to the element routine, whose comparison can raise the denormal flag.
 template <int N>
 bool mayWarn(F32<N> divisor) {
     const U32<N> bits = asBits(divisor);
@@ -77,9 +78,8 @@ Quotient<Ordered<V>> quotientBy(ComplexOf<Ordered<V>> b) {
 }
 
 OktStatus divComplex32(const Complex32* src1, const Complex32* src2, Complex32* dst, std::int32_t len) {
-    return x87Frame<53>(len, src1, src2, dst, [=](OktStatus&) {
-        complexLoop32(src1, src2, dst, len, [](auto b) { return quotientBy(b); });
-    });
+    return x87Frame<53>(len, src1, src2, dst,
+                        [=](OktStatus&) { complexLoop32(src1, src2, dst, len, [](auto b) { return quotientBy(b); }); });
 }
 
 template <class R>

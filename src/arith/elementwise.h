@@ -11,7 +11,9 @@ inline const Real64* parts(const Complex64* z) { return reinterpret_cast<const R
 inline Real32* parts(Complex32* z) { return reinterpret_cast<Real32*>(z); }
 inline Real64* parts(Complex64* z) { return reinterpret_cast<Real64*>(z); }
 template <class T>
-inline T* parts(T* x) { return x; }
+inline T* parts(T* x) {
+    return x;
+}
 
 // The array as bit patterns, for the functions that do no arithmetic.
 inline const std::uint32_t* patterns(const Real32* x) { return reinterpret_cast<const std::uint32_t*>(x); }

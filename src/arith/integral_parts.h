@@ -14,7 +14,9 @@ template <class T>
 inline constexpr T firstInteger = sizeof(T) == 8 ? T(0x1p52) : T(0x1p23);
 
 template <int N>
-inline Mask32<N> isBelow(U32<N> magnitude, Real32 limit) { return greaterSigned(U32<N>(asBits(limit)), magnitude); }
+inline Mask32<N> isBelow(U32<N> magnitude, Real32 limit) {
+    return greaterSigned(U32<N>(asBits(limit)), magnitude);
+}
 template <int N>
 inline Mask64<N> isBelow(U64<N> magnitude, Real64 limit) {  // for limits with nothing in their low word
     return greaterSignedHigh(U64<N>(asBits(limit)), magnitude);
@@ -22,9 +24,13 @@ inline Mask64<N> isBelow(U64<N> magnitude, Real64 limit) {  // for limits with n
 
 // Greater than zero as a signed integer.
 template <int N>
-inline Mask32<N> isPositive(U32<N> a) { return greaterSigned(a, U32<N>(0)); }
+inline Mask32<N> isPositive(U32<N> a) {
+    return greaterSigned(a, U32<N>(0));
+}
 template <int N>
-inline Mask64<N> isPositive(U64<N> a) { return greaterSignedHigh(U64<N>(0), (U64<N>(0) - a) & ~a); }
+inline Mask64<N> isPositive(U64<N> a) {
+    return greaterSignedHigh(U64<N>(0), (U64<N>(0) - a) & ~a);
+}
 
 template <class V>
 struct Parts {
@@ -43,8 +49,8 @@ struct Parts {
         constexpr T base = firstInteger<T>;
         belowOne = isBelow(magnitude, T{1});
         big = ~isBelow(magnitude, base);
-        // For the exponent k and n fraction bits it stands at n - k. 2^(n - k) added to 2^n, which is exact, sets it in the
-        // sum's pattern (for k = 0 the sum is the next power of two, whose pattern is larger by bit n).
+        // For the exponent k and n fraction bits it stands at n - k. 2^(n - k) added to 2^n, which is exact, sets
+        // it in the sum's pattern (for k = 0 the sum is the next power of two, whose pattern is larger by bit n).
         constexpr auto infinity = asBits(std::numeric_limits<T>::infinity());
         const U power = U(asBits(base) + asBits(T{1})) - (magnitude & U(infinity));
         low = asBits(asReal(zeroUnless(~(belowOne | big), power)) + V(base)) - U(asBits(base));
@@ -56,7 +62,9 @@ struct Parts {
 
 // The big elements' results, 0 elsewhere: on Real32 the pattern untouched, on Real64 times 1.0, which quiets a NaN.
 template <int N>
-inline U32<N> unchanged(const Parts<F32<N>>& x) { return zeroUnless(x.big, x.bits); }
+inline U32<N> unchanged(const Parts<F32<N>>& x) {
+    return zeroUnless(x.big, x.bits);
+}
 template <int N>
 inline U64<N> unchanged(const Parts<F64<N>>& x) {
     return asBits(mulOrdered(asReal(zeroUnless(x.big, x.bits)), F64<N>(1.0)));

@@ -13,9 +13,13 @@ struct Split {
 };
 
 template <int N>
-Mask32<N> isNaN(U32<N> magnitude) { return greaterSigned(magnitude, U32<N>(0x7F800000)); }
+Mask32<N> isNaN(U32<N> magnitude) {
+    return greaterSigned(magnitude, U32<N>(0x7F800000));
+}
 template <int N>
-Mask64<N> isNaN(U64<N> magnitude) { return isPositive(magnitude - U64<N>(0x7FF0000000000000)); }
+Mask64<N> isNaN(U64<N> magnitude) {
+    return isPositive(magnitude - U64<N>(0x7FF0000000000000));
+}
 
 template <class V>
 [[gnu::noinline, gnu::cold]] Split<V> withNaNs(V x, Split<V> split, typename Parts<V>::M nan) {
@@ -41,7 +45,8 @@ Split<V> splitAtPoint(V x) {
 // Whole passes may be worked side by side when no store of a pass falls on what the pass reads or stores later.
 template <class T>
 bool worksInPasses(const T* src, const T* dst1, const T* dst2) {
-    return !smearsForward(src, dst1) && !smearsForward(src, dst2) && !smearsForward(dst1, dst2) && !smearsForward(dst2, dst1);
+    return !smearsForward(src, dst1) && !smearsForward(src, dst2) && !smearsForward(dst1, dst2) &&
+           !smearsForward(dst2, dst1);
 }
 
 template <class T>

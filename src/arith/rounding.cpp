@@ -16,7 +16,8 @@ namespace {
 
 enum class Direction { up, down };
 
-// The elements that move away from zero when they are rounded in the direction, zeros excluded: the positive ones for up.
+// The elements that move away from zero when they are rounded
+// in the direction, zeros excluded: the positive ones for up.
 template <Direction direction, class V>
 auto movesAway(const Parts<V>& x) {
     using U = typename Parts<V>::U;

@@ -1,9 +1,11 @@
 // Cosine and sine of an angle as the two lanes of a register: what the kernels of Exp and CIS in Real64 share.
 //
-// x = n·pi/32 + r + l. With B = n·pi/32, of which a table holds sin B as sinHead + sinTail and cos B as cosHead + cosTail,
+// x = n·pi/32 + r + l. With B = n·pi/32, of which a table holds
+// sin B as sinHead + sinTail and cos B as cosHead + cosTail,
 //     sin x = sin B + cos B·sin r + sin B·(cos r - 1)
-// comes as the sum of a main part, which takes in sinHead + (cosHead + cosTail)·r, and a low part, which takes what the main
-// part's roundings left and everything smaller. The cosine is the sine a quarter turn on: the same steps on another row.
+// comes as the sum of a main part, which takes in sinHead + (cosHead + cosTail)·r,
+// and a low part, which takes what the main part's roundings left and everything
+// smaller. The cosine is the sine a quarter turn on: the same steps on another row.
 #pragma once
 
 #include "lanes/constant.h"
@@ -83,7 +85,7 @@ inline F64<2 * N> columnAt(const Real64* column, const std::uint64_t* offset) {
 template <int N>
 struct Reduced {
     F64<N> r, l;
-    F64<N> sine, cosine;  // sin r - r and cos r - 1
+    F64<N> sine, cosine;                // sin r - r and cos r - 1
     InMemory<std::uint64_t, N> offset;  // of the row, in bytes
 };
 

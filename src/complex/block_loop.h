@@ -9,8 +9,8 @@
 
 namespace okt {
 
-// Less than a block, worked in a buffer whose free places hold the first element. A function of its own, so that the loop
-// over whole blocks has the registers for itself.
+// Less than a block, worked in a buffer whose free places hold the first element. A
+// function of its own, so that the loop over whole blocks has the registers for itself.
 template <int N, class Z, class Block>
 [[gnu::noinline]] void paddedBlock(const Z* src, Z* dst, std::int32_t left, const Block& block) {
     Z rest[N];
@@ -30,7 +30,7 @@ inline void paddedBlocks(const Z* src, Z* dst, std::int32_t len, const Block& bl
 // Stores a block's results, those of `byKernel` for the flagged elements. dst may be src.
 template <class Z, class V>
 [[gnu::noinline, gnu::cold]] void storeWithKernel(const Z* src, Z* dst, const V& re, const V& im, int flagged,
-                                                 Z (*byKernel)(Z)) {
+                                                  Z (*byKernel)(Z)) {
     Z result[V::lanes];
     storeInterleaved(partsOf(result), re, im);
     for (int i = 0; i < V::lanes; ++i)
@@ -40,8 +40,7 @@ template <class Z, class V>
 
 // The same, where flagged elements are the exception.
 template <class Z, class V, int Bits>
-inline void storeBlock(const Z* src, Z* dst, const V& re, const V& im, Mask<Bits, V::lanes> flagged,
-                       Z (*byKernel)(Z)) {
+inline void storeBlock(const Z* src, Z* dst, const V& re, const V& im, Mask<Bits, V::lanes> flagged, Z (*byKernel)(Z)) {
     if (any(flagged)) [[unlikely]]
         storeWithKernel(src, dst, re, im, laneBits(flagged), byKernel);
     else

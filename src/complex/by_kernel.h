@@ -1,6 +1,6 @@
-// Single elements by the scalar kernels: what the block routines hand over. The caller's frame has set the x87 unit to 64
-// bits. A part of the result that is subnormal in its type raises underflow. Apart from the block routines, since extended
-// arithmetic and lanes have names in common.
+// Single elements by the scalar kernels: what the block routines hand over. The caller's frame has
+// set the x87 unit to 64 bits. A part of the result that is subnormal in its type raises underflow.
+// Apart from the block routines, since extended arithmetic and lanes have names in common.
 #pragma once
 
 #include "oktvm.h"

@@ -1,9 +1,10 @@
-// cos x + i·sin x of a real x: the table method at 64 steps a turn in Real64, for both types; from 2^17 up after a reduction
-// by the quarter turn.
+// cos x + i·sin x of a real x: the table method at 64 steps a turn in Real64,
+// for both types; from 2^17 up after a reduction by the quarter turn.
 //
 // Largest errors seen:
 //   Complex32  0.49999 ulp
-//   Complex64  real part 0.5077 ulp at 0x1.e0e693e759fc6p+12 and imaginary part 0.5106 ulp at -0x1.69677d4fbbd3dp+13 below
+//   Complex64  real part 0.5077 ulp at 0x1.e0e693e759fc6p+12 and imaginary part 0.5106 ulp at -0x1.69677d4fbbd3dp+13
+//   below
 //              40000; 0.5223 ulp at -0x1.e745b187b59dfp+16 up to 2^17
 #include "complex/angle.h"
 #include "frame/frame.h"
@@ -28,7 +29,7 @@ Parts cisElement(Real64 x) {
     if (sine::isTiny(x)) {
         if ((asBits(x) & 0x7FFFFFFFFFFFFFFF) == 0) return {1.0, x};
         constexpr Real64 up = bits64(0x4360000000000000), down = bits64(0x3C80000000000000);  // 2^55, 2^-55
-        return {sine::cosineOfTiny(x), (x * up - x) * down};                                 // x, but for flags
+        return {sine::cosineOfTiny(x), (x * up - x) * down};                                  // x, but for flags
     }
     const sine::LaneAngle a = sine::laneAngle(x);
     const auto at = [&a](int quarters) {
@@ -52,22 +53,34 @@ constexpr WordRange plain32(0x00800000, 0x48000000);      // normal, below 2^17
 constexpr WordRange plainHigh64(0x30300000, 0x41000000);  // high words: from 2^-252 to below 2^17
 
 template <int N>
-bool arePlain(F32<N> x) { return plain32.holdsAll(asBits(x) & U32<N>(0x7FFFFFFF)); }
+bool arePlain(F32<N> x) {
+    return plain32.holdsAll(asBits(x) & U32<N>(0x7FFFFFFF));
+}
 template <int N>
-bool arePlain(F64<N> x) { return plainHigh64.holdsAll(packHighWords(asBits(x)) & U32<N>(0x7FFFFFFF)); }
+bool arePlain(F64<N> x) {
+    return plainHigh64.holdsAll(packHighWords(asBits(x)) & U32<N>(0x7FFFFFFF));
+}
 
 template <int N>
-F64<N> toReal64(F32<N> x) { return widen(x); }
+F64<N> toReal64(F32<N> x) {
+    return widen(x);
+}
 template <int N>
-F64<N> toReal64(F64<N> x) { return x; }
+F64<N> toReal64(F64<N> x) {
+    return x;
+}
 
 template <int N>
-void storeParts(F64<N> parts, Complex32* to) { narrow(parts).store(reinterpret_cast<Real32*>(to)); }
+void storeParts(F64<N> parts, Complex32* to) {
+    narrow(parts).store(reinterpret_cast<Real32*>(to));
+}
 template <int N>
-void storeParts(F64<N> parts, Complex64* to) { parts.store(reinterpret_cast<Real64*>(to)); }
+void storeParts(F64<N> parts, Complex64* to) {
+    parts.store(reinterpret_cast<Real64*>(to));
+}
 
-// A result is twice as long as its argument, so that an ascending loop over arrays that share memory may read what it has
-// written; only one element at a time gives its results there.
+// A result is twice as long as its argument, so that an ascending loop over arrays that share
+// memory may read what it has written; only one element at a time gives its results there.
 template <class S, class D>
 bool apart(const S* src, const D* dst, std::int32_t len) {
     const auto from = reinterpret_cast<std::uintptr_t>(src), to = reinterpret_cast<std::uintptr_t>(dst);

@@ -1,13 +1,13 @@
-// e^(a + ib) = e^a·cos b + i·e^a·sin b, in blocks that need no branch; an element outside the blocks' range is worked again
-// by the scalar kernel.
+// e^(a + ib) = e^a·cos b + i·e^a·sin b, in blocks that need no branch; an
+// element outside the blocks' range is worked again by the scalar kernel.
 //
-// Complex32, first routine: all in Real32. e^a as the real function computes it; b = n·pi/2 + r, a polynomial for the sine
-// and one for the cosine of r, exchange and signs by n.
-// Complex32, second routine: all in Real64. e^a by a table of 2^(j/64) and three terms, sine and cosine by the table of 64
-// steps a turn, each result rounded twice, to Real64 and to Real32.
-// Complex64: the same with longer series, and the three factors as heads and tails: products of the heads, whose lower bits
-// are cleared, are exact, those with a tail are added up below them. The sine and its tail are scaled by 2^100, so that a
-// tiny one can be split.
+// Complex32, first routine: all in Real32. e^a as the real function computes it; b = n·pi/2
+// + r, a polynomial for the sine and one for the cosine of r, exchange and signs by n.
+// Complex32, second routine: all in Real64. e^a by a table of 2^(j/64) and three terms, sine and
+// cosine by the table of 64 steps a turn, each result rounded twice, to Real64 and to Real32.
+// Complex64: the same with longer series, and the three factors as heads and tails: products
+// of the heads, whose lower bits are cleared, are exact, those with a tail are added up
+// below them. The sine and its tail are scaled by 2^100, so that a tiny one can be split.
 //
 // Largest errors seen, real and imaginary part:
 //   Complex32 in Real32  3.382 ulp at (-0x1.63b9a8p+4, 0x1.1da196p+13), 3.150 ulp at (0x1.285ac2p+6, -0x1.330044p+13)
@@ -150,7 +150,8 @@ struct Single {
         const F32<N> s = (((x * c.s7 + c.s5) * x + c.s3) * x + c.one) * r;
         const F32<N> k = (((x * c.c8 + c.c6) * x + c.c4) * x + c.c2) * x + c.one;
 
-        // An odd n exchanges the two. The sine is negative where bit 1 of n is set, the cosine where bits 0 and 1 differ.
+        // An odd n exchanges the two. The sine is negative where bit 1
+        // of n is set, the cosine where bits 0 and 1 differ.
         const U32<N> parity = asBits(u) << 31;
         const U32<N> exchange = (asBits(s) ^ asBits(k)) & shiftRightSigned(parity, 31);
         const U32<N> sineSign = (asBits(u) << 30) & ~U32<N>(c.magnitude);
@@ -267,11 +268,13 @@ struct Double {
         const F64<N> el = (e - eh) + ((hi - e) + rise);
 
         const auto [m, w] = cosineAndSine(angle::rowsOfMagnifiedSine, angle::reduce<4>(c.angle, z.im));
-        // The imaginary part needs all these steps; the real part takes them with a factor of 1 and without the cut of x.
+        // The imaginary part needs all these steps; the real part
+        // takes them with a factor of 1 and without the cut of x.
         const F64<2 * N> v = m + w;
         const F64<2 * N> vh = v & U64<2 * N>(c.head);
         const F64<2 * N> vl = (w - (v - m)) - (vh - v);
-        const F64<2 * N> eh2 = twice(eh), el2 = twice(el);
+        const F64<2 * N> eh2 = twice(eh);
+        const F64<2 * N> el2 = twice(el);
         const F64<2 * N> x = eh2 * vh;
         const F64<2 * N> xh = x & U64<2 * N>(c.upperWordOfImaginary);
         const F64<2 * N> y = (eh2 * vl + (vh * el2 + el2 * vl)) - (xh - x);
@@ -284,21 +287,15 @@ constexpr SingleConstants singleConstants;
 constexpr DoubleConstants doubleConstants;
 
 OktStatus expSingle(const Complex32* src, Complex32* dst, std::int32_t len) {
-    return x87Frame<64>(len, src, dst, [=](OktStatus&) {
-        blocks(Single{inMemory(singleConstants)}, src, dst, len);
-    });
+    return x87Frame<64>(len, src, dst, [=](OktStatus&) { blocks(Single{inMemory(singleConstants)}, src, dst, len); });
 }
 
 OktStatus expWide(const Complex32* src, Complex32* dst, std::int32_t len) {
-    return x87Frame<64>(len, src, dst, [=](OktStatus&) {
-        blocks(Wide{inMemory(doubleConstants)}, src, dst, len);
-    });
+    return x87Frame<64>(len, src, dst, [=](OktStatus&) { blocks(Wide{inMemory(doubleConstants)}, src, dst, len); });
 }
 
 OktStatus expDouble(const Complex64* src, Complex64* dst, std::int32_t len) {
-    return x87Frame<64>(len, src, dst, [=](OktStatus&) {
-        blocks(Double{inMemory(doubleConstants)}, src, dst, len);
-    });
+    return x87Frame<64>(len, src, dst, [=](OktStatus&) { blocks(Double{inMemory(doubleConstants)}, src, dst, len); });
 }
 
 }  // namespace

@@ -15,8 +15,8 @@
 namespace okt {
 
 inline Complex64 widened(Complex64 z) { return z; }
-// Hidden from the compiler, which would take a part that a kernel returns as it is through both conversions unchanged; under
-// denormals-are-zero a subnormal one is a zero behind the first.
+// Hidden from the compiler, which would take a part that a kernel returns as it is through both
+// conversions unchanged; under denormals-are-zero a subnormal one is a zero behind the first.
 inline Complex64 widened(Complex32 z) { return {opaque(Real64{z.re}), opaque(Real64{z.im})}; }
 
 // The parts go one by one: a store of each and a load of both at once would wait for the stores to reach the cache.

@@ -7,8 +7,8 @@
 //   A21  ln s by a table of short reciprocals in Real64 (see explog/log.cpp), the angle in Real32 from a true quotient.
 //   A24  everything in Real64. The angle is K + arctan((p·B - q·A)/(p·A + q·B)), A = |a|, B = |b|, with K the angle of
 //        (p, q), one of five directions, and pi - K - arctan(...) for a < 0.
-// Complex64 has one: as A24 with a finer table; s, its distance from 1, the two sides of the quotient and the quotient are
-// sums of a head and a rest.
+// Complex64 has one: as A24 with a finer table; s, its distance from 1, the
+// two sides of the quotient and the quotient are sums of a head and a rest.
 //
 // An element with a part outside a routine's range goes through the scalar kernel; its neighbours do not.
 //
@@ -60,7 +60,9 @@ inline Squares<N> squares(F64<N> a, F64<N> b) {
 }
 
 template <int N, class Constants>
-inline Mask64<N> farFromOne(const Constants& k, F64<N> sum) { return abs(sum - F64<N>(k.one)) > F64<N>(k.nearOneLimit); }
+inline Mask64<N> farFromOne(const Constants& k, F64<N> sum) {
+    return abs(sum - F64<N>(k.one)) > F64<N>(k.nearOneLimit);
+}
 
 // Lanes whose magnitude lies outside first .. last, by pattern.
 template <int N, class Constants>
@@ -78,7 +80,7 @@ struct ConstantsA11 : RangeConstants {
     Pattern32 exponentBit = 0x00100000;
     Pattern32 unit = 0x07F00000;
     Pattern32 exponent = 0x7FF00000;
-    Pattern32 integerBias = 0x4B000000;            // 2^23
+    Pattern32 integerBias = 0x4B000000;              // 2^23
     Constant32 exponentBias = spread32(0x4B0003FF);  // 2^23 + 1023
     Constant32 one32 = 1.0F;
     Constant32 two32 = 2.0F;
@@ -89,7 +91,8 @@ struct ConstantsA11 : RangeConstants {
                c4 = spread32(0xBEFFACF8), c5 = spread32(0x3F7FFD83);
 
     // (arctan t)/t over t^2, its even and odd terms.
-    Constant32 e1 = spread32(0xBD324820), e0 = spread32(0xBEA6A8A3), o1 = spread32(0x3E1E481B), o0 = spread32(0x3F7FF145);
+    Constant32 e1 = spread32(0xBD324820), e0 = spread32(0xBEA6A8A3), o1 = spread32(0x3E1E481B),
+               o0 = spread32(0x3F7FF145);
 
     Constant32 halfPi = spread32(0x3FC90FDB);
     Constant32 pi = spread32(0x40490FDB);
@@ -165,7 +168,8 @@ struct Terms {
     F64<N> S, Q;  // e·ln 2 - ln c
 };
 
-// From 2^bits + 1 rows (c, 0, hi, lo), hi + lo = -ln c. `restOfMantissa` makes of the lower half of m what m·c is to have.
+// From 2^bits + 1 rows (c, 0, hi, lo), hi + lo = -ln c.
+// `restOfMantissa` makes of the lower half of m what m·c is to have.
 template <int bits, int N, class Rest>
 inline Terms<N> lnTerms(const TableConstants& k, const Real64* table, F64<N> s, const Rest& restOfMantissa) {
     const U64<N> pattern = asBits(s);
@@ -194,8 +198,10 @@ struct ConstantsA21 : TableConstants {
     Constant64 p5 = 0.20000104, p4 = -0.16666771, p3 = 0.33333333, p2 = -0.25;
 
     // (arctan t)/t = 1 + z·even + y·odd over y = t^4, z = t^2.
-    Constant32 e3 = spread32(0xBC833940), e2 = spread32(0xBD9990ED), e1 = spread32(0xBE117070), e0 = spread32(0xBEAAAA52);
-    Constant32 o3 = spread32(0x3B39E4AE), o2 = spread32(0x3D2E8DBC), o1 = spread32(0x3DD9DFAF), o0 = spread32(0x3E4CB946);
+    Constant32 e3 = spread32(0xBC833940), e2 = spread32(0xBD9990ED), e1 = spread32(0xBE117070),
+               e0 = spread32(0xBEAAAA52);
+    Constant32 o3 = spread32(0x3B39E4AE), o2 = spread32(0x3D2E8DBC), o1 = spread32(0x3DD9DFAF),
+               o0 = spread32(0x3E4CB946);
 
     Constant32 one32 = 1.0F;
     Constant32 halfPi = spread32(0x3FC90FDB);
@@ -238,7 +244,9 @@ inline F32<N> angleA21(const ConstantsA21& k, F32<N> re, F32<N> im) {
 
 // A part that counts as a zero, a subnormal one under denormals-are-zero too, as a zero of its sign.
 template <int N>
-inline F32<N> zerosMadeClear(F32<N> part, Mask32<N> zero) { return zeroIf(zero, part) | signOf(part); }
+inline F32<N> zerosMadeClear(F32<N> part, Mask32<N> zero) {
+    return zeroIf(zero, part) | signOf(part);
+}
 
 OktStatus lnc32A21(const Complex32* src, Complex32* dst, std::int32_t len) {
     return x87Frame<64>(len, src, dst, [=](OktStatus&) {
@@ -404,8 +412,7 @@ constexpr Constants64 constants64;
 template <int N>
 struct Cut {
     F64<N> whole, head, rest;
-    Cut(const Constants64& k, F64<N> part)
-        : whole(abs(part)), head(whole & U64<N>(k.headBits)), rest(whole - head) {}
+    Cut(const Constants64& k, F64<N> part) : whole(abs(part)), head(whole & U64<N>(k.headBits)), rest(whole - head) {}
 };
 
 template <int N>
@@ -417,10 +424,11 @@ inline F64<N> lnFar64(const Constants64& k, const Cut<N>& a, const Cut<N>& b, Sq
     const F64<N> restSum = (s.a - (s.sum - v)) + (s.b - v);
     // A rest far below the last place is left out, as it could not be scaled without an underflow.
     const F64<N> anyRest = restSum + (restA + restB);
-    const F64<N> rest = zeroIf(greaterSignedHigh(asBits(s.sum), asBits(abs(anyRest)) + U64<N>(k.hundredBinades)), anyRest);
+    const F64<N> rest =
+        zeroIf(greaterSignedHigh(asBits(s.sum), asBits(abs(anyRest)) + U64<N>(k.hundredBinades)), anyRest);
     const F64<N> unscale = asReal(U64<N>(k.twiceBias) - (asBits(s.sum) & U64<N>(k.exponent)));
-    const Terms<N> t = lnTerms<9>(k, tables::LnComplex64Table, s.sum,
-                                  [&](F64<N> ml) OKT_INLINE { return ml + rest * unscale; });
+    const Terms<N> t =
+        lnTerms<9>(k, tables::LnComplex64Table, s.sum, [&](F64<N> ml) OKT_INLINE { return ml + rest * unscale; });
     const F64<N> r = t.B + t.A;
     const F64<N> poly = r * r * (F64<N>(k.b2) + r * (F64<N>(k.b3) + r * (F64<N>(k.b4) + r * F64<N>(k.b5))));
     const DoubleDouble<N> head = fastTwoSum(t.S, t.A);
@@ -448,7 +456,8 @@ inline F64<N> lnNear64(F64<N> a, F64<N> b, Mask64<N> far) {
 }
 
 template <int N>
-[[gnu::noinline, gnu::cold]] F64<N> lnMixed64(const F64<N>& a, const F64<N>& b, Mask64<N> far, const F64<N>& farResult) {
+[[gnu::noinline, gnu::cold]] F64<N> lnMixed64(const F64<N>& a, const F64<N>& b, Mask64<N> far,
+                                              const F64<N>& farResult) {
     return select(far, farResult, lnNear64(a, b, far));
 }
 
@@ -469,8 +478,8 @@ inline F64<N> angle64(const Constants64& k, F64<N> re, F64<N> im, const Cut<N>& 
     const F64<N> th = (n * inverse) & U64<N>(k.headBits);
     const F64<N> tl = (((n - th * dHead) - th * dRest) + nRest) * inverse;
 
-    // arctan t = t - t^3/3 + ... The head of the cube's term, of 15 bits of t and 7 bits of the third, is exact. Nothing
-    // comes from a tiny quotient, whose powers would be below the normal numbers.
+    // arctan t = t - t^3/3 + ... The head of the cube's term, of 15 bits of t and 7 bits of the third,
+    // is exact. Nothing comes from a tiny quotient, whose powers would be below the normal numbers.
     const F64<N> top = zeroIf(greaterSignedHigh(U64<N>(k.tinyQuotient), asBits(abs(th))), th);
     const F64<N> t = top + tl, z = t * t;
     const F64<N> tShort = top & U64<N>(k.cubeBits);

@@ -1,8 +1,8 @@
 // Logarithms that are one call of a scalar kernel an element: the decimal one, log10|z| + i·arg(z)·log10 e, and of the
 // natural one the elements that its block routines are not made for.
 //
-// Largest error seen of the decimal logarithm: 0.5244 ulp in the real part at (0x1.03cca3ea386fdp+0, -0x1.47d4a81725c7cp-4),
-// beside the branch for |z|^2 near 1, where the square's rounding to 64 bits tells.
+// Largest error seen of the decimal logarithm: 0.5244 ulp in the real part at (0x1.03cca3ea386fdp+0,
+// -0x1.47d4a81725c7cp-4), beside the branch for |z|^2 near 1, where the square's rounding to 64 bits tells.
 #include "complex/by_kernel.h"
 #include "complex/kernel_loop.h"
 #include "complex/log_kernel.h"

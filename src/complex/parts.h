@@ -6,8 +6,12 @@
 namespace okt {
 
 template <class Z>
-inline const decltype(Z::re)* partsOf(const Z* z) { return reinterpret_cast<const decltype(Z::re)*>(z); }
+inline const decltype(Z::re)* partsOf(const Z* z) {
+    return reinterpret_cast<const decltype(Z::re)*>(z);
+}
 template <class Z>
-inline decltype(Z::re)* partsOf(Z* z) { return reinterpret_cast<decltype(Z::re)*>(z); }
+inline decltype(Z::re)* partsOf(Z* z) {
+    return reinterpret_cast<decltype(Z::re)*>(z);
+}
 
 }  // namespace okt

@@ -5,8 +5,8 @@
 // refined by one step of third order in Real64. An element with a part that is zero, not above the smallest normal
 // number, infinite or NaN goes through the scalar kernel; its neighbours do not.
 //
-// Largest errors seen: real part 0.5186 ulp at (0x1.ffff5cp-1, -0x1.99fc28p-9), imaginary part 0.5186 at (-0x1.fffe6ap-1,
-// 0x1.433e0ap-8).
+// Largest errors seen: real part 0.5186 ulp at (0x1.ffff5cp-1,
+// -0x1.99fc28p-9), imaginary part 0.5186 at (-0x1.fffe6ap-1, 0x1.433e0ap-8).
 #include "complex/block_loop.h"
 #include "frame/frame.h"
 #include "lanes/constant.h"
@@ -78,8 +78,8 @@ inline void finish(const Constants& k, const Started<N>& z, const Complex32* src
                outOfRange(k, z.re) | outOfRange(k, z.im), sqrtByKernel);
 }
 
-// Every element goes through the packed steps, a flagged one too: the flags that it raises there count. A block is begun
-// while its predecessor is finished, since a block is one long chain of operations.
+// Every element goes through the packed steps, a flagged one too: the flags that it raises there count.
+// A block is begun while its predecessor is finished, since a block is one long chain of operations.
 OktStatus sqrtc32(const Complex32* src, Complex32* dst, std::int32_t len) {
     return x87Frame<64>(len, src, dst, [=](OktStatus&) {
         constexpr int N = 4;
@@ -96,9 +96,8 @@ OktStatus sqrtc32(const Complex32* src, Complex32* dst, std::int32_t len) {
             i += N;
         }
         if (i < len)
-            paddedBlock<N>(src + i, dst + i, len - i, [&k](const Complex32* from, Complex32* to) {
-                finish(k, start<N>(k, from), from, to);
-            });
+            paddedBlock<N>(src + i, dst + i, len - i,
+                           [&k](const Complex32* from, Complex32* to) { finish(k, start<N>(k, from), from, to); });
     });
 }
 

@@ -1,5 +1,5 @@
-// Square roots that are one call of the scalar kernel an element: Complex64, and the elements of Complex32 that its packed
-// steps are not made for.
+// Square roots that are one call of the scalar kernel an element: Complex64,
+// and the elements of Complex32 that its packed steps are not made for.
 //
 // Largest error seen: 0.5006 ulp.
 #include "complex/by_kernel.h"

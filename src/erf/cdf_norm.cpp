@@ -3,9 +3,9 @@
 // hold the slowly varying L(a) exp(a^2/2), and exp(-x^2/2) is worked apart; polynomial and exponential are
 // double-doubles. exp(v) = 2^k · 2^(j/64) · e^r with n = 64 k + j = round(v · 64/ln 2).
 //
-// An element loop: eight elements that take none of the particular ways are worked side by side, by the element's very
-// operations; on Real32 by a shorter formula, where its 44 good bits settle the narrowed result. The caller's MXCSR acts on
-// all of it.
+// An element loop: eight elements that take none of the particular ways are worked side
+// by side, by the element's very operations; on Real32 by a shorter formula, where its
+// 44 good bits settle the narrowed result. The caller's MXCSR acts on all of it.
 //
 // Largest errors seen: 0.5001 ulp on Real32, 0.5031 ulp on Real64 at -0x1.73bf3c490ec1fp+3.
 #include "erf/cdf_norm_tables.h"
@@ -172,10 +172,14 @@ inline F64<N> fromTail(const Constants& k, F64<N> x, DoubleDouble<N> r, F64<N> s
 
 // The byte offset of row e: 192 bytes a row.
 template <int N>
-inline U32<N> rowOffset(U32<N> e) { return (e << 7) + (e << 6); }
+inline U32<N> rowOffset(U32<N> e) {
+    return (e << 7) + (e << 6);
+}
 
 template <int N>
-inline Mask32<N> isScaled(U32<N> e) { return greaterSigned(e, U32<N>(firstScaledRow - 1)); }
+inline Mask32<N> isScaled(U32<N> e) {
+    return greaterSigned(e, U32<N>(firstScaledRow - 1));
+}
 
 // Elements without anything particular, results that are normal numbers in Real64.
 template <int N>
@@ -263,7 +267,8 @@ struct ShortConstants {
     Constant64 shift = spread64(0x4338000000000000);
     Constant64 ln2Over64Hi = spread64(0x3F862E42FEFA0000);
     Constant64 ln2Over64Lo = spread64(0x3D1CF79ABC9E3B3A);
-    Constant64 a2 = spread64(0x3FDFFFFFFFFF57E9);  // e^r - 1 - r up to ln 2/64, which r reaches when n is not the nearest
+    Constant64 a2 =
+        spread64(0x3FDFFFFFFFFF57E9);  // e^r - 1 - r up to ln 2/64, which r reaches when n is not the nearest
     Constant64 a3 = spread64(0x3FC555555554953B);
     Constant64 a4 = spread64(0x3FA5555ACCC1F4B7);
     Constant64 a5 = spread64(0x3F811115C09302F0);
@@ -338,8 +343,8 @@ OktStatus cdfNorm32(const Real32* src, Real32* dst, std::int32_t len) {
 // ---------------------------------------------------------------------------------------------------------------------
 // Real64.
 
-// Elements that can be worked side by side: 2^-70 <= |x|, and x between the limits. The lower one is -35, as the formula
-// for positive elements, which is worked for all lanes, must not underflow.
+// Elements that can be worked side by side: 2^-70 <= |x|, and x between the limits. The lower one
+// is -35, as the formula for positive elements, which is worked for all lanes, must not underflow.
 inline bool allOrdinary(F64<8> x) {
     const U32<8> bits = packHighWords(asBits(x));
     const U32<8> magnitude = bits & U32<8>(0x7FFFFFFF);
@@ -348,8 +353,8 @@ inline bool allOrdinary(F64<8> x) {
     return !any(greaterSigned(U32<8>(tinyHigh), magnitude) | greaterSigned(magnitude, limit));
 }
 
-// A chunk of ordinary elements, up to 16 blocks, by loops of short steps, so that the processor has many chains at hand;
-// the exponential is worked for those elements alone that need it.
+// A chunk of ordinary elements, up to 16 blocks, by loops of short steps, so that the processor
+// has many chains at hand; the exponential is worked for those elements alone that need it.
 constexpr std::int32_t chunkLength = 128;
 constexpr int block = 8;
 

@@ -13,9 +13,13 @@ struct NormalQuantile {
     static constexpr bool scaled = true, negativeBelow = true;
 
     template <int N>
-    static F64<N> central(F64<N> p) { return F64<N>(2) * p - F64<N>(1); }
+    static F64<N> central(F64<N> p) {
+        return F64<N>(2) * p - F64<N>(1);
+    }
     template <int N>
-    static F64<N> centralRest(F64<N> p, F64<N> t) { return F64<N>(2) * p - (t + F64<N>(1)); }
+    static F64<N> centralRest(F64<N> p, F64<N> t) {
+        return F64<N>(2) * p - (t + F64<N>(1));
+    }
     template <int N>
     static F64<N> tailMass(F64<N> p) {
         const F64<N> twice = F64<N>(2) * p;

@@ -8,10 +8,11 @@
 //
 // The first and the third are element loops, worked in lanes by range; the caller's MXCSR acts on all of it.
 //
-// Results of small elements may be subnormal: they are worked at 2^256 times their size and rounded once, on the grid of
-// the subnormal numbers.
+// Results of small elements may be subnormal: they are worked at 2^256
+// times their size and rounded once, on the grid of the subnormal numbers.
 //
-// Largest errors seen: Real32 0.5001 ulp; A50 0.5001 ulp; A26 a relative error of 2.41e-9, in the cell [0.5, 0.5625) of w.
+// Largest errors seen: Real32 0.5001 ulp; A50 0.5001 ulp; A26
+// a relative error of 2.41e-9, in the cell [0.5, 0.5625) of w.
 #include "erf/erf_inv_tables.h"
 #include "erf/sorted_loop.h"
 #include "frame/frame.h"
@@ -71,7 +72,7 @@ inline F64<N> horner(const Constant64 (&c)[terms], F64<N> x) {
 struct Constants32 {
     Constant64 small[5] = {0.8862269254528556, 0.23201366622277247, 0.12755633460153998, 0.08652369094055386,
                            0.06702456814866439};
-    Constant64 middleNumerator[7] = {1.2397566172219774, -11.891018087093427, 40.30868893509604, -58.26529300766244,
+    Constant64 middleNumerator[7] = {1.2397566172219774, -11.891018087093427, 40.30868893509604,  -58.26529300766244,
                                      34.39795285063038,  -6.541173409811038,  0.17961450959744676};
     Constant64 middleDenominator[7] = {1.0,
                                        -10.452694338280539,
@@ -82,12 +83,12 @@ struct Constants32 {
                                        0.9112468451579203};
     Constant64 tailNumerator[6] = {-0.019528882051019682, 1.0181780043977067, 1.9810173395506179,
                                    3.7483407134268534,    2.1681898444588947, 0.2343178069097516};
-    Constant64 tailDenominator[6] = {1.0, 2.6710280674656595, 4.062442914921245,
-                                     4.199278077180345, 2.173006700172145, 0.23425474066153762};
+    Constant64 tailDenominator[6] = {
+        1.0, 2.6710280674656595, 4.062442914921245, 4.199278077180345, 2.173006700172145, 0.23425474066153762};
     Constant64 log[5] = {0.5, 0.3333332815664372, 0.2499999410336998, 0.2001825695263497, 0.16684320900397767};
     Constant64 minusLn2 = spread64(0xBFE62E42FEFA39EF);
     Constant64 one = 1.0;
-    Constant64 middle = 0.765625;  // 0.875^2
+    Constant64 middle = 0.765625;                     // 0.875^2
     Constant64 slope = spread64(0x3FEC5BF891B4EF6B);  // sqrt(pi)/2
 };
 constexpr Constants32 constants32;
@@ -116,7 +117,9 @@ inline F64<N> erfInvMiddle(const Constants32& k, F64<N> x) {
 }
 
 template <int N>
-inline F64<N> erfInvSmall(const Constants32& k, F64<N> x) { return horner(k.small, x * x) * x; }
+inline F64<N> erfInvSmall(const Constants32& k, F64<N> x) {
+    return horner(k.small, x * x) * x;
+}
 
 [[gnu::noinline]] Real32 erfInvElement32(Real32 x, OktStatus& status) {
     const std::uint32_t magnitude = asBits(x) & 0x7FFFFFFF;
@@ -181,7 +184,9 @@ inline DoubleDouble<N> shortSplit(F64<N> v) {
 }
 // The same by cutting the pattern.
 template <int N>
-inline DoubleDouble<N> cutSplit(F64<N> v) { return maskSplit(v, 0xFFFFFFF000000000); }
+inline DoubleDouble<N> cutSplit(F64<N> v) {
+    return maskSplit(v, 0xFFFFFFF000000000);
+}
 
 // 0 < |x| < 2^-35.
 template <class Split>
@@ -236,7 +241,8 @@ inline F64<N> erfInvFast(F64<N> x) {
         const auto [row, t] = cellOf(F64<1>(x));
         const Real64* c = tables::erfInvPieces + 6 * row.raw;
         const F64<1> cube = t * t * t;
-        const F64<1> p = (F64<1>(c[4]) * t + F64<1>(c[3])) * cube + ((F64<1>(c[2]) * t + F64<1>(c[1])) * t + F64<1>(c[0]));
+        const F64<1> p =
+            (F64<1>(c[4]) * t + F64<1>(c[3])) * cube + ((F64<1>(c[2]) * t + F64<1>(c[1])) * t + F64<1>(c[0]));
         return (p * F64<1>(x)).raw;
     }
     return x == 0 ? x : erfInvTiny(x, cutSplit<1>);
@@ -316,8 +322,8 @@ struct LeadingTerms {
     F64<N> hi, lo, c1, c2;
 };
 template <int N>
-inline F64<N> timesPolynomial(F64<N> x, DoubleDouble<N> xParts, const LeadingTerms<N>& c, F64<N> t, DoubleDouble<N> tParts,
-                              F64<N> plain) {
+inline F64<N> timesPolynomial(F64<N> x, DoubleDouble<N> xParts, const LeadingTerms<N>& c, F64<N> t,
+                              DoubleDouble<N> tParts, F64<N> plain) {
     const F64<N> linear = c.c1 * tParts.hi;
     const F64<N> square = c.c2 * tParts.hi * tParts.hi;
     const F64<N> low = ((c.c2 * (tParts.lo * (tParts.hi + t)) + c.c1 * tParts.lo) + plain) + c.lo;

@@ -13,11 +13,17 @@ struct InverseErfc {
     static constexpr bool scaled = false, negativeBelow = false;
 
     template <int N>
-    static F64<N> central(F64<N> v) { return F64<N>(1) - v; }
+    static F64<N> central(F64<N> v) {
+        return F64<N>(1) - v;
+    }
     template <int N>
-    static F64<N> centralRest(F64<N> v, F64<N> t) { return (F64<N>(1) - t) - v; }
+    static F64<N> centralRest(F64<N> v, F64<N> t) {
+        return (F64<N>(1) - t) - v;
+    }
     template <int N>
-    static F64<N> tailMass(F64<N> v) { return select(v > F64<N>(1), F64<N>(2) - v, v); }
+    static F64<N> tailMass(F64<N> v) {
+        return select(v > F64<N>(1), F64<N>(2) - v, v);
+    }
 };
 
 }  // namespace

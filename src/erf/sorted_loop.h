@@ -1,8 +1,8 @@
 // An element loop for routines whose elements go several ways, each of which can be worked in lanes.
 //
-// Blocks of elements are worked where they stand by the way that most of them go; elements that go another way are set
-// aside with their places, and worked in lanes of their own at the end of each chunk. It is the element loop in results,
-// flags and status.
+// Blocks of elements are worked where they stand by the way that most of them go; elements
+// that go another way are set aside with their places, and worked in lanes of their own at
+// the end of each chunk. It is the element loop in results, flags and status.
 #pragma once
 
 #include "frame/loops.h"
@@ -47,8 +47,8 @@ private:
     std::int32_t place_[sortedChunk + 2 * sortedBlock];
 };
 
-// `tryBlock(src, dst, place)` works a block of eight, or returns false, having done nothing; `finish(dst)` works what was
-// set aside in the chunk that begins at dst. `place` counts from the beginning of the chunk.
+// `tryBlock(src, dst, place)` works a block of eight, or returns false, having done nothing; `finish(dst)`
+// works what was set aside in the chunk that begins at dst. `place` counts from the beginning of the chunk.
 template <class T, class TryBlock, class Finish, class Element>
 inline void sortedElementLoop(const T* src, T* dst, std::int32_t len, const TryBlock& tryBlock, const Finish& finish,
                               const Element& element, OktStatus& status) {
@@ -62,7 +62,8 @@ inline void sortedElementLoop(const T* src, T* dst, std::int32_t len, const TryB
         for (; i <= chunk - sortedBlock; i += sortedBlock) {
             if (tryBlock(src + i, dst + i, i)) [[likely]]
                 continue;
-            for (std::int32_t j = i; j < i + sortedBlock; ++j) storeElement(dst + j, element(loadElement(src + j), status));
+            for (std::int32_t j = i; j < i + sortedBlock; ++j)
+                storeElement(dst + j, element(loadElement(src + j), status));
         }
         for (; i < chunk; ++i) storeElement(dst + i, element(loadElement(src + i), status));
         finish(dst);

@@ -1,6 +1,6 @@
-// e^x = 2^k · 2^(j/M) · e^r with n = M k + j = round(x · M/ln 2) and r = x - n · ln 2/M; M = 128 on Real32, 64 on Real64.
-// n comes from adding 1.5·2^p, which leaves it in the low bits of the sum; 2^(j/M) is a table's pair hi, lo.
-// Real32: 1 + r + r^2/2. Real64: a polynomial of degree 5 close to e^r.
+// e^x = 2^k · 2^(j/M) · e^r with n = M k + j = round(x · M/ln 2) and r = x - n · ln 2/M; M = 128 on
+// Real32, 64 on Real64. n comes from adding 1.5·2^p, which leaves it in the low bits of the sum; 2^(j/M)
+// is a table's pair hi, lo. Real32: 1 + r + r^2/2. Real64: a polynomial of degree 5 close to e^r.
 //
 // Largest errors seen:
 //   Real32  0.5682 ulp; 1.0 ulp where the smallest subnormals are given as zero, below -103.27893829345703
@@ -148,11 +148,11 @@ struct PowerColumns64 {
 };
 constexpr PowerColumns64 powerColumns64;
 
-constexpr std::uint32_t boundHigh64 = 0x4086232B;               // high word of 708.39599609375
-constexpr Real64 zeroBound64 = bits64(0xC0874910D52D3052);      // ln 2^-1075
-constexpr Real64 subnormalBound64 = bits64(0xC086232BDD7ABCD3); // ln 2^-1022
+constexpr std::uint32_t boundHigh64 = 0x4086232B;                // high word of 708.39599609375
+constexpr Real64 zeroBound64 = bits64(0xC0874910D52D3052);       // ln 2^-1075
+constexpr Real64 subnormalBound64 = bits64(0xC086232BDD7ABCD3);  // ln 2^-1022
 constexpr Real64 overflow64 = bits64(0x40862E42FEFA39F0);
-constexpr Real64 topBinade64 = bits64(0x40862E37E7D8BA72);      // 1024 ln 2 - ln 2/128: k is 1024 from here on
+constexpr Real64 topBinade64 = bits64(0x40862E37E7D8BA72);  // 1024 ln 2 - ln 2/128: k is 1024 from here on
 
 template <int N>
 struct Unscaled64 {

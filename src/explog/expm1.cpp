@@ -1,9 +1,9 @@
 // e^x - 1, in Real64 for both types.
 //
-// From 2^-8 on: e^x = 2^e · 2^(j/128) · e^r with 128 e + j = round(x · 128/ln 2); e^r = Eh + El, where Eh, 1 + r to 20
-// fraction bits, meets the table's head th, of 33 significant bits, in the exact product A = th · Eh; the rest is summed in
-// B, and the 1 is subtracted from A + B with the error of the difference carried along. Above 40.2 the 1 does not matter any
-// more; below 2^-8 a polynomial in x does.
+// From 2^-8 on: e^x = 2^e · 2^(j/128) · e^r with 128 e + j = round(x · 128/ln 2); e^r = Eh + El, where
+// Eh, 1 + r to 20 fraction bits, meets the table's head th, of 33 significant bits, in the exact product
+// A = th · Eh; the rest is summed in B, and the 1 is subtracted from A + B with the error of the
+// difference carried along. Above 40.2 the 1 does not matter any more; below 2^-8 a polynomial in x does.
 //
 // Real32 drops the correction of r and narrows the result once. It keeps the Real64 limit of the overflow warning.
 //
@@ -34,8 +34,8 @@ struct Constants {
     Pattern64 roundJ = 64;  // j runs from -64 to 63, so 128 e is the nearest multiple
     Pattern64 scaleBits = ~std::uint64_t{127};
     Pattern64 unit = 0x3FF0000000000000;
-    // Ordinary magnitudes, 2^-57 to 36.44183349609375, and the least one of the main path, 2^-8: as Real32 patterns and as
-    // upper words of Real64 patterns.
+    // Ordinary magnitudes, 2^-57 to 36.44183349609375, and the least one of the
+    // main path, 2^-8: as Real32 patterns and as upper words of Real64 patterns.
     Pattern32 magnitude = 0x7FFFFFFF;
     WordRange ordinary32{0x23000000, 0x4211C470};
     WordRange ordinary64{0x3C600000, 0x4042388E};
@@ -146,8 +146,8 @@ template <bool corrected>
     return x + opaque(tiny) * opaque(tiny);  // x, inexact and underflow
 }
 
-// Ordinary lanes, of which the `small` ones take the polynomial. Either course is inexact and raises nothing else, so that
-// the lanes may go through both.
+// Ordinary lanes, of which the `small` ones take the polynomial. Either course
+// is inexact and raises nothing else, so that the lanes may go through both.
 template <bool corrected, int N>
 inline F64<N> ordinary(const Constants& c, F64<N> x, Mask64<N> small, bool anySmall) {
     const F64<N> result = minusOne(c, expParts<corrected>(c, x));

@@ -1,13 +1,14 @@
 // Natural and decimal logarithm.
 //
-// x = 2^e · m; a table gives for the leading bits of m a short c close to K/m (K is 1 for ln, 0.43359375, close to log10 e,
-// for log10) and hi + lo = log(K/c), so that log x = e · log 2 + hi + lo + log(1 + (m c - K)/K). With m cut into mh + ml the
-// products are mh c - K = A, exact, and ml c = B; r = A + B is small and goes through a polynomial that begins at r^2, or
-// with log10 at what K misses of log10 e. The pieces are added from the smallest to the largest, where B counts as a large
-// one next to x = 1. In decimal logarithms c holds the factor K, and no multiplication by log10 e is needed.
+// x = 2^e · m; a table gives for the leading bits of m a short c close to K/m (K is 1 for ln,
+// 0.43359375, close to log10 e, for log10) and hi + lo = log(K/c), so that log x = e · log 2 + hi + lo
+// + log(1 + (m c - K)/K). With m cut into mh + ml the products are mh c - K = A, exact, and ml c = B; r
+// = A + B is small and goes through a polynomial that begins at r^2, or with log10 at what K misses of
+// log10 e. The pieces are added from the smallest to the largest, where B counts as a large one next to
+// x = 1. In decimal logarithms c holds the factor K, and no multiplication by log10 e is needed.
 //
-// Ln on Real64 and Log10 on Real32 step e up in the middle of the binade, so that e is 0 on both sides of 1; the two others
-// do it at the powers of two, where the table's last entry cancels e · log 2 exactly.
+// Ln on Real64 and Log10 on Real32 step e up in the middle of the binade, so that e is 0 on both sides of
+// 1; the two others do it at the powers of two, where the table's last entry cancels e · log 2 exactly.
 //
 // Largest errors seen:
 //   Ln     Real32 0.5296 ulp at 0x1.fb7808p-1, Real64 0.5631 ulp at 0x1.ffe11ded25f67p-1
@@ -53,7 +54,8 @@ struct LnConstants32 {
 };
 constexpr LnConstants32 lnConstants32;
 
-// b is the pattern of a normal number and e its exponent, less what it was scaled by; nearOne comes from the true pattern.
+// b is the pattern of a normal number and e its exponent, less
+// what it was scaled by; nearOne comes from the true pattern.
 template <int N>
 inline F32<N> lnMain32(const LnConstants32& k, U32<N> b, F32<N> e, Mask32<N> nearOne) {
     const InMemory<std::uint32_t, N> offset((((b & k.indexBits) + k.indexRound) & k.rowBits) >> 13);
@@ -71,11 +73,15 @@ inline F32<N> lnMain32(const LnConstants32& k, U32<N> b, F32<N> e, Mask32<N> nea
 }
 
 template <int N>
-inline F32<N> exponent32(U32<N> b) { return toReal32((b >> 23) - U32<N>(127)); }
+inline F32<N> exponent32(U32<N> b) {
+    return toReal32((b >> 23) - U32<N>(127));
+}
 
 // 0.9921875 < x < 1.015625
 template <int N>
-inline Mask32<N> lnNearOne(const LnConstants32& k, U32<N> b) { return greaterSigned(b + k.nearOneOffset, U32<N>(k.nearOneBound)); }
+inline Mask32<N> lnNearOne(const LnConstants32& k, U32<N> b) {
+    return greaterSigned(b + k.nearOneOffset, U32<N>(k.nearOneBound));
+}
 
 [[gnu::noinline, gnu::cold]] Real32 lnElement32(Real32 x, OktStatus& status) {
     const std::uint32_t b = asBits(x);
@@ -87,7 +93,8 @@ inline Mask32<N> lnNearOne(const LnConstants32& k, U32<N> b) { return greaterSig
     }
     if (b < 0x00800000) {
         const int top = 31 - std::countl_zero(b);
-        const std::uint32_t scaled = ((b << (23 - top)) ^ 0x00800000) | static_cast<std::uint32_t>(top + 1) << 23;  // 2^23 x
+        const std::uint32_t scaled = ((b << (23 - top)) ^ 0x00800000) | static_cast<std::uint32_t>(top + 1)
+                                                                            << 23;  // 2^23 x
         const F32x1 e = toReal32(U32<1>((scaled >> 23) - (127 + 23)));
         return lnMain32(lnConstants32, U32<1>(scaled), e, Mask32<1>{false}).raw;
     }
@@ -213,7 +220,9 @@ struct LnConstants64 : CommonConstants64 {
     static const Real64* table() { return tables::Ln64Table; }
     static constexpr Real64 scaledBy52 = bits64(0x404205966F2B4F12);  // 52 ln 2
     template <int N>
-    F64<N> polynomial(F64<N> r) const { return r * (r * (r * (r * (r * b5 + b4) + b3) + b2)); }
+    F64<N> polynomial(F64<N> r) const {
+        return r * (r * (r * (r * (r * b5 + b4) + b3) + b2));
+    }
 };
 
 struct Log10Constants64 : CommonConstants64 {
@@ -231,7 +240,9 @@ struct Log10Constants64 : CommonConstants64 {
     static const Real64* table() { return tables::Log10Table64; }
     static constexpr Real64 scaledBy52 = bits64(0x402F4E9F6303263E);  // 52 log10 2
     template <int N>
-    F64<N> polynomial(F64<N> r) const { return r * (r * (r * (r * (r * f5 + f4) + f3) + f2) + f1); }
+    F64<N> polynomial(F64<N> r) const {
+        return r * (r * (r * (r * (r * f5 + f4) + f3) + f2) + f1);
+    }
 };
 
 template <class Constants>

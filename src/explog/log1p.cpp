@@ -1,10 +1,10 @@
 // ln(1 + x), in Real64 for both types.
 //
-// From 0.0713 on in magnitude: 1 + x = 2^e · m; a table gives for the leading bits of m a short reciprocal rs/2^-e and its
-// logarithm in two parts. u = x · rs + (rs - 1), taken without the rounded 1 + x, goes through a polynomial. From 2^55 on
-// the 1 is dropped. Below 0.0713 three series take over, the longest of which carries the square in two parts, with heads of
-// 21 bits by Dekker's split. Real32 narrows the result once; where a result of 46 good bits already tells what these steps
-// narrow to, it takes a shorter way.
+// From 0.0713 on in magnitude: 1 + x = 2^e · m; a table gives for the leading bits of m a short reciprocal
+// rs/2^-e and its logarithm in two parts. u = x · rs + (rs - 1), taken without the rounded 1 + x, goes
+// through a polynomial. From 2^55 on the 1 is dropped. Below 0.0713 three series take over, the longest of
+// which carries the square in two parts, with heads of 21 bits by Dekker's split. Real32 narrows the result
+// once; where a result of 46 good bits already tells what these steps narrow to, it takes a shorter way.
 //
 // Largest errors seen:
 //   Real32  0.5001 ulp
@@ -54,10 +54,12 @@ struct Constants {
     Constant64 g6 = spread64(0xBFC5555F7BD1FCD4);
     // 2^-6 to 0.0713: coefficients of even and of odd powers, the head of 1/3 apart
     Constant64 third = spread64(0x3FD5555500000000);
-    Constant64 mediumEven[6] = {spread64(0xBFB29D524F0060E0), spread64(0xBFB554A46FBCEC87), spread64(0xBFB9999A57DF52CC),
-                                spread64(0xBFBFFFFFFF91931E), spread64(0xBFC55555555565F1), spread64(0xBFCFFFFFFFFFFFFE)};
-    Constant64 mediumOdd[6] = {spread64(0x3FB3FFB2AC7A39A4), spread64(0x3FB74544A220006F), spread64(0x3FBC71C7998FE202),
-                               spread64(0x3FC24924922CA0F5), spread64(0x3FC9999999999FC9), spread64(0x3E75555555453A31)};
+    Constant64 mediumEven[6] = {spread64(0xBFB29D524F0060E0), spread64(0xBFB554A46FBCEC87),
+                                spread64(0xBFB9999A57DF52CC), spread64(0xBFBFFFFFFF91931E),
+                                spread64(0xBFC55555555565F1), spread64(0xBFCFFFFFFFFFFFFE)};
+    Constant64 mediumOdd[6] = {spread64(0x3FB3FFB2AC7A39A4), spread64(0x3FB74544A220006F),
+                               spread64(0x3FBC71C7998FE202), spread64(0x3FC24924922CA0F5),
+                               spread64(0x3FC9999999999FC9), spread64(0x3E75555555453A31)};
     // 2^-13 to 2^-6
     Constant64 shortEven[4] = {spread64(0xBFB99D9A03A0403E), spread64(0xBFBFFFFFB94B8A57), spread64(0xBFC5555555566AD6),
                                spread64(0xBFCFFFFFFFFFFFFC)};
@@ -71,8 +73,8 @@ struct Constants {
     // The ranges by the upper word of the magnitude.
     Pattern32 magnitude = 0x7FFFFFFF;
     Pattern32 tableFirst = 0x3FB24000;
-    Pattern32 tableLast = 0x435FFFFF;       // 2^55
-    Pattern32 belowMinusOne = 0x03700000;   // less for negative elements, which end at -1
+    Pattern32 tableLast = 0x435FFFFF;      // 2^55
+    Pattern32 belowMinusOne = 0x03700000;  // less for negative elements, which end at -1
     Pattern32 mediumFirst = 0x3F900000;
     Pattern32 smallFirst = 0x3F200000;
     Pattern32 ordinaryFirst = 0x3C600000;
@@ -143,11 +145,14 @@ Real64 hugeRange(Real64 x) {
     const Real64 mh = bits64(asBits(m) & 0xFFFFFFFF00000000);
     const Real64 ml = m - mh;
     const Real64* row = rows.field + 4 * (ix >> 12 & 0xFF);
-    return fromTable(constants, F64x1(mh * row[0] - Real64{1}), F64x1(ml * row[0]), e, F64x1(row[2]), F64x1(row[3])).raw;
+    return fromTable(constants, F64x1(mh * row[0] - Real64{1}), F64x1(ml * row[0]), e, F64x1(row[2]), F64x1(row[3]))
+        .raw;
 }
 
 template <int N>
-inline F64<N> head(const Constants& c, F64<N> x) { return x * c.split - x * c.round; }
+inline F64<N> head(const Constants& c, F64<N> x) {
+    return x * c.split - x * c.round;
+}
 
 // 2^-6 to 0.0712890625: x + (xh + xl)^2 (bh + bl)
 template <int N>
@@ -218,9 +223,9 @@ inline F64<N> leastRange(const Constants& c, F64<N> x) {
 }
 
 // ---------------------------------------------------------------------------------------------------------------------
-// Real64. Ordinary elements, 2^-57 to 2^55 and above -1, take the steps of their range in lanes. The elements of a chunk
-// are listed by range and worked eight of a range at a time. No operation of a range raises anything but inexact, which
-// every element raises, so that the order leaves no trace.
+// Real64. Ordinary elements, 2^-57 to 2^55 and above -1, take the steps of their range in lanes. The
+// elements of a chunk are listed by range and worked eight of a range at a time. No operation of a
+// range raises anything but inexact, which every element raises, so that the order leaves no trace.
 
 constexpr int chunkLength = 128;
 constexpr int rangeCount = 4;
@@ -288,7 +293,8 @@ inline void workList(Chunk& chunk, std::uint8_t* place, int count, const Range& 
     };
     for (int i = 0; i < whole; i += 8) enter(F64<8>::load(from + i), i);
     if (whole != length) {
-        for (int i = 0; i < 8; ++i) chunk.x[whole + i] = loadElement(from + (whole + i < length ? whole + i : length - 1));
+        for (int i = 0; i < 8; ++i)
+            chunk.x[whole + i] = loadElement(from + (whole + i < length ? whole + i : length - 1));
         enter(F64<8>::load(chunk.x + whole), whole);
     }
     if (!ordinary) [[unlikely]]

@@ -1,12 +1,12 @@
 // x^y over arrays of both, and over an array of x with one y.
 //
-// Real32: y ln x in Real64 and e to this power in Real32. ln x = E ln 2 + ln(mc) + ln(1 + r), where mc is the significand
-// rounded to eight fraction bits, its logarithm and reciprocal a table's, and the last term r + s2 r^2 + s3 r^3. The
-// exponential is that of Exp: 2^(j/128) from a table, 1 + r + r^2/2.
+// Real32: y ln x in Real64 and e to this power in Real32. ln x = E ln 2 + ln(mc) + ln(1 + r), where mc
+// is the significand rounded to eight fraction bits, its logarithm and reciprocal a table's, and the
+// last term r + s2 r^2 + s3 r^3. The exponential is that of Exp: 2^(j/128) from a table, 1 + r + r^2/2.
 //
-// Real64: 2^(y log2 x) with a logarithm of about 68 bits. log2 x = e + log2(K/c) + log2(1 + u/K), where c is K/m to
-// few bits, K the high part of log2 e and u = m c - K in double length; the product with y is split exactly; the power of
-// two is a table's 2^(j/128) and a polynomial in the rest.
+// Real64: 2^(y log2 x) with a logarithm of about 68 bits. log2 x = e + log2(K/c) + log2(1 + u/K),
+// where c is K/m to few bits, K the high part of log2 e and u = m c - K in double length; the product
+// with y is split exactly; the power of two is a table's 2^(j/128) and a polynomial in the rest.
 //
 // What lies outside the main range goes through element routines. The Real32 one ends in an exponential of Real64, so
 // that last bits may differ from the main path's. The Real64 one takes the main path's steps but for results below
@@ -32,7 +32,7 @@ namespace {
 // Real32
 
 struct Constants32 {
-    Constant64 s2 = spread64(0xBFDFFFFFFFFFCAAE);          // -1/2 and 1/3, fitted to the width of a table's interval
+    Constant64 s2 = spread64(0xBFDFFFFFFFFFCAAE);  // -1/2 and 1/3, fitted to the width of a table's interval
     Constant64 s3 = spread64(0x3FD55555555512C8);
     Constant64 ln2 = spread64(0x3FE62E42FEFA39EF);
     Constant64 invLn2x128 = spread64(0x40671547652B82FE);  // 128/ln 2
@@ -46,16 +46,18 @@ struct Constants32 {
     Pattern32 tableOffset = 0x00001FF0;
     Pattern32 bias = 127;
     Pattern32 magnitude = 0x7FFFFFFF;
-    Pattern32 scaleOfN = ~127u;       // the bits of k
+    Pattern32 scaleOfN = ~127u;  // the bits of k
 };
 constexpr Constants32 constants32;
 
-constexpr std::uint32_t mainBoundHigh32 = 0x4055D55C;     // high word of the main path's bound on |y ln x|, about 87.334
-constexpr std::uint32_t elementBoundHigh32 = 0x4086232B;  // high word of 708.396: beyond it the result is zero or infinite
+constexpr std::uint32_t mainBoundHigh32 = 0x4055D55C;  // high word of the main path's bound on |y ln x|, about 87.334
+constexpr std::uint32_t elementBoundHigh32 =
+    0x4086232B;  // high word of 708.396: beyond it the result is zero or infinite
 
 // ln x for x = 2^exponent (mc + difference), where offset leads to the table's entry for mc.
 template <int N>
-inline F64<N> lnFrom(const Constants32& c, F64<N> difference, F64<N> exponent, const InMemory<std::uint32_t, N>& offset) {
+inline F64<N> lnFrom(const Constants32& c, F64<N> difference, F64<N> exponent,
+                     const InMemory<std::uint32_t, N>& offset) {
     const auto [ln1p, rcp] = gatherPairsAt<1>(tables::PowLn32, offset);
     const F64<N> r = difference * rcp;
     const F64<N> q = ((c.s3 * r + c.s2) * r) * r;
@@ -92,7 +94,9 @@ struct ExponentArray32 {
     const Real32* src;
     Real32 at(std::int32_t i) const { return loadElement(src + i); }
     template <int N>
-    F64<N> wide(std::int32_t i) const { return widen(F32<N>::load(src + i)); }
+    F64<N> wide(std::int32_t i) const {
+        return widen(F32<N>::load(src + i));
+    }
 };
 struct OneExponent32 {
     static constexpr bool vary = false;
@@ -102,12 +106,14 @@ struct OneExponent32 {
     static bool serves(Real32 y) { return magnitudeBits(y) < Pattern<Real32>::infinity; }
     Real32 at(std::int32_t) const { return y; }
     template <int N>
-    F64<N> wide(std::int32_t) const { return widened; }
+    F64<N> wide(std::int32_t) const {
+        return widened;
+    }
 };
 
-// N powers from element i on, or false and nothing stored when one is outside the main range. Bases and exponents are
-// tested before there is arithmetic on them, infinite exponents with the NaNs, and the exponential waits for the test of
-// its argument: an element that takes another course raises no flags here.
+// N powers from element i on, or false and nothing stored when one is outside the main range. Bases and
+// exponents are tested before there is arithmetic on them, infinite exponents with the NaNs, and the
+// exponential waits for the test of its argument: an element that takes another course raises no flags here.
 template <int N, class Exponents>
 inline bool tryMain(const Constants32& c, const Real32* src, const Exponents& y, Real32* dst, std::int32_t i) {
     const F32<N> x = F32<N>::load(src + i);
@@ -180,18 +186,18 @@ struct Constants64 {
     Constant64 shift = spread64(0x42C8000000000000);  // 1.5·2^45: the sum's low bits hold the multiple of 1/128
     Pattern64 fraction = 0x000FFFFFFFFFFFFF;
     Pattern64 one = 0x3FF0000000000000;
-    Pattern64 upperBits = 0xFFFFFFFFF8000000;         // the lowest 27 bits cleared: half of a significand
+    Pattern64 upperBits = 0xFFFFFFFFF8000000;  // the lowest 27 bits cleared: half of a significand
     Pattern64 exponentField = 0xFFF0000000000000;
     Pattern32 indexBits = 0x000FFE00;
     Pattern32 halfIndex = 0x00000200;
     Pattern32 offsetBits = 0x00003FF8;
-    Pattern32 exponentBase = 0x3FE7FE00;              // makes e go up where the index reaches the middle of the table
+    Pattern32 exponentBase = 0x3FE7FE00;  // makes e go up where the index reaches the middle of the table
     Pattern32 magnitude = 0x7FFFFFFF;
 };
 constexpr Constants64 constants64;
 
 // The main path's bounds.
-constexpr std::uint32_t largestExponentSum = 0x80900000;      // exponent fields of log2 x and y: |y log2 x| < 4096 and some
+constexpr std::uint32_t largestExponentSum = 0x80900000;  // exponent fields of log2 x and y: |y log2 x| < 4096 and some
 constexpr std::int32_t lowestN = -964 * 128, highestN = 1023 * 128;  // both exclusive
 
 // The bounds of the hot loop, within which it makes no difference to the bits which path an element takes.
@@ -200,7 +206,9 @@ constexpr std::uint32_t hotBoundHigh = 0x408E1000;                              
 
 // The upper half of a significand: a number whose product with another such half is exact.
 template <int N>
-inline F64<N> upperHalf(const Constants64& c, F64<N> x) { return asReal(asBits(x) & c.upperBits); }
+inline F64<N> upperHalf(const Constants64& c, F64<N> x) {
+    return asReal(asBits(x) & c.upperBits);
+}
 
 template <int N>
 struct Log2 {
@@ -255,7 +263,9 @@ inline Halves<N> halvesOf(const Constants64& c, F64<N> x) {
 
 // y log2 x; the high part is exact.
 template <int N>
-inline F64<N> productHigh(const Constants64& c, const Halves<N>& y, F64<N> logHigh) { return y.high * upperHalf(c, logHigh); }
+inline F64<N> productHigh(const Constants64& c, const Halves<N>& y, F64<N> logHigh) {
+    return y.high * upperHalf(c, logHigh);
+}
 template <int N>
 [[gnu::always_inline]] inline F64<N> productLow(const Constants64& c, const Halves<N>& y, const Log2<N>& log) {
     const F64<N> hh = upperHalf(c, log.high);
@@ -359,7 +369,9 @@ struct ExponentArray64 {
     const Real64* src;
     Real64 at(std::int32_t i) const { return loadElement(src + i); }
     template <int N>
-    Halves<N> halves(const Constants64& c, std::int32_t i) const { return halvesOf(c, F64<N>::load(src + i)); }
+    Halves<N> halves(const Constants64& c, std::int32_t i) const {
+        return halvesOf(c, F64<N>::load(src + i));
+    }
 };
 struct OneExponent64 {
     static constexpr bool vary = false;
@@ -371,16 +383,21 @@ struct OneExponent64 {
           high(cut(exponent, constants64.upperBits.lane[0])),
           low(exponent - high.lane[0]) {}
     // Of the others no power near the subnormals comes, where the path would matter.
-    static bool serves(Real64 y) { return (highWord(y) & 0x7FFFFFFF) - hotExponentFirst <= hotExponentLast - hotExponentFirst; }
+    static bool serves(Real64 y) {
+        return (highWord(y) & 0x7FFFFFFF) - hotExponentFirst <= hotExponentLast - hotExponentFirst;
+    }
     Real64 at(std::int32_t) const { return y; }
     template <int N>
-    Halves<N> halves(const Constants64&, std::int32_t) const { return {whole, high, low}; }
+    Halves<N> halves(const Constants64&, std::int32_t) const {
+        return {whole, high, low};
+    }
 };
 
 // N powers from element i on, or false and nothing stored when one is not hot. No flag is raised but by the steps that
 // the element takes on either course.
 template <int N, class Exponents>
-[[gnu::always_inline]] inline bool tryHot(const Constants64& c, const Real64* src, const Exponents& y, Real64* dst, std::int32_t i) {
+[[gnu::always_inline]] inline bool tryHot(const Constants64& c, const Real64* src, const Exponents& y, Real64* dst,
+                                          std::int32_t i) {
     const F64<N> x = F64<N>::load(src + i);
     const U32<N> high = packHighWords(asBits(x));
     Mask32<N> unfit = outside(high, 0x00100000, 0x7FEFFFFF);

@@ -21,11 +21,17 @@ struct Pattern {
 };
 
 template <class T>
-inline bool isNegative(T x) { return (asBits(x) & Pattern<T>::sign) != 0; }
+inline bool isNegative(T x) {
+    return (asBits(x) & Pattern<T>::sign) != 0;
+}
 template <class T>
-inline Unsigned<T> magnitudeBits(T x) { return asBits(x) & ~Pattern<T>::sign; }
+inline Unsigned<T> magnitudeBits(T x) {
+    return asBits(x) & ~Pattern<T>::sign;
+}
 template <class T>
-inline bool isFiniteNonzero(T x) { return magnitudeBits(x) - 1 < Pattern<T>::infinity - 1; }
+inline bool isFiniteNonzero(T x) {
+    return magnitudeBits(x) - 1 < Pattern<T>::infinity - 1;
+}
 
 enum class ExponentClass { fractional, odd, even };  // infinite exponents and NaNs count as fractional
 
@@ -42,8 +48,8 @@ inline ExponentClass classify(T y) {
     return (shifted & P::hidden) != 0 ? ExponentClass::odd : ExponentClass::even;
 }
 
-// x^y where x or y is zero, infinite or NaN, or x is negative and y no integer. Patterns are compared and given, so that
-// no flag is raised but the invalid of the domain warning, and a NaN leaves as it came.
+// x^y where x or y is zero, infinite or NaN, or x is negative and y no integer. Patterns are compared and
+// given, so that no flag is raised but the invalid of the domain warning, and a NaN leaves as it came.
 template <class T>
 T specialPower(T x, T y, OktStatus& status) {
     using P = Pattern<T>;
@@ -60,9 +66,9 @@ T specialPower(T x, T y, OktStatus& status) {
         return real(pattern);
     };
 
-    if (yMagnitude == 0) return real(P::one);                                       // a NaN's, too
+    if (yMagnitude == 0) return real(P::one);  // a NaN's, too
     if (xNegative && xMagnitude == P::one && yMagnitude == P::infinity) return real(P::one);
-    if (!xNegative && xMagnitude == P::one) return real(P::one);                    // also to the power NaN
+    if (!xNegative && xMagnitude == P::one) return real(P::one);  // also to the power NaN
     if (xMagnitude > P::infinity) return x;
     if (yMagnitude > P::infinity) return y;
     if (yMagnitude == P::infinity) {
@@ -71,7 +77,7 @@ T specialPower(T x, T y, OktStatus& status) {
     }
     const Word sign = xNegative && classify(y) == ExponentClass::odd ? P::sign : Word{0};
     if (xMagnitude == P::infinity) return real(sign | (yNegative ? Word{0} : P::infinity));
-    if (xMagnitude != 0) return outsideDomain(P::nan);                              // negative base, fractional exponent
+    if (xMagnitude != 0) return outsideDomain(P::nan);  // negative base, fractional exponent
     return yNegative ? outsideDomain(sign | P::infinity) : real(sign);
 }
 

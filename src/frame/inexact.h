@@ -1,5 +1,6 @@
-// Whether the sticky inexact flag stands already. Where it does, raising it once more shows nowhere, and a routine is free
-// to reach its result by a way that is inexact where the written one is not. Status registers are read, not written.
+// Whether the sticky inexact flag stands already. Where it does, raising it once
+// more shows nowhere, and a routine is free to reach its result by a way that is
+// inexact where the written one is not. Status registers are read, not written.
 #pragma once
 
 #include <emmintrin.h>

@@ -107,10 +107,10 @@ inline void elementLoop(const S* src1, const S* src2, D* dst, std::int32_t len, 
         storeElement(dst + i, element(loadElement(src1 + i), loadElement(src2 + i), status));
 }
 
-// Element loop, worked Block or AtOnce elements side by side where `tryLanes(lanes<N>, src, dst)` finds nothing particular
-// in them (false: nothing stored). It is the element loop in results, flags and status: `tryLanes` gives what the element
-// routine gives, and a destination that starts just above a source, where the order of reads and writes shows, is worked
-// one by one.
+// Element loop, worked Block or AtOnce elements side by side where `tryLanes(lanes<N>, src, dst)`
+// finds nothing particular in them (false: nothing stored). It is the element loop in results,
+// flags and status: `tryLanes` gives what the element routine gives, and a destination that
+// starts just above a source, where the order of reads and writes shows, is worked one by one.
 template <int Block, int AtOnce, class T, class TryLanes, class Element>
 inline void packedElementLoop(const T* src, T* dst, std::int32_t len, const TryLanes& tryLanes, const Element& element,
                               OktStatus& status) {
@@ -129,10 +129,9 @@ inline void packedElementLoop(const T* src1, const T* src2, T* dst, std::int32_t
     if (smearsForward(src1, dst) || smearsForward(src2, dst)) [[unlikely]]
         return elementLoop(src1, src2, dst, len, element, status);
     laneBlocks<Block, AtOnce>(
-        len, len - (Block - 1), [&](auto count, std::int32_t i) { return tryLanes(count, src1 + i, src2 + i, dst + i); },
-        [&](std::int32_t i) {
-            storeElement(dst + i, element(loadElement(src1 + i), loadElement(src2 + i), status));
-        });
+        len, len - (Block - 1),
+        [&](auto count, std::int32_t i) { return tryLanes(count, src1 + i, src2 + i, dst + i); },
+        [&](std::int32_t i) { storeElement(dst + i, element(loadElement(src1 + i), loadElement(src2 + i), status)); });
 }
 
 // The same with blocks of one width, `tryBlock(src, dst)`, and the elements behind them one at a time.

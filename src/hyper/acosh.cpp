@@ -1,6 +1,6 @@
-// Inverse hyperbolic cosine: ln(x + sqrt(x^2 - 1)), the sum and the root as head and tail; below 1.0625, with t = x - 1,
-// sqrt(2t) times a polynomial in t, from 2^28 on ln x + ln 2. Real32 in Real64, with the root and the logarithm of one
-// length. Every element takes the same steps, in lanes and alone.
+// Inverse hyperbolic cosine: ln(x + sqrt(x^2 - 1)), the sum and the root as head and tail; below 1.0625,
+// with t = x - 1, sqrt(2t) times a polynomial in t, from 2^28 on ln x + ln 2. Real32 in Real64, with the
+// root and the logarithm of one length. Every element takes the same steps, in lanes and alone.
 //
 // Largest errors seen: Real32 0.5002 ulp; Real64 0.515 ulp.
 #include "frame/frame.h"
@@ -17,8 +17,8 @@ constexpr Real64 smallLimit = 1.0625;
 template <class V>
 inline V acoshSeries(V t) {
     const V w = t * t;
-    const V low = (V(-0.0055803571425533235) + V(0.0018988715016353228) * t) * w +
-                  (V(-1.0 / 12) + V(0.018749999999998292) * t);
+    const V low =
+        (V(-0.0055803571425533235) + V(0.0018988715016353228) * t) * w + (V(-1.0 / 12) + V(0.018749999999998292) * t);
     const V high = (V(-0.00010853766920052042) + V(4.015927769351041e-05) * t) * w +
                    (V(-0.0006991287255860877) + V(0.00027110225892521564) * t);
     return (high * (w * w) + low) * t;

@@ -19,9 +19,9 @@ namespace {
 // Highest term first.
 constexpr Real32 centralPolynomial[] = {bits32(0x3E962D3E), bits32(0xBDBE62C3), bits32(0x3E189A6D), bits32(0x3DCE3ED3),
                                         bits32(0x3E13480A), bits32(0x3E4CC1AA), bits32(0x3EAAAAC0)};
-constexpr Real32 logarithmPolynomial[] = {bits32(0xBD1E93F2), bits32(0x3D861D15), bits32(0xBD8815F8), bits32(0x3D90F40B),
-                                          bits32(0xBDA9FDAC), bits32(0x3DCCD4BE), bits32(0xBE00028C), bits32(0x3E2AAAA4),
-                                          bits32(0xBE7FFFFB), bits32(0x3F000000)};
+constexpr Real32 logarithmPolynomial[] = {
+    bits32(0xBD1E93F2), bits32(0x3D861D15), bits32(0xBD8815F8), bits32(0x3D90F40B), bits32(0xBDA9FDAC),
+    bits32(0x3DCCD4BE), bits32(0xBE00028C), bits32(0x3E2AAAA4), bits32(0xBE7FFFFB), bits32(0x3F000000)};
 constexpr Real32 atanhCentre = 0.6875f;
 constexpr Real32 atanhHead = bits32(0x3F57DBEC);  // atanh 0.6875
 constexpr Real32 atanhTail = bits32(0xB27CD082);
@@ -72,7 +72,9 @@ inline F32<N> atanhSteps(F32<N> x) {
 }
 
 template <int N>
-inline bool anyOutside(F32<N> x) { return any(greaterSigned(asBits(abs(x)), U32<N>(one32 - 1))); }
+inline bool anyOutside(F32<N> x) {
+    return any(greaterSigned(asBits(abs(x)), U32<N>(one32 - 1)));
+}
 
 // Puts right the results of the first lanes that are not inside (-1, 1), in order.
 template <int N>
@@ -94,8 +96,9 @@ template <int N>
     }
 }
 
-// Every element takes both parts of the steps, which raise their flags, those of 1 and beyond too; the special results
-// replace theirs. An element alone stands in all lanes of a register, where no compiler drops the part that is not used.
+// Every element takes both parts of the steps, which raise their flags, those of
+// 1 and beyond too; the special results replace theirs. An element alone stands
+// in all lanes of a register, where no compiler drops the part that is not used.
 OktStatus atanh32(const Real32* src, Real32* dst, std::int32_t len) {
     return mxcsrFrame(dst, src, len, [=](OktStatus& status) {
         std::int32_t i = 0;
@@ -129,13 +132,14 @@ inline V atanhSmall(V a) {
     const V z = a * a;
     const V w = z * z;
     const V p = ((V(bits64(0x3FB7805C0C359672)) * z + V(bits64(0x3FBC7186A4CCAF82))) * w +
-                 (V(bits64(0x3FC24924A261C820)) * z + V(bits64(0x3FC99999999617F9)))) * z +
+                 (V(bits64(0x3FC24924A261C820)) * z + V(bits64(0x3FC99999999617F9)))) *
+                    z +
                 V(bits64(0x3FD5555555555575));
     return a + (a * z) * p;
 }
 
-// With 1 + a = n + aTail and 1 - a = d + dTail: c (1 + a)/(1 - a) - 1 = ((c n - d) + (c aTail - dTail))/d to first order
-// in the tails; c n and c n - d are exact.
+// With 1 + a = n + aTail and 1 - a = d + dTail: c (1 + a)/(1 - a) - 1 = ((c n - d)
+// + (c aTail - dTail))/d to first order in the tails; c n and c n - d are exact.
 template <class V>
 inline V atanhMain(V a) {
     const V aHead = a & Bits<V>(upperWordMask);

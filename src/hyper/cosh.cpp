@@ -1,8 +1,8 @@
 // Hyperbolic cosine, from e^a/2 and e^-a/2 (a = |x|) as powers 2^(n/64)/2 and 2^(-n/64)/2 and a rest r:
 // cosh = (E+ + E-) cosh r + (E+ - E-) sinh r.
 //
-// Real32: in Real80, n by the narrowing of a sum to Real32. Real64: the powers as head and tail. A second pass makes the
-// results above 708.4018, which are infinite up to 710.4704 without a warning.
+// Real32: in Real80, n by the narrowing of a sum to Real32. Real64: the powers as head and tail. A
+// second pass makes the results above 708.4018, which are infinite up to 710.4704 without a warning.
 // Every element takes the same steps, in lanes and alone.
 //
 // Largest errors seen: Real32 0.6078 ulp at 0x1.049cfp+6; Real64 0.7566 ulp.
@@ -47,9 +47,8 @@ inline void coshPatch32(Real32 x, Real32& result, OktStatus& status) {
 }
 
 OktStatus cosh32(const Real32* src, Real32* dst, std::int32_t len) {
-    return doubleGuardFrame(len, src, dst, [=](OktStatus& status) {
-        patchedLoop(src, dst, len, coshSteps32, coshPatch32, status);
-    });
+    return doubleGuardFrame(len, src, dst,
+                            [=](OktStatus& status) { patchedLoop(src, dst, len, coshSteps32, coshPatch32, status); });
 }
 
 // ---------------------------------------------------------------------------------------------------------------------

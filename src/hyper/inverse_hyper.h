@@ -1,5 +1,5 @@
-// What the inverse hyperbolic functions share: logarithms by a table of reciprocals, of a head and a tail (Real64) or of
-// one Real64 (Real32), the double-length argument a + sqrt(a^2 ± 1), and the element loop in lanes.
+// What the inverse hyperbolic functions share: logarithms by a table of reciprocals, of a head and a tail (Real64)
+// or of one Real64 (Real32), the double-length argument a + sqrt(a^2 ± 1), and the element loop in lanes.
 //
 // ln(2^k m) = k ln 2 - ln c + ln(1 + f) with f = c m - 1; c, from a table by the first eight significand bits, is near
 // 1/m and has 11 bits, so that c times a head of 26 bits is exact, and the difference from 1 too.
@@ -29,8 +29,8 @@ inline constexpr Real64 ln2Tail = bits64(0x3D2EF35793C76730);
 template <class V>
 struct LogRow {
     V k;
-    V reciprocal;     // 2^-k c
-    V log, logTail;   // -ln c
+    V reciprocal;    // 2^-k c
+    V log, logTail;  // -ln c
 };
 
 template <class V>
@@ -115,11 +115,11 @@ inline T outsideDomain(OktStatus& status) {
 // the processor has many short chains at hand in place of few long ones.
 inline constexpr std::int32_t chunk = 64;
 
-// The element loop, worked chunk by chunk where `tryChunk(src, dst)` finds nothing particular in `chunk` elements, block
-// by block where `tryBlock(src, dst)` does in four. Both give the very results of `element`.
+// The element loop, worked chunk by chunk where `tryChunk(src, dst)` finds nothing particular in `chunk`
+// elements, block by block where `tryBlock(src, dst)` does in four. Both give the very results of `element`.
 template <class T, class TryChunk, class TryBlock, class Element>
-inline void chunkedElementLoop(const T* src, T* dst, std::int32_t len, const TryChunk& tryChunk, const TryBlock& tryBlock,
-                               const Element& element, OktStatus& status) {
+inline void chunkedElementLoop(const T* src, T* dst, std::int32_t len, const TryChunk& tryChunk,
+                               const TryBlock& tryBlock, const Element& element, OktStatus& status) {
     // A destination that starts within the chunk ahead shows the order of reads and writes.
     const auto above = reinterpret_cast<std::uintptr_t>(dst) - reinterpret_cast<std::uintptr_t>(src);
     if (above - 1 < chunk * sizeof(T) - 1) [[unlikely]] {

@@ -53,9 +53,8 @@ inline void sinhPatch32(Real32 x, Real32& result, OktStatus& status) {
 }
 
 OktStatus sinh32(const Real32* src, Real32* dst, std::int32_t len) {
-    return doubleGuardFrame(len, src, dst, [=](OktStatus& status) {
-        patchedLoop(src, dst, len, sinhSteps32, sinhPatch32, status);
-    });
+    return doubleGuardFrame(len, src, dst,
+                            [=](OktStatus& status) { patchedLoop(src, dst, len, sinhSteps32, sinhPatch32, status); });
 }
 
 // ---------------------------------------------------------------------------------------------------------------------

@@ -17,8 +17,8 @@ inline constexpr Real64 shift196608 = 196608.0;  // 3·2^16: a Real32 of this si
 inline constexpr std::uint32_t overflowLimit32 = 0x42B2D4FD;
 
 struct Reduced32 {
-    Real80 f;             // x log2 e - n/64
-    Real80 plus, minus;   // 2^(n/64)/2, 2^(-n/64)/2
+    Real80 f;            // x log2 e - n/64
+    Real80 plus, minus;  // 2^(n/64)/2, 2^(-n/64)/2
 };
 
 // 2^(k-1) of 64 k + j in the low bits: bits 6 to 16, with the exponent's bias, become the exponent field.
@@ -65,10 +65,10 @@ struct Constants64 {
     Constant64 roundShifter = spread64(0x4338000000000000);  // 1.5·2^52: the sum's low bits hold n
     Constant64 ln2Head64 = spread64(0x3F862E42FEF00000);     // ln 2/64; short, so that its product with n is exact
     Constant64 ln2Tail64 = spread64(0x3D7473DE6AF278ED);
-    Constant64 w1 = spread64(0x3FDFFFFFFFFFD97C);  // about 1/2
-    Constant64 w2 = spread64(0x3FC55555555542A1);  // about 1/6
-    Constant64 w3 = spread64(0x3FA555574BC3A1BE);  // about 1/24
-    Constant64 w4 = spread64(0x3F81111276409C2C);  // about 1/120
+    Constant64 w1 = spread64(0x3FDFFFFFFFFFD97C);    // about 1/2
+    Constant64 w2 = spread64(0x3FC55555555542A1);    // about 1/6
+    Constant64 w3 = spread64(0x3FA555574BC3A1BE);    // about 1/24
+    Constant64 w4 = spread64(0x3F81111276409C2C);    // about 1/120
     Pattern64 exponentBias = std::uint64_t{0xFF80};  // 1022·64
     Pattern64 exponentField = std::uint64_t{0x7FF0000000000000};
     Pattern64 magnitude = std::uint64_t{0x7FFFFFFFFFFFFFFF};
@@ -98,10 +98,10 @@ template <int N>
 }
 
 // The bounds of the second pass, by the pattern of the magnitude.
-inline constexpr std::uint32_t secondPass64 = 0x40862336;            // upper word
-inline constexpr std::uint64_t scaledLimit64 = 0x40862336F49C3C50;   // 708.4018337446123
-inline constexpr std::uint64_t unscaledLimit64 = 0x408633C378987900; // 710.4704448615958
-inline constexpr std::uint64_t overflowLimit64 = 0x408633CE8FB9F87E; // 710.475860073944
+inline constexpr std::uint32_t secondPass64 = 0x40862336;             // upper word
+inline constexpr std::uint64_t scaledLimit64 = 0x40862336F49C3C50;    // 708.4018337446123
+inline constexpr std::uint64_t unscaledLimit64 = 0x408633C378987900;  // 710.4704448615958
+inline constexpr std::uint64_t overflowLimit64 = 0x408633CE8FB9F87E;  // 710.475860073944
 inline constexpr std::uint64_t infinity64 = 0x7FF0000000000000;
 
 // The magnitude of a result for a large argument, or for an infinity or a NaN (all ones); the caller puts the sign in.

@@ -1,5 +1,5 @@
-// Hyperbolic tangent by a table of polynomials: the positive axis is cut into intervals by the bits of the argument's own
-// pattern, and each has its row of coefficients. There is no exponential, no division and no range test.
+// Hyperbolic tangent by a table of polynomials: the positive axis is cut into intervals by the bits of the argument's
+// own pattern, and each has its row of coefficients. There is no exponential, no division and no range test.
 //
 // Real32: in Real64, degree 6 in |x|; four intervals a binade from 0.125 to 10, one row below and one above.
 // Real64: degree 10 in d = |x| - centre around the value at the centre, which stands in the table as head and tail; the
@@ -92,9 +92,13 @@ template <int N>
 }
 
 template <int N>
-inline bool anySpecial(F32<N> x) { return any(greaterSigned(asBits(abs(x)), U32<N>(0x7F7FFFFF))); }
+inline bool anySpecial(F32<N> x) {
+    return any(greaterSigned(asBits(abs(x)), U32<N>(0x7F7FFFFF)));
+}
 template <int N>
-inline bool anySpecial(F64<N> x) { return any(greaterSigned(packHighWords(asBits(abs(x))), U32<N>(0x7FEFFFFF))); }
+inline bool anySpecial(F64<N> x) {
+    return any(greaterSigned(packHighWords(asBits(abs(x))), U32<N>(0x7FEFFFFF)));
+}
 
 template <int N, class T>
 [[gnu::always_inline]] inline void tanhLanes(const T* src, T* dst) {

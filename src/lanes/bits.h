@@ -45,8 +45,12 @@ inline void storeElement(T* to, T value) {
 // The same for the bit pattern: an integer move, which leaves a signalling NaN as it is and raises nothing.
 inline std::uint32_t loadBits(const Real32* from) { return loadElement(reinterpret_cast<const std::uint32_t*>(from)); }
 inline std::uint64_t loadBits(const Real64* from) { return loadElement(reinterpret_cast<const std::uint64_t*>(from)); }
-inline void storeBits(Real32* to, std::uint32_t pattern) { storeElement(reinterpret_cast<std::uint32_t*>(to), pattern); }
-inline void storeBits(Real64* to, std::uint64_t pattern) { storeElement(reinterpret_cast<std::uint64_t*>(to), pattern); }
+inline void storeBits(Real32* to, std::uint32_t pattern) {
+    storeElement(reinterpret_cast<std::uint32_t*>(to), pattern);
+}
+inline void storeBits(Real64* to, std::uint64_t pattern) {
+    storeElement(reinterpret_cast<std::uint64_t*>(to), pattern);
+}
 
 // Hides a value from the optimiser: arithmetic on it is done at run time, where it stands.
 template <class T>

@@ -43,10 +43,14 @@ struct WordRange {
         : origin(first + 0x80000000u), last(end - first + 0x7FFFFFFFu) {}
 
     template <int N>
-    bool holdsAll(U32<N> w) const { return !any(greaterSigned(w - origin, U32<N>(last))); }
+    bool holdsAll(U32<N> w) const {
+        return !any(greaterSigned(w - origin, U32<N>(last)));
+    }
 };
 
 template <class Constants>
-inline const Constants& inMemory(const Constants& constants) { return *opaque(&constants); }
+inline const Constants& inMemory(const Constants& constants) {
+    return *opaque(&constants);
+}
 
 }  // namespace okt

@@ -41,7 +41,9 @@ inline void scatterPlaces(Real64* to, const std::uint8_t* place, F64<N> x) {
 namespace gathering {
 
 template <int bits>
-inline std::size_t lowBits(std::uint64_t pattern) { return static_cast<unsigned>(pattern) & ((1u << bits) - 1); }
+inline std::size_t lowBits(std::uint64_t pattern) {
+    return static_cast<unsigned>(pattern) & ((1u << bits) - 1);
+}
 
 template <int bits, int N>
 inline Pair<F64<N>> pairs(const Real64* table, const std::uint64_t* n) {
@@ -103,7 +105,8 @@ inline Columns<F64<N>> rows(const Real64* table, const std::uint32_t* offset) {
         const Real64* b = at(table, offset[1]);
         const __m128d a01 = _mm_load_pd(a), a23 = _mm_load_pd(a + 2);
         const __m128d b01 = _mm_load_pd(b), b23 = _mm_load_pd(b + 2);
-        return {_mm_unpacklo_pd(a01, b01), _mm_unpackhi_pd(a01, b01), _mm_unpacklo_pd(a23, b23), _mm_unpackhi_pd(a23, b23)};
+        return {_mm_unpacklo_pd(a01, b01), _mm_unpackhi_pd(a01, b01), _mm_unpacklo_pd(a23, b23),
+                _mm_unpackhi_pd(a23, b23)};
     } else {
         const auto lo = rows<N / 2>(table, offset);
         const auto hi = rows<N / 2>(table, offset + N / 2);
@@ -121,7 +124,8 @@ inline Columns<F32<N>> rows(const Real32* table, const std::uint32_t* offset) {
         const __m128 c = _mm_load_ps(at(table, offset[2])), d = _mm_load_ps(at(table, offset[3]));
         const __m128 ab01 = _mm_unpacklo_ps(a, b), ab23 = _mm_unpackhi_ps(a, b);
         const __m128 cd01 = _mm_unpacklo_ps(c, d), cd23 = _mm_unpackhi_ps(c, d);
-        return {_mm_movelh_ps(ab01, cd01), _mm_movehl_ps(cd01, ab01), _mm_movelh_ps(ab23, cd23), _mm_movehl_ps(cd23, ab23)};
+        return {_mm_movelh_ps(ab01, cd01), _mm_movehl_ps(cd01, ab01), _mm_movelh_ps(ab23, cd23),
+                _mm_movehl_ps(cd23, ab23)};
     } else {
         const auto lo = rows<N / 2>(table, offset);
         const auto hi = rows<N / 2>(table, offset + N / 2);

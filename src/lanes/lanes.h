@@ -48,6 +48,13 @@ using U32x4 = U32<4>;
 template <class T>
 inline constexpr int registerLanes = 16 / static_cast<int>(sizeof(T));
 
+template <int N, int bound>
+concept LanesAbove = N > bound;
+template <class T, int N>
+concept RealRegister = N == registerLanes<T>&& std::is_floating_point_v<T>;
+template <class T, int N>
+concept IntegerRegister = N == registerLanes<T>&& std::is_integral_v<T>;
+
 template <class T>
 using Unsigned = std::conditional_t<sizeof(T) == 8, std::uint64_t, std::uint32_t>;
 
@@ -117,18 +124,30 @@ inline U32<1> packLowWords(U64<1> a) { return static_cast<std::uint32_t>(a.raw);
 inline U32<1> maskBits(Mask32<1> m) { return 0u - std::uint32_t{m.raw}; }
 
 template <int Bits>
-inline bool any(Mask<Bits, 1> m) { return m.raw; }
+inline bool any(Mask<Bits, 1> m) {
+    return m.raw;
+}
 template <int Bits>
-inline bool all(Mask<Bits, 1> m) { return m.raw; }
+inline bool all(Mask<Bits, 1> m) {
+    return m.raw;
+}
 template <int Bits>
-inline int laneBits(Mask<Bits, 1> m) { return m.raw; }
+inline int laneBits(Mask<Bits, 1> m) {
+    return m.raw;
+}
 
 template <class T>
-inline Vec<T, 1> select(Mask<8 * sizeof(T), 1> m, Vec<T, 1> yes, Vec<T, 1> no) { return m.raw ? yes : no; }
+inline Vec<T, 1> select(Mask<8 * sizeof(T), 1> m, Vec<T, 1> yes, Vec<T, 1> no) {
+    return m.raw ? yes : no;
+}
 template <class T>
-inline Vec<T, 1> zeroUnless(Mask<8 * sizeof(T), 1> m, Vec<T, 1> a) { return m.raw ? a : Vec<T, 1>(T{0}); }
+inline Vec<T, 1> zeroUnless(Mask<8 * sizeof(T), 1> m, Vec<T, 1> a) {
+    return m.raw ? a : Vec<T, 1>(T{0});
+}
 template <class T>
-inline Vec<T, 1> zeroIf(Mask<8 * sizeof(T), 1> m, Vec<T, 1> a) { return m.raw ? Vec<T, 1>(T{0}) : a; }
+inline Vec<T, 1> zeroIf(Mask<8 * sizeof(T), 1> m, Vec<T, 1> a) {
+    return m.raw ? Vec<T, 1>(T{0}) : a;
+}
 
 // 12-bit approximations of 1/sqrt(x) and 1/x, as the processor gives them.
 inline F32<1> rsqrtSeed(F32<1> a) { return _mm_cvtss_f32(_mm_rsqrt_ss(_mm_set_ss(a.raw))); }
@@ -176,7 +195,9 @@ inline U64<1> rsqrtSeedLow(U64<1> a) {
 // The factor of each lane's digit 0 to 2 at `bit` of the lane. The table holds a row for every two lanes' digits: the
 // factors of d0 and d1 stand at row d0 + 4 d1.
 template <int bit>
-inline F64<1> gatherByDigitPairs(const Real64* table, U32<1> digits) { return table[2 * (digits.raw >> bit & 3)]; }
+inline F64<1> gatherByDigitPairs(const Real64* table, U32<1> digits) {
+    return table[2 * (digits.raw >> bit & 3)];
+}
 // Lanes with the sign bit set.
 inline Mask32<1> negativeLanes(U32<1> a) { return {static_cast<std::int32_t>(a.raw) < 0}; }
 inline Mask64<1> negativeLanes(U64<1> a) { return {static_cast<std::int64_t>(a.raw) < 0}; }
@@ -212,7 +233,9 @@ struct Mask<32, 4> {
     __m128 raw;
     friend Mask operator&(Mask a, Mask b) { return {_mm_and_ps(a.raw, b.raw)}; }
     friend Mask operator|(Mask a, Mask b) { return {_mm_or_ps(a.raw, b.raw)}; }
-    friend Mask operator~(Mask a) { return {_mm_castsi128_ps(_mm_xor_si128(_mm_castps_si128(a.raw), _mm_set1_epi32(-1)))}; }
+    friend Mask operator~(Mask a) {
+        return {_mm_castsi128_ps(_mm_xor_si128(_mm_castps_si128(a.raw), _mm_set1_epi32(-1)))};
+    }
 };
 
 inline int laneBits(Mask64<2> m) { return _mm_movemask_pd(m.raw); }
@@ -371,7 +394,7 @@ inline U32<4> asWords(U64<2> a) { return a.raw; }
 inline U64<2> asLongs(U32<4> a) { return a.raw; }
 
 template <class T, int N>
-    requires(N == registerLanes<T> && std::is_floating_point_v<T>)
+requires RealRegister<T, N>
 inline Vec<T, N> select(Mask<8 * sizeof(T), N> m, Vec<T, N> yes, Vec<T, N> no) {
     if constexpr (sizeof(T) == 8)
         return _mm_or_pd(_mm_and_pd(m.raw, yes.raw), _mm_andnot_pd(m.raw, no.raw));
@@ -379,7 +402,7 @@ inline Vec<T, N> select(Mask<8 * sizeof(T), N> m, Vec<T, N> yes, Vec<T, N> no) {
         return _mm_or_ps(_mm_and_ps(m.raw, yes.raw), _mm_andnot_ps(m.raw, no.raw));
 }
 template <class T, int N>
-    requires(N == registerLanes<T> && std::is_integral_v<T>)
+requires IntegerRegister<T, N>
 inline Vec<T, N> select(Mask<8 * sizeof(T), N> m, Vec<T, N> yes, Vec<T, N> no) {
     return asBits(select(m, asReal(yes), asReal(no)));
 }
@@ -431,7 +454,7 @@ inline U32<4> roundToSigned(F32<4> a) { return _mm_cvtps_epi32(a.raw); }
 // Wider than a register: a pair of halves.
 
 template <int Bits, int N>
-    requires(N > 1)
+requires LanesAbove<N, 1>
 struct Mask<Bits, N> {
     Mask<Bits, N / 2> lo, hi;
     friend Mask operator&(Mask a, Mask b) { return {a.lo & b.lo, a.hi & b.hi}; }
@@ -440,7 +463,7 @@ struct Mask<Bits, N> {
 };
 
 template <class T, int N>
-    requires(N > 1)
+requires LanesAbove<N, 1>
 struct Vec<T, N> {
     static constexpr int lanes = N;
     using Element = T;
@@ -478,55 +501,60 @@ struct Vec<T, N> {
 
 // A type that is a pair of halves here.
 template <class V>
-concept Paired = requires(V v) { v.lo; v.hi; };
+concept Paired = requires(V v) {
+    v.lo;
+    v.hi;
+};
 
 template <class T, int N>
-    requires Paired<Vec<T, N>>
+requires Paired<Vec<T, N>>
 inline Vec<T, N> sqrt(Vec<T, N> a) { return {sqrt(a.lo), sqrt(a.hi)}; }
 template <class T, int N>
-    requires Paired<Vec<T, N>>
+requires Paired<Vec<T, N>>
 inline Vec<Unsigned<T>, N> asBits(Vec<T, N> a) { return {asBits(a.lo), asBits(a.hi)}; }
 template <int N>
-    requires Paired<U64<N>>
+requires Paired<U64<N>>
 inline F64<N> asReal(U64<N> a) { return {asReal(a.lo), asReal(a.hi)}; }
 template <int N>
-    requires Paired<U32<N>>
+requires Paired<U32<N>>
 inline F32<N> asReal(U32<N> a) { return {asReal(a.lo), asReal(a.hi)}; }
 template <int N>
-    requires Paired<U32<N>>
+requires Paired<U32<N>>
 inline U32<N> shiftRightSigned(U32<N> a, int n) { return {shiftRightSigned(a.lo, n), shiftRightSigned(a.hi, n)}; }
 template <int N>
-    requires Paired<U32<N>>
+requires Paired<U32<N>>
 inline Mask32<N> greaterSigned(U32<N> a, U32<N> b) { return {greaterSigned(a.lo, b.lo), greaterSigned(a.hi, b.hi)}; }
 inline F64<4> toReal64(U32<4> a) {
     return {F64<2>(_mm_cvtepi32_pd(a.raw)), F64<2>(_mm_cvtepi32_pd(_mm_unpackhi_epi64(a.raw, a.raw)))};
 }
 template <int N>
-    requires Paired<U32<N>>
+requires Paired<U32<N>>
 inline F64<N> toReal64(U32<N> a) { return {toReal64(a.lo), toReal64(a.hi)}; }
 inline U32<4> packLowWords(U64<4> a) {
-    return _mm_castps_si128(_mm_shuffle_ps(_mm_castsi128_ps(a.lo.raw), _mm_castsi128_ps(a.hi.raw), _MM_SHUFFLE(2, 0, 2, 0)));
+    return _mm_castps_si128(
+        _mm_shuffle_ps(_mm_castsi128_ps(a.lo.raw), _mm_castsi128_ps(a.hi.raw), _MM_SHUFFLE(2, 0, 2, 0)));
 }
 template <int N>
-    requires(N > 4)
+requires LanesAbove<N, 4>
 inline U32<N> packLowWords(U64<N> a) { return {packLowWords(a.lo), packLowWords(a.hi)}; }
 template <int N>
-    requires Paired<U32<N>>
+requires Paired<U32<N>>
 inline U32<N> maskBits(Mask32<N> m) { return {maskBits(m.lo), maskBits(m.hi)}; }
 template <int N>
-    requires Paired<U64<N>>
+requires Paired<U64<N>>
 inline U64<N> highWords(U64<N> a) { return {highWords(a.lo), highWords(a.hi)}; }
 inline U32<4> packHighWords(U64<4> a) {
-    return _mm_castps_si128(_mm_shuffle_ps(_mm_castsi128_ps(a.lo.raw), _mm_castsi128_ps(a.hi.raw), _MM_SHUFFLE(3, 1, 3, 1)));
+    return _mm_castps_si128(
+        _mm_shuffle_ps(_mm_castsi128_ps(a.lo.raw), _mm_castsi128_ps(a.hi.raw), _MM_SHUFFLE(3, 1, 3, 1)));
 }
 template <int N>
-    requires(N > 4)
+requires LanesAbove<N, 4>
 inline U32<N> packHighWords(U64<N> a) { return {packHighWords(a.lo), packHighWords(a.hi)}; }
 inline F64<4> widenSigned(U32<4> a) {
     return {F64<2>(_mm_cvtepi32_pd(a.raw)), F64<2>(_mm_cvtepi32_pd(_mm_unpackhi_epi64(a.raw, a.raw)))};
 }
 template <int N>
-    requires Paired<U32<N>>
+requires Paired<U32<N>>
 inline F64<N> widenSigned(U32<N> a) { return {widenSigned(a.lo), widenSigned(a.hi)}; }
 inline F64<4> above2To52(U32<4> a) {
     const __m128i exponent = _mm_set1_epi32(0x43300000);
@@ -534,92 +562,95 @@ inline F64<4> above2To52(U32<4> a) {
             F64<2>(_mm_castsi128_pd(_mm_unpackhi_epi32(a.raw, exponent)))};
 }
 template <int N>
-    requires Paired<U32<N>>
+requires Paired<U32<N>>
 inline F64<N> above2To52(U32<N> a) { return {above2To52(a.lo), above2To52(a.hi)}; }
 template <int N>
-    requires Paired<U32<N>>
+requires Paired<U32<N>>
 inline F32<N> toReal32(U32<N> a) { return {toReal32(a.lo), toReal32(a.hi)}; }
 template <int N>
-    requires Paired<U64<N>>
+requires Paired<U64<N>>
 inline Mask64<N> greaterSignedHigh(U64<N> a, U64<N> b) {
     return {greaterSignedHigh(a.lo, b.lo), greaterSignedHigh(a.hi, b.hi)};
 }
 template <int N>
-    requires Paired<U32<N>>
+requires Paired<U32<N>>
 inline U32<N> clampedDifference(U32<N> a, std::uint16_t from, std::uint16_t most) {
     return {clampedDifference(a.lo, from, most), clampedDifference(a.hi, from, most)};
 }
 template <int N>
-    requires Paired<U64<N>>
+requires Paired<U64<N>>
 inline U64<N> mulLowWords(U64<N> a, U64<N> b) { return {mulLowWords(a.lo, b.lo), mulLowWords(a.hi, b.hi)}; }
 template <int N>
-    requires Paired<U64<N>>
+requires Paired<U64<N>>
 inline U64<N> shiftLeft(U64<N> a, U64<N> count) { return {shiftLeft(a.lo, count.lo), shiftLeft(a.hi, count.hi)}; }
 template <int N>
-    requires Paired<U64<N>>
+requires Paired<U64<N>>
 inline U64<N> shiftRight(U64<N> a, U64<N> count) { return {shiftRight(a.lo, count.lo), shiftRight(a.hi, count.hi)}; }
 template <int N>
-    requires Paired<U32<N>>
+requires Paired<U32<N>>
 inline U32<N> mulHighHalves(U32<N> a, std::uint16_t b) { return {mulHighHalves(a.lo, b), mulHighHalves(a.hi, b)}; }
 inline U64<4> withHighWords(U32<4> a) {
-    return {U64<2>(_mm_unpacklo_epi32(_mm_setzero_si128(), a.raw)), U64<2>(_mm_unpackhi_epi32(_mm_setzero_si128(), a.raw))};
+    return {U64<2>(_mm_unpacklo_epi32(_mm_setzero_si128(), a.raw)),
+            U64<2>(_mm_unpackhi_epi32(_mm_setzero_si128(), a.raw))};
 }
 template <int N>
-    requires(N > 4)
+requires LanesAbove<N, 4>
 inline U64<N> withHighWords(U32<N> a) { return {withHighWords(a.lo), withHighWords(a.hi)}; }
 
 template <int N>
-    requires Paired<U64<N>>
+requires Paired<U64<N>>
 inline U64<N> recipSeedLow(U64<N> a) { return {recipSeedLow(a.lo), recipSeedLow(a.hi)}; }
 template <int N>
-    requires Paired<U64<N>>
+requires Paired<U64<N>>
 inline U64<N> rsqrtSeedLow(U64<N> a) { return {rsqrtSeedLow(a.lo), rsqrtSeedLow(a.hi)}; }
 
 template <int N>
-    requires Paired<U32<N>>
+requires Paired<U32<N>>
 inline Mask32<N> negativeLanes(U32<N> a) { return {negativeLanes(a.lo), negativeLanes(a.hi)}; }
 template <int N>
-    requires Paired<U64<N>>
+requires Paired<U64<N>>
 inline Mask64<N> negativeLanes(U64<N> a) { return {negativeLanes(a.lo), negativeLanes(a.hi)}; }
 template <int N>
-    requires Paired<U32<N>>
+requires Paired<U32<N>>
 inline U32<N> roundToSigned(F32<N> a) { return {roundToSigned(a.lo), roundToSigned(a.hi)}; }
 template <int N>
-    requires Paired<F32<N>>
+requires Paired<F32<N>>
 inline F32<N> rsqrtSeed(F32<N> a) { return {rsqrtSeed(a.lo), rsqrtSeed(a.hi)}; }
 template <int N>
-    requires Paired<F32<N>>
+requires Paired<F32<N>>
 inline F32<N> recipSeed(F32<N> a) { return {recipSeed(a.lo), recipSeed(a.hi)}; }
 
 template <int Bits, int N>
-    requires Paired<Mask<Bits, N>>
+requires Paired<Mask<Bits, N>>
 inline int laneBits(Mask<Bits, N> m) { return laneBits(m.lo) | laneBits(m.hi) << (N / 2); }
 template <int Bits, int N>
-    requires Paired<Mask<Bits, N>>
+requires Paired<Mask<Bits, N>>
 inline bool any(Mask<Bits, N> m) { return any(m.lo | m.hi); }
 template <int Bits, int N>
-    requires Paired<Mask<Bits, N>>
+requires Paired<Mask<Bits, N>>
 inline bool all(Mask<Bits, N> m) { return all(m.lo & m.hi); }
 
 template <class T, int N>
-    requires Paired<Vec<T, N>>
+requires Paired<Vec<T, N>>
 inline Vec<T, N> select(Mask<8 * sizeof(T), N> m, Vec<T, N> yes, Vec<T, N> no) {
     return {select(m.lo, yes.lo, no.lo), select(m.hi, yes.hi, no.hi)};
 }
 template <class T, int N>
-    requires Paired<Vec<T, N>>
+requires Paired<Vec<T, N>>
 inline Vec<T, N> zeroUnless(Mask<8 * sizeof(T), N> m, Vec<T, N> a) {
     return {zeroUnless(m.lo, a.lo), zeroUnless(m.hi, a.hi)};
 }
 template <class T, int N>
-    requires Paired<Vec<T, N>>
+requires Paired<Vec<T, N>>
 inline Vec<T, N> zeroIf(Mask<8 * sizeof(T), N> m, Vec<T, N> a) { return {zeroIf(m.lo, a.lo), zeroIf(m.hi, a.hi)}; }
 
 // Real32 lanes to Real64 lanes, exact, and back with one rounding.
-inline F64<4> widen(F32<4> a) { return {F64<2>(_mm_cvtps_pd(a.raw)), F64<2>(_mm_cvtps_pd(_mm_movehl_ps(a.raw, a.raw)))}; }
+inline F64<4> widen(F32<4> a) {
+    return {F64<2>(_mm_cvtps_pd(a.raw)), F64<2>(_mm_cvtps_pd(_mm_movehl_ps(a.raw, a.raw)))};
+}
 inline F32<4> narrow(F64<4> a) { return _mm_movelh_ps(_mm_cvtpd_ps(a.lo.raw), _mm_cvtpd_ps(a.hi.raw)); }
 template <int N>
-    requires Paired<F32<N>>
+requires Paired<F32<N>>
 inline F64<N> widen(F32<N> a) { return {widen(a.lo), widen(a.hi)}; }
 // The same from elements in memory, which the conversion reads by itself: no shuffle for every other pair.
 template <int N>
@@ -636,7 +667,7 @@ inline F64<N> widenAt(const Real32* from) {
     }
 }
 template <int N>
-    requires(N > 4)
+requires LanesAbove<N, 4>
 inline F32<N> narrow(F64<N> a) { return {narrow(a.lo), narrow(a.hi)}; }
 
 inline U32<2> packHighWords(U64<2> a) { return {packHighWords(U64<1>(a[0])), packHighWords(U64<1>(a[1]))}; }
@@ -652,35 +683,35 @@ inline Mask64<4> widen(Mask32<4> m) {
     return {{_mm_castps_pd(_mm_unpacklo_ps(m.raw, m.raw))}, {_mm_castps_pd(_mm_unpackhi_ps(m.raw, m.raw))}};
 }
 template <int N>
-    requires(N > 4)
+requires LanesAbove<N, 4>
 inline Mask64<N> widen(Mask32<N> m) { return {widen(m.lo), widen(m.hi)}; }
 
 // ---------------------------------------------------------------------------------------------------------------------
 // Any width.
 
 template <class T, int N>
-    requires std::is_floating_point_v<T>
+requires std::is_floating_point_v<T>
 inline Vec<T, N> signOf(Vec<T, N> a) {  // the sign bit alone
     return asReal(asBits(a) & Vec<Unsigned<T>, N>(Unsigned<T>{1} << (8 * sizeof(T) - 1)));
 }
 template <class T, int N>
-    requires std::is_floating_point_v<T>
+requires std::is_floating_point_v<T>
 inline Vec<T, N> abs(Vec<T, N> a) {
     return asReal(asBits(a) & Vec<Unsigned<T>, N>(~(Unsigned<T>{1} << (8 * sizeof(T) - 1))));
 }
 template <class T, int N>
-    requires std::is_floating_point_v<T>
+requires std::is_floating_point_v<T>
 inline Vec<T, N> operator-(Vec<T, N> a) {  // a flipped sign bit, no arithmetic
     return asReal(asBits(a) ^ Vec<Unsigned<T>, N>(Unsigned<T>{1} << (8 * sizeof(T) - 1)));
 }
 template <class T, int N>
-    requires std::is_floating_point_v<T>
+requires std::is_floating_point_v<T>
 inline Vec<T, N> operator&(Vec<T, N> a, Vec<Unsigned<T>, N> pattern) { return asReal(asBits(a) & pattern); }
 template <class T, int N>
-    requires std::is_floating_point_v<T>
+requires std::is_floating_point_v<T>
 inline Vec<T, N> operator|(Vec<T, N> a, Vec<T, N> b) { return asReal(asBits(a) | asBits(b)); }
 template <class T, int N>
-    requires std::is_floating_point_v<T>
+requires std::is_floating_point_v<T>
 inline Vec<T, N> operator^(Vec<T, N> a, Vec<T, N> b) { return asReal(asBits(a) ^ asBits(b)); }
 
 // Lanes outside first .. last, as unsigned numbers; the range may wrap around, so that it serves signed numbers, too.
@@ -690,12 +721,14 @@ inline Mask32<N> outside(U32<N> a, std::uint32_t first, std::uint32_t last) {
     return greaterSigned(a + U32<N>(lowest - first), U32<N>(lowest + (last - first)));
 }
 
-// The value itself. All its registers are made before anything that uses the result: the compiler, which would rather work
-// long chains one after the other, is held to working them side by side.
+// The value itself. All its registers are made before anything that uses the result: the compiler,
+// which would rather work long chains one after the other, is held to working them side by side.
 template <class V>
-inline V inStep(V v) { return v; }
+inline V inStep(V v) {
+    return v;
+}
 template <class V>
-    requires Paired<V>
+requires Paired<V>
 inline V inStep(V v) {
     constexpr int registers = V::lanes / registerLanes<typename V::Element>;
     if constexpr (registers == 2)
@@ -730,7 +763,7 @@ inline Pair<F64<2>> gatherPairAt(const Real64* table, U64<2> byteOffset) {
     return {_mm_unpacklo_pd(a, b), _mm_unpackhi_pd(a, b)};
 }
 template <int N>
-    requires Paired<U64<N>>
+requires Paired<U64<N>>
 inline Pair<F64<N>> gatherPairAt(const Real64* table, U64<N> byteOffset) {
     const auto lo = gatherPairAt(table, byteOffset.lo);
     const auto hi = gatherPairAt(table, byteOffset.hi);
@@ -749,7 +782,7 @@ inline F64<2> gatherAt(const Real64* table, U64<2> byteOffset) {
                         reinterpret_cast<const Real64*>(base + high));
 }
 template <int N>
-    requires Paired<U64<N>>
+requires Paired<U64<N>>
 inline F64<N> gatherAt(const Real64* table, U64<N> byteOffset) {
     return {gatherAt(table, byteOffset.lo), gatherAt(table, byteOffset.hi)};
 }
@@ -757,7 +790,8 @@ inline F64<N> gatherAt(const Real64* table, U64<N> byteOffset) {
 template <int bit>
 inline F64<4> gatherByDigitPairs(const Real64* table, U32<4> digits) {
     const __m128i first = _mm_and_si128(_mm_srli_epi32(digits.raw, bit), _mm_set1_epi32(3));
-    const __m128i rows = _mm_or_si128(_mm_slli_epi64(first, 4), _mm_srli_epi64(first, 26));  // in bytes, in the low half
+    const __m128i rows =
+        _mm_or_si128(_mm_slli_epi64(first, 4), _mm_srli_epi64(first, 26));  // in bytes, in the low half
     const char* base = reinterpret_cast<const char*>(table);
     const auto low = static_cast<unsigned>(_mm_extract_epi16(rows, 0));
     const auto high = static_cast<unsigned>(_mm_extract_epi16(rows, 4));
@@ -765,7 +799,7 @@ inline F64<4> gatherByDigitPairs(const Real64* table, U32<4> digits) {
             F64<2>(_mm_load_pd(reinterpret_cast<const Real64*>(base + high)))};
 }
 template <int bit, int N>
-    requires(N > 4)
+requires LanesAbove<N, 4>
 inline F64<N> gatherByDigitPairs(const Real64* table, U32<N> digits) {
     return {gatherByDigitPairs<bit>(table, digits.lo), gatherByDigitPairs<bit>(table, digits.hi)};
 }
@@ -777,7 +811,7 @@ inline F64<4> twice(F64<2> a) {
             F64<2>(_mm_castsi128_pd(_mm_shuffle_epi32(raw, _MM_SHUFFLE(3, 2, 3, 2))))};
 }
 template <int N>
-    requires Paired<F64<N>>
+requires Paired<F64<N>>
 inline F64<2 * N> twice(F64<N> a) { return {twice(a.lo), twice(a.hi)}; }
 
 // Interleaved pairs to two vectors of columns, and back.
@@ -813,7 +847,7 @@ inline Pair<Vec<T, N>> loadInterleaved(const T* from) {
 }
 
 template <class T, int N>
-    requires(N > registerLanes<T>)
+requires LanesAbove<N, registerLanes<T>>
 inline void storeInterleaved(T* to, Vec<T, N> first, Vec<T, N> second) {
     storeInterleaved(to, first.lo, second.lo);
     storeInterleaved(to + N, first.hi, second.hi);

@@ -18,7 +18,8 @@ inline U32<4> largerUpperHalf(U32<4> a, U32<4> b) { return _mm_max_epi16(a.raw, 
 // For four complex numbers, the upper word of the larger part without its sign, with a free lower half.
 inline U32<4> largerParts(const Complex64* z) {
     const auto* patterns = reinterpret_cast<const std::uint64_t*>(z);
-    const auto [re, im] = deinterleave(packHighWords(U64<4>::load(patterns)), packHighWords(U64<4>::load(patterns + 4)));
+    const auto [re, im] =
+        deinterleave(packHighWords(U64<4>::load(patterns)), packHighWords(U64<4>::load(patterns + 4)));
     const U32<4> magnitude(0x7FFFFFFF);
     return largerUpperHalf(re & magnitude, im & magnitude);
 }

@@ -25,18 +25,22 @@ inline __m128d mulOrdered(__m128d first, __m128d second) {
 }
 
 template <class T>
-inline Vec<T, 1> addOrdered(Vec<T, 1> first, Vec<T, 1> second) { return addOrdered(first.raw, second.raw); }
+inline Vec<T, 1> addOrdered(Vec<T, 1> first, Vec<T, 1> second) {
+    return addOrdered(first.raw, second.raw);
+}
 template <class T>
-inline Vec<T, 1> mulOrdered(Vec<T, 1> first, Vec<T, 1> second) { return mulOrdered(first.raw, second.raw); }
+inline Vec<T, 1> mulOrdered(Vec<T, 1> first, Vec<T, 1> second) {
+    return mulOrdered(first.raw, second.raw);
+}
 inline F64<2> addOrdered(F64<2> first, F64<2> second) { return addOrdered(first.raw, second.raw); }
 inline F32<4> addOrdered(F32<4> first, F32<4> second) { return addOrdered(first.raw, second.raw); }
 inline F64<2> mulOrdered(F64<2> first, F64<2> second) { return mulOrdered(first.raw, second.raw); }
 inline F32<4> mulOrdered(F32<4> first, F32<4> second) { return mulOrdered(first.raw, second.raw); }
 template <class V>
-    requires Paired<V>
+requires Paired<V>
 inline V addOrdered(V first, V second) { return {addOrdered(first.lo, second.lo), addOrdered(first.hi, second.hi)}; }
 template <class V>
-    requires Paired<V>
+requires Paired<V>
 inline V mulOrdered(V first, V second) { return {mulOrdered(first.lo, second.lo), mulOrdered(first.hi, second.hi)}; }
 
 }  // namespace okt

@@ -12,7 +12,7 @@ static_assert(__LDBL_MANT_DIG__ == 64, "long double must be the x87 extended for
 
 // The parts of a Real80's pattern.
 struct Real80Bits {
-    std::uint64_t significand;       // with the integer bit on top
+    std::uint64_t significand;      // with the integer bit on top
     std::uint16_t signAndExponent;  // sign in bit 15, exponent biased by 16383
 };
 

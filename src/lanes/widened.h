@@ -5,8 +5,8 @@
 
 namespace okt {
 
-// With the operand in memory the conversion takes no shuffle, and shuffles are what bounds loops over complex numbers. GCC
-// would load the operand first.
+// With the operand in memory the conversion takes no shuffle, and shuffles are
+// what bounds loops over complex numbers. GCC would load the operand first.
 inline F64<2> loadWidened(const Real32* from) {
 #if defined(__clang__)
     return _mm_cvtps_pd(_mm_castsi128_ps(_mm_loadl_epi64(reinterpret_cast<const __m128i_u*>(from))));
@@ -33,7 +33,7 @@ inline void storeInterleavedNarrowed(Real32* to, F64<2> first, F64<2> second) {
     _mm_storeu_ps(to, _mm_unpacklo_ps(_mm_cvtpd_ps(first.raw), _mm_cvtpd_ps(second.raw)));
 }
 template <int N>
-    requires Paired<F64<N>>
+requires Paired<F64<N>>
 inline void storeInterleavedNarrowed(Real32* to, F64<N> first, F64<N> second) {
     storeInterleavedNarrowed(to, first.lo, second.lo);
     storeInterleavedNarrowed(to + N, first.hi, second.hi);

@@ -1,10 +1,10 @@
 // Hypotenuse: sqrt(x² + y²) by the seeded root of seed_root.h, without a root or a division, under the caller's MXCSR.
 //
-// Real32 works in Real64, where no square overflows or underflows; a sum that would be subnormal as a Real32 is scaled.
-// Real64 scales two small sources up. There is no scaling at the large end, and none while the larger biased exponent is
-// 500 to 511 although the sum of squares may be subnormal then: see the two bands in the function's documentation.
-// Elements are worked side by side where none is an infinity, a NaN or needs scaling; on Real32 the processor's root
-// takes the place of the steps where it must come to the same bits and flags.
+// Real32 works in Real64, where no square overflows or underflows; a sum that would be subnormal as a Real32 is
+// scaled. Real64 scales two small sources up. There is no scaling at the large end, and none while the larger
+// biased exponent is 500 to 511 although the sum of squares may be subnormal then: see the two bands in the
+// function's documentation. Elements are worked side by side where none is an infinity, a NaN or needs scaling;
+// on Real32 the processor's root takes the place of the steps where it must come to the same bits and flags.
 //
 // Largest errors seen: 0.5000 ulp (32f), 1.171 ulp at (0x1.0a166fc706213p0, 0x1.74e4387c7ed11p0) (64f, outside the two
 // bands).
@@ -30,7 +30,9 @@ template <class T>
 }
 
 template <class V>
-V sumOfSquares(V x, V y) { return x * x + y * y; }
+V sumOfSquares(V x, V y) {
+    return x * x + y * y;
+}
 
 // sqrt(s) · 2^-k in one scale.
 template <int N>
@@ -41,7 +43,9 @@ F64<N> scaledRoot(F64<N> s, std::uint64_t k) {
 
 // The sum as a Real32, whose exponent field decides on the scaling. The rounding's flags are part of the function's.
 template <int N>
-Mask32<N> isSmall(F64<N> s) { return (asBits(narrow(s)) & U32<N>(0x7F800000)) == U32<N>(0); }
+Mask32<N> isSmall(F64<N> s) {
+    return (asBits(narrow(s)) & U32<N>(0x7F800000)) == U32<N>(0);
+}
 
 Real32 hypotElement(Real32 x, Real32 y, OktStatus&) {
     if (isSpecial(x) || isSpecial(y)) return ofSpecial(x, y);
@@ -52,7 +56,9 @@ Real32 hypotElement(Real32 x, Real32 y, OktStatus&) {
 }
 
 template <int N>
-[[gnu::noinline]] void storeBySteps(F64<N> s, Real32* dst) { narrow(scaledRoot(s, 0)).store(dst); }
+[[gnu::noinline]] void storeBySteps(F64<N> s, Real32* dst) {
+    narrow(scaledRoot(s, 0)).store(dst);
+}
 
 template <int N>
 bool hypotLanes(const Real32* src1, const Real32* src2, Real32* dst) {
@@ -63,9 +69,10 @@ bool hypotLanes(const Real32* src1, const Real32* src2, Real32* dst) {
     const F64<N> s = sumOfSquares(widen(x), widen(y));
     if (any(isSmall(s))) [[unlikely]]
         return false;
-    // The result is the rounding to Real32 of a Real64 that differs from the true root by less than 4 ulp in every rounding
-    // mode, as the processor's root does by less than 1. Where that root stands clear of all Real32 and all midpoints
-    // between them both round alike; both raise inexact then, as the steps are exact only for the powers of four.
+    // The result is the rounding to Real32 of a Real64 that differs from the true root by
+    // less than 4 ulp in every rounding mode, as the processor's root does by less than 1.
+    // Where that root stands clear of all Real32 and all midpoints between them both round
+    // alike; both raise inexact then, as the steps are exact only for the powers of four.
     const F64<N> root = sqrt(s);
     constexpr std::uint32_t clearance = 16;  // in ulp of Real64; a Real32 or a midpoint comes every 2^28 of them
     const U32<N> place = packLowWords(asBits(root) + U64<N>(clearance)) & U32<N>(0x0FFFFFFF);
@@ -110,7 +117,9 @@ OktStatus hypot(const T* src1, const T* src2, T* dst, std::int32_t len) {
     return x87Frame<53>(len, src1, src2, dst, [=](OktStatus& status) {
         packedElementLoop<4, 8>(
             src1, src2, dst, len,
-            []<int N>(std::integral_constant<int, N>, const T* x, const T* y, T* to) { return hypotLanes<N>(x, y, to); },
+            []<int N>(std::integral_constant<int, N>, const T* x, const T* y, T* to) {
+                return hypotLanes<N>(x, y, to);
+            },
             [](T x, T y, OktStatus& s) { return hypotElement(x, y, s); }, status);
     });
 }

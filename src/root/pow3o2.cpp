@@ -1,6 +1,6 @@
-// x to the power 3/2: the square root by the seeded root of seed_root.h, to more than the working precision, and its cube,
-// in Real64 under the caller's MXCSR. The cube is multiplied by the root's power of two three times, so that every
-// intermediate stays in range. Elements are worked side by side where all are positive, normal and finite.
+// x to the power 3/2: the square root by the seeded root of seed_root.h, to more than the working precision, and its
+// cube, in Real64 under the caller's MXCSR. The cube is multiplied by the root's power of two three times, so that
+// every intermediate stays in range. Elements are worked side by side where all are positive, normal and finite.
 //
 // Largest errors seen: 0.5000 ulp (32f), 0.5062 at 0x3FF70C98E29A08AF (64f; subnormal results 0.75).
 #include "frame/frame.h"
@@ -42,13 +42,21 @@ void raiseDomain(Real32) { raiseStatusFlag32(oktStatusDomain); }
 void raiseDomain(Real64) { raiseStatusFlag64(oktStatusDomain); }
 
 template <int N>
-F32<N> toElement(F64<N> result, Real32) { return narrow(result); }
+F32<N> toElement(F64<N> result, Real32) {
+    return narrow(result);
+}
 template <int N>
-F64<N> toElement(F64<N> result, Real64) { return result; }
+F64<N> toElement(F64<N> result, Real64) {
+    return result;
+}
 template <int N>
-F64<N> toReal64(F32<N> x) { return widen(x); }
+F64<N> toReal64(F32<N> x) {
+    return widen(x);
+}
 template <int N>
-F64<N> toReal64(F64<N> x) { return x; }
+F64<N> toReal64(F64<N> x) {
+    return x;
+}
 
 template <class T>
 T belowZero(T x, OktStatus& status) {
@@ -64,7 +72,8 @@ T pow3o2Element(T x, OktStatus& status) {
     constexpr auto signBit = asBits(T{-0.0});
     const auto pattern = asBits(x), magnitude = pattern & ~signBit;
     if (magnitude >= infinity) return pattern == (infinity | signBit) ? belowZero(x, status) : x + x;
-    // By a comparison in Real64: with the caller's denormals-are-zero set a subnormal, negative or not, comes out unchanged.
+    // By a comparison in Real64: with the caller's denormals-are-zero
+    // set a subnormal, negative or not, comes out unchanged.
     const F64x1 wide = toReal64(Vec<T, 1>(x));
     if (wide.raw == 0.0) return x;
     if (pattern & signBit) return belowZero(x, status);
@@ -74,7 +83,9 @@ T pow3o2Element(T x, OktStatus& status) {
 
 // All lanes positive, normal and finite.
 template <int N>
-bool allInRange(F32<N> x) { return !any(greaterSigned(asBits(x) - U32<N>(0x80800000), U32<N>(0xFEFFFFFF))); }
+bool allInRange(F32<N> x) {
+    return !any(greaterSigned(asBits(x) - U32<N>(0x80800000), U32<N>(0xFEFFFFFF)));
+}
 template <int N>
 bool allInRange(F64<N> x) {
     return !any(greaterSigned(packHighWords(asBits(x)) - U32<N>(0x80100000), U32<N>(0xFFDFFFFF)));

@@ -1,7 +1,8 @@
 // Square root of a positive Real64 or Real80 without a root or a division, to nearly twice the working precision.
 //
-// The number is s = 4^k · m2 with m2 in [1, 4). A 12-bit seed of 1/sqrt(m2) from InvRootSeed starts three coupled steps
-// g -> sqrt(m2), h -> 1/(2 sqrt(m2)); the residual m2 - g², exact by splitting g, gives the last correction residual · h.
+// The number is s = 4^k · m2 with m2 in [1, 4). A 12-bit seed of 1/sqrt(m2) from
+// InvRootSeed starts three coupled steps g -> sqrt(m2), h -> 1/(2 sqrt(m2)); the
+// residual m2 - g², exact by splitting g, gives the last correction residual · h.
 #pragma once
 
 #include "lanes/lanes.h"
@@ -39,8 +40,8 @@ inline SeedRoot<R> rootOfSignificand(R m2, R seed) {
 
 template <int N>
 struct RootParts {
-    SeedRoot<F64<N>> root;      // of m2
-    U64<N> biasedHalfExponent;  // k + 1023
+    SeedRoot<F64<N>> root;                                             // of m2
+    U64<N> biasedHalfExponent;                                         // k + 1023
     F64<N> scale() const { return asReal(biasedHalfExponent << 52); }  // 2^k
 };
 

@@ -1,8 +1,8 @@
 // Square root and its reciprocal, by neither a root nor a division.
 //
-// y is the processor's 12-bit approximation of 1/sqrt(x), cut to 9 significant bits (Real32) or 21 (Real64, built on the
-// significand and scaled by integer work on the exponent), so that y·y and its product with the head xh of x are exact.
-// e = x·y² - 1 is then small and nearly exact, p = (1 + e)^(-1/2) - 1 is a short binomial series, and
+// y is the processor's 12-bit approximation of 1/sqrt(x), cut to 9 significant bits (Real32) or 21 (Real64, built
+// on the significand and scaled by integer work on the exponent), so that y·y and its product with the head xh of
+// x are exact. e = x·y² - 1 is then small and nearly exact, p = (1 + e)^(-1/2) - 1 is a short binomial series, and
 //     sqrt(x) = xh·y + (p·y·x + xl·y),    1/sqrt(x) = y + p·y.
 // Every normal element gets the same bits in a block and alone, except in a block of InvSqrt on Real32 with a special
 // lane in it: such a block is computed by root and division in Real64, the good lanes too.
@@ -30,7 +30,9 @@ template <int N>
 }
 
 template <int N>
-[[gnu::always_inline]] inline F32<N> seedOf(F32<N> x) { return rsqrtSeed(x) & U32<N>(splitMask32); }
+[[gnu::always_inline]] inline F32<N> seedOf(F32<N> x) {
+    return rsqrtSeed(x) & U32<N>(splitMask32);
+}
 
 template <int N>
 [[gnu::always_inline]] inline F32<N> sqrtSteps(F32<N> x, F32<N> y) {
@@ -52,9 +54,13 @@ template <int N>
 
 // Neither positive, normal and finite.
 template <int N>
-Mask32<N> outOfRange(U32<N> x) { return greaterSigned(x - U32<N>(0x80800000), U32<N>(0xFEFFFFFF)); }
+Mask32<N> outOfRange(U32<N> x) {
+    return greaterSigned(x - U32<N>(0x80800000), U32<N>(0xFEFFFFFF));
+}
 template <int N>
-Mask32<N> isZero(U32<N> x) { return x + x == U32<N>(0); }
+Mask32<N> isZero(U32<N> x) {
+    return x + x == U32<N>(0);
+}
 
 bool isNaN(Real32 x) { return (asBits(x) & 0x7FFFFFFF) > 0x7F800000; }
 bool isNaN(Real64 x) { return (asBits(x) & 0x7FFFFFFFFFFFFFFF) > 0x7FF0000000000000; }
@@ -132,7 +138,8 @@ OktStatus invSqrt32(const Real32* src, Real32* dst, std::int32_t len) {
         for (; i <= len - 16; i += 16) {
             const auto x = F32<16>::load(src + i);
             if (any(outOfRange(asBits(x)))) [[unlikely]]
-                for (std::int32_t block = 0; block < 16; block += 4) invSqrtBlock<4>(src + i + block, dst + i + block, status);
+                for (std::int32_t block = 0; block < 16; block += 4)
+                    invSqrtBlock<4>(src + i + block, dst + i + block, status);
             else
                 invSqrtSteps(x).store(dst + i);
         }

@@ -28,7 +28,9 @@ struct Cosine {
     static Real64 lane(Real64 x, OktStatus& status) { return cosLane64(x, status); }
     static Real32 lane(Real32 x, OktStatus& status) { return cosLane32(x, status); }
     template <int N>
-    static F64<N> ofAngle(const sine::LaneAngle<N>& angle) { return angle.cosine(); }
+    static F64<N> ofAngle(const sine::LaneAngle<N>& angle) {
+        return angle.cosine();
+    }
 
     // cos x = (-1)^n·sin(x - (n - 1/2)·pi) with n = round((x + pi/2)/pi)
     template <int N>
@@ -37,7 +39,9 @@ struct Cosine {
         return roundToSigned((x + halfPi32) * sine::oneOverPi32);
     }
     template <class V>
-    static V centre(V n) { return n - 0.5; }
+    static V centre(V n) {
+        return n - 0.5;
+    }
 };
 
 }  // namespace

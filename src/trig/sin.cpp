@@ -28,11 +28,17 @@ struct Sine {
     static Real64 lane(Real64 x, OktStatus& status) { return sinLane64(x, status); }
     static Real32 lane(Real32 x, OktStatus& status) { return sinLane32(x, status); }
     template <int N>
-    static F64<N> ofAngle(const sine::LaneAngle<N>& angle) { return angle.sine(); }
+    static F64<N> ofAngle(const sine::LaneAngle<N>& angle) {
+        return angle.sine();
+    }
     template <int N>
-    static U32<N> halfTurns(F32<N> x) { return roundToSigned(x * sine::oneOverPi32); }
+    static U32<N> halfTurns(F32<N> x) {
+        return roundToSigned(x * sine::oneOverPi32);
+    }
     template <class V>
-    static V centre(V n) { return n; }
+    static V centre(V n) {
+        return n;
+    }
 };
 
 }  // namespace

@@ -107,12 +107,8 @@ inline Summands<N> summands(const Row<N>& row, F64<N> r, F64<N> rl, const Series
     const F64<N> tailPart = row.cosTail * r;
     const F64<N> a = row.sinHead + headPart;
     const F64<N> b = a + tailPart;
-    return {poly.sine * cosine,
-            poly.cosine * row.sinHead,
-            (cosine - row.sinHead * r) * rl + row.sinTail,
-            (row.sinHead - a) + headPart,
-            (a - b) + tailPart,
-            b};
+    return {poly.sine * cosine,           poly.cosine * row.sinHead, (cosine - row.sinHead * r) * rl + row.sinTail,
+            (row.sinHead - a) + headPart, (a - b) + tailPart,        b};
 }
 
 // The same from the table's row at byteOffset.
@@ -132,8 +128,8 @@ inline V rowOffset(V row, int quarters = 0) {
     return (row & V(rows - 1)) << 5;
 }
 
-// N elements reduced, in memory, with the places of their rows and, for two Quarters, of those a quarter of a turn further
-// on. The sums take them up four at a time, for which there are registers enough.
+// N elements reduced, in memory, with the places of their rows and, for two Quarters, of those a quarter
+// of a turn further on. The sums take them up four at a time, for which there are registers enough.
 template <class Steps, int N, int Quarters = 1>
 class ReducedInMemory {
 public:
@@ -186,8 +182,8 @@ inline bool wellInMainRange(F32<16> x) {
     return !any(greaterSigned(maxHighHalves(largest(magnitude.lo), largest(magnitude.hi)), U32<4>(0x461BFFFF)));
 }
 
-// The Real32 loops work a strip of elements in two passes, with reduced arguments in memory between them. A pass has few
-// values alive for each element, so that many elements' chains, which are long, run side by side.
+// The Real32 loops work a strip of elements in two passes, with reduced arguments in memory between them. A
+// pass has few values alive for each element, so that many elements' chains, which are long, run side by side.
 inline constexpr int stripLength = 32;
 
 // The first pass: `reduce(i)` for the eight elements from i on, as long as elements are well in range; false

@@ -87,7 +87,9 @@ OktStatus loop64(const Real64* src, Real64* dst, std::int32_t len) {
                 ReducedInMemory<Steps64, N>(x).storeSums(dst + i, Function::table);
             } else {
                 const Reduced<N> a = reduce<Steps64>(x);
-                summands(Function::table, rowOffset<Steps64>(a.row), a.r, a.rl, series<Steps64>(a.r)).mainSum().store(dst + i);
+                summands(Function::table, rowOffset<Steps64>(a.row), a.r, a.rl, series<Steps64>(a.r))
+                    .mainSum()
+                    .store(dst + i);
             }
             return true;
         };

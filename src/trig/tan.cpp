@@ -23,7 +23,7 @@ namespace {
 // Real64
 
 struct C {
-    static constexpr Real64 thirtyTwoOverPi = bits64(0x40245F306DC9C883);   // 32/pi
+    static constexpr Real64 thirtyTwoOverPi = bits64(0x40245F306DC9C883);  // 32/pi
     static constexpr Real64 roundShifter = bits64(0x4338000000000000);     // 1.5·2^52: rounds to an integer
     static constexpr Real64 roundShifter16 = bits64(0x4378000000000000);   // 1.5·2^56: rounds to a multiple of 16
 
@@ -40,7 +40,9 @@ struct C {
 // In place of a rest of the argument that is +0: neither sum to which it would be added is ever -0.
 struct NoRest {};
 template <int N>
-inline F64<N> operator+(F64<N> a, NoRest) { return a; }
+inline F64<N> operator+(F64<N> a, NoRest) {
+    return a;
+}
 
 // The tangent of x + lo + quarters·pi/2, |x| below 12800 and not tiny.
 template <int N, class Rest>
@@ -73,8 +75,8 @@ inline F64<N> tangent(F64<N> x, Rest lo, U64<N> quarters) {
     const F64<N> z2 = z * z;
     const F64<N> z3 = r * z2;
     const F64<N> A = ((T(5) * r + T(3)) * z + T(7) * z2) + ((T(11) * r + T(9)) + T(13) * z) * z3;
-    const F64<N> C = (z2 * z2) * ((((T(1) * r + T(0)) + (T(4) * r + T(2)) * z) + T(6) * z2) +
-                                  z3 * ((T(10) * r + T(8)) + T(12) * z));
+    const F64<N> C =
+        (z2 * z2) * ((((T(1) * r + T(0)) + (T(4) * r + T(2)) * z) + T(6) * z2) + z3 * ((T(10) * r + T(8)) + T(12) * z));
 
     const F64<N> p1 = T(16) * r;
     const F64<N> p2 = r * T(17);

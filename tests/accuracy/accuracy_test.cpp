@@ -59,7 +59,8 @@ TEST(AccuracyBounds, EveryBuiltRoutineHasOneForBothPaths) {
             if (bound.of(path)) bounded.insert({bound.function->routine, path});
     for (const Export& function : exports())
         for (const Path path : {Path::block, Path::element})
-            EXPECT_TRUE(bounded.contains({function.routine, path})) << function.name << ": no bound for the " << pathName(path) << " path";
+            EXPECT_TRUE(bounded.contains({function.routine, path}))
+                << function.name << ": no bound for the " << pathName(path) << " path";
 }
 
 }  // namespace

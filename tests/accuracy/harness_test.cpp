@@ -1,4 +1,5 @@
-// The harness itself: ulps, points, statistics, declared bounds and exhaustive runs, on functions whose errors are known.
+// The harness itself: ulps, points, statistics, declared bounds
+// and exhaustive runs, on functions whose errors are known.
 #include "bounds.h"
 #include "exhaustive.h"
 #include "ulp.h"
@@ -72,7 +73,8 @@ TEST(Points, NumbersInAllForms) {
 
 TEST(Points, StayInsideTheirRange) {
     for (const ElementType part : {ElementType::Real32, ElementType::Real64}) {
-        for (const char* text : {"log 0.1 0.7", "uniform 0.1 0.7", "bits 0.1 0.7", "log sub max", "uniform -max max", "bits -max max"}) {
+        for (const char* text :
+             {"log 0.1 0.7", "uniform 0.1 0.7", "bits 0.1 0.7", "log sub max", "uniform -max max", "bits -max max"}) {
             Distribution distribution(text, part);
             SplitMix64 random(1);
             const bool small = std::string(text).ends_with("0.7");
@@ -106,7 +108,8 @@ TEST(Points, SignsOffsetsListsAndComplexArguments) {
     ArgumentRange parts("uniform 1 2 | uniform -4 -3", ElementType::Complex32);
     parts.draw(random, z);
     EXPECT_TRUE(1 <= z[0] && z[0] <= 2 && -4 <= z[1] && z[1] <= -3);
-    for (const char* bad : {"", "logg 1 2", "log 0 1", "log 2 1", "uniform 1", "uniform 1 2 3", "list", "log 1 2 | log 1 2"})
+    for (const char* bad :
+         {"", "logg 1 2", "log 0 1", "log 2 1", "uniform 1", "uniform 1 2 3", "list", "log 1 2 | log 1 2"})
         EXPECT_THROW(ArgumentRange(bad, ElementType::Real64), std::invalid_argument) << bad;
 }
 
@@ -148,7 +151,8 @@ OktStatus fakePowx64(const Arguments& a) {
 
 OktStatus fakeModf32(const Arguments& a) {
     for (std::int32_t i = 0; i < a.len; ++i)
-        static_cast<float*>(a.dst2)[i] = std::modf(static_cast<const float*>(a.src1)[i], static_cast<float*>(a.dst1) + i);
+        static_cast<float*>(a.dst2)[i] =
+            std::modf(static_cast<const float*>(a.src1)[i], static_cast<float*>(a.dst1) + i);
     return oktStatusOk;
 }
 
@@ -166,13 +170,14 @@ OktStatus fakeErfInv32(const Arguments& a) {  // four terms of the series: good 
     for (std::int32_t i = 0; i < a.len; ++i) {
         const double x = 0.886226925452758 * static_cast<const float*>(a.src1)[i], z = x * x;
         static_cast<float*>(a.dst1)[i] =
-            std::abs(x) >= 0.886 ? std::nanf("") : static_cast<float>(x + x * z * (1 / 3.0 + z * (7 / 30.0 + z * 127 / 630)));
+            std::abs(x) >= 0.886 ? std::nanf("")
+                                 : static_cast<float>(x + x * z * (1 / 3.0 + z * (7 / 30.0 + z * 127 / 630)));
     }
     return oktStatusOk;
 }
 
-Export fakeExport(std::string_view family, std::string_view type, std::string_view grade, std::string_view name, Form form,
-                  ElementType element, int routine, OktStatus (*call)(const Arguments&)) {
+Export fakeExport(std::string_view family, std::string_view type, std::string_view grade, std::string_view name,
+                  Form form, ElementType element, int routine, OktStatus (*call)(const Arguments&)) {
     Export result{};
     result.name = name;
     result.family = family;
@@ -245,7 +250,8 @@ TEST(Measure, PassesOverPointsWithoutAFiniteResult) {
 }
 
 TEST(Measure, ThreadsDoNotChangeThePoints) {
-    const PointSet one(fake("oktsSin_32f_A24"), {"uniform -3 3"}, 301, 9, 1), four(fake("oktsSin_32f_A24"), {"uniform -3 3"}, 301, 9, 4);
+    const PointSet one(fake("oktsSin_32f_A24"), {"uniform -3 3"}, 301, 9, 1),
+        four(fake("oktsSin_32f_A24"), {"uniform -3 3"}, 301, 9, 4);
     EXPECT_EQ(one.inputs(), four.inputs());
     for (std::size_t i = 0; i < 301; ++i) EXPECT_TRUE(one.exact(i, 0) == four.exact(i, 0));
 }
@@ -263,7 +269,8 @@ TEST(Measure, PlotIsSmallAndWhole) {
 class BoundsText : public testing::Test {
 protected:
     std::vector<Bound> load(const std::string& text) {
-        const auto file = std::filesystem::temp_directory_path() / ("okt_bounds_" + std::to_string(getpid()) + ".accuracy.toml");
+        const auto file =
+            std::filesystem::temp_directory_path() / ("okt_bounds_" + std::to_string(getpid()) + ".accuracy.toml");
         std::ofstream(file) << text;
         const auto bounds = loadBounds(file, fakes);
         std::filesystem::remove(file);
@@ -320,7 +327,8 @@ TEST_F(BoundsText, ExcessesNameEverythingOneNeeds) {
     ASSERT_EQ(bounds.size(), 1u);
     const auto found = excesses(bounds[0], measure(pointsOf(bounds[0], 10), Path::block));
     ASSERT_EQ(found.size(), 1u);
-    for (const char* piece : {"oktsAbs_64f_A53", "block path", "0x3FE0000000000000 (0.5)", "0x3FE0000000000002", "error  2 ulp", "bound 1.5"})
+    for (const char* piece : {"oktsAbs_64f_A53", "block path", "0x3FE0000000000000 (0.5)", "0x3FE0000000000002",
+                              "error  2 ulp", "bound 1.5"})
         EXPECT_NE(found[0].find(piece), std::string::npos) << piece << " in\n" << found[0];
     EXPECT_EQ(excesses(bounds[0], measure(pointsOf(bounds[0], 10), Path::element)).size(), 1u);
 }
@@ -329,13 +337,13 @@ TEST_F(BoundsText, MistakesAreErrors) {
     const std::string good = "family=\"Abs\"\n[[range]]\ntype=\"64f\"\nsrc=\"uniform 1 2\"\nbound=1\n";
     EXPECT_EQ(load(good).size(), 1u);
     const std::string bad[] = {
-        "family=\"Abs\"\n",                                                        // no range
-        good + "bond=1\n",                                                         // unknown key
-        good + "worst=[\"1 2\"]\n",                                                // too many numbers
-        good + "worst=[\"0x3F800000\"]\n",                                         // wrong type
+        "family=\"Abs\"\n",                 // no range
+        good + "bond=1\n",                  // unknown key
+        good + "worst=[\"1 2\"]\n",         // too many numbers
+        good + "worst=[\"0x3F800000\"]\n",  // wrong type
         good + "of_modulus=1\n",
-        "family=\"Abs\"\n[[range]]\ntype=\"64f\"\nsrc=\"uniform 1 2\"\n",          // no bound
-        "family=\"Abs\"\n[[range]]\ntype=\"64f\"\nbound=1\n",                      // no argument
+        "family=\"Abs\"\n[[range]]\ntype=\"64f\"\nsrc=\"uniform 1 2\"\n",           // no bound
+        "family=\"Abs\"\n[[range]]\ntype=\"64f\"\nbound=1\n",                       // no argument
         "family=\"Abs\"\n[[range]]\ntype=\"65f\"\nsrc=\"uniform 1 2\"\nbound=1\n",  // no such type
         "family=\"Abz\"\n[[range]]\ntype=\"64f\"\nsrc=\"uniform 1 2\"\nbound=1\n",  // no such family
         "family=\"Abs\"\n[[range]]\ntype=\"64f\"\nsrc=\"uniform 2 1\"\nbound=1\n",  // empty range

@@ -1,6 +1,6 @@
 // The references against knowledge of other origin: MPC, the C library, identities, and themselves at more precision.
-#include "points.h"
 #include "reference.h"
+#include "points.h"
 
 #include <gtest/gtest.h>
 #include <mpc.h>
@@ -51,7 +51,8 @@ std::vector<std::string> rangesOf(std::string_view family, bool complex) {
         {"Asin", {"uniform -1 1", "log 1e-300 1 both"}},
         {"Atanh", {"uniform -0.999999999999 0.999999999999", "log 1e-300 1e-3 both"}},
         {"CdfNorm", {"uniform -40 10", "log 1e-300 1 both"}},
-        {"CdfNormInv", {"uniform 0.001 0.999", "log sub 0.5", "log 1e-16 0.49 both near 0.5", "list 0x3FEFFFFFFFFFFFFF"}},
+        {"CdfNormInv",
+         {"uniform 0.001 0.999", "log sub 0.5", "log 1e-16 0.49 both near 0.5", "list 0x3FEFFFFFFFFFFFFF"}},
         {"Cosh", {"uniform -700 700", "log 1e-300 1 both"}},
         {"Erf", {"uniform -7 7", "log 1e-300 1 both"}},
         {"Erfc", {"uniform -7 30", "log 1e-300 1 both"}},
@@ -72,7 +73,9 @@ std::vector<std::string> rangesOf(std::string_view family, bool complex) {
     static const std::map<std::string_view, std::vector<std::string>> specialComplex = {
         {"Cosh", {"uniform -30 30", "log 1e-300 500 both"}},
         {"Exp", {"uniform -30 30", "log 1e-300 700 both"}},
-        {"Ln", {"log sub max both", "polar log 1e-15 0.5 both near 1 | uniform -pi pi", "log 1e-15 1 both near 1 | log 1e-30 1"}},
+        {"Ln",
+         {"log sub max both", "polar log 1e-15 0.5 both near 1 | uniform -pi pi",
+          "log 1e-15 1 both near 1 | log 1e-30 1"}},
         {"Log10", {"log sub max both", "polar log 1e-15 0.5 both near 1 | uniform -pi pi"}},
         {"Pow", {"log 1e-2 1e2 both"}},
         {"Powx", {"log 1e-2 1e2 both"}},
@@ -120,7 +123,8 @@ TEST(Reference, MorePrecisionChangesNothingAbove170Bits) {
             const auto finer = evaluate(reference, inputs);
             for (std::size_t k = 0; k < static_cast<std::size_t>(reference.parts); ++k) {
                 if (!finer[k].isFinite()) continue;
-                EXPECT_LT(relativeDifference(usual[k], finer[k]), -170) << reference.family << " part " << k << " at " << at(inputs);
+                EXPECT_LT(relativeDifference(usual[k], finer[k]), -170)
+                    << reference.family << " part " << k << " at " << at(inputs);
             }
         }
     }
@@ -190,14 +194,19 @@ TEST(Reference, RealFunctionsAgreeWithTheCLibrary) {
 TEST(Reference, ComplexFunctionsAgreeWithMpc) {
     using Unary = int (*)(mpc_ptr, mpc_srcptr, mpc_rnd_t);
     const std::map<std::string_view, Unary> library = {
-        {"Acos", mpc_acos}, {"Acosh", mpc_acosh}, {"Asin", mpc_asin}, {"Asinh", mpc_asinh}, {"Atan", mpc_atan},
-        {"Atanh", mpc_atanh}, {"Cos", mpc_cos}, {"Cosh", mpc_cosh}, {"Exp", mpc_exp}, {"Ln", mpc_log},
-        {"Log10", mpc_log10}, {"Sin", mpc_sin}, {"Sinh", mpc_sinh}, {"Sqrt", mpc_sqrt}, {"Tan", mpc_tan},
-        {"Tanh", mpc_tanh}, {"Conj", mpc_conj},
+        {"Acos", mpc_acos},   {"Acosh", mpc_acosh}, {"Asin", mpc_asin}, {"Asinh", mpc_asinh}, {"Atan", mpc_atan},
+        {"Atanh", mpc_atanh}, {"Cos", mpc_cos},     {"Cosh", mpc_cosh}, {"Exp", mpc_exp},     {"Ln", mpc_log},
+        {"Log10", mpc_log10}, {"Sin", mpc_sin},     {"Sinh", mpc_sinh}, {"Sqrt", mpc_sqrt},   {"Tan", mpc_tan},
+        {"Tanh", mpc_tanh},   {"Conj", mpc_conj},
     };
     using Binary = int (*)(mpc_ptr, mpc_srcptr, mpc_srcptr, mpc_rnd_t);
     const std::map<std::string_view, Binary> binaryLibrary = {
-        {"Add", mpc_add}, {"Div", mpc_div}, {"Mul", mpc_mul}, {"Pow", mpc_pow}, {"Powx", mpc_pow}, {"Sub", mpc_sub},
+        {"Add", mpc_add},
+        {"Div", mpc_div},
+        {"Mul", mpc_mul},
+        {"Pow", mpc_pow},
+        {"Powx", mpc_pow},
+        {"Sub", mpc_sub},
         {"MulByConj",
          [](mpc_ptr r, mpc_srcptr a, mpc_srcptr b, mpc_rnd_t rounding) {
              mpc_t c;
@@ -221,8 +230,10 @@ TEST(Reference, ComplexFunctionsAgreeWithMpc) {
         for (const Inputs& inputs : pointsOf(reference, 40)) {
             mpc_set_d_d(a, inputs[0], inputs[1], MPC_RNDNN);
             mpc_set_d_d(b, inputs[2], inputs[3], MPC_RNDNN);
-            if (unary != library.end()) unary->second(result, a, MPC_RNDNN);
-            else binary->second(result, a, b, MPC_RNDNN);
+            if (unary != library.end())
+                unary->second(result, a, MPC_RNDNN);
+            else
+                binary->second(result, a, b, MPC_RNDNN);
             const auto ours = evaluate(reference, inputs);
             Real re, im;
             mpfr_set(re.get(), mpc_realref(result), MPFR_RNDN);
@@ -241,13 +252,13 @@ TEST(Reference, ComplexFunctionsAgreeWithMpc) {
 TEST(Reference, BranchCutsFollowTheSignsOfZeros) {
     using C = std::complex<long double>;
     const std::map<std::string_view, C (*)(const C&)> library = {
-        {"Acos", [](const C& z) { return std::acos(z); }},   {"Acosh", [](const C& z) { return std::acosh(z); }},
-        {"Asin", [](const C& z) { return std::asin(z); }},   {"Asinh", [](const C& z) { return std::asinh(z); }},
-        {"Atan", [](const C& z) { return std::atan(z); }},   {"Atanh", [](const C& z) { return std::atanh(z); }},
-        {"Cos", [](const C& z) { return std::cos(z); }},     {"Cosh", [](const C& z) { return std::cosh(z); }},
-        {"Exp", [](const C& z) { return std::exp(z); }},     {"Ln", [](const C& z) { return std::log(z); }},
-        {"Sin", [](const C& z) { return std::sin(z); }},     {"Sinh", [](const C& z) { return std::sinh(z); }},
-        {"Sqrt", [](const C& z) { return std::sqrt(z); }},   {"Tan", [](const C& z) { return std::tan(z); }},
+        {"Acos", [](const C& z) { return std::acos(z); }}, {"Acosh", [](const C& z) { return std::acosh(z); }},
+        {"Asin", [](const C& z) { return std::asin(z); }}, {"Asinh", [](const C& z) { return std::asinh(z); }},
+        {"Atan", [](const C& z) { return std::atan(z); }}, {"Atanh", [](const C& z) { return std::atanh(z); }},
+        {"Cos", [](const C& z) { return std::cos(z); }},   {"Cosh", [](const C& z) { return std::cosh(z); }},
+        {"Exp", [](const C& z) { return std::exp(z); }},   {"Ln", [](const C& z) { return std::log(z); }},
+        {"Sin", [](const C& z) { return std::sin(z); }},   {"Sinh", [](const C& z) { return std::sinh(z); }},
+        {"Sqrt", [](const C& z) { return std::sqrt(z); }}, {"Tan", [](const C& z) { return std::tan(z); }},
         {"Tanh", [](const C& z) { return std::tanh(z); }},
     };
     const double values[] = {-3, -0.5, -0.0, 0.0, 0.5, 3};
@@ -260,7 +271,8 @@ TEST(Reference, BranchCutsFollowTheSignsOfZeros) {
                 const auto ours = evaluate(family, true, {x, y});
                 const long double parts[] = {expected.real(), expected.imag()};
                 for (std::size_t k = 0; k < 2; ++k) {
-                    EXPECT_EQ(ours[k].isNegative(), std::signbit(parts[k])) << family << " of " << x << ", " << y << " part " << k;
+                    EXPECT_EQ(ours[k].isNegative(), std::signbit(parts[k]))
+                        << family << " of " << x << ", " << y << " part " << k;
                     Real other;
                     mpfr_set_ld(other.get(), parts[k], MPFR_RNDN);
                     EXPECT_LT((abs(ours[k] - other)).toDouble(), 1e-17 * (1 + std::abs(static_cast<double>(parts[k]))))

@@ -12,7 +12,6 @@ namespace {
 class EveryExport : public testing::TestWithParam<const Export*> {};
 INSTANTIATE_TEST_SUITE_P(Catalogue, EveryExport, testing::ValuesIn(builtExports()), exportName);
 
-
 TEST_P(EveryExport, ChecksArgumentsInTheOrderOfItsFrame) {
     const Export& f = *GetParam();
     const Sources sources = mixedSources(f, 8, 1);
@@ -36,7 +35,8 @@ TEST_P(EveryExport, ChecksArgumentsInTheOrderOfItsFrame) {
             const OktStatus status = f.call(a);
             EXPECT_EQ(controlState(), before) << f.name;
             const bool nullFirst = f.frame == Frame::mxcsr;
-            const OktStatus expected = (nullFirst ? anyNull : anyNull && len > 0) ? oktStatusNullPointer : oktStatusBadLength;
+            const OktStatus expected =
+                (nullFirst ? anyNull : anyNull && len > 0) ? oktStatusNullPointer : oktStatusBadLength;
             EXPECT_EQ(status, expected) << f.name << " len " << len << " nulls " << nulls;
             EXPECT_EQ(dst1, canary) << f.name;
             EXPECT_EQ(dst2, canary) << f.name;
@@ -74,7 +74,8 @@ struct Arrays {
 
     // A call on arrays at the places that `place` chooses; everything around the destinations must stay as it was.
     template <class Place>
-    testing::AssertionResult check(const Sources& sources, std::int32_t len, const Outcome& expected, const Place& place) {
+    testing::AssertionResult check(const Sources& sources, std::int32_t len, const Outcome& expected,
+                                   const Place& place) {
         const std::size_t in = sourceBytes(f, len), out = destinationBytes(f, len);
         const std::byte canary{0xA5};
         for (PlacedArray* array : {&src1, &src2, &dst1, &dst2})
@@ -113,7 +114,8 @@ TEST_P(EveryExport, GivesTheSameBitsAtEveryAlignmentAndLengthAndTouchesNothingEl
     for (std::int32_t len = 1; len <= longest; ++len) {
         const Sources sources = mixedSources(f, len, static_cast<std::uint64_t>(len));
         const Outcome expected = call(f, sources, len);
-        ASSERT_TRUE(arrays.check(sources, len, expected, [](PlacedArray& a, std::size_t bytes, int) { return a.atEnd(bytes); }));
+        ASSERT_TRUE(arrays.check(sources, len, expected,
+                                 [](PlacedArray& a, std::size_t bytes, int) { return a.atEnd(bytes); }));
         ASSERT_TRUE(arrays.check(sources, len, expected, [](PlacedArray& a, std::size_t, int) { return a.atBegin(); }));
         for (std::size_t alignment = 0; alignment < 16; ++alignment) {
             ASSERT_TRUE(arrays.check(sources, len, expected, [=](PlacedArray& a, std::size_t, int index) {
@@ -130,7 +132,8 @@ TEST_P(EveryExport, HandlesLongArraysBehindAGuardPage) {
         Arrays arrays(f, len);
         const Sources sources = ordinarySources(f, len, 7);
         const Outcome expected = call(f, sources, len);
-        ASSERT_TRUE(arrays.check(sources, len, expected, [](PlacedArray& a, std::size_t bytes, int) { return a.atEnd(bytes); }));
+        ASSERT_TRUE(arrays.check(sources, len, expected,
+                                 [](PlacedArray& a, std::size_t bytes, int) { return a.atEnd(bytes); }));
     }
 }
 
@@ -159,7 +162,8 @@ TEST_P(InPlaceExport, GivesWhatSeparateArraysGive) {
             actual.status = f.call({changed.src1.data(), changed.src2.data(), changed.scalar.data(), array.data(),
                                     actual.dst2.data(), len});
             actual.dst1 = array;
-            ASSERT_TRUE(sameOutcome(f, sources, expected, actual)) << "destination is source " << which + 1 << ", length " << len;
+            ASSERT_TRUE(sameOutcome(f, sources, expected, actual))
+                << "destination is source " << which + 1 << ", length " << len;
         }
     }
 }
@@ -177,7 +181,8 @@ TEST_P(EveryExport, ReturnsOnlyTheStatusesOfItsCatalogueRow) {
     const Export& f = *GetParam();
     for (std::uint64_t seed = 0; seed < 200; ++seed) {
         const OktStatus status = call(f, mixedSources(f, 1 + static_cast<std::int32_t>(seed % 9), seed),
-                                      1 + static_cast<std::int32_t>(seed % 9)).status;
+                                      1 + static_cast<std::int32_t>(seed % 9))
+                                     .status;
         const unsigned warning = status == oktStatusOverflow      ? warnsOverflow
                                  : status == oktStatusUnderflow   ? warnsUnderflow
                                  : status == oktStatusSingularity ? warnsSingularity

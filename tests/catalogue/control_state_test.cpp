@@ -1,6 +1,6 @@
 // What every export computes under, and what its caller finds in MXCSR and the x87 control word afterwards.
-#include "support/call.h"
 #include "support/control_state.h"
+#include "support/call.h"
 
 #include <thread>
 
@@ -32,7 +32,8 @@ TEST_P(ControlStateOf, LeavesTheControlRegistersAsItFoundThem) {
             }
             ASSERT_EQ(after.x87, state.x87) << f.name;
             ASSERT_EQ(after.mxcsr & ~stickyFlags, state.mxcsr & ~stickyFlags) << f.name;
-            ASSERT_EQ(after.mxcsr & state.mxcsr & stickyFlags, state.mxcsr & stickyFlags) << f.name << " cleared a flag";
+            ASSERT_EQ(after.mxcsr & state.mxcsr & stickyFlags, state.mxcsr & stickyFlags)
+                << f.name << " cleared a flag";
             if (state.mxcsr & clearedBits(f.frame)) {
                 ASSERT_EQ(after.mxcsr, state.mxcsr) << f.name << " kept a flag";
             }
@@ -50,7 +51,8 @@ TEST_P(ControlStateOf, ComputesTheSameUnderEverySettingItsGuardCovers) {
         const std::uint32_t covered = clearedBits(f.frame) | stickyFlags;
         const ScopedControlState scope({(state.mxcsr & covered) | defaultMxcsr, state.x87});
         const Outcome actual = call(f, sources, len);
-        ASSERT_TRUE(sameOutcome(f, sources, expected, actual)) << std::hex << "MXCSR " << state.mxcsr << ", x87 " << state.x87;
+        ASSERT_TRUE(sameOutcome(f, sources, expected, actual))
+            << std::hex << "MXCSR " << state.mxcsr << ", x87 " << state.x87;
     }
 }
 

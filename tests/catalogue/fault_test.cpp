@@ -61,12 +61,17 @@ TEST_P(FaultOf, AHugeLengthComesRightBehindAnArray) {
     for (const std::int32_t elements : {1, 2, 7, 64, 333}) {
         const Sources sources = mixedSources(f, elements, 5);
         const std::size_t out = destinationBytes(f, elements);
-        GuardedMemory src1(sources.src1.size()), src2(std::max<std::size_t>(sources.src2.size(), 1)), dst1(out), dst2(out);
+        GuardedMemory src1(sources.src1.size()), src2(std::max<std::size_t>(sources.src2.size(), 1)), dst1(out),
+            dst2(out);
         std::byte* const first = src1.end() - sources.src1.size();
         std::byte* const second = src2.end() - sources.src2.size();
         std::ranges::copy(sources.src1, first);
         std::ranges::copy(sources.src2, second);
-        const Arguments arguments{first, second, sources.scalar.data(), dst1.end() - out, dst2.end() - out,
+        const Arguments arguments{first,
+                                  second,
+                                  sources.scalar.data(),
+                                  dst1.end() - out,
+                                  dst2.end() - out,
                                   std::numeric_limits<std::int32_t>::max()};
         ASSERT_TRUE(faults(f, arguments)) << elements << " elements";
         const std::byte* const at = faultAddress;
@@ -74,9 +79,9 @@ TEST_P(FaultOf, AHugeLengthComesRightBehindAnArray) {
             constexpr std::ptrdiff_t largestBlock = 512;  // bytes
             return at >= memory.end() && at - memory.end() < largestBlock;
         };
-        EXPECT_TRUE(rightBehind(src1) || rightBehind(src2) || rightBehind(dst1) || rightBehind(dst2)) << f.name << ", " << elements << " elements: source " << at - src1.end() << " and "
-                             << at - src2.end() << ", destination " << at - dst1.end() << " and " << at - dst2.end()
-                             << " bytes behind the end";
+        EXPECT_TRUE(rightBehind(src1) || rightBehind(src2) || rightBehind(dst1) || rightBehind(dst2))
+            << f.name << ", " << elements << " elements: source " << at - src1.end() << " and " << at - src2.end()
+            << ", destination " << at - dst1.end() << " and " << at - dst2.end() << " bytes behind the end";
     }
 }
 

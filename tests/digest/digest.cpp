@@ -1,5 +1,6 @@
-// Prints a digest of the results of every built export on fixed inputs, one line a name. Every compiler and system must
-// print the same; the digests of exports that use no approximate instruction of the processor are kept in the repository.
+// Prints a digest of the results of every built export on fixed inputs, one line a
+// name. Every compiler and system must print the same; the digests of exports that
+// use no approximate instruction of the processor are kept in the repository.
 //
 //   okt_digest           all exports
 //   okt_digest --stored  those whose digests are stored

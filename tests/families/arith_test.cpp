@@ -90,7 +90,8 @@ Z gradedComplex(Random& random) {
     }
 }
 
-// What SSE2 and x87 arithmetic leave in MXCSR and in the x87 status word, from clear flags and beside a standing "inexact".
+// What SSE2 and x87 arithmetic leave in MXCSR and in the x87
+// status word, from clear flags and beside a standing "inexact".
 struct BothFlags {
     std::uint32_t mxcsr, x87;
     bool operator==(const BothFlags&) const = default;
@@ -120,7 +121,9 @@ void expectBothFlagsOfTheModel(Function f, Function model) {
             const auto kind = random.below(4);
             for (S& z : sources) {
                 const auto own = kind == 3 ? random.below(3) : kind;
-                z = own == 0 ? gradedComplex<S>(random) : own == 1 ? ordinaryComplex<S, -60, 60>(random) : specialComplex<S>(random);
+                z = own == 0   ? gradedComplex<S>(random)
+                    : own == 1 ? ordinaryComplex<S, -60, 60>(random)
+                               : specialComplex<S>(random);
             }
         };
         std::vector<S> src1(static_cast<std::size_t>(len)), src2(src1);
@@ -195,11 +198,13 @@ void expectOverlapOfTheLoop(Binary<Z> f, Binary<Z> elementModel, const char* nam
                 auto& expected = onFirst ? expectedA : expectedB;
                 auto& actual = onFirst ? a : b;
                 for (int i = 0; i < len; ++i)
-                    elementModel(&expectedA[static_cast<std::size_t>(room + i)], &expectedB[static_cast<std::size_t>(room + i)],
+                    elementModel(&expectedA[static_cast<std::size_t>(room + i)],
+                                 &expectedB[static_cast<std::size_t>(room + i)],
                                  &expected[static_cast<std::size_t>(room + i + shift)], 1);
                 f(a.data() + room, b.data() + room, actual.data() + room + shift, len);
                 ASSERT_EQ(std::memcmp(actual.data(), expected.data(), actual.size() * sizeof(Z)), 0)
-                    << name << ", destination " << shift << " above source " << (onFirst ? 1 : 2) << ", round " << round;
+                    << name << ", destination " << shift << " above source " << (onFirst ? 1 : 2) << ", round "
+                    << round;
             }
     }
 }
@@ -258,11 +263,11 @@ TEST(Abs, ComplexSpecialValues) {
     struct Case32 {
         std::uint32_t re, im, expected;
     };
-    for (const Case32 c : {Case32{0, 0, 0}, Case32{0x80000000, 0, 0}, Case32{0, 0x80000000, 0}, Case32{inf, nan, inf},
-                           Case32{nan, inf | 0x80000000, inf}, Case32{nan, 0x7FE11111, nan}, Case32{0x7F800001, nan, 0x7FC00001},
-                           Case32{nan, 0x3F800000, nan}, Case32{0x3F800000, 0xFFC54321, 0xFFC54321},
-                           Case32{0x7F7FFFFF, 0x7F7FFFFF, inf}, Case32{0x40400000, 0x40800000, 0x40A00000},
-                           Case32{1, 0, 1}, Case32{3, 0x80000004, 5}})
+    for (const Case32 c :
+         {Case32{0, 0, 0}, Case32{0x80000000, 0, 0}, Case32{0, 0x80000000, 0}, Case32{inf, nan, inf},
+          Case32{nan, inf | 0x80000000, inf}, Case32{nan, 0x7FE11111, nan}, Case32{0x7F800001, nan, 0x7FC00001},
+          Case32{nan, 0x3F800000, nan}, Case32{0x3F800000, 0xFFC54321, 0xFFC54321}, Case32{0x7F7FFFFF, 0x7F7FFFFF, inf},
+          Case32{0x40400000, 0x40800000, 0x40A00000}, Case32{1, 0, 1}, Case32{3, 0x80000004, 5}})
         for (const std::int32_t len : {1, 4, 7}) {
             std::vector<Complex32> src(static_cast<std::size_t>(len), Complex32{3, 4});
             std::vector<Real32> dst(static_cast<std::size_t>(len));
@@ -299,7 +304,8 @@ TEST(Abs, Complex64OfSubnormalsUnderDenormalsAreZero) {
     EXPECT_TRUE(sameBits(none, 0));
 }
 
-// Of two NaNs the larger significand comes through in extended arithmetic, a signalling NaN being quieted when it is loaded.
+// Of two NaNs the larger significand comes through in extended
+// arithmetic, a signalling NaN being quieted when it is loaded.
 TEST(Mul, Complex64OfTwoNaNsGivesTheLargerSignificand) {
     for (const std::uint64_t quiet : {std::uint64_t{0x7FF8000000000000}, std::uint64_t{0xFFF8000000000000}}) {
         const Complex64 a{bits64(0xFFF0000000000001), -1.0}, b{bits64(quiet), 2.0};
@@ -409,28 +415,43 @@ void expectElementwise(Binary<T> f, const Operation& operation, const char* name
 }
 
 TEST(Add, IsTheProcessorsSumUnderEveryMxcsr) {
-    expectElementwise<Real32>(oktsAdd_32f_A24, [](Real32 a, Real32 b) { return processorAdd(a, b); }, "Add_32f");
-    expectElementwise<Real64>(oktsAdd_64f_A53, [](Real64 a, Real64 b) { return processorAdd(a, b); }, "Add_64f");
+    expectElementwise<Real32>(
+        oktsAdd_32f_A24, [](Real32 a, Real32 b) { return processorAdd(a, b); }, "Add_32f");
+    expectElementwise<Real64>(
+        oktsAdd_64f_A53, [](Real64 a, Real64 b) { return processorAdd(a, b); }, "Add_64f");
 }
 TEST(Sub, IsTheProcessorsDifferenceUnderEveryMxcsr) {
-    expectElementwise<Real32>(oktsSub_32f_A24, [](Real32 a, Real32 b) { return processorSub(a, b); }, "Sub_32f");
-    expectElementwise<Real64>(oktsSub_64f_A53, [](Real64 a, Real64 b) { return processorSub(a, b); }, "Sub_64f");
+    expectElementwise<Real32>(
+        oktsSub_32f_A24, [](Real32 a, Real32 b) { return processorSub(a, b); }, "Sub_32f");
+    expectElementwise<Real64>(
+        oktsSub_64f_A53, [](Real64 a, Real64 b) { return processorSub(a, b); }, "Sub_64f");
 }
 TEST(Mul, IsTheProcessorsProductUnderEveryMxcsr) {
-    expectElementwise<Real32>(oktsMul_32f_A24, [](Real32 a, Real32 b) { return processorMul(a, b); }, "Mul_32f");
-    expectElementwise<Real64>(oktsMul_64f_A53, [](Real64 a, Real64 b) { return processorMul(a, b); }, "Mul_64f");
+    expectElementwise<Real32>(
+        oktsMul_32f_A24, [](Real32 a, Real32 b) { return processorMul(a, b); }, "Mul_32f");
+    expectElementwise<Real64>(
+        oktsMul_64f_A53, [](Real64 a, Real64 b) { return processorMul(a, b); }, "Mul_64f");
 }
 TEST(Sqr, IsTheProcessorsSquareUnderEveryMxcsr) {
-    const Binary<Real32> sqr32 = [](const Real32* a, const Real32*, Real32* dst, std::int32_t len) { return oktsSqr_32f_A24(a, dst, len); };
-    const Binary<Real64> sqr64 = [](const Real64* a, const Real64*, Real64* dst, std::int32_t len) { return oktsSqr_64f_A53(a, dst, len); };
-    expectElementwise<Real32>(sqr32, [](Real32 a, Real32) { return processorMul(a, a); }, "Sqr_32f");
-    expectElementwise<Real64>(sqr64, [](Real64 a, Real64) { return processorMul(a, a); }, "Sqr_64f");
+    const Binary<Real32> sqr32 = [](const Real32* a, const Real32*, Real32* dst, std::int32_t len) {
+        return oktsSqr_32f_A24(a, dst, len);
+    };
+    const Binary<Real64> sqr64 = [](const Real64* a, const Real64*, Real64* dst, std::int32_t len) {
+        return oktsSqr_64f_A53(a, dst, len);
+    };
+    expectElementwise<Real32>(
+        sqr32, [](Real32 a, Real32) { return processorMul(a, a); }, "Sqr_32f");
+    expectElementwise<Real64>(
+        sqr64, [](Real64 a, Real64) { return processorMul(a, a); }, "Sqr_64f");
 }
 
 TEST(Add, OfTwoNaNsTheFirstComesThrough) {
-    expectRows<Real32>(oktsAdd_32f_A24, 3, {{0x7FC54321, 0x7FE11111, 0x7FC54321}, {0xFF800001, 0x7FE11111, 0xFFC00001}});
-    expectRows<Real32>(oktsMul_32f_A24, 3, {{0x7FC54321, 0x7FE11111, 0x7FC54321}, {0xFF800001, 0x7FE11111, 0xFFC00001}});
-    expectRows<Real32>(oktsSub_32f_A24, 3, {{0x7FC54321, 0x7FE11111, 0x7FC54321}, {0x3F800000, 0xFFA12345, 0xFFE12345}});
+    expectRows<Real32>(oktsAdd_32f_A24, 3,
+                       {{0x7FC54321, 0x7FE11111, 0x7FC54321}, {0xFF800001, 0x7FE11111, 0xFFC00001}});
+    expectRows<Real32>(oktsMul_32f_A24, 3,
+                       {{0x7FC54321, 0x7FE11111, 0x7FC54321}, {0xFF800001, 0x7FE11111, 0xFFC00001}});
+    expectRows<Real32>(oktsSub_32f_A24, 3,
+                       {{0x7FC54321, 0x7FE11111, 0x7FC54321}, {0x3F800000, 0xFFA12345, 0xFFE12345}});
     expectRows<Real64>(oktsAdd_64f_A53, 3, {{0x7FF8ABCDE0001234, 0x7FF8000000000001, 0x7FF8ABCDE0001234}});
     expectRows<Real64>(oktsMul_64f_A53, 3, {{0x7FF0000000000001, 0x7FF8ABCDE0001234, 0x7FF8000000000001}});
 }
@@ -462,8 +483,8 @@ TEST(Add, OverlapIsThatOfTheAscendingLoop) {
     expectRealOverlap<Real64>(oktsMul_64f_A53, [](Real64 a, Real64 b) { return processorMul(a, b); });
 }
 
-// Complex sums are sums of the parts. With the destination on a source, below it, or 8 and more reals above it, the result
-// is that of the ascending loop; between, nothing is promised.
+// Complex sums are sums of the parts. With the destination on a source, below it, or 8 and
+// more reals above it, the result is that of the ascending loop; between, nothing is promised.
 template <class Z>
 void expectComplexOverlap(Binary<Z> f, int sign) {
     using T = PartOf<Z>;
@@ -477,7 +498,8 @@ void expectComplexOverlap(Binary<Z> f, int sign) {
         if (shift > 0 && shift < 8) continue;
         auto a = first, b = second, expected = first;
         for (std::size_t i = room; i < room + reals; ++i)
-            expected[static_cast<std::size_t>(static_cast<int>(i) + shift)] = expected[i] + static_cast<T>(sign) * second[i];
+            expected[static_cast<std::size_t>(static_cast<int>(i) + shift)] =
+                expected[i] + static_cast<T>(sign) * second[i];
         const auto at = [](std::vector<T>& v, int i) { return reinterpret_cast<Z*>(v.data() + i); };
         f(at(a, room), at(b, room), at(a, room + shift), reals / 2);
         EXPECT_EQ(a, expected) << shift;
@@ -506,7 +528,9 @@ TEST(Add, OddAddresses) {
                 std::memcpy(first.data() + offset1, a.data(), len * 4);
                 std::memcpy(second.data() + offset2, b.data(), len * 4);
                 // Through addresses: the compiler must not take the alignment for granted here either.
-                const auto pointer = [](std::byte* p) { return reinterpret_cast<Real32*>(opaque(reinterpret_cast<std::uintptr_t>(p))); };
+                const auto pointer = [](std::byte* p) {
+                    return reinterpret_cast<Real32*>(opaque(reinterpret_cast<std::uintptr_t>(p)));
+                };
                 oktsAdd_32f_A24(pointer(first.data() + offset1), pointer(second.data() + offset2),
                                 pointer(destination.data() + offset), static_cast<std::int32_t>(len));
                 std::memcpy(got.data(), destination.data() + offset, len * 4);

@@ -91,7 +91,8 @@ bool within(T got, long double wanted, long double ulps) {
 
 // Subnormals, the bounds of the range and every remainder of the exponent, both signs.
 TEST(Cbrt, StaysAccurateOnBothSidesOfTheRangeBounds) {
-    for (const std::uint32_t bound : {0x00800000u, 0x7F7FFFFFu, 0x00000002u, 0x00400000u, 0x3F800000u, 0x40000000u, 0x40800000u})
+    for (const std::uint32_t bound :
+         {0x00800000u, 0x7F7FFFFFu, 0x00000002u, 0x00400000u, 0x3F800000u, 0x40000000u, 0x40800000u})
         for (const std::uint32_t pattern : {bound - 1, bound, bound + 1})
             for (const std::uint32_t sign : {0u, 0x80000000u}) {
                 const Real32 x = bits32(sign | pattern);
@@ -103,8 +104,9 @@ TEST(Cbrt, StaysAccurateOnBothSidesOfTheRangeBounds) {
                 EXPECT_TRUE(sameBits(among(oktsCbrt_32f_A24, x, 5.0f, 8, 3).value, asBits(cube)));
                 EXPECT_TRUE(sameBits(among(oktsInvCbrt_32f_A24, x, 0.0f, 8, 6).value, asBits(inverse)));
             }
-    constexpr std::uint64_t bounds64[] = {0x0010000000000000, 0x7FEFFFFFFFFFFFFF, 0x0000000000000002, 0x0000000100000000,
-                                          0x0008000000000000, 0x3FF0000000000000, 0x4000000000000000, 0x4010000000000000};
+    constexpr std::uint64_t bounds64[] = {0x0010000000000000, 0x7FEFFFFFFFFFFFFF, 0x0000000000000002,
+                                          0x0000000100000000, 0x0008000000000000, 0x3FF0000000000000,
+                                          0x4000000000000000, 0x4010000000000000};
     for (const std::uint64_t bound : bounds64)
         for (const std::uint64_t pattern : {bound - 1, bound, bound + 1})
             for (const std::uint64_t sign : {std::uint64_t{0}, std::uint64_t{0x8000000000000000}}) {
@@ -126,14 +128,16 @@ TEST(Cbrt, ANormalElementBesideASpecialOneKeepsItsBits) {
         const auto y = ordinaryElement<Real64, -1022, 1023>(random);
         const auto position = static_cast<std::int32_t>(random.below(8));
         for (const Real32 beside : {0.0f, bits32(1), 3.0f, bits32(0x7F800000), bits32(0x7FC00000)}) {
-            EXPECT_TRUE(sameBits(among(oktsCbrt_32f_A24, x, beside, 8, position).value, asBits(alone(oktsCbrt_32f_A24, x).value)));
-            EXPECT_TRUE(
-                sameBits(among(oktsInvCbrt_32f_A24, x, beside, 8, position).value, asBits(alone(oktsInvCbrt_32f_A24, x).value)));
+            EXPECT_TRUE(sameBits(among(oktsCbrt_32f_A24, x, beside, 8, position).value,
+                                 asBits(alone(oktsCbrt_32f_A24, x).value)));
+            EXPECT_TRUE(sameBits(among(oktsInvCbrt_32f_A24, x, beside, 8, position).value,
+                                 asBits(alone(oktsInvCbrt_32f_A24, x).value)));
         }
         for (const Real64 beside : {0.0, bits64(1), 3.0, bits64(0x7FF0000000000000)}) {
-            EXPECT_TRUE(sameBits(among(oktsCbrt_64f_A53, y, beside, 8, position).value, asBits(alone(oktsCbrt_64f_A53, y).value)));
-            EXPECT_TRUE(
-                sameBits(among(oktsInvCbrt_64f_A53, y, beside, 8, position).value, asBits(alone(oktsInvCbrt_64f_A53, y).value)));
+            EXPECT_TRUE(sameBits(among(oktsCbrt_64f_A53, y, beside, 8, position).value,
+                                 asBits(alone(oktsCbrt_64f_A53, y).value)));
+            EXPECT_TRUE(sameBits(among(oktsInvCbrt_64f_A53, y, beside, 8, position).value,
+                                 asBits(alone(oktsInvCbrt_64f_A53, y).value)));
         }
     }
 }

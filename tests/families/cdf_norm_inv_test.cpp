@@ -20,11 +20,11 @@ TEST(CdfNormInv, AgreesWithTheModelAroundEveryThreshold) {
                                   {0x00000002, 0x00800000, 0x3D800000, 0x3EE00000, 0x3F000000, 0x3F100000, 0x3F700000,
                                    0x3F800000, 0x3FC00000, 0x7F7FFFFD, 0x7F800000, 0x7FC00000});
     for (const Real64 filler : {0.3, 0.001})
-        expectModelAround<Real64>(oktsCdfNormInv_64f_A53, model::CdfNormInv_64f, filler,
-                                  {0x0000000000000002, 0x0008000000000000, 0x0010000000000000, 0x0020000000000000,
-                                   0x3C90000000000000, 0x3FB0000000000000, 0x3FDC000000000000, 0x3FE0000000000000,
-                                   0x3FE2000000000000, 0x3FEE000000000000, 0x3FF0000000000000, 0x7FEFFFFFFFFFFFFD,
-                                   0x7FF0000000000000, 0x7FF8000000000000});
+        expectModelAround<Real64>(
+            oktsCdfNormInv_64f_A53, model::CdfNormInv_64f, filler,
+            {0x0000000000000002, 0x0008000000000000, 0x0010000000000000, 0x0020000000000000, 0x3C90000000000000,
+             0x3FB0000000000000, 0x3FDC000000000000, 0x3FE0000000000000, 0x3FE2000000000000, 0x3FEE000000000000,
+             0x3FF0000000000000, 0x7FEFFFFFFFFFFFFD, 0x7FF0000000000000, 0x7FF8000000000000});
 }
 
 TEST(CdfNormInv, SpecialValues32) {
@@ -128,7 +128,8 @@ TEST(CdfNormInv, UndoesCdfNorm) {
     for (int i = 0; i < 60000; ++i) {
         const Real64 x = i % 3 == 0 ? random.between(-38.46, -37.5) : random.between(-38.4, 8.2);
         expectUndone<Real64>(oktsCdfNorm_64f_A53, oktsCdfNormInv_64f_A53, x);
-        expectUndone<Real32>(oktsCdfNorm_32f_A24, oktsCdfNormInv_32f_A24, static_cast<Real32>(random.between(-14.1, 5.1)));
+        expectUndone<Real32>(oktsCdfNorm_32f_A24, oktsCdfNormInv_32f_A24,
+                             static_cast<Real32>(random.between(-14.1, 5.1)));
     }
 }
 

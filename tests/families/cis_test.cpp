@@ -126,7 +126,8 @@ TEST(CIS, Parity) {
     for (int round = 0; round < 20000; ++round) {
         const Real64 x = random.below(3) == 0 ? special<Real64>(random) : ordinary<Real64>(random);
         if (x != x || x - x != 0) continue;
-        const Complex64 up = alone<Complex64>(oktsCIS_64fc_A53, x).value, down = alone<Complex64>(oktsCIS_64fc_A53, -x).value;
+        const Complex64 up = alone<Complex64>(oktsCIS_64fc_A53, x).value,
+                        down = alone<Complex64>(oktsCIS_64fc_A53, -x).value;
         EXPECT_EQ(up.re, down.re) << x;
         EXPECT_EQ(up.im, -down.im) << x;
     }

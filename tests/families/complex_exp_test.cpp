@@ -44,7 +44,6 @@ void expectEverywhere(Routine<Z> f, Z z, Z filler, Z expected) {
     }
 }
 
-
 template <class Z, int re, int im>
 Z ordinary(Random& random) {
     using T = PartOf<Z>;
@@ -98,8 +97,8 @@ TEST(Exp, ComplexAgreesWithTheModelInEveryRoundingMode) {
     });
 }
 
-// An element out of the blocks' range is widened under the caller's MXCSR: with denormals-are-zero a subnormal part is a zero
-// of its sign in the scalar kernel, also where the kernel would hand it through.
+// An element out of the blocks' range is widened under the caller's MXCSR: with denormals-are-zero a
+// subnormal part is a zero of its sign in the scalar kernel, also where the kernel would hand it through.
 TEST(Exp, ComplexElementsWithSubnormalPartsUnderEveryMxcsr) {
     const Real32 inf = std::numeric_limits<Real32>::infinity(), nan = std::numeric_limits<Real32>::quiet_NaN();
     for (const Real32 subnormal : {bits32(1), bits32(0x80000001), bits32(0x007FFFFF), bits32(0x807FFFFF)})
@@ -122,7 +121,8 @@ void expectModelAround(Routine<Z> f, Routine<Z> model, std::initializer_list<Pat
     using T = PartOf<Z>;
     using Pattern = PatternOf<T>;
     const Pattern sign = Pattern{1} << (8 * sizeof(T) - 1);
-    const T others[] = {T(0.5), T(-3), T(0), T(-0.0), T(700), std::numeric_limits<T>::infinity(), std::numeric_limits<T>::denorm_min()};
+    const T others[] = {
+        T(0.5), T(-3), T(0), T(-0.0), T(700), std::numeric_limits<T>::infinity(), std::numeric_limits<T>::denorm_min()};
     const Z filler{T(1), T(2)};
     const auto check = [&](Pattern threshold, bool imaginary) {
         for (Pattern step = 0; step < 5; ++step)
@@ -138,17 +138,19 @@ void expectModelAround(Routine<Z> f, Routine<Z> model, std::initializer_list<Pat
 }
 
 TEST(Exp, ComplexAgreesWithTheModelAroundEveryThreshold) {
-    expectModelAround<Complex32>(oktsExp_32fc_A11, model::Exp_32fc_A11,
-                                 {0x42AEAC50, 0x42B17218, 0x45000000, 0x7F7FFFFE, 0x7F800000, 0x7FC00000, 0x00800000, 2},
-                                 {0x461C4000, 0x3FC90FDB, 0x7F7FFFFE, 0x7F800000, 0x7FC00000, 0x00800000, 2});
-    expectModelAround<Complex32>(oktsExp_32fc_A24, model::Exp_32fc_A24,
-                                 {0x44000000, 0x42B17218, 0x42AEAC50, 0x45000000, 0x7F800000, 0x7FC00000, 0x00800000, 2},
-                                 {0x44000000, 0x3FC90FDB, 0x7F800000, 0x7FC00000, 0x00800000, 2});
-    expectModelAround<Complex64>(oktsExp_64fc_A53, model::Exp_64fc,
-                                 {0x4080000000000000, 0x40862E42FEFA39F0, 0x40874910D52D3052, 0x40A0000000000000,
-                                  0x7FF0000000000000, 0x7FF8000000000000, 0x0010000000000000, 2},
-                                 {0x4080000000000000, 0x3FF921FB54442D18, 0x7FF0000000000000, 0x7FF8000000000000,
-                                  0x0010000000000000, 2});
+    expectModelAround<Complex32>(
+        oktsExp_32fc_A11, model::Exp_32fc_A11,
+        {0x42AEAC50, 0x42B17218, 0x45000000, 0x7F7FFFFE, 0x7F800000, 0x7FC00000, 0x00800000, 2},
+        {0x461C4000, 0x3FC90FDB, 0x7F7FFFFE, 0x7F800000, 0x7FC00000, 0x00800000, 2});
+    expectModelAround<Complex32>(
+        oktsExp_32fc_A24, model::Exp_32fc_A24,
+        {0x44000000, 0x42B17218, 0x42AEAC50, 0x45000000, 0x7F800000, 0x7FC00000, 0x00800000, 2},
+        {0x44000000, 0x3FC90FDB, 0x7F800000, 0x7FC00000, 0x00800000, 2});
+    expectModelAround<Complex64>(
+        oktsExp_64fc_A53, model::Exp_64fc,
+        {0x4080000000000000, 0x40862E42FEFA39F0, 0x40874910D52D3052, 0x40A0000000000000, 0x7FF0000000000000,
+         0x7FF8000000000000, 0x0010000000000000, 2},
+        {0x4080000000000000, 0x3FF921FB54442D18, 0x7FF0000000000000, 0x7FF8000000000000, 0x0010000000000000, 2});
 }
 
 // ---------------------------------------------------------------------------------------------------------------------
@@ -161,9 +163,8 @@ struct Cell {
 constexpr std::uint64_t zero = 0, minusZero = 0x8000000000000000, one = 0x3FF0000000000000, two = 0x4000000000000000,
                         minusTwo = 0xC000000000000000, five = 0x4014000000000000, inf = 0x7FF0000000000000,
                         minusInf = 0xFFF0000000000000, large = 0x40A7700000000000 /* 3000 */,
-                        minusLarge = 0xC0A7700000000000, defaultNaN = 0xFFF8000000000000,
-                        quiet = 0x7FF8ABCDE0000000, signalling = 0xFFF4123420000000, quieted = 0xFFFC123420000000,
-                        other = 0x7FF8000020000000;
+                        minusLarge = 0xC0A7700000000000, defaultNaN = 0xFFF8000000000000, quiet = 0x7FF8ABCDE0000000,
+                        signalling = 0xFFF4123420000000, quieted = 0xFFFC123420000000, other = 0x7FF8000020000000;
 constexpr std::uint64_t tiny = 1, minusTiny = 0x8000000000000001;  // the smallest subnormal of either type
 
 constexpr Cell cells[] = {
@@ -412,7 +413,8 @@ void expectModelFlags(Routine<Z> f, Routine<Z> model, std::type_identity_t<Filli
                 const std::uint32_t control = _mm_getcsr();
                 const std::uint32_t expected = flagsRaised([&] { model(src, dst, len); }, control);
                 const std::uint32_t actual = flagsRaised([&] { f(src, dst, len); }, control);
-                ASSERT_EQ(actual, expected) << std::hex << asBits(src[0].re) << ' ' << asBits(src[0].im) << " MXCSR " << control;
+                ASSERT_EQ(actual, expected)
+                    << std::hex << asBits(src[0].re) << ' ' << asBits(src[0].im) << " MXCSR " << control;
             });
         }
 }

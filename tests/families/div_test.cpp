@@ -176,7 +176,8 @@ TEST(Div, Flags) {
 
 // A destination above a source is read again where the ascending loop has written it.
 TEST(Div, OverlapIsThatOfTheAscendingLoop) {
-    for (std::size_t distance : {std::size_t{0}, std::size_t{1}, std::size_t{3}, std::size_t{7}, std::size_t{8}, std::size_t{9}}) {
+    for (std::size_t distance :
+         {std::size_t{0}, std::size_t{1}, std::size_t{3}, std::size_t{7}, std::size_t{8}, std::size_t{9}}) {
         std::vector<Real64> expected(60), array(60), divisor(40, 3.0);
         for (std::size_t i = 0; i < 60; ++i) expected[i] = array[i] = static_cast<double>(i + 1);
         for (std::size_t i = 0; i < 40; ++i) expected[i + distance] = expected[i] / 3.0;

@@ -24,7 +24,9 @@ T inside(Random& random) {
     }
 }
 template <class T>
-T uniform(Random& random) { return static_cast<T>(random.between(-0.999, 0.999)); }
+T uniform(Random& random) {
+    return static_cast<T>(random.between(-0.999, 0.999));
+}
 template <class T>
 T tiny(Random& random) {  // subnormal elements, too
     constexpr int least = sizeof(T) == 4 ? -149 : -1074;
@@ -44,8 +46,8 @@ T special(Random& random) {
 
 template <class T>
 void expectInverseModel(const char* name, UnaryRoutine<T> model) {
-    for (const Filling<T> filling : {Filling<T>{inside<T>, special<T>}, Filling<T>{uniform<T>, uniform<T>},
-                                     Filling<T>{inside<T>, tiny<T>}})
+    for (const Filling<T> filling :
+         {Filling<T>{inside<T>, special<T>}, Filling<T>{uniform<T>, uniform<T>}, Filling<T>{inside<T>, tiny<T>}})
         expectModel<T, T>(name, model, filling);
 }
 
@@ -86,7 +88,6 @@ TEST(ErfInv, AgreesWithTheModelAroundEveryRow) {
             expectModelAround<Real64>(oktsErfInv_64f_A53, model::ErfInv_64f, 0.25,
                                       {asBits(1 - std::ldexp(1 + i / 256.0, exponent))});
 }
-
 
 TEST(ErfInv, SpecialValues32) {
     for (const Real32 filler : {0.3f, -0.95f, 0.0f})
@@ -239,8 +240,8 @@ Real64 ulpOf(T x) {
     return static_cast<Real64>(std::nextafter(magnitude, std::numeric_limits<T>::infinity())) - magnitude;
 }
 
-// erf and its inverse undo each other up to the error of e = erf(x) in ulps, over the slope, and that of the result. The
-// mean value theorem wants the smallest slope between the two points.
+// erf and its inverse undo each other up to the error of e = erf(x) in ulps, over the slope, and
+// that of the result. The mean value theorem wants the smallest slope between the two points.
 template <class T>
 void expectUndone(UnaryRoutine<T> erf, UnaryRoutine<T> inverse, T x, Real64 ulpsOfE, Real64 relative) {
     constexpr Real64 halfRootPi = 0.88622692545275801;

@@ -35,13 +35,13 @@ TEST(Exp, AgreesWithTheModel) {
 }
 
 TEST(Exp, AgreesWithTheModelAroundEveryThreshold) {
-    expectModelAround<Real32>(oktsExp_32f_A24, model::Exp_32f, 0.75f,
-                              {0x42AEAC50, 0x42B17218, 0x42CE8ED1, 0x7F800000, 0x00800000, 0x00000002, 0x42B00F34,
-                               0x3F800000, 0x42CFF1B5});
-    expectModelAround<Real64>(oktsExp_64f_A53, model::Exp_64f, 0.75,
-                              {0x4086232B00000000, 0x40874910D52D3052, 0x4086232BDD7ABCD3, 0x40862E42FEFA39F0,
-                               0x40862E37E7D8BA72, 0x7FF0000000000000, 0x0010000000000000, 0x0000000000000002,
-                               0x3FF0000000000000});
+    expectModelAround<Real32>(
+        oktsExp_32f_A24, model::Exp_32f, 0.75f,
+        {0x42AEAC50, 0x42B17218, 0x42CE8ED1, 0x7F800000, 0x00800000, 0x00000002, 0x42B00F34, 0x3F800000, 0x42CFF1B5});
+    expectModelAround<Real64>(
+        oktsExp_64f_A53, model::Exp_64f, 0.75,
+        {0x4086232B00000000, 0x40874910D52D3052, 0x4086232BDD7ABCD3, 0x40862E42FEFA39F0, 0x40862E37E7D8BA72,
+         0x7FF0000000000000, 0x0010000000000000, 0x0000000000000002, 0x3FF0000000000000});
 }
 
 TEST(Exp, SpecialValues32) {
@@ -132,8 +132,7 @@ TEST(Exp, GoodElementsBesideABadOneKeepTheirBits) {
         const auto bad = random.below(8);
         src[bad] = special<Real64>(random);
         oktsExp_64f_A53(src, mixed, 8);
-        for (std::size_t i = 0; i < 8; ++i)
-            EXPECT_TRUE(i == bad || sameBits(mixed[i], asBits(clean[i])));
+        for (std::size_t i = 0; i < 8; ++i) EXPECT_TRUE(i == bad || sameBits(mixed[i], asBits(clean[i])));
     }
     for (int round = 0; round < 2000; ++round) {
         Real32 src[8], clean[8], mixed[8];
@@ -142,8 +141,7 @@ TEST(Exp, GoodElementsBesideABadOneKeepTheirBits) {
         const auto bad = random.below(8);
         src[bad] = special<Real32>(random);
         oktsExp_32f_A24(src, mixed, 8);
-        for (std::size_t i = 0; i < 8; ++i)
-            EXPECT_TRUE(i == bad || sameBits(mixed[i], asBits(clean[i])));
+        for (std::size_t i = 0; i < 8; ++i) EXPECT_TRUE(i == bad || sameBits(mixed[i], asBits(clean[i])));
     }
 }
 
@@ -201,8 +199,8 @@ TEST(Exp, Flags32) {
 TEST(Exp, Flags64) {
     const auto flags = [](std::uint64_t b) { return flagsAlone(oktsExp_64f_A53, bits64(b)); };
     for (const std::uint64_t silent : std::initializer_list<std::uint64_t>{
-          0x0000000000000000u, 0x7FF0000000000000u, 0xFFF0000000000000u, 0x7FF8000000000000u, 0x7FF0000000000001u,
-          0xFFF4000000000000u, 0x40862E42FEFA39F0u, 0x7FEFFFFFFFFFFFFFu, 0xC0874910D52D3052u, 0xFFEFFFFFFFFFFFFFu}) {
+             0x0000000000000000u, 0x7FF0000000000000u, 0xFFF0000000000000u, 0x7FF8000000000000u, 0x7FF0000000000001u,
+             0xFFF4000000000000u, 0x40862E42FEFA39F0u, 0x7FEFFFFFFFFFFFFFu, 0xC0874910D52D3052u, 0xFFEFFFFFFFFFFFFFu}) {
         EXPECT_EQ(flags(silent), 0u) << std::hex << silent;
         // In a block of zeros, too.
         for (std::size_t position = 0; position < 8; ++position) {

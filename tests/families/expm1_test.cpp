@@ -38,11 +38,11 @@ TEST(Expm1, AgreesWithTheModelAroundEveryThreshold) {
                               {0x00000002, 0x00800000, 0x23000000, 0x3B800000, 0x3F800000, 0x4211C470, 0x4220CF68,
                                0x42242F88, 0x42242F90, 0x422C3790, 0x42AD4968, 0x42B17218, 0x44317218, 0x7F800000});
     for (const Real64 filler : {3.0, 0x1p-30})
-        expectModelAround<Real64>(oktsExpm1_64f_A53, model::Expm1_64f, filler,
-                                  {0x0000000000000002, 0x0010000000000000, 0x3C60000000000000, 0x3F70000000000000,
-                                   0x3FF0000000000000, 0x4042388E00000000, 0x404419EC00000000, 0x404419ED00000000,
-                                   0x404586F100000000, 0x404586F200000000, 0x4055A92D00000000, 0x4043687A9F1AF2B1,
-                                   0x40862E42FEFA39EF, 0x7FF0000000000000});
+        expectModelAround<Real64>(
+            oktsExpm1_64f_A53, model::Expm1_64f, filler,
+            {0x0000000000000002, 0x0010000000000000, 0x3C60000000000000, 0x3F70000000000000, 0x3FF0000000000000,
+             0x4042388E00000000, 0x404419EC00000000, 0x404419ED00000000, 0x404586F100000000, 0x404586F200000000,
+             0x4055A92D00000000, 0x4043687A9F1AF2B1, 0x40862E42FEFA39EF, 0x7FF0000000000000});
 }
 
 TEST(Expm1, SpecialValues32) {
@@ -105,9 +105,9 @@ TEST(Expm1, Flags) {
     EXPECT_EQ(flags32(0x447A0000), flagOverflow | flagInexact);
     EXPECT_EQ(flags32(0xC2C80000), flagInexact);
     EXPECT_EQ(flags32(0x3F800000), flagInexact);
-    for (const std::uint64_t silent : {std::uint64_t{0}, std::uint64_t{0x8000000000000000}, std::uint64_t{0x7FF0000000000000},
-                                       std::uint64_t{0xFFF0000000000000}, std::uint64_t{0x7FF8000000000001},
-                                       std::uint64_t{0x7FF0000000000001}})
+    for (const std::uint64_t silent :
+         {std::uint64_t{0}, std::uint64_t{0x8000000000000000}, std::uint64_t{0x7FF0000000000000},
+          std::uint64_t{0xFFF0000000000000}, std::uint64_t{0x7FF8000000000001}, std::uint64_t{0x7FF0000000000001}})
         EXPECT_EQ(flags64(silent), 0u) << std::hex << silent;
     EXPECT_EQ(flags64(0x408F400000000000), flagOverflow | flagInexact);
     EXPECT_EQ(flags64(0xC059000000000000), flagInexact);

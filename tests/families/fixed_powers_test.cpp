@@ -14,7 +14,9 @@ constexpr Filling<Real32> elements32{ordinaryElement<Real32, -126, 127>, special
 constexpr Filling<Real64> elements64{ordinaryElement<Real64, -1022, 1023>, specialElement<Real64>};
 
 template <class T, int low, int high>
-T positiveElement(Random& random) { return std::abs(ofMagnitude<T>(random, low, high)); }
+T positiveElement(Random& random) {
+    return std::abs(ofMagnitude<T>(random, low, high));
+}
 constexpr Filling<Real32> positive32{positiveElement<Real32, -126, 85>, specialElement<Real32>};
 constexpr Filling<Real64> positive64{positiveElement<Real64, -740, 682>, specialElement<Real64>};
 
@@ -111,8 +113,11 @@ TEST(Pow3o2, InvalidIsRaisedForANegativeElement) {
 // A subnormal compares equal to zero then, and a zero is stored as it is.
 TEST(Pow3o2, UnderDenormalsAreZeroASubnormalComesOutUnchanged) {
     const ScopedControlState scope({defaultMxcsr | denormalsAreZero, 0x037F});
-    expectRows<Real32>(oktsPow3o2_32f_A24, 5, {{0x00000001, 0x00000001}, {0x80012345, 0x80012345}, {asBits(-1.0f), 0xFFC00000, oktStatusDomain}});
-    expectRows<Real64>(oktsPow3o2_64f_A53, 5, {{0x0000000000000001, 0x0000000000000001}, {0x800FFFFFFFFFFFFF, 0x800FFFFFFFFFFFFF}});
+    expectRows<Real32>(
+        oktsPow3o2_32f_A24, 5,
+        {{0x00000001, 0x00000001}, {0x80012345, 0x80012345}, {asBits(-1.0f), 0xFFC00000, oktStatusDomain}});
+    expectRows<Real64>(oktsPow3o2_64f_A53, 5,
+                       {{0x0000000000000001, 0x0000000000000001}, {0x800FFFFFFFFFFFFF, 0x800FFFFFFFFFFFFF}});
     expectRows<Real32>(oktsPow2o3_32f_A24, 5, {{0x80012345, 0x00000000}});
     expectRows<Real64>(oktsPow2o3_64f_A53, 5, {{0x000FFFFFFFFFFFFF, 0x0000000000000000}});
 }
@@ -127,31 +132,37 @@ bool within(T got, long double wanted, long double ulps) {
 
 // Both sides of the range bounds and of powers of two, with all remainders of the exponent.
 TEST(FixedPowers, StayAccurateOnBothSidesOfTheRangeBounds) {
-    for (const std::uint32_t bound : {0x00800000u, 0x7F7FFFFEu, 0x00000002u, 0x00400000u, 0x3F800000u, 0x40000000u, 0x40800000u})
+    for (const std::uint32_t bound :
+         {0x00800000u, 0x7F7FFFFEu, 0x00000002u, 0x00400000u, 0x3F800000u, 0x40000000u, 0x40800000u})
         for (const std::uint32_t pattern : {bound - 1, bound, bound + 1}) {
             const Real32 x = bits32(pattern);
             const auto root = std::cbrt(static_cast<long double>(x));
             EXPECT_TRUE(within(alone(oktsPow2o3_32f_A24, x).value, root * root, 0.5001L)) << pattern;
-            EXPECT_TRUE(sameBits(among(oktsPow2o3_32f_A24, -x, 5.0f, 8, 3).value, asBits(alone(oktsPow2o3_32f_A24, x).value)));
+            EXPECT_TRUE(
+                sameBits(among(oktsPow2o3_32f_A24, -x, 5.0f, 8, 3).value, asBits(alone(oktsPow2o3_32f_A24, x).value)));
             const auto power = static_cast<long double>(x) * std::sqrt(static_cast<long double>(x));
             if (power > 0x1p-126L && power < 0x1p127L) {
                 EXPECT_TRUE(within(alone(oktsPow3o2_32f_A24, x).value, power, 0.5001L)) << pattern;
             }
-            EXPECT_TRUE(sameBits(among(oktsPow3o2_32f_A24, x, 5.0f, 8, 3).value, asBits(alone(oktsPow3o2_32f_A24, x).value)));
+            EXPECT_TRUE(
+                sameBits(among(oktsPow3o2_32f_A24, x, 5.0f, 8, 3).value, asBits(alone(oktsPow3o2_32f_A24, x).value)));
         }
-    constexpr std::uint64_t bounds64[] = {0x0010000000000000, 0x7FEFFFFFFFFFFFFE, 0x0000000000000002, 0x0008000000000000,
-                                          0x3FF0000000000000, 0x4000000000000000, 0x4010000000000000, 0x6000000000000000};
+    constexpr std::uint64_t bounds64[] = {0x0010000000000000, 0x7FEFFFFFFFFFFFFE, 0x0000000000000002,
+                                          0x0008000000000000, 0x3FF0000000000000, 0x4000000000000000,
+                                          0x4010000000000000, 0x6000000000000000};
     for (const std::uint64_t bound : bounds64)
         for (const std::uint64_t pattern : {bound - 1, bound, bound + 1}) {
             const Real64 x = bits64(pattern);
             const auto root = std::cbrt(static_cast<long double>(x));
             EXPECT_TRUE(within(alone(oktsPow2o3_64f_A53, x).value, root * root, 0.505L)) << pattern;
-            EXPECT_TRUE(sameBits(among(oktsPow2o3_64f_A53, -x, 5.0, 8, 3).value, asBits(alone(oktsPow2o3_64f_A53, x).value)));
+            EXPECT_TRUE(
+                sameBits(among(oktsPow2o3_64f_A53, -x, 5.0, 8, 3).value, asBits(alone(oktsPow2o3_64f_A53, x).value)));
             const auto power = static_cast<long double>(x) * std::sqrt(static_cast<long double>(x));
             if (power > 0x1p-1022L && power < 0x1p1023L) {
                 EXPECT_TRUE(within(alone(oktsPow3o2_64f_A53, x).value, power, 0.51L)) << pattern;
             }
-            EXPECT_TRUE(sameBits(among(oktsPow3o2_64f_A53, x, 5.0, 8, 3).value, asBits(alone(oktsPow3o2_64f_A53, x).value)));
+            EXPECT_TRUE(
+                sameBits(among(oktsPow3o2_64f_A53, x, 5.0, 8, 3).value, asBits(alone(oktsPow3o2_64f_A53, x).value)));
         }
 }
 

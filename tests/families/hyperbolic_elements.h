@@ -59,7 +59,8 @@ void expectBlocksGiveTheElementsResults(UnaryRoutine<T> f, std::type_identity_t<
         for (std::size_t i = 0; i < len; ++i) {
             T single;
             f(&src[i], &single, 1);
-            EXPECT_TRUE(sameBits(dst[i], loadBits(&single))) << patternsOf(std::vector<T>{src[i]}) << i << " of " << len;
+            EXPECT_TRUE(sameBits(dst[i], loadBits(&single)))
+                << patternsOf(std::vector<T>{src[i]}) << i << " of " << len;
         }
     }
 }

@@ -29,8 +29,9 @@ TEST(Hypot, RaisesTheFlagsOfTheModel) {
     expectModelFlags(oktsHypot_64f_A53, model::Hypot_64f);
 }
 
-// Roots at and beside a Real32 or a midpoint between two, where the processor's root must not stand in for the steps:
-// multiples of Pythagorean triples, one source zero, and second sources that lift the first by half a unit in the last place.
+// Roots at and beside a Real32 or a midpoint between two, where the processor's root
+// must not stand in for the steps: multiples of Pythagorean triples, one source
+// zero, and second sources that lift the first by half a unit in the last place.
 TEST(Hypot, RootsBesideARoundingBoundaryAreThoseOfTheModel) {
     Random random(17);
     std::vector<Real32> src1, src2;

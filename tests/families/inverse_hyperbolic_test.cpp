@@ -56,20 +56,23 @@ UnaryRoutine<T> acoshOf() {
 template <class T>
 testing::AssertionResult closeTo(T actual, long double exact, long double units) {
 #if defined(_WIN32)
-    // The extended functions of mingw's C library err by thousands of units of a Real64 and can judge nothing there. That
-    // the bits are those of the other systems is tested by the digests.
+    // The extended functions of mingw's C library err by thousands of units of a Real64 and can
+    // judge nothing there. That the bits are those of the other systems is tested by the digests.
     if constexpr (sizeof(T) == 8) return testing::AssertionSuccess();
 #endif
     const T nearest = static_cast<T>(exact);
-    const long double unit = std::nextafter(std::fabs(nearest), std::numeric_limits<T>::infinity()) - std::fabs(nearest);
+    const long double unit =
+        std::nextafter(std::fabs(nearest), std::numeric_limits<T>::infinity()) - std::fabs(nearest);
     const long double error = std::fabs(actual - exact) / unit;
     if (error <= units && std::signbit(actual) == std::signbit(nearest)) return testing::AssertionSuccess();
-    return testing::AssertionFailure() << std::hexfloat << actual << " is " << std::defaultfloat << error << " units off";
+    return testing::AssertionFailure() << std::hexfloat << actual << " is " << std::defaultfloat << error
+                                       << " units off";
 }
 
 // Every element of strewn arrays: what is prescribed to the bit is met with its status, everything else is accurate.
 template <class T, class Prescribed, class Exact>
-void expectPrescribedOrAccurate(UnaryRoutine<T> f, const Filling<T>& filling, const Prescribed& prescribed, const Exact& exact) {
+void expectPrescribedOrAccurate(UnaryRoutine<T> f, const Filling<T>& filling, const Prescribed& prescribed,
+                                const Exact& exact) {
     Random random(21);
     for (std::size_t done = 0; done < elementsToCompare(); done += 300) {
         const std::vector<T> src = strewn(random, 1 + random.below(300), filling, 40);
@@ -80,7 +83,8 @@ void expectPrescribedOrAccurate(UnaryRoutine<T> f, const Filling<T>& filling, co
             if (const auto result = prescribed(src[i], expectedStatus)) {
                 ASSERT_TRUE(sameBits(dst[i], loadBits(&*result))) << patternsOf(std::vector<T>{src[i]});
             } else {
-                ASSERT_TRUE(closeTo(dst[i], exact(static_cast<long double>(src[i])), 0.53L)) << patternsOf(std::vector<T>{src[i]});
+                ASSERT_TRUE(closeTo(dst[i], exact(static_cast<long double>(src[i])), 0.53L))
+                    << patternsOf(std::vector<T>{src[i]});
             }
         }
         ASSERT_EQ(status, expectedStatus);
@@ -91,14 +95,20 @@ constexpr auto asinhExact = [](long double x) { return std::asinh(x); };
 constexpr auto acoshExact = [](long double x) { return std::acosh(x); };
 constexpr auto atanhExact = [](long double x) { return std::atanh(x); };
 constexpr auto asinhPrescribed = [](auto x, OktStatus&) { return model::inverse_hyper::asinhPrescribed(x); };
-constexpr auto acoshPrescribed = [](auto x, OktStatus& status) { return model::inverse_hyper::acoshPrescribed(x, status); };
-constexpr auto atanhPrescribed = [](auto x, OktStatus& status) { return model::inverse_hyper::atanhPrescribed(x, status); };
+constexpr auto acoshPrescribed = [](auto x, OktStatus& status) {
+    return model::inverse_hyper::acoshPrescribed(x, status);
+};
+constexpr auto atanhPrescribed = [](auto x, OktStatus& status) {
+    return model::inverse_hyper::atanhPrescribed(x, status);
+};
 
 // Both sides of the bounds between the methods, of both signs, alone and in arrays.
 template <class T, class Prescribed, class Exact>
-void expectAround(UnaryRoutine<T> f, T filler, const Prescribed& prescribed, const Exact& exact, std::initializer_list<T> bounds) {
+void expectAround(UnaryRoutine<T> f, T filler, const Prescribed& prescribed, const Exact& exact,
+                  std::initializer_list<T> bounds) {
     for (const T bound : bounds)
-        for (const T x : {std::nextafter(bound, T(0)), bound, std::nextafter(bound, std::numeric_limits<T>::infinity())})
+        for (const T x :
+             {std::nextafter(bound, T(0)), bound, std::nextafter(bound, std::numeric_limits<T>::infinity())})
             for (const T signedX : {x, -x})
                 for (std::int32_t position = -1; position < 70; position += 3) {
                     const auto actual = position < 0 ? alone(f, signedX) : among(f, signedX, filler, 70, position);
@@ -133,7 +143,8 @@ TYPED_TEST(InverseHyperbolic, PrescribedResultsAndAccuracy) {
     using T = TypeParam;
     expectPrescribedOrAccurate<T>(asinhOf<T>(), anywhere<T>, asinhPrescribed, asinhExact);
     expectPrescribedOrAccurate<T>(acoshOf<T>(), fromOne<T>, acoshPrescribed, acoshExact);
-    if constexpr (wide<T>) expectPrescribedOrAccurate<T>(oktsAtanh_64f_A53, unitInterval<T>, atanhPrescribed, atanhExact);
+    if constexpr (wide<T>)
+        expectPrescribedOrAccurate<T>(oktsAtanh_64f_A53, unitInterval<T>, atanhPrescribed, atanhExact);
 }
 
 TYPED_TEST(InverseHyperbolic, BothSidesOfEveryRange) {
@@ -279,7 +290,9 @@ TEST(Atanh, AgreesWithTheModel) {
                               {0x3F19999A, 0x3F400000, 0x3F800000, 0x7F800000, 0x3F300000, 0x00800000, 0x00000002});
 }
 
-TEST(Atanh, BlocksGiveTheElementsResults) { expectBlocksGiveTheElementsResults<Real32>(oktsAtanh_32f_A24, unitInterval<Real32>); }
+TEST(Atanh, BlocksGiveTheElementsResults) {
+    expectBlocksGiveTheElementsResults<Real32>(oktsAtanh_32f_A24, unitInterval<Real32>);
+}
 
 TEST(Atanh, InPlace32) { expectInPlace<Real32>(oktsAtanh_32f_A24, unitInterval<Real32>); }
 

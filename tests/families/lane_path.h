@@ -1,4 +1,5 @@
-// Which path an element takes, read off neighbours whose result differs between the block's main path and the lane path.
+// Which path an element takes, read off neighbours whose result
+// differs between the block's main path and the lane path.
 #pragma once
 
 #include "lanes/lanes.h"
@@ -46,7 +47,8 @@ struct Telltale {
     }
 };
 
-// The elements from `first` to `last` take the lane path when x stands at `position` of an array of `len`, and no others.
+// The elements from `first` to `last` take the lane path when
+// x stands at `position` of an array of `len`, and no others.
 template <class T>
 testing::AssertionResult takesLanePath(OneSource<T> f, const Telltale<T>& telltale, T x, std::int32_t len,
                                        std::int32_t position, std::int32_t first, std::int32_t last) {
@@ -55,8 +57,8 @@ testing::AssertionResult takesLanePath(OneSource<T> f, const Telltale<T>& tellta
         if (i == position) continue;
         const T expected = i >= first && i <= last ? telltale.lane : telltale.main;
         if (asBits(results[static_cast<std::size_t>(i)]) != asBits(expected))
-            return testing::AssertionFailure() << "element " << i << " of " << len << " with " << std::hexfloat << x
-                                               << " at " << position;
+            return testing::AssertionFailure()
+                   << "element " << i << " of " << len << " with " << std::hexfloat << x << " at " << position;
     }
     return testing::AssertionSuccess();
 }
@@ -74,9 +76,13 @@ void expectPath(OneSource<T> f, T x, bool lane) {
 }
 
 template <class T>
-T nextUp(T x) { return std::bit_cast<T>(asBits(x) + 1); }
+T nextUp(T x) {
+    return std::bit_cast<T>(asBits(x) + 1);
+}
 template <class T>
-T nextDown(T x) { return std::bit_cast<T>(asBits(x) - 1); }
+T nextDown(T x) {
+    return std::bit_cast<T>(asBits(x) - 1);
+}
 
 // Elements for the comparison with the model: huge and special ones, and those next to a threshold.
 template <class T>

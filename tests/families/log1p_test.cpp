@@ -23,7 +23,9 @@ T ordinary(Random& random) {
     }
 }
 template <class T, int low, int high>
-T within(Random& random) { return ofMagnitude<T>(random, low, high); }
+T within(Random& random) {
+    return ofMagnitude<T>(random, low, high);
+}
 template <class T>
 T special(Random& random) {
     switch (random.below(4)) {
@@ -45,8 +47,10 @@ TEST(Log1p, AgreesWithTheModelInEachRange) {
     expectModel<Real64, Real64>("oktsLog1p_64f_A53", model::Log1p_64f, {within<Real64, -13, -7>, special<Real64>});
     expectModel<Real32, Real32>("oktsLog1p_32f_A24", model::Log1p_32f, {within<Real32, -57, -14>, ordinary<Real32>});
     expectModel<Real64, Real64>("oktsLog1p_64f_A53", model::Log1p_64f, {within<Real64, -57, -14>, ordinary<Real64>});
-    expectModel<Real32, Real32>("oktsLog1p_32f_A24", model::Log1p_32f, {within<Real32, -3, -1>, within<Real32, -60, 56>});
-    expectModel<Real64, Real64>("oktsLog1p_64f_A53", model::Log1p_64f, {within<Real64, -3, -1>, within<Real64, -60, 56>});
+    expectModel<Real32, Real32>("oktsLog1p_32f_A24", model::Log1p_32f,
+                                {within<Real32, -3, -1>, within<Real32, -60, 56>});
+    expectModel<Real64, Real64>("oktsLog1p_64f_A53", model::Log1p_64f,
+                                {within<Real64, -3, -1>, within<Real64, -60, 56>});
 }
 
 TEST(Log1p, AgreesWithTheModelAroundEveryThreshold) {
@@ -55,10 +59,10 @@ TEST(Log1p, AgreesWithTheModelAroundEveryThreshold) {
                                   {0x00000002, 0x00800000, 0x23000000, 0x39000000, 0x3C800000, 0x3D920000, 0x3F800000,
                                    0x5B000000, 0x7F800000});
     for (const Real64 filler : {3.0, 0x1p-5, 0x1p-8, 0x1p-30})
-        expectModelAround<Real64>(oktsLog1p_64f_A53, model::Log1p_64f, filler,
-                                  {0x0000000000000002, 0x0010000000000000, 0x3C60000000000000, 0x3F20000000000000,
-                                   0x3F90000000000000, 0x3FB2400000000000, 0x3FF0000000000000, 0x4360000000000000,
-                                   0x7FF0000000000000});
+        expectModelAround<Real64>(
+            oktsLog1p_64f_A53, model::Log1p_64f, filler,
+            {0x0000000000000002, 0x0010000000000000, 0x3C60000000000000, 0x3F20000000000000, 0x3F90000000000000,
+             0x3FB2400000000000, 0x3FF0000000000000, 0x4360000000000000, 0x7FF0000000000000});
 }
 
 TEST(Log1p, AgreesWithTheModelAtEveryTableEntry) {
@@ -135,8 +139,8 @@ TEST(Log1p, Flags) {
     EXPECT_EQ(flags32(0xBF800001), flagInvalid);
     EXPECT_EQ(flags32(0xBF800000), flagDivideByZero);
     EXPECT_EQ(flags32(0x3F800000), flagInexact);
-    for (const std::uint64_t silent : {std::uint64_t{0}, std::uint64_t{0x8000000000000000}, std::uint64_t{0x7FF0000000000000},
-                                       std::uint64_t{0x7FF8000000000001}})
+    for (const std::uint64_t silent : {std::uint64_t{0}, std::uint64_t{0x8000000000000000},
+                                       std::uint64_t{0x7FF0000000000000}, std::uint64_t{0x7FF8000000000001}})
         EXPECT_EQ(flags64(silent), 0u) << std::hex << silent;
     EXPECT_EQ(flags64(0x7FF0000000000001), flagInvalid);
     EXPECT_EQ(flags64(0xFFF0000000000000), flagInvalid);

@@ -24,7 +24,9 @@ T ordinary(Random& random) {
 template <class T>
 T special(Random& random) {
     switch (random.below(4)) {
-        case 0: return std::abs(ofMagnitude<T>(random, sizeof(T) == 4 ? -126 : -1022, -100)) * std::numeric_limits<T>::epsilon();
+        case 0:
+            return std::abs(ofMagnitude<T>(random, sizeof(T) == 4 ? -126 : -1022, -100)) *
+                   std::numeric_limits<T>::epsilon();
         case 1: return -ordinary<T>(random);
         default: return specialElement<T>(random);
     }
@@ -43,19 +45,19 @@ TEST(Ln, AgreesWithTheModelAroundEveryThreshold) {
     expectModelAround<Real32>(oktsLn_32f_A24, model::Ln_32f, 3.0f,
                               {0x00000002, 0x00400000, 0x00800000, 0x7F800000, 0x3F800000, 0x3F7E0000, 0x3F820000,
                                0x3FC00000, 0x3F810000, 0x3F7F0000, 0x40000000});
-    expectModelAround<Real64>(oktsLn_64f_A53, model::Ln_64f, 3.0,
-                              {0x0000000000000002, 0x0008000000000000, 0x0010000000000000, 0x7FF0000000000000,
-                               0x3FF0000000000000, 0x3FF7FC0000000000, 0x3FF0040000000000, 0x3FEFFC0000000000,
-                               0x4000000000000000});
+    expectModelAround<Real64>(
+        oktsLn_64f_A53, model::Ln_64f, 3.0,
+        {0x0000000000000002, 0x0008000000000000, 0x0010000000000000, 0x7FF0000000000000, 0x3FF0000000000000,
+         0x3FF7FC0000000000, 0x3FF0040000000000, 0x3FEFFC0000000000, 0x4000000000000000});
 }
 TEST(Log10, AgreesWithTheModelAroundEveryThreshold) {
-    expectModelAround<Real32>(oktsLog10_32f_A24, model::Log10_32f, 3.0f,
-                              {0x00000002, 0x00400000, 0x00800000, 0x7F800000, 0x3F800000, 0x3FBF8000, 0x3F808000,
-                               0x3F7F8000, 0x40000000});
-    expectModelAround<Real64>(oktsLog10_64f_A53, model::Log10_64f, 3.0,
-                              {0x0000000000000002, 0x0008000000000000, 0x0010000000000000, 0x7FF0000000000000,
-                               0x3FF0000000000000, 0x3FF7FC0000000000, 0x3FF0040000000000, 0x3FEFFC0000000000,
-                               0x4000000000000000});
+    expectModelAround<Real32>(
+        oktsLog10_32f_A24, model::Log10_32f, 3.0f,
+        {0x00000002, 0x00400000, 0x00800000, 0x7F800000, 0x3F800000, 0x3FBF8000, 0x3F808000, 0x3F7F8000, 0x40000000});
+    expectModelAround<Real64>(
+        oktsLog10_64f_A53, model::Log10_64f, 3.0,
+        {0x0000000000000002, 0x0008000000000000, 0x0010000000000000, 0x7FF0000000000000, 0x3FF0000000000000,
+         0x3FF7FC0000000000, 0x3FF0040000000000, 0x3FEFFC0000000000, 0x4000000000000000});
 }
 
 // Every leading part of the significand, with what rounds it to the next table entry, in the binades next to 1.
@@ -179,7 +181,8 @@ TEST(Ln, KeepsRelativeAccuracyNextToOne) {
         EXPECT_NEAR(alone(oktsLn_32f_A24, static_cast<Real32>(1 - d)).value / std::log1p(-d), 1, 2e-7);
         const double d64 = i * 0x1p-53;
         EXPECT_NEAR(alone(oktsLn_64f_A53, 1 - d64).value / std::log1p(-d64), 1, 4e-16);
-        EXPECT_NEAR(alone(oktsLog10_32f_A24, static_cast<Real32>(1 - d)).value / (std::log1p(-d) / std::log(10.0)), 1, 2e-7);
+        EXPECT_NEAR(alone(oktsLog10_32f_A24, static_cast<Real32>(1 - d)).value / (std::log1p(-d) / std::log(10.0)), 1,
+                    2e-7);
         EXPECT_NEAR(alone(oktsLog10_64f_A53, 1 - d64).value / (std::log1p(-d64) / std::log(10.0)), 1, 4e-16);
     }
 }
@@ -192,8 +195,9 @@ void expectNoFlags(UnaryRoutine<T> f, std::initializer_list<PatternOf<T>> patter
 TEST(Ln, Flags) {
     expectNoFlags<Real32>(oktsLn_32f_A24, {0, 0x80000000, 0xBF800000, 0xFF800000, 0x7F800000, 0x7FC00000, 0xFFC00001,
                                            0x7F800001, 0xFFA00000, 0x3F800000});
-    expectNoFlags<Real64>(oktsLn_64f_A53, {0, 0x8000000000000000, 0xBFF0000000000000, 0xFFF0000000000000,
-                                           0x7FF0000000000000, 0x7FF8000000000000, 0xFFF8000000000001, 0x3FF0000000000000});
+    expectNoFlags<Real64>(oktsLn_64f_A53,
+                          {0, 0x8000000000000000, 0xBFF0000000000000, 0xFFF0000000000000, 0x7FF0000000000000,
+                           0x7FF8000000000000, 0xFFF8000000000001, 0x3FF0000000000000});
     EXPECT_EQ(flagsAlone(oktsLn_64f_A53, bits64(0x7FF0000000000001)), flagInvalid);
     EXPECT_EQ(flagsAlone(oktsLn_64f_A53, bits64(0xFFF4000000000000)), flagInvalid);
     EXPECT_EQ(flagsAlone(oktsLn_64f_A53, 3.0), flagInexact);

@@ -32,7 +32,9 @@ ElementResult<T> powerAmong(Powx<T> f, T x, std::type_identity_t<T> y, std::int3
     return {dst[static_cast<std::size_t>(position)], status};
 }
 template <class T, class F>
-ElementResult<T> power(F f, T x, std::type_identity_t<T> y) { return powerAmong(f, x, y, 1, 0); }
+ElementResult<T> power(F f, T x, std::type_identity_t<T> y) {
+    return powerAmong(f, x, y, 1, 0);
+}
 
 // The flags of len times the same power.
 template <class T>
@@ -62,8 +64,7 @@ std::vector<Row2<T>> specialPowers() {
     const auto b = [](auto value) { return asBits(static_cast<T>(value)); };
     // 1
     for (const Word zero : {b(0.0), b(-0.0)})
-        for (const Word x : {nan, signalling, b(0.0), b(-0.0), b(inf), b(-inf), b(-3), b(-1), b(1)})
-            row(x, zero, b(1));
+        for (const Word x : {nan, signalling, b(0.0), b(-0.0), b(inf), b(-inf), b(-3), b(-1), b(1)}) row(x, zero, b(1));
     if (sizeof(T) == 8) row(b(3), b(0.0), b(1));
     // 2
     row(b(-1), b(inf), b(1));
@@ -131,12 +132,13 @@ void expectSpecialPowers(F f) {
         EXPECT_EQ(single.status, row.status) << std::hex << row.x << ' ' << row.y;
         for (std::int32_t position = 0; position < rowArrayLength; ++position) {
             const auto placed = powerAmong(f, x, y, rowArrayLength, position);
-            EXPECT_TRUE(sameBits(placed.value, row.expected)) << std::hex << row.x << ' ' << row.y << " at " << position;
+            EXPECT_TRUE(sameBits(placed.value, row.expected))
+                << std::hex << row.x << ' ' << row.y << " at " << position;
             EXPECT_EQ(placed.status, row.status) << std::hex << row.x << ' ' << row.y << " at " << position;
         }
-        // Nothing is computed: the domain warning's flag is all there is, alone and in blocks. Two exceptions: powers of
-        // 1 are computed as others are, on Real32 with the exponent zero as well; and one Real32 exponent for all
-        // elements is widened ahead, which tells when it is subnormal.
+        // Nothing is computed: the domain warning's flag is all there is, alone and in blocks. Two
+        // exceptions: powers of 1 are computed as others are, on Real32 with the exponent zero as well;
+        // and one Real32 exponent for all elements is widened ahead, which tells when it is subnormal.
         if (x == 1 && std::isfinite(y) && (sizeof(T) == 4 || y != 0)) continue;
         std::uint32_t flags = row.status == oktStatusDomain ? flagInvalid : 0;
         if (sizeof(T) == 4 && std::is_same_v<F, Powx<T>> && std::fpclassify(y) == FP_SUBNORMAL) flags |= flagDenormal;
@@ -193,18 +195,51 @@ std::vector<T> baseThresholds() {
     if constexpr (sizeof(T) == 4)
         return {0x1p-149f, 0x1p-126f, bits32(0x7F7FFFFF), 1, 2, 0.5f, bits32(0x3F804000), bits32(0x3FFFC000), 0x1p24f};
     else
-        return {0x1p-1074, 0x1p-1022, bits64(0x7FEFFFFFFFFFFFFF), 1, 2, 0.5, bits64(0x3FF0020000000000),
-                bits64(0x3FF7FE0000000000), bits64(0x3FFFFE0000000000), 0x1p53};
+        return {0x1p-1074,
+                0x1p-1022,
+                bits64(0x7FEFFFFFFFFFFFFF),
+                1,
+                2,
+                0.5,
+                bits64(0x3FF0020000000000),
+                bits64(0x3FF7FE0000000000),
+                bits64(0x3FFFFE0000000000),
+                0x1p53};
 }
 template <class T>
 std::vector<T> exponentThresholds() {
     if constexpr (sizeof(T) == 4)
-        return {0x1p-149f, 0x1p-126f, bits32(0x7F7FFFFF), 1, 2, 3, 0.5f, 0x1p22f, 0x1p23f, 0x1p24f, bits32(0x4B7FFFFF),
-                bits32(0x42FBFF1A), 126, 127, 128, 149, 150, 1022, 0x1p30f};
+        return {0x1p-149f, 0x1p-126f,          bits32(0x7F7FFFFF), 1,   2,   3,   0.5f, 0x1p22f, 0x1p23f,
+                0x1p24f,   bits32(0x4B7FFFFF), bits32(0x42FBFF1A), 126, 127, 128, 149,  150,     1022,
+                0x1p30f};
     else
-        return {0x1p-1074, 0x1p-1022, bits64(0x7FEFFFFFFFFFFFFF), 1, 2, 3, 0.5, 0x1p51, 0x1p52, 0x1p53,
-                bits64(0x433FFFFFFFFFFFFF), 962, 963, 963.5, 964, 1022, 1023, 1023.5, 1023.996, 1024, 1074, 1075, 1076,
-                2047, 2048, 4096, 0x1p1012};
+        return {0x1p-1074,
+                0x1p-1022,
+                bits64(0x7FEFFFFFFFFFFFFF),
+                1,
+                2,
+                3,
+                0.5,
+                0x1p51,
+                0x1p52,
+                0x1p53,
+                bits64(0x433FFFFFFFFFFFFF),
+                962,
+                963,
+                963.5,
+                964,
+                1022,
+                1023,
+                1023.5,
+                1023.996,
+                1024,
+                1074,
+                1075,
+                1076,
+                2047,
+                2048,
+                4096,
+                0x1p1012};
 }
 template <class T>
 std::vector<T> withNeighbours(const std::vector<T>& values) {

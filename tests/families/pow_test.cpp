@@ -67,8 +67,9 @@ void agreesInRanges(Pow<T> f, Pow<T> model, std::initializer_list<std::pair<doub
 TEST(Pow, AgreesWithTheModelAtTheEndsOfTheResultsRange) {
     agreesInRanges<Real32>(oktsPow_32f_A24, model::Pow_32f,
                            {{125.9, 126.1}, {-126.1, -125.9}, {126, 129}, {-151, -125}, {1021, 1023}, {-1023, -1021}});
-    agreesInRanges<Real64>(oktsPow_64f_A53, model::Pow_64f,
-                           {{961, 964}, {-965, -961}, {1020, 1026}, {-1023, -963}, {-1077, -1020}, {2000, 5000}, {-5000, -2000}});
+    agreesInRanges<Real64>(
+        oktsPow_64f_A53, model::Pow_64f,
+        {{961, 964}, {-965, -961}, {1020, 1026}, {-1023, -963}, {-1077, -1020}, {2000, 5000}, {-5000, -2000}});
 }
 
 TEST(Pow, SpecialPowers) {
@@ -146,7 +147,8 @@ TEST(Pow, BlocksOfFourFailForThemselves32) {
             y[i] = static_cast<Real32>(random.between(-9, 9));
         }
         oktsPow_32f_A24(x.data(), y.data(), clean.data(), 16);
-        for (std::size_t i = 0; i < 16; ++i) EXPECT_TRUE(sameBits(clean[i], asBits(power(oktsPow_32f_A24, x[i], y[i]).value)));
+        for (std::size_t i = 0; i < 16; ++i)
+            EXPECT_TRUE(sameBits(clean[i], asBits(power(oktsPow_32f_A24, x[i], y[i]).value)));
         const auto bad = random.below(16);
         x[bad] = -1;
         oktsPow_32f_A24(x.data(), y.data(), mixed.data(), 16);
@@ -256,7 +258,7 @@ TEST(Pow, Flags32) {
     EXPECT_EQ(flags(2, 2000), flagOverflow | flagInexact);
     EXPECT_EQ(flags(2, -1000), flagUnderflow | flagInexact);
     EXPECT_EQ(flags(2, -2000) & ~flagInexact, 0u);  // a zero that is converted
-    EXPECT_EQ(flags(2, -149) & ~flagInexact, 0u);  // exact
+    EXPECT_EQ(flags(2, -149) & ~flagInexact, 0u);   // exact
     EXPECT_EQ(flags(3, -90), flagUnderflow | flagInexact);
     EXPECT_EQ(flags(-2, 129) & ~flagInexact, flagOverflow);
     EXPECT_EQ(flags(3, 0.5f), flagInexact);

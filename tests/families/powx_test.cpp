@@ -42,7 +42,8 @@ void agreesInRanges(Powx<T> f, Powx<T> model, std::initializer_list<std::pair<do
             const auto y = static_cast<T>(random.between(1, 60) * (random.below(2) ? 1 : -1));
             std::vector<T> x(1 + random.below(40)), actual(x.size()), expected(x.size());
             for (T& each : x) {
-                each = static_cast<T>(std::exp2((random.below(4) ? random.between(low, high) : 1.0) / static_cast<double>(y)));
+                each = static_cast<T>(
+                    std::exp2((random.below(4) ? random.between(low, high) : 1.0) / static_cast<double>(y)));
                 if (random.below(16) == 0) each = -each;
             }
             const auto len = static_cast<std::int32_t>(x.size());
@@ -55,7 +56,8 @@ void agreesInRanges(Powx<T> f, Powx<T> model, std::initializer_list<std::pair<do
 }
 
 TEST(Powx, AgreesWithTheModelAtTheEndsOfTheResultsRange) {
-    agreesInRanges<Real32>(oktsPowx_32f_A24, model::Powx_32f, {{125.9, 126.1}, {-126.1, -125.9}, {126, 129}, {-151, -125}});
+    agreesInRanges<Real32>(oktsPowx_32f_A24, model::Powx_32f,
+                           {{125.9, 126.1}, {-126.1, -125.9}, {126, 129}, {-151, -125}});
     agreesInRanges<Real64>(oktsPowx_64f_A53, model::Powx_64f,
                            {{961, 964}, {-965, -961}, {1020, 1026}, {-1023, -963}, {-1077, -1020}});
 }

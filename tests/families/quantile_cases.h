@@ -40,7 +40,9 @@ T inside(Random& random) {
     }
 }
 template <class T>
-T middle(Random& random) { return static_cast<T>(random.unit()); }
+T middle(Random& random) {
+    return static_cast<T>(random.unit());
+}
 template <class T>
 T lowerTail(Random& random) {
     constexpr int least = sizeof(T) == 4 ? -126 : -1022;
@@ -56,7 +58,9 @@ T outside(Random& random) {
     }
 }
 template <class T, T (*one)(Random&)>
-T twice(Random& random) { return one(random) * 2; }
+T twice(Random& random) {
+    return one(random) * 2;
+}
 
 template <class T>
 std::vector<T> mixture(T end, std::size_t count, std::uint64_t seed) {

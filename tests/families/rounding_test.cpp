@@ -53,7 +53,10 @@ TEST(Rounding, RaisesTheFlagsOfTheModels) {
 enum class Rule { up, down, towardsZero, halfAway, halfEven };
 
 Rule ofMode(std::uint32_t mode) {
-    return mode == roundDown ? Rule::down : mode == roundUp ? Rule::up : mode == roundTowardsZero ? Rule::towardsZero : Rule::halfEven;
+    return mode == roundDown          ? Rule::down
+           : mode == roundUp          ? Rule::up
+           : mode == roundTowardsZero ? Rule::towardsZero
+                                      : Rule::halfEven;
 }
 
 template <class T>
@@ -114,8 +117,10 @@ template <class T>
 struct Functions {
     Rounding<T> ceil, floor, trunc, round, rint, nearbyInt;
 };
-constexpr Functions<Real32> functions32{oktsCeil_32f, oktsFloor_32f, oktsTrunc_32f, oktsRound_32f, oktsRint_32f, oktsNearbyInt_32f};
-constexpr Functions<Real64> functions64{oktsCeil_64f, oktsFloor_64f, oktsTrunc_64f, oktsRound_64f, oktsRint_64f, oktsNearbyInt_64f};
+constexpr Functions<Real32> functions32{oktsCeil_32f,  oktsFloor_32f, oktsTrunc_32f,
+                                        oktsRound_32f, oktsRint_32f,  oktsNearbyInt_32f};
+constexpr Functions<Real64> functions64{oktsCeil_64f,  oktsFloor_64f, oktsTrunc_64f,
+                                        oktsRound_64f, oktsRint_64f,  oktsNearbyInt_64f};
 
 template <class T>
 void expectAllRounded(const Functions<T>& f, const std::vector<T>& src) {
@@ -149,7 +154,8 @@ void expectAllRoundedNearThresholds(const Functions<T>& f) {
     std::vector<T> src;
     for (int k = -3; k <= fraction + 2; ++k)
         for (const T factor : {T(1), T(1.25), T(1.5), T(1.75)}) {
-            const auto center = asBits(factor * static_cast<T>(k < 0 ? T(1) / static_cast<T>(1u << -k) : T(std::uint64_t{1} << k)));
+            const auto center =
+                asBits(factor * static_cast<T>(k < 0 ? T(1) / static_cast<T>(1u << -k) : T(std::uint64_t{1} << k)));
             for (int step = -3; step <= 3; ++step)
                 for (const PatternOf<T> sign : {PatternOf<T>{0}, PatternOf<T>{1} << (8 * sizeof(T) - 1)})
                     src.push_back(std::bit_cast<T>((center + static_cast<PatternOf<T>>(step)) | sign));
@@ -218,7 +224,8 @@ TEST(Rounding, SpecialValues) {
                            });
     const ScopedControlState scope({defaultMxcsr | roundUp, 0x037F});
     for (const auto rint : {oktsRint_32f, oktsNearbyInt_32f})
-        expectRows<Real32>(rint, 1.25f, {{asBits(0.5f), asBits(1.0f)}, {asBits(-0.5f), 0x80000000}, {0x00000001, asBits(1.0f)}});
+        expectRows<Real32>(rint, 1.25f,
+                           {{asBits(0.5f), asBits(1.0f)}, {asBits(-0.5f), 0x80000000}, {0x00000001, asBits(1.0f)}});
 }
 
 TEST(Rounding, OnReal32NaNsComeThroughBitForBit) {
@@ -261,7 +268,8 @@ TEST(Rounding, InexactIsRaisedByRintAlways) {
 }
 
 template <class T>
-void expectSplit(OktStatus (*f)(const T*, T*, T*, std::int32_t), PatternOf<T> x, PatternOf<T> integer, PatternOf<T> fraction) {
+void expectSplit(OktStatus (*f)(const T*, T*, T*, std::int32_t), PatternOf<T> x, PatternOf<T> integer,
+                 PatternOf<T> fraction) {
     for (const std::size_t len : {1u, 8u, 13u}) {
         std::vector<T> src(len, T(1.25)), first(len), second(len);
         for (std::size_t at = 0; at < len; ++at) {
@@ -318,7 +326,8 @@ TEST(Rounding, OverlapIsThatOfTheAscendingLoop) {
     for (const std::size_t distance : {0u, 1u, 4u, 7u, 8u, 9u}) {
         std::vector<Real32> array(60), expected(60);
         for (std::size_t i = 0; i < 60; ++i) expected[i] = array[i] = 0.75f * static_cast<float>(i) - 10;
-        for (std::size_t i = 0; i < 40; ++i) expected[i + distance] = bits32(rounded<Real32>(asBits(expected[i]), Rule::up));
+        for (std::size_t i = 0; i < 40; ++i)
+            expected[i + distance] = bits32(rounded<Real32>(asBits(expected[i]), Rule::up));
         oktsCeil_32f(array.data(), array.data() + distance, 40);
         EXPECT_EQ(array, expected) << distance;
     }

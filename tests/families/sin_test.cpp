@@ -158,7 +158,8 @@ TEST(Sin64, HugeElementAmongManyBlocksSendsItsOwnToTheLanePath) {
     constexpr int length = 100;
     for (int position = 0; position < length; ++position) {
         const int first = position / 4 * 4;
-        EXPECT_TRUE(takesLanePath(oktsSin_64f_A53, telltale, Real64{1e6}, length, position, first, first + 3)) << position;
+        EXPECT_TRUE(takesLanePath(oktsSin_64f_A53, telltale, Real64{1e6}, length, position, first, first + 3))
+            << position;
     }
 }
 
@@ -168,7 +169,8 @@ TEST(Sin32, HugeElementAmongManyBlocksSendsItsOwnToTheLanePath) {
     constexpr int length = 100;
     for (int position = 0; position < length - 4; ++position) {
         const int first = position / 4 * 4;
-        EXPECT_TRUE(takesLanePath(oktsSin_32f_A24, telltale, Real32{1e6F}, length, position, first, first + 3)) << position;
+        EXPECT_TRUE(takesLanePath(oktsSin_32f_A24, telltale, Real32{1e6F}, length, position, first, first + 3))
+            << position;
     }
 }
 

@@ -39,9 +39,9 @@ TEST(Cosh, AgreesWithTheModel) {
 }
 
 const std::initializer_list<std::uint32_t> thresholds32 = {0x42B2D4FD, 0x399D4952, 0x00800000, 0x7F800000, 0x00000002};
-const std::initializer_list<std::uint64_t> thresholds64 = {
-    0x3FCFACFC00000000, 0x3FA1EB8500000000, 0x4086233600000000, 0x40862336F49C3C50, 0x408633C378987900,
-    0x408633CE8FB9F87E, 0x7FF0000000000000, 0x0010000000000000, 0x0000000000000002};
+const std::initializer_list<std::uint64_t> thresholds64 = {0x3FCFACFC00000000, 0x3FA1EB8500000000, 0x4086233600000000,
+                                                           0x40862336F49C3C50, 0x408633C378987900, 0x408633CE8FB9F87E,
+                                                           0x7FF0000000000000, 0x0010000000000000, 0x0000000000000002};
 
 TEST(Sinh, AgreesWithTheModelAroundEveryThreshold) {
     expectModelAround<Real32>(oktsSinh_32f_A24, model::Sinh_32f, 0.5f, thresholds32);

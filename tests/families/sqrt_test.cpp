@@ -15,9 +15,13 @@ constexpr Real32 inf32 = std::numeric_limits<Real32>::infinity();
 constexpr Real64 inf64 = std::numeric_limits<Real64>::infinity();
 
 template <class T, int low, int high>
-T positiveElement(Random& random) { return std::abs(ofMagnitude<T>(random, low, high)); }
+T positiveElement(Random& random) {
+    return std::abs(ofMagnitude<T>(random, low, high));
+}
 template <class T>
-T zeroOrSpecialElement(Random& random) { return random.below(2) ? T{0} : specialElement<T>(random); }
+T zeroOrSpecialElement(Random& random) {
+    return random.below(2) ? T{0} : specialElement<T>(random);
+}
 
 constexpr Filling<Real32> elements32{positiveElement<Real32, -126, 127>, specialElement<Real32>};
 constexpr Filling<Real64> elements64{positiveElement<Real64, -1022, 1023>, specialElement<Real64>};
@@ -116,14 +120,17 @@ TEST(Sqrt, StaysAccurateOnBothSidesOfTheRangeBounds) {
             const Real32 x = bits32(pattern);
             if (std::isinf(x)) continue;
             const double root = std::sqrt(static_cast<double>(x));
-            const auto near = [](double got, double wanted, double limit) { return std::abs(got - wanted) <= limit * wanted; };
+            const auto near = [](double got, double wanted, double limit) {
+                return std::abs(got - wanted) <= limit * wanted;
+            };
             EXPECT_TRUE(near(alone(oktsSqrt_32f_A24, x).value, root, 0x1p-23)) << pattern;
             EXPECT_TRUE(near(among(oktsSqrt_32f_A24, x, 4.0f, 8, 3).value, root, 0x1p-23)) << pattern;
             EXPECT_TRUE(near(alone(oktsInvSqrt_32f_A24, x).value, 1 / root, 0x1p-23)) << pattern;
             EXPECT_TRUE(near(among(oktsInvSqrt_32f_A24, x, 4.0f, 8, 3).value, 1 / root, 0x1p-23)) << pattern;
         }
-    constexpr std::uint64_t bounds64[] = {0x0010000000000000, 0x7FEFFFFFFFFFFFFF, 0x0000000000000002, 0x0000000100000000,
-                                          0x000FFFFF00000000, 0x0008000000000000, 0x00100000FFFFFFFF, 0x3FF0000000000000};
+    constexpr std::uint64_t bounds64[] = {0x0010000000000000, 0x7FEFFFFFFFFFFFFF, 0x0000000000000002,
+                                          0x0000000100000000, 0x000FFFFF00000000, 0x0008000000000000,
+                                          0x00100000FFFFFFFF, 0x3FF0000000000000};
     for (const std::uint64_t bound : bounds64)
         for (const std::uint64_t pattern : {bound - 1, bound, bound + 1}) {
             const Real64 x = bits64(pattern);
@@ -139,8 +146,8 @@ TEST(Sqrt, StaysAccurateOnBothSidesOfTheRangeBounds) {
 
 // High words that a comparison as Real32 under denormals-are-zero would take for zeros.
 TEST(Sqrt, TellsSmallNumbersFromZerosByTheirBits) {
-    constexpr std::uint64_t patterns[] = {0x0010000000000000, 0x0023456789ABCDEF, 0x007FFFFF00000000, 0x0000000100000000,
-                                          0x000FFFFFFFFFFFFF};
+    constexpr std::uint64_t patterns[] = {0x0010000000000000, 0x0023456789ABCDEF, 0x007FFFFF00000000,
+                                          0x0000000100000000, 0x000FFFFFFFFFFFFF};
     for (const std::uint64_t pattern : patterns) {
         const Real64 x = bits64(pattern);
         const auto inBlock = among(oktsSqrt_64f_A53, x, 0.0, 8, 2);
@@ -204,10 +211,14 @@ TEST(Sqrt, ABlockAndALoneElementGiveTheSameBits) {
         const auto x = positiveElement<Real32, -126, 127>(random);
         const auto y = positiveElement<Real64, -1022, 1023>(random);
         const auto position = static_cast<std::int32_t>(random.below(8));
-        EXPECT_TRUE(sameBits(among(oktsSqrt_32f_A24, x, 2.0f, 8, position).value, asBits(alone(oktsSqrt_32f_A24, x).value)));
-        EXPECT_TRUE(sameBits(among(oktsSqrt_32f_A24, x, 0.0f, 8, position).value, asBits(alone(oktsSqrt_32f_A24, x).value)));
-        EXPECT_TRUE(sameBits(among(oktsSqrt_64f_A53, y, 2.0, 8, position).value, asBits(alone(oktsSqrt_64f_A53, y).value)));
-        EXPECT_TRUE(sameBits(among(oktsInvSqrt_64f_A53, y, 2.0, 8, position).value, asBits(alone(oktsInvSqrt_64f_A53, y).value)));
+        EXPECT_TRUE(
+            sameBits(among(oktsSqrt_32f_A24, x, 2.0f, 8, position).value, asBits(alone(oktsSqrt_32f_A24, x).value)));
+        EXPECT_TRUE(
+            sameBits(among(oktsSqrt_32f_A24, x, 0.0f, 8, position).value, asBits(alone(oktsSqrt_32f_A24, x).value)));
+        EXPECT_TRUE(
+            sameBits(among(oktsSqrt_64f_A53, y, 2.0, 8, position).value, asBits(alone(oktsSqrt_64f_A53, y).value)));
+        EXPECT_TRUE(sameBits(among(oktsInvSqrt_64f_A53, y, 2.0, 8, position).value,
+                             asBits(alone(oktsInvSqrt_64f_A53, y).value)));
     }
 }
 

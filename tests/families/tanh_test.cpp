@@ -15,7 +15,8 @@ T ordinary(Random& random) {
 }
 template <class T>
 T special(Random& random) {
-    return random.below(2) ? specialElement<T>(random) : ofMagnitude<T>(random, sizeof(T) == 4 ? -126 : -1022, sizeof(T) == 4 ? 127 : 1023);
+    return random.below(2) ? specialElement<T>(random)
+                           : ofMagnitude<T>(random, sizeof(T) == 4 ? -126 : -1022, sizeof(T) == 4 ? 127 : 1023);
 }
 constexpr Filling<Real32> elements32{ordinary<Real32>, special<Real32>};
 constexpr Filling<Real64> elements64{ordinary<Real64>, special<Real64>};
@@ -26,7 +27,8 @@ TEST(Tanh, AgreesWithTheModel) {
 }
 
 TEST(Tanh, AgreesWithTheModelAtTheBoundsOfEveryRow) {
-    expectModelAround<Real32>(oktsTanh_32f_A24, model::Tanh_32f, 0.5f, {0x41200000, 0x7F800000, 0x00800000, 0x00000002});
+    expectModelAround<Real32>(oktsTanh_32f_A24, model::Tanh_32f, 0.5f,
+                              {0x41200000, 0x7F800000, 0x00800000, 0x00000002});
     expectModelAround<Real64>(oktsTanh_64f_A53, model::Tanh_64f, 0.5,
                               {0x4034000000000000, 0x7FF0000000000000, 0x0010000000000000, 0x0000000000000002});
     for (std::uint32_t row = 0; row <= 27; ++row)
@@ -85,8 +87,14 @@ TEST(Tanh, SubnormalsComeBackWithinOneUnit) {
 }
 
 TEST(Tanh, EachLaneOfABlockHasItsOwnClass) {
-    const Real64 src[] = {std::numeric_limits<Real64>::infinity(), 0.5, bits64(0x7FF0000000000005), -0.0,
-                          -std::numeric_limits<Real64>::infinity(), 1e-300, 30, -1};
+    const Real64 src[] = {std::numeric_limits<Real64>::infinity(),
+                          0.5,
+                          bits64(0x7FF0000000000005),
+                          -0.0,
+                          -std::numeric_limits<Real64>::infinity(),
+                          1e-300,
+                          30,
+                          -1};
     for (std::size_t shift = 0; shift < 8; ++shift) {
         Real64 turned[8], dst[8];
         for (std::size_t i = 0; i < 8; ++i) storeBits(turned + i, loadBits(src + (i + shift) % 8));

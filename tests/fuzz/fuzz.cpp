@@ -1,6 +1,6 @@
-// libFuzzer target over (export, bytes): any bytes as elements, at any alignment, under any control state. The export must
-// give what its scalar model gives where it has one, the same bits at every alignment, leave its sources and the control
-// registers alone, and stay inside its arrays, which the address sanitizer watches.
+// libFuzzer target over (export, bytes): any bytes as elements, at any alignment, under any control state. The
+// export must give what its scalar model gives where it has one, the same bits at every alignment, leave its
+// sources and the control registers alone, and stay inside its arrays, which the address sanitizer watches.
 #include "caller.h"
 #include "models/arith_model.h"
 #include "models/atan2_model.h"
@@ -44,26 +44,39 @@ struct Model {
 };
 
 #define OKT_MODEL(name) \
-    Model { #name, &okt::Caller<&okt::model::name>::call }
+    Model { #name, &okt::Caller < &okt::model::name> ::call }
 #define OKT_REAL_MODELS(family) OKT_MODEL(family##_32f), OKT_MODEL(family##_64f)
 #define OKT_COMPLEX_MODELS(family) OKT_MODEL(family##_32fc), OKT_MODEL(family##_64fc)
 
 const Model models[] = {
-    OKT_COMPLEX_MODELS(Abs),     OKT_COMPLEX_MODELS(Mul),    OKT_COMPLEX_MODELS(MulByConj), OKT_COMPLEX_MODELS(Div),
-    OKT_COMPLEX_MODELS(Arg),     OKT_REAL_MODELS(Acos),      OKT_REAL_MODELS(Asin),         OKT_REAL_MODELS(Atan),
-    OKT_REAL_MODELS(Atan2),      OKT_REAL_MODELS(Cbrt),      OKT_REAL_MODELS(CdfNorm),      OKT_REAL_MODELS(CdfNormInv),
-    OKT_REAL_MODELS(Ceil),       OKT_REAL_MODELS(Cos),       OKT_REAL_MODELS(Cosh),         OKT_REAL_MODELS(Div),
-    OKT_REAL_MODELS(Erf),        OKT_REAL_MODELS(Erfc),      OKT_REAL_MODELS(ErfcInv),      OKT_REAL_MODELS(ErfInv),
-    OKT_REAL_MODELS(Exp),        OKT_REAL_MODELS(Expm1),     OKT_REAL_MODELS(Floor),        OKT_REAL_MODELS(Hypot),
-    OKT_REAL_MODELS(Inv),        OKT_REAL_MODELS(InvCbrt),   OKT_REAL_MODELS(InvSqrt),      OKT_REAL_MODELS(Ln),
-    OKT_REAL_MODELS(Log10),      OKT_REAL_MODELS(Log1p),     OKT_REAL_MODELS(Modf),         OKT_REAL_MODELS(NearbyInt),
-    OKT_REAL_MODELS(Pow),        OKT_REAL_MODELS(Pow2o3),    OKT_REAL_MODELS(Pow3o2),       OKT_REAL_MODELS(Powx),
-    OKT_REAL_MODELS(Rint),       OKT_REAL_MODELS(Round),     OKT_REAL_MODELS(Sin),          OKT_REAL_MODELS(SinCos),
-    OKT_REAL_MODELS(Sinh),       OKT_REAL_MODELS(Sqrt),      OKT_REAL_MODELS(Tan),          OKT_REAL_MODELS(Tanh),
-    OKT_REAL_MODELS(Trunc),      OKT_MODEL(Atanh_32f),        OKT_MODEL(ErfInv_64f_A26),
-    OKT_COMPLEX_MODELS(CIS),     OKT_MODEL(Exp_32fc_A11),     OKT_MODEL(Exp_32fc_A24),        OKT_MODEL(Exp_64fc),
-    {"Exp_32fc_A21", &okt::Caller<&okt::model::Exp_32fc_A11>::call},
-    OKT_MODEL(Ln_32fc_A11),      OKT_MODEL(Ln_32fc_A21),      OKT_MODEL(Sqrt_32fc),
+    OKT_COMPLEX_MODELS(Abs),       OKT_COMPLEX_MODELS(Mul),
+    OKT_COMPLEX_MODELS(MulByConj), OKT_COMPLEX_MODELS(Div),
+    OKT_COMPLEX_MODELS(Arg),       OKT_REAL_MODELS(Acos),
+    OKT_REAL_MODELS(Asin),         OKT_REAL_MODELS(Atan),
+    OKT_REAL_MODELS(Atan2),        OKT_REAL_MODELS(Cbrt),
+    OKT_REAL_MODELS(CdfNorm),      OKT_REAL_MODELS(CdfNormInv),
+    OKT_REAL_MODELS(Ceil),         OKT_REAL_MODELS(Cos),
+    OKT_REAL_MODELS(Cosh),         OKT_REAL_MODELS(Div),
+    OKT_REAL_MODELS(Erf),          OKT_REAL_MODELS(Erfc),
+    OKT_REAL_MODELS(ErfcInv),      OKT_REAL_MODELS(ErfInv),
+    OKT_REAL_MODELS(Exp),          OKT_REAL_MODELS(Expm1),
+    OKT_REAL_MODELS(Floor),        OKT_REAL_MODELS(Hypot),
+    OKT_REAL_MODELS(Inv),          OKT_REAL_MODELS(InvCbrt),
+    OKT_REAL_MODELS(InvSqrt),      OKT_REAL_MODELS(Ln),
+    OKT_REAL_MODELS(Log10),        OKT_REAL_MODELS(Log1p),
+    OKT_REAL_MODELS(Modf),         OKT_REAL_MODELS(NearbyInt),
+    OKT_REAL_MODELS(Pow),          OKT_REAL_MODELS(Pow2o3),
+    OKT_REAL_MODELS(Pow3o2),       OKT_REAL_MODELS(Powx),
+    OKT_REAL_MODELS(Rint),         OKT_REAL_MODELS(Round),
+    OKT_REAL_MODELS(Sin),          OKT_REAL_MODELS(SinCos),
+    OKT_REAL_MODELS(Sinh),         OKT_REAL_MODELS(Sqrt),
+    OKT_REAL_MODELS(Tan),          OKT_REAL_MODELS(Tanh),
+    OKT_REAL_MODELS(Trunc),        OKT_MODEL(Atanh_32f),
+    OKT_MODEL(ErfInv_64f_A26),     OKT_COMPLEX_MODELS(CIS),
+    OKT_MODEL(Exp_32fc_A11),       OKT_MODEL(Exp_32fc_A24),
+    OKT_MODEL(Exp_64fc),           {"Exp_32fc_A21", &okt::Caller<&okt::model::Exp_32fc_A11>::call},
+    OKT_MODEL(Ln_32fc_A11),        OKT_MODEL(Ln_32fc_A21),
+    OKT_MODEL(Sqrt_32fc),
 };
 
 const Model* modelOf(const Export& f) {
@@ -84,7 +97,8 @@ const Model* modelOf(const Export& f) {
 // An exactly sized array at an address with the given remainder modulo 16; the sanitizer guards its end.
 class Array {
 public:
-    Array(std::size_t bytes, std::size_t remainder) : storage_(new std::byte[bytes + remainder]), remainder_(remainder), size_(bytes) {}
+    Array(std::size_t bytes, std::size_t remainder)
+        : storage_(new std::byte[bytes + remainder]), remainder_(remainder), size_(bytes) {}
     std::byte* data() const { return storage_.get() + remainder_; }
     Bytes bytes() const { return {data(), data() + size_}; }
     void fill(const Bytes& from) const { std::copy(from.begin(), from.end(), data()); }
@@ -102,8 +116,8 @@ struct Outcome {
 
 // With a remainder every array has its own; without one all are aligned, as the models need them.
 template <class Call>
-Outcome run(const Export& f, const Call& call, const Bytes& src1, const Bytes& src2, const Bytes& scalar, std::int32_t len,
-            std::size_t remainder) {
+Outcome run(const Export& f, const Call& call, const Bytes& src1, const Bytes& src2, const Bytes& scalar,
+            std::int32_t len, std::size_t remainder) {
     const std::size_t out = sizeOf(f.destination) * static_cast<std::size_t>(len);
     const auto further = [=](std::size_t bytes) { return remainder == 0 ? 0 : (remainder + bytes) % 16; };
     const Array a(src1.size(), remainder), b(src2.size(), further(3)), d(out, further(5)), e(out, further(0));
@@ -154,6 +168,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
         run(f, f.call, src1, src2, scalar, len, remainder);
         after = controlState();
     }
-    if (after.x87 != state.x87 || (after.mxcsr & ~stickyFlags) != (state.mxcsr & ~stickyFlags)) fail(f, "changed a control register");
+    if (after.x87 != state.x87 || (after.mxcsr & ~stickyFlags) != (state.mxcsr & ~stickyFlags))
+        fail(f, "changed a control register");
     return 0;
 }

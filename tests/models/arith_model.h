@@ -93,7 +93,7 @@ inline Real64 modulusOf(Complex64 z) {
         h = hNew;
     }
 
-    const Real80 c = 134217729.0L * g; // 2^27 + 1, although the format is wider
+    const Real80 c = 134217729.0L * g;  // 2^27 + 1, although the format is wider
     const Real80 u = c - g;
     const Real80 hi = c - u;
     const Real80 lo = g - hi;
@@ -114,9 +114,7 @@ inline Wide widened(const Complex32& z) { return {z.re, z.im}; }
 
 inline Real64 productReal(Wide a, Wide b) { return ordered::sub(ordered::mul(a.re, b.re), ordered::mul(a.im, b.im)); }
 inline Real64 productImag(Wide a, Wide b) { return ordered::add(ordered::mul(a.re, b.im), ordered::mul(a.im, b.re)); }
-inline Real64 conjugateReal(Wide a, Wide b) {
-    return ordered::add(ordered::mul(a.re, b.re), ordered::mul(a.im, b.im));
-}
+inline Real64 conjugateReal(Wide a, Wide b) { return ordered::add(ordered::mul(a.re, b.re), ordered::mul(a.im, b.im)); }
 inline Real64 conjugateImag(Wide a, Wide b) {
     return ordered::add(ordered::mul(negated(a.re), b.im), ordered::mul(a.im, b.re));
 }
@@ -138,7 +136,7 @@ struct Pair80 {
 };
 
 inline Pair80 split(Real80 x) {
-    const Real80 t = 8589934593.0L * x; // 2^33 + 1
+    const Real80 t = 8589934593.0L * x;  // 2^33 + 1
     const Real80 u = t - x;
     const Real80 hi = t - u;
     const Real80 lo = x - hi;
@@ -186,7 +184,7 @@ inline Real80 plain(Real80 a, Real80 b, Real80 sign, Real80 c, Real80 d) {
     return sign < 0 ? a * b - c * d : a * b + c * d;
 }
 
-} // namespace complexarith
+}  // namespace complexarith
 
 [[gnu::noinline]] inline OktStatus Abs_32fc(const Complex32* src, Real32* dst, std::int32_t len) {
     for (std::int32_t i = 0; i < len; ++i) dst[i] = complexarith::modulusOf(src[i]);
@@ -279,4 +277,4 @@ inline Real80 plain(Real80 a, Real80 b, Real80 sign, Real80 c, Real80 d) {
     return oktStatusOk;
 }
 
-} // namespace okt::model
+}  // namespace okt::model

@@ -40,11 +40,10 @@ inline Real64 wholePi() { return 3.141592653589793 + 1.2246467991473532e-16; }
 
 // ((((c6 z + c5) z + ...) z + c0) z
 inline Real64 lanePolynomial(Real64 z) {
-    const Real64 c[] = {-0.06313688776899645, 0.07683539769703819,  -0.0909079559611586, 0.11111110301985087,
+    const Real64 c[] = {-0.06313688776899645, 0.07683539769703819, -0.0909079559611586, 0.11111110301985087,
                         -0.1428571428262597,  0.19999999999994408, -0.3333333333333333};
     Real64 p = c[0];
-    for (int k = 1; k < 7; ++k)
-        p = p * z + c[k];
+    for (int k = 1; k < 7; ++k) p = p * z + c[k];
     return p * z;
 }
 
@@ -102,8 +101,7 @@ inline Real64 general(Real64 y, Real64 x) {
         const std::uint32_t uc = (uq & 0x7FF00000u) | ((uq & 0x00080000u) + 0x00040000u);
         const Real64 c = fromBits(std::uint64_t{uc} << 32);
         std::uint32_t i = (uq - 0x3FC00000u) >> 19;
-        if (i > 113u)
-            i = 113u;
+        if (i > 113u) i = 113u;
         tableHead = tables::atanPairTable[2 * i];
         tableTail = tables::atanPairTable[2 * i + 1];
 
@@ -158,28 +156,20 @@ inline Real64 lane(Real64 y, Real64 x, bool single) {
     const std::uint64_t sy = signBit(y);
     const bool negative = signBit(x) != 0;
     // The sum y + x keeps the payload of its first NaN operand.
-    if (isNaN(y))
-        return quiet(y);
-    if (isNaN(x))
-        return quiet(x);
+    if (isNaN(y)) return quiet(y);
+    if (isNaN(x)) return quiet(x);
     if (isInfinite(y)) {
-        if (!isInfinite(x))
-            return orSign(halfPi(), sy);
-        if (!negative)
-            return orSign(0.7853981633974483 + 3.061616997868383e-17, sy);
+        if (!isInfinite(x)) return orSign(halfPi(), sy);
+        if (!negative) return orSign(0.7853981633974483 + 3.061616997868383e-17, sy);
         return orSign(2.356194490192345 + 9.184850993605148e-17, sy);
     }
-    if (isInfinite(x))
-        return orSign(negative ? wholePi() : 0.0, sy);
-    if (isZero(y))
-        return negative ? orSign(wholePi(), sy) : y;
-    if (isZero(x))
-        return orSign(halfPi(), sy);
+    if (isInfinite(x)) return orSign(negative ? wholePi() : 0.0, sy);
+    if (isZero(y)) return negative ? orSign(wholePi(), sy) : y;
+    if (isZero(x)) return orSign(halfPi(), sy);
 
     const int d = biasedExponent(y) - biasedExponent(x);
     if (d < -53) {
-        if (negative)
-            return orSign(wholePi(), sy);
+        if (negative) return orSign(wholePi(), sy);
         const Real64 q = magnitude(y) / magnitude(x);
         Real64 result;
         if (single) {
@@ -193,10 +183,8 @@ inline Real64 lane(Real64 y, Real64 x, bool single) {
         }
         return orSign(result, sy);
     }
-    if (d >= 74)
-        return orSign(halfPi(), sy);
-    if (d >= 54)
-        return orSign((6.123233995736766e-17 - x / magnitude(y)) + 1.5707963267948966, sy);
+    if (d >= 74) return orSign(halfPi(), sy);
+    if (d >= 54) return orSign((6.123233995736766e-17 - x / magnitude(y)) + 1.5707963267948966, sy);
     return general(y, x);
 }
 
@@ -214,8 +202,7 @@ inline Real64 atan2Main64(Real64 y, Real64 x) {
     const Real64 a2 = a - a1, b2 = b - b1;
 
     int interval = 4;
-    for (const Real64 limit : {0.4375, 1.1875, 2.4375, 0.6875})
-        interval -= upperWord(a) > upperWord(limit * b);
+    for (const Real64 limit : {0.4375, 1.1875, 2.4375, 0.6875}) interval -= upperWord(a) > upperWord(limit * b);
     const Real64 c = tables::atanScale[interval];
     const std::uint64_t mask = tables::atanMask[interval];
     const Real64 head = tables::atanHead[interval], tail = tables::atanTail[interval];
@@ -237,8 +224,7 @@ inline Real64 atan2Main64(Real64 y, Real64 x) {
     // Reciprocal of dh from its leading bits; upper and lower words are worked apart.
     const std::uint32_t leading = std::uint32_t(asBits(dh) >> 29) & 0x007FFFFFu;
     const std::uint64_t seed = std::uint64_t{asBits(approximateInverse(fromBits(leading | 0x3F800000u)))} << 29;
-    const std::uint32_t upper =
-        (0x7FE00000u - (upperWord(dh) & 0x7FF00000u)) + std::uint32_t(seed >> 32) - 0x07F00000u;
+    const std::uint32_t upper = (0x7FE00000u - (upperWord(dh) & 0x7FF00000u)) + std::uint32_t(seed >> 32) - 0x07F00000u;
     const Real64 r = fromBits(std::uint64_t{upper} << 32 | (seed & 0xFFFFFFFFu));
 
     const Real64 e = (dh * r - 1.0) + dl * r;
@@ -360,8 +346,8 @@ void angles32(Operands operands, Real32* dst, std::int32_t len) {
         bool inRange = true;
         for (std::int32_t k = 0; k < count; ++k) {
             const auto [y, x] = operands(i + k);
-            inRange = inRange && (block ? inBlockRange32(y) && inBlockRange32(x)
-                                        : inElementRange32(y) && inElementRange32(x));
+            inRange = inRange &&
+                      (block ? inBlockRange32(y) && inBlockRange32(x) : inElementRange32(y) && inElementRange32(x));
         }
         for (std::int32_t k = 0; k < count; ++k) {
             const auto [y, x] = operands(i + k);
@@ -376,7 +362,7 @@ struct Point {
     Real y, x;
 };
 
-} // namespace atan2
+}  // namespace atan2
 
 inline OktStatus Atan2_32f(const Real32* src1, const Real32* src2, Real32* dst, std::int32_t len) {
     atan2::angles32([&](std::int32_t i) { return atan2::Point<Real32>{src1[i], src2[i]}; }, dst, len);
@@ -398,4 +384,4 @@ inline OktStatus Arg_64fc(const Complex64* src, Real64* dst, std::int32_t len) {
     return oktStatusOk;
 }
 
-} // namespace okt::model
+}  // namespace okt::model

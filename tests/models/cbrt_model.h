@@ -44,15 +44,15 @@ inline Parts32 parts32(Kind kind, Real32 magnitude) {
     const Real64 m = fromBits((b & 0x007FFFFFU) | 0x3F800000U);
     std::uint32_t exponent = b & 0x7F800000;
     if (kind == Kind::invCbrt) exponent = 0x7F000000 - exponent;
-    const std::uint32_t high = exponent >> 16;                // e shifted left by 7
-    const std::uint32_t product = high * 0xAAAB >> 16;        // 2/3 of it
-    const std::uint32_t r = product >> 4 & 3;                 // e modulo 3
-    const std::uint32_t third = (product << 16) >> 1;         // the lane shifted right by one
+    const std::uint32_t high = exponent >> 16;          // e shifted left by 7
+    const std::uint32_t product = high * 0xAAAB >> 16;  // 2/3 of it
+    const std::uint32_t r = product >> 4 & 3;           // e modulo 3
+    const std::uint32_t third = (product << 16) >> 1;   // the lane shifted right by one
     const std::uint32_t field = ((third >> 16) + 0x2A60) & 0x7F80;
     const Real32 S = fromBits(field << 16);
 
     const Real64 p = polynomial32(kind, m);
-    const Real64 t = p * tables::cbrtScalePairs[2 * r]; // row r0 = r, r1 = 0: the lower lane's factor
+    const Real64 t = p * tables::cbrtScalePairs[2 * r];  // row r0 = r, r1 = 0: the lower lane's factor
     return {static_cast<Real32>(t), S};
 }
 
@@ -76,8 +76,8 @@ inline Real32 blended32(Kind kind, Real32 x) {
         value = 1.0F;
         multiplier = asBits(x);
     } else if (small && b != 0) {
-        value = value * fromBits(0x7E800000U);                                  // 2^126
-        multiplier = sign | (kind == Kind::cbrt ? 0x2A800000U : 0x54800000U);   // 2^-42 or 2^42
+        value = value * fromBits(0x7E800000U);                                 // 2^126
+        multiplier = sign | (kind == Kind::cbrt ? 0x2A800000U : 0x54800000U);  // 2^-42 or 2^42
     } else if (small) {
         multiplier = sign;
     }
@@ -155,7 +155,7 @@ inline Real64 element64(Kind kind, Real64 x, OktStatus& status) {
         return fromBits(sign | 0x7FF0000000000000);
     }
     if (e == 0) {
-        const Real64 up = fromBits(std::uint64_t{0x7E30000000000000});   // 2^996
+        const Real64 up = fromBits(std::uint64_t{0x7E30000000000000});                         // 2^996
         const Real64 down = fromBits(kind == Kind::cbrt ? std::uint64_t{0x2B30000000000000}    // 2^-332
                                                         : std::uint64_t{0x54B0000000000000});  // 2^332
         return main64(kind, x * up) * down;
@@ -173,7 +173,7 @@ inline OktStatus run64(Kind kind, const Real64* src, Real64* dst, std::int32_t l
     return status;
 }
 
-} // namespace cuberoot
+}  // namespace cuberoot
 
 [[gnu::noinline]] inline OktStatus Cbrt_32f(const Real32* src, Real32* dst, std::int32_t len) {
     return cuberoot::run32(cuberoot::Kind::cbrt, src, dst, len);
@@ -188,4 +188,4 @@ inline OktStatus run64(Kind kind, const Real64* src, Real64* dst, std::int32_t l
     return cuberoot::run64(cuberoot::Kind::invCbrt, src, dst, len);
 }
 
-} // namespace okt::model
+}  // namespace okt::model

@@ -29,8 +29,7 @@ inline constexpr Real32 s3 = real32(0xBE2AAAA3), s5 = real32(0x3C08839D), s7 = r
 inline constexpr Real32 c2 = real32(0xBF000000), c4 = real32(0x3D2AAAA5);
 inline constexpr Real32 c6 = real32(0xBAB6061A), c8 = real32(0x37CCF5CE);
 
-inline Real32 realExp(Real32 x)
-{
+inline Real32 realExp(Real32 x) {
     const Real32 t = x * invLn2x128 + shift32;
     const Real32 m = t - shift32;
     const std::uint32_t j = asBits(t) & 0x7F;
@@ -42,13 +41,9 @@ inline Real32 realExp(Real32 x)
     return (p * hi + hi) * scale;
 }
 
-inline Real32 negatedByBit1(Real32 x, std::uint32_t word)
-{
-    return fromBits(asBits(x) ^ ((word & 2U) << 30));
-}
+inline Real32 negatedByBit1(Real32 x, std::uint32_t word) { return fromBits(asBits(x) ^ ((word & 2U) << 30)); }
 
-inline Complex32 packed(Complex32 z)
-{
+inline Complex32 packed(Complex32 z) {
     const Real32 E = realExp(z.re);
     const Real32 b = z.im;
     const Real32 u = b * twoOverPi + shiftIm;
@@ -65,17 +60,11 @@ inline Complex32 packed(Complex32 z)
     return {re * E, im * E};
 }
 
-inline bool flagged(Complex32 z)
-{
-    return magnitude(z.re) > boundRe || magnitude(z.im) > boundIm;
-}
+inline bool flagged(Complex32 z) { return magnitude(z.re) > boundRe || magnitude(z.im) > boundIm; }
 
-inline Complex32 element(Complex32 z)
-{
-    return flagged(z) ? throughKernel(complexExpKernel, z) : packed(z);
-}
+inline Complex32 element(Complex32 z) { return flagged(z) ? throughKernel(complexExpKernel, z) : packed(z); }
 
-} // namespace complex_exp32
+}  // namespace complex_exp32
 
 namespace complex_exp64 {
 
@@ -98,25 +87,18 @@ inline constexpr Real64 e5 = real64(0x3F8111123AAF20D3), e6 = real64(0x3F56C16A1
 inline constexpr std::uint64_t splitMask = 0xFFFFFFFFF8000000;
 inline constexpr std::uint64_t upperMask = 0xFFFFFFFF00000000;
 
-inline Real64 masked(Real64 x, std::uint64_t mask)
-{
-    return fromBits(asBits(x) & mask);
-}
+inline Real64 masked(Real64 x, std::uint64_t mask) { return fromBits(asBits(x) & mask); }
 
-inline bool passes(Real64 x)
-{
-    return masked(x, 0x7FFFFFFFFFFFFFFF) < bound;
-}
+inline bool passes(Real64 x) { return masked(x, 0x7FFFFFFFFFFFFFFF) < bound; }
 
 // The argument of e^a: a = (64k + j)*ln 2/64 + rho.
 struct RealPart {
     Real64 rho;
     std::uint64_t j;
-    Real64 scale; // 2^k
+    Real64 scale;  // 2^k
 };
 
-inline RealPart reduced(Real64 a)
-{
+inline RealPart reduced(Real64 a) {
     const Real64 t = a * invLn2x64 + shift64;
     const Real64 m = t - shift64;
     const Real64 rho = (a - L1 * m) - L2 * m;
@@ -130,8 +112,7 @@ struct Angle {
     Real64 r, l, sp, cp;
 };
 
-inline Angle reducedAngle(Real64 b, Real64 tail, bool isLong)
-{
+inline Angle reducedAngle(Real64 b, Real64 tail, bool isLong) {
     const Real64 t = b * thirtyTwoOverPi + shift64;
     const Real64 m = t - shift64;
     const Real64 r1 = b - stepPi1 * m;
@@ -148,8 +129,7 @@ struct Pair {
     Real64 main, low;
 };
 
-inline Pair fromRow(std::uint64_t number, const Angle& angle)
-{
+inline Pair fromRow(std::uint64_t number, const Angle& angle) {
     const Real64* row = &tables::sinCosTable[4 * (number & 63U)];
     const Real64 cosTail = row[0], sinHead = row[1], sinTail = row[2], cosHead = row[3];
     const Real64 r = angle.r;
@@ -167,8 +147,7 @@ inline Pair fromRow(std::uint64_t number, const Angle& angle)
 }
 
 // The double-precision kernel for Complex32.
-inline Complex32 packedShort(Complex32 z)
-{
+inline Complex32 packedShort(Complex32 z) {
     const RealPart part = reduced(static_cast<Real64>(z.re));
     const Real64 rho = part.rho;
     const Real64 P = ((real64(0x3FC5555555555555) * rho + 0.5) * rho) * rho + rho;
@@ -183,15 +162,13 @@ inline Complex32 packedShort(Complex32 z)
     return {static_cast<Real32>(re), static_cast<Real32>(im)};
 }
 
-inline Complex32 elementShort(Complex32 z)
-{
+inline Complex32 elementShort(Complex32 z) {
     const bool inRange = passes(static_cast<Real64>(z.re)) && passes(static_cast<Real64>(z.im));
     return inRange ? packedShort(z) : throughKernel(complexExpKernel, z);
 }
 
 // The double-length kernel for Complex64.
-inline Complex64 packedLong(Complex64 z)
-{
+inline Complex64 packedLong(Complex64 z) {
     const RealPart part = reduced(z.re);
     const Real64 rho = part.rho;
     const Real64 P = ((((((e6 * rho + e5) * rho + e4) * rho + e3) * rho + 0.5) * rho) * rho) + rho;
@@ -226,13 +203,9 @@ inline Complex64 packedLong(Complex64 z)
     return {re, Xh * scale + Y * scale};
 }
 
-inline Complex64 element(Complex64 z)
-{
-    return passes(z.re) && passes(z.im) ? packedLong(z) : complexExpKernel(z);
-}
+inline Complex64 element(Complex64 z) { return passes(z.re) && passes(z.im) ? packedLong(z) : complexExpKernel(z); }
 
-inline Complex64 cis(Real64 x)
-{
+inline Complex64 cis(Real64 x) {
     const int exponent = static_cast<int>((asBits(x) >> 52) & 0x7FF);
     const Real64 magnitude = masked(x, 0x7FFFFFFFFFFFFFFF);
     if (exponent == 0x7FF) {
@@ -240,15 +213,13 @@ inline Complex64 cis(Real64 x)
         return {nan, nan};
     }
     if (exponent < 0x303) {
-        if (asBits(magnitude) == 0)
-            return {1.0, x};
+        if (asBits(magnitude) == 0) return {1.0, x};
         return {1.0 - magnitude, ((x * 0x1p55) - x) * 0x1p-55};
     }
     Real64 head = x;
     Real64 tail = 0.0;
     int quadrant = 0;
-    if (exponent >= 0x410)
-        quadrant = reduceQuarterPi(x, head, tail);
+    if (exponent >= 0x410) quadrant = reduceQuarterPi(x, head, tail);
     Angle angle = reducedAngle(head, tail, true);
     angle.n += 16U * static_cast<std::uint64_t>(quadrant);
     const Pair sine = fromRow(angle.n, angle);
@@ -256,37 +227,31 @@ inline Complex64 cis(Real64 x)
     return {cosine.main + cosine.low, sine.main + sine.low};
 }
 
-inline Complex32 cis32(Real32 x)
-{
-    const Complex64 value = cis(opaque(static_cast<Real64>(x))); // a conversion there and back must not fall away
+inline Complex32 cis32(Real32 x) {
+    const Complex64 value = cis(opaque(static_cast<Real64>(x)));  // a conversion there and back must not fall away
     return {static_cast<Real32>(value.re), static_cast<Real32>(value.im)};
 }
 
-} // namespace complex_exp64
+}  // namespace complex_exp64
 
-inline OktStatus Exp_32fc_A11(const Complex32* src, Complex32* dst, std::int32_t len)
-{
+inline OktStatus Exp_32fc_A11(const Complex32* src, Complex32* dst, std::int32_t len) {
     return complex::each(complex_exp32::element, src, dst, len);
 }
 
-inline OktStatus Exp_32fc_A24(const Complex32* src, Complex32* dst, std::int32_t len)
-{
+inline OktStatus Exp_32fc_A24(const Complex32* src, Complex32* dst, std::int32_t len) {
     return complex::each(complex_exp64::elementShort, src, dst, len);
 }
 
-inline OktStatus Exp_64fc(const Complex64* src, Complex64* dst, std::int32_t len)
-{
+inline OktStatus Exp_64fc(const Complex64* src, Complex64* dst, std::int32_t len) {
     return complex::each(complex_exp64::element, src, dst, len);
 }
 
-inline OktStatus CIS_32fc(const Real32* src, Complex32* dst, std::int32_t len)
-{
+inline OktStatus CIS_32fc(const Real32* src, Complex32* dst, std::int32_t len) {
     return complex::each(complex_exp64::cis32, src, dst, len);
 }
 
-inline OktStatus CIS_64fc(const Real64* src, Complex64* dst, std::int32_t len)
-{
+inline OktStatus CIS_64fc(const Real64* src, Complex64* dst, std::int32_t len) {
     return complex::each(complex_exp64::cis, src, dst, len);
 }
 
-} // namespace okt::model
+}  // namespace okt::model

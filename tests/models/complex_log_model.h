@@ -4,9 +4,9 @@
 #include "complex/log_block_tables.h"
 #include "complex_support.h"
 
+#include <emmintrin.h>
 #include <algorithm>
 #include <cmath>
-#include <emmintrin.h>
 
 namespace okt::model {
 
@@ -22,37 +22,23 @@ struct Squares {
     Real64 a, b, sum;
 };
 
-inline Squares squares(Complex32 z)
-{
+inline Squares squares(Complex32 z) {
     const Real64 a = static_cast<Real64>(z.re);
     const Real64 b = static_cast<Real64>(z.im);
     return {a * a, b * b, a * a + b * b};
 }
 
-inline bool isFar(const Squares& s)
-{
-    return std::fabs(s.sum - 1.0) > nearBound;
-}
+inline bool isFar(const Squares& s) { return std::fabs(s.sum - 1.0) > nearBound; }
 
-inline Real64 aboveOne(const Squares& s)
-{
-    return (std::max(s.a, s.b) - 1.0) + std::min(s.a, s.b);
-}
+inline Real64 aboveOne(const Squares& s) { return (std::max(s.a, s.b) - 1.0) + std::min(s.a, s.b); }
 
-inline std::uint32_t signBit(Real32 x)
-{
-    return asBits(x) & 0x80000000U;
-}
+inline std::uint32_t signBit(Real32 x) { return asBits(x) & 0x80000000U; }
 
 // --- fast ---------------------------------------------------------------------------------------------------------
 
-inline bool fastFlag(Real32 x)
-{
-    return magnitude(x) < 0x01000000U || magnitude(x) >= 0x7D000000U;
-}
+inline bool fastFlag(Real32 x) { return magnitude(x) < 0x01000000U || magnitude(x) >= 0x7D000000U; }
 
-inline Real32 fastReal(Complex32 z)
-{
+inline Real32 fastReal(Complex32 z) {
     const Squares s = squares(z);
     if (!isFar(s)) {
         const Real32 w = static_cast<Real32>(aboveOne(s));
@@ -74,8 +60,7 @@ inline Real32 fastReal(Complex32 z)
     return 0.5F * L;
 }
 
-inline Real32 fastImaginary(Complex32 z)
-{
+inline Real32 fastImaginary(Complex32 z) {
     const Real32 A = std::fabs(z.re);
     const Real32 B = std::fabs(z.im);
     const bool flat = B <= A;
@@ -90,33 +75,23 @@ inline Real32 fastImaginary(Complex32 z)
     const Real32 even = y * real32(0x3E1E481B) + real32(0x3F7FF145);
     Real32 v = (odd + even) * t + base;
     v = fromBits(asBits(v) | signBit(z.re));
-    if (z.re <= 0.0F)
-        v = v + pi;
+    if (z.re <= 0.0F) v = v + pi;
     return fromBits(asBits(v) | signBit(z.im));
 }
 
-inline Complex32 fastElement(Complex32 z)
-{
-    if (fastFlag(z.re) || fastFlag(z.im))
-        return throughKernel(complexLogKernel, z);
+inline Complex32 fastElement(Complex32 z) {
+    if (fastFlag(z.re) || fastFlag(z.im)) return throughKernel(complexLogKernel, z);
     return {fastReal(z), fastImaginary(z)};
 }
 
 // --- middle -------------------------------------------------------------------------------------------------------
 
 // A subnormal under denormals-are-zero counts as the zero of its sign.
-inline Real32 zeroed(Real32 x)
-{
-    return opaque(x) == 0.0F ? fromBits(signBit(x)) : x;
-}
+inline Real32 zeroed(Real32 x) { return opaque(x) == 0.0F ? fromBits(signBit(x)) : x; }
 
-inline bool middleFlag(Real32 x)
-{
-    return magnitude(x) == 0 || magnitude(x) > 0x7F7FFFFFU;
-}
+inline bool middleFlag(Real32 x) { return magnitude(x) == 0 || magnitude(x) > 0x7F7FFFFFU; }
 
-inline Real32 middleReal(Complex32 z)
-{
+inline Real32 middleReal(Complex32 z) {
     const Squares s = squares(z);
     if (!isFar(s)) {
         const Real64 w = aboveOne(s);
@@ -152,8 +127,7 @@ inline Real32 middleReal(Complex32 z)
     return static_cast<Real32>(L * 0.5);
 }
 
-inline Real32 middleImaginary(Complex32 z)
-{
+inline Real32 middleImaginary(Complex32 z) {
     const Real32 A = std::fabs(z.re);
     const Real32 B = std::fabs(z.im);
     const bool steep = A < B;
@@ -169,24 +143,20 @@ inline Real32 middleImaginary(Complex32 z)
     return half * std::copysign(1.0F, z.im);
 }
 
-inline Complex32 middleElement(Complex32 source)
-{
+inline Complex32 middleElement(Complex32 source) {
     const Complex32 z{zeroed(source.re), zeroed(source.im)};
-    if (middleFlag(z.re) || middleFlag(z.im))
-        return throughKernel(complexLogKernel, z);
+    if (middleFlag(z.re) || middleFlag(z.im)) return throughKernel(complexLogKernel, z);
     return {middleReal(z), middleImaginary(z)};
 }
 
-} // namespace complex_log
+}  // namespace complex_log
 
-inline OktStatus Ln_32fc_A11(const Complex32* src, Complex32* dst, std::int32_t len)
-{
+inline OktStatus Ln_32fc_A11(const Complex32* src, Complex32* dst, std::int32_t len) {
     return complex::each(complex_log::fastElement, src, dst, len);
 }
 
-inline OktStatus Ln_32fc_A21(const Complex32* src, Complex32* dst, std::int32_t len)
-{
+inline OktStatus Ln_32fc_A21(const Complex32* src, Complex32* dst, std::int32_t len) {
     return complex::each(complex_log::middleElement, src, dst, len);
 }
 
-} // namespace okt::model
+}  // namespace okt::model

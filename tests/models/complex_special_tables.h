@@ -63,8 +63,8 @@ inline constexpr auto cisCells = std::to_array<RealCell>({
 inline double axisAngle(double a, double b) {
     const bool steepA = std::isinf(a), flatB = b == 0, steepB = std::isinf(b);
     const double left = negative(a) ? pi : 0.0;
-    double angle = pi / 2;                                   // a is small beside b
-    if (flatB || (steepA && !steepB)) angle = left;          // b is small beside a, or both are zeros
+    double angle = pi / 2;                           // a is small beside b
+    if (flatB || (steepA && !steepB)) angle = left;  // b is small beside a, or both are zeros
     if (steepA && steepB) angle = negative(a) ? 0x1.2d97c7f3321d2p1 : pi / 4;
     return withSignOf(angle, b);
 }
@@ -75,7 +75,9 @@ Expected angleOf(double a, double b) {
     return decimal ? about(angle * 0x1.bcb7b1526e50ep-2) : exactly(angle);
 }
 template <bool decimal>
-Expected logOf(double magnitude) { return about(decimal ? std::log10(magnitude) : std::log(magnitude)); }
+Expected logOf(double magnitude) {
+    return about(decimal ? std::log10(magnitude) : std::log(magnitude));
+}
 
 inline Values finiteOrInfiniteClass(bool single) { return joined(finite(single), infinite(single)); }
 

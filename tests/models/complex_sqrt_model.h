@@ -3,8 +3,8 @@
 
 #include "complex_support.h"
 
-#include <cmath>
 #include <emmintrin.h>
+#include <cmath>
 
 namespace okt::model {
 
@@ -12,14 +12,10 @@ namespace complex_sqrt {
 
 using namespace complex;
 
-inline bool passes(Real32 x)
-{
-    return asSigned(magnitude(x) + 0x00800000U) > 0x01000000;
-}
+inline bool passes(Real32 x) { return asSigned(magnitude(x) + 0x00800000U) > 0x01000000; }
 
 // The processor's estimate of 1/sqrt(v), with all its bits.
-inline Real64 seed(Real64 v)
-{
+inline Real64 seed(Real64 v) {
     const std::uint64_t pattern = asBits(v);
     const std::uint64_t significand = (pattern & 0x001FFFFFFFFFFFFF) + (std::uint64_t{0x07E00000} << 32);
     const Real32 reduced = fromBits(static_cast<std::uint32_t>(significand >> 29));
@@ -28,8 +24,7 @@ inline Real64 seed(Real64 v)
     return fromBits((std::uint64_t{asBits(estimate)} << 29) - (halfExponent - 0x57F0000000000000));
 }
 
-inline Complex32 packed(Complex32 z)
-{
+inline Complex32 packed(Complex32 z) {
     const Real64 X = static_cast<Real64>(z.re);
     const Real64 Y = static_cast<Real64>(z.im);
     const Real64 m = std::sqrt(X * X + Y * Y);
@@ -46,16 +41,14 @@ inline Complex32 packed(Complex32 z)
     return {re, fromBits(asBits(im) | (asBits(z.im) & 0x80000000U))};
 }
 
-inline Complex32 element(Complex32 z)
-{
+inline Complex32 element(Complex32 z) {
     return passes(z.re) && passes(z.im) ? packed(z) : throughKernel(complexSqrtKernel, z);
 }
 
-} // namespace complex_sqrt
+}  // namespace complex_sqrt
 
-inline OktStatus Sqrt_32fc(const Complex32* src, Complex32* dst, std::int32_t len)
-{
+inline OktStatus Sqrt_32fc(const Complex32* src, Complex32* dst, std::int32_t len) {
     return complex::each(complex_sqrt::element, src, dst, len);
 }
 
-} // namespace okt::model
+}  // namespace okt::model

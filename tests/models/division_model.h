@@ -15,7 +15,8 @@ inline bool allOnes(Real64 x) { return (asBits(x) & 0x7FF0000000000000) == 0x7FF
 inline bool zeroBits(Real32 x) { return (asBits(x) & 0x7FFFFFFF) == 0; }
 inline bool zeroBits(Real64 x) { return (asBits(x) & 0x7FFFFFFFFFFFFFFF) == 0; }
 
-template <class T> OktStatus inverse(const T* src, T* dst, std::int32_t len) {
+template <class T>
+OktStatus inverse(const T* src, T* dst, std::int32_t len) {
     OktStatus status = oktStatusOk;
     for (std::int32_t i = 0; i < len; ++i) {
         const T x = src[i];
@@ -28,7 +29,7 @@ template <class T> OktStatus inverse(const T* src, T* dst, std::int32_t len) {
     return status;
 }
 
-} // namespace division
+}  // namespace division
 
 // The zero test is on the bits: a subnormal divisor never warns.
 [[gnu::noinline]] inline OktStatus Div_32f(const Real32* src1, const Real32* src2, Real32* dst, std::int32_t len) {
@@ -72,4 +73,4 @@ template <class T> OktStatus inverse(const T* src, T* dst, std::int32_t len) {
     return division::inverse(src, dst, len);
 }
 
-} // namespace okt::model
+}  // namespace okt::model

@@ -22,11 +22,10 @@ inline constexpr std::uint32_t underflowZero32 = 0xC2CE8ED1;
 // e^x before and apart from its scale.
 struct Unscaled {
     Real32 value;
-    std::uint32_t scale; // pattern of 2^k
+    std::uint32_t scale;  // pattern of 2^k
 };
 
-inline Unscaled unscaled(Real32 x)
-{
+inline Unscaled unscaled(Real32 x) {
     const Real32 scaledX = x * invLn2x128;
     const Real32 t = scaledX + shift32;
     const Real32 m = t - shift32;
@@ -39,20 +38,15 @@ inline Unscaled unscaled(Real32 x)
     return {p * hi + hi, scale};
 }
 
-inline Real32 mainPath(Real32 x)
-{
+inline Real32 mainPath(Real32 x) {
     const Unscaled y = unscaled(x);
     return y.value * fromBits(y.scale);
 }
 
-inline bool inMainRange(Real32 x)
-{
-    return (asBits(x) & 0x7FFFFFFF) < boundLow32;
-}
+inline bool inMainRange(Real32 x) { return (asBits(x) & 0x7FFFFFFF) < boundLow32; }
 
 // A subnormal result: e^x = 2^n 2^r in double precision, rounded once by the narrowing.
-inline Real32 gradualUnderflow(Real32 x)
-{
+inline Real32 gradualUnderflow(Real32 x) {
     constexpr Real64 log2e = real64(0x3FF71547652B82FE);
     constexpr Real64 shift = real64(0x4338000000000000);
     constexpr Real64 a0 = real64(0x3FF00000002614FF);
@@ -75,52 +69,43 @@ inline Real32 gradualUnderflow(Real32 x)
     return static_cast<Real32>((even + odd) * scale);
 }
 
-inline Real32 element(Real32 x, OktStatus& status)
-{
+inline Real32 element(Real32 x, OktStatus& status) {
     const std::uint32_t b = asBits(x);
     const std::uint32_t a = b & 0x7FFFFFFF;
     const bool positive = b == a;
 
-    if (a > 0x7F800000)
-        return x + x;
-    if (a == 0x7F800000)
-        return positive ? x : 0.0F;
-    if (a < boundLow32)
-        return mainPath(x);
+    if (a > 0x7F800000) return x + x;
+    if (a == 0x7F800000) return positive ? x : 0.0F;
+    if (a < boundLow32) return mainPath(x);
     if (positive && b >= overflow32) {
         status = oktStatusOverflow;
         return opaque(0x1p127F) * opaque(0x1p127F);
     }
     if (positive) {
         const Unscaled y = unscaled(x);
-        if (y.scale <= 0x7F000000)
-            return y.value * fromBits(y.scale);
+        if (y.scale <= 0x7F000000) return y.value * fromBits(y.scale);
         const Real32 half = y.value * 0x1p127F;
         return half * 2.0F;
     }
     status = oktStatusUnderflow;
-    if (b >= underflowZero32)
-        return opaque(0x1p-126F) * opaque(0x1p-126F);
+    if (b >= underflowZero32) return opaque(0x1p-126F) * opaque(0x1p-126F);
     return gradualUnderflow(x);
 }
 
-} // namespace exp32
+}  // namespace exp32
 
-inline OktStatus Exp_32f(const Real32* src, Real32* dst, std::int32_t len)
-{
+inline OktStatus Exp_32f(const Real32* src, Real32* dst, std::int32_t len) {
     OktStatus status = oktStatusOk;
     std::int32_t at = 0;
     for (; len - at >= 8; at += 8) {
         bool passes = true;
-        for (int lane = 0; lane < 8; ++lane)
-            passes = passes && exp32::inMainRange(src[at + lane]);
+        for (int lane = 0; lane < 8; ++lane) passes = passes && exp32::inMainRange(src[at + lane]);
         for (int lane = 0; lane < 8; ++lane) {
             const Real32 x = src[at + lane];
             dst[at + lane] = passes ? exp32::mainPath(x) : exp32::element(x, status);
         }
     }
-    for (; at < len; ++at)
-        dst[at] = exp32::element(src[at], status);
+    for (; at < len; ++at) dst[at] = exp32::element(src[at], status);
     return status;
 }
 
@@ -142,11 +127,10 @@ inline constexpr std::uint32_t boundHigh64 = 0x4086232B;
 
 struct Unscaled {
     Real64 value;
-    Real64 t; // the shifted quotient; its low bits hold n
+    Real64 t;  // the shifted quotient; its low bits hold n
 };
 
-inline Unscaled unscaled(Real64 x)
-{
+inline Unscaled unscaled(Real64 x) {
     const Real64 scaledX = x * invLn2x64;
     const Real64 t = scaledX + shift64;
     const Real64 m = t - shift64;
@@ -161,30 +145,22 @@ inline Unscaled unscaled(Real64 x)
 }
 
 // The exponent field of 2^k after `biases` biases were added to n = 64k + j.
-inline std::uint64_t exponentField(Real64 t, std::uint32_t biases)
-{
+inline std::uint64_t exponentField(Real64 t, std::uint32_t biases) {
     const std::uint64_t low = lowWord(t) + biases * scaleBias;
     return (low << 46) & exponentMask;
 }
 
-inline Real64 mainPath(Real64 x)
-{
+inline Real64 mainPath(Real64 x) {
     const Unscaled y = unscaled(x);
     return y.value * fromBits(exponentField(y.t, 1));
 }
 
-inline bool inMainRange(Real64 x)
-{
-    return highMagnitude(x) < boundHigh64;
-}
+inline bool inMainRange(Real64 x) { return highMagnitude(x) < boundHigh64; }
 
-inline Real64 fixUp(Real64 x, OktStatus& status)
-{
+inline Real64 fixUp(Real64 x, OktStatus& status) {
     const std::uint64_t magnitude = asBits(x) & 0x7FFFFFFFFFFFFFFF;
-    if (magnitude > 0x7FF0000000000000)
-        return fromBits(std::uint64_t{0xFFFFFFFFFFFFFFFF});
-    if (magnitude == 0x7FF0000000000000)
-        return magnitude == asBits(x) ? x : 0.0;
+    if (magnitude > 0x7FF0000000000000) return fromBits(std::uint64_t{0xFFFFFFFFFFFFFFFF});
+    if (magnitude == 0x7FF0000000000000) return magnitude == asBits(x) ? x : 0.0;
     if (x <= real64(0xC0874910D52D3052)) {
         status = oktStatusUnderflow;
         return 0.0;
@@ -206,17 +182,15 @@ inline Real64 fixUp(Real64 x, OktStatus& status)
     return mainPath(x);
 }
 
-} // namespace exp64
+}  // namespace exp64
 
-inline OktStatus Exp_64f(const Real64* src, Real64* dst, std::int32_t len)
-{
+inline OktStatus Exp_64f(const Real64* src, Real64* dst, std::int32_t len) {
     OktStatus status = oktStatusOk;
     std::int32_t at = 0;
-    std::int32_t needed = 8; // a loop that is under way has begun the next block and leaves when less than two remain
+    std::int32_t needed = 8;  // a loop that is under way has begun the next block and leaves when less than two remain
     while (len - at >= needed) {
         bool passes = true;
-        for (int lane = 0; lane < 8; ++lane)
-            passes = passes && exp64::inMainRange(src[at + lane]);
+        for (int lane = 0; lane < 8; ++lane) passes = passes && exp64::inMainRange(src[at + lane]);
         for (int lane = 0; lane < 8; ++lane) {
             const Real64 x = src[at + lane];
             dst[at + lane] = passes ? exp64::mainPath(x) : exp64::fixUp(x, status);
@@ -231,4 +205,4 @@ inline OktStatus Exp_64f(const Real64* src, Real64* dst, std::int32_t len)
     return status;
 }
 
-} // namespace okt::model
+}  // namespace okt::model

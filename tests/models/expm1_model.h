@@ -30,8 +30,8 @@ struct Parts {
     Real64 Eh, El, th, tl;
 };
 
-template <bool isReal32> Parts parts(Real64 x)
-{
+template <bool isReal32>
+Parts parts(Real64 x) {
     const Real64 w = x * log2e128 + shifter;
     const std::int32_t n = asSigned(lowWord(w));
     const Real64 kd = w - shifter;
@@ -64,13 +64,12 @@ template <bool isReal32> Parts parts(Real64 x)
     return {e, Eh, El, tables::expm1Table[2 * index + 1], tables::expm1Table[2 * index]};
 }
 
-inline Real64 smallScale(std::int32_t e)
-{
+inline Real64 smallScale(std::int32_t e) {
     return static_cast<Real64>(fromBits((static_cast<std::uint32_t>(e) << 23) + 0x3F800000U));
 }
 
-template <bool isReal32> Real64 bigPath(Real64 x, OktStatus& status)
-{
+template <bool isReal32>
+Real64 bigPath(Real64 x, OktStatus& status) {
     const std::uint64_t magnitude = asBits(x) & 0x7FFFFFFFFFFFFFFF;
     const bool minus = magnitude != asBits(x);
     if (!minus && magnitude <= plusLimit) {
@@ -79,10 +78,8 @@ template <bool isReal32> Real64 bigPath(Real64 x, OktStatus& status)
         const Real64 scale = fromBits(static_cast<std::uint64_t>(p.e + 511) << 52);
         return (y * scale) * 0x1p512;
     }
-    if (magnitude > 0x7FF0000000000000)
-        return x;
-    if (magnitude == 0x7FF0000000000000)
-        return minus ? -1.0 : x;
+    if (magnitude > 0x7FF0000000000000) return x;
+    if (magnitude == 0x7FF0000000000000) return minus ? -1.0 : x;
     if (!minus) {
         status = oktStatusOverflow;
         return opaque(huge) * opaque(huge);
@@ -90,12 +87,11 @@ template <bool isReal32> Real64 bigPath(Real64 x, OktStatus& status)
     return opaque(-1.0) + tiny;
 }
 
-template <bool isReal32> Real64 element(Real64 x, OktStatus& status)
-{
+template <bool isReal32>
+Real64 element(Real64 x, OktStatus& status) {
     const std::uint32_t ix = highMagnitude(x);
 
-    if (ix >= 0x4055A92D)
-        return bigPath<isReal32>(x, status);
+    if (ix >= 0x4055A92D) return bigPath<isReal32>(x, status);
 
     if (asSigned(highWord(x)) > 0x404419EC) {
         const Parts p = parts<isReal32>(x);
@@ -107,8 +103,7 @@ template <bool isReal32> Real64 element(Real64 x, OktStatus& status)
         const Real64 s = smallScale(p.e);
         const Real64 A = (p.th * p.Eh) * s;
         const Real64 B = ((p.Eh + p.El) * p.tl + p.th * p.El) * s;
-        if (ix >= 0x4042388E && ix <= 0x404586F1)
-            return A + (B - 1.0);
+        if (ix >= 0x4042388E && ix <= 0x404586F1) return A + (B - 1.0);
         const Real64 z = A - 1.0;
         const Real64 c = (1.0 + z) - A;
         return z + (B - c);
@@ -121,13 +116,12 @@ template <bool isReal32> Real64 element(Real64 x, OktStatus& status)
         return x + v * ((0.5 + odd) + even);
     }
 
-    if ((ix | lowWord(x)) == 0)
-        return x;
+    if ((ix | lowWord(x)) == 0) return x;
     return x + opaque(tiny) * opaque(tiny);
 }
 
-template <class Real> OktStatus loop(const Real* src, Real* dst, std::int32_t len)
-{
+template <class Real>
+OktStatus loop(const Real* src, Real* dst, std::int32_t len) {
     OktStatus status = oktStatusOk;
     for (std::int32_t at = 0; at < len; ++at) {
         const Real x = src[at];
@@ -141,16 +135,10 @@ template <class Real> OktStatus loop(const Real* src, Real* dst, std::int32_t le
     return status;
 }
 
-} // namespace expm1
+}  // namespace expm1
 
-inline OktStatus Expm1_32f(const Real32* src, Real32* dst, std::int32_t len)
-{
-    return expm1::loop(src, dst, len);
-}
+inline OktStatus Expm1_32f(const Real32* src, Real32* dst, std::int32_t len) { return expm1::loop(src, dst, len); }
 
-inline OktStatus Expm1_64f(const Real64* src, Real64* dst, std::int32_t len)
-{
-    return expm1::loop(src, dst, len);
-}
+inline OktStatus Expm1_64f(const Real64* src, Real64* dst, std::int32_t len) { return expm1::loop(src, dst, len); }
 
-} // namespace okt::model
+}  // namespace okt::model

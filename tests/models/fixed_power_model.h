@@ -20,8 +20,8 @@ struct Pair {
     Real64 lo;
 };
 
-inline constexpr Real64 splitSmall = 134217729.0;     // 2^27 + 1
-inline constexpr Real64 splitBig = 8796093022209.0;   // 2^43 + 1
+inline constexpr Real64 splitSmall = 134217729.0;    // 2^27 + 1
+inline constexpr Real64 splitBig = 8796093022209.0;  // 2^43 + 1
 
 inline Pair split(Real64 a, Real64 constant) {
     const Real64 p = constant * a;
@@ -58,14 +58,15 @@ inline Real64 higherOrders(Real64 v) {
     return v * sum;
 }
 
-template <class T> T twoThirds(T element) {
+template <class T>
+T twoThirds(T element) {
     if (allOnes(element) || element == T(0.0)) return ordered::mul(element, element);
 
     const Real64 x = element;
     Real64 w = fromBits(asBits(x) & 0x7FFFFFFFFFFFFFFF);
     int bias = 0;
     if (fieldZero(element)) {
-        w = w * fromBits(std::uint64_t{0x52B0000000000000}); // 2^300
+        w = w * fromBits(std::uint64_t{0x52B0000000000000});  // 2^300
         bias = 100;
     }
 
@@ -123,7 +124,8 @@ template <class T> T twoThirds(T element) {
     }
 }
 
-template <class T> T threeHalves(T element, OktStatus& status) {
+template <class T>
+T threeHalves(T element, OktStatus& status) {
     const auto domain = [&status] {
         // The processor's own NaN, its sign bit set.
         const T result = static_cast<T>(ordered::div(0.0, 0.0));
@@ -142,7 +144,7 @@ template <class T> T threeHalves(T element, OktStatus& status) {
     Real64 w = x;
     int bias = 0;
     if (fieldZero(element)) {
-        w = x * fromBits(std::uint64_t{0x4C70000000000000}); // 2^200
+        w = x * fromBits(std::uint64_t{0x4C70000000000000});  // 2^200
         bias = 100;
     }
     const seedroot::Root root = seedroot::root(w);
@@ -158,18 +160,20 @@ template <class T> T threeHalves(T element, OktStatus& status) {
     }
 }
 
-template <class T> OktStatus runTwoThirds(const T* src, T* dst, std::int32_t len) {
+template <class T>
+OktStatus runTwoThirds(const T* src, T* dst, std::int32_t len) {
     for (std::int32_t i = 0; i < len; ++i) dst[i] = twoThirds(src[i]);
     return oktStatusOk;
 }
 
-template <class T> OktStatus runThreeHalves(const T* src, T* dst, std::int32_t len) {
+template <class T>
+OktStatus runThreeHalves(const T* src, T* dst, std::int32_t len) {
     OktStatus status = oktStatusOk;
     for (std::int32_t i = 0; i < len; ++i) dst[i] = threeHalves(src[i], status);
     return status;
 }
 
-} // namespace fixedpower
+}  // namespace fixedpower
 
 [[gnu::noinline]] inline OktStatus Pow2o3_32f(const Real32* src, Real32* dst, std::int32_t len) {
     return fixedpower::runTwoThirds(src, dst, len);
@@ -184,4 +188,4 @@ template <class T> OktStatus runThreeHalves(const T* src, T* dst, std::int32_t l
     return fixedpower::runThreeHalves(src, dst, len);
 }
 
-} // namespace okt::model
+}  // namespace okt::model

@@ -28,7 +28,7 @@ inline std::uint32_t upperWord(Real64 x) { return static_cast<std::uint32_t>(asB
 inline constexpr Real32 infinity32 = std::numeric_limits<Real32>::infinity();
 inline constexpr Real64 infinity64 = std::numeric_limits<Real64>::infinity();
 
-} // namespace hyper
+}  // namespace hyper
 
 // ---------------------------------------------------------------------------------------------------------------
 // Sinh and Cosh on 32f, in 80-bit arithmetic.
@@ -52,14 +52,12 @@ struct Reduced {
     Real80 M;
 };
 
-inline Real64 powerOfTwo(std::uint32_t n)
-{
+inline Real64 powerOfTwo(std::uint32_t n) {
     const std::uint32_t upper = ((n + 0xFF80u) & 0x1FFC0u) << 14;
     return fromBits(std::uint64_t{upper} << 32);
 }
 
-inline Reduced reduced(Real32 x)
-{
+inline Reduced reduced(Real32 x) {
     const Real80 u = static_cast<Real80>(x) * static_cast<Real80>(log2e);
     const Real80 t = u + static_cast<Real80>(shift196608);
     const Real32 w = static_cast<Real32>(t);
@@ -71,8 +69,7 @@ inline Reduced reduced(Real32 x)
     return {f, P, M};
 }
 
-inline Real32 sinhMain(Real32 x)
-{
+inline Real32 sinhMain(Real32 x) {
     constexpr Real64 K0 = real64(0x3FEFFFFFFFFF626B);
     constexpr Real64 K2 = real64(0x3FCEBFC2EC2DEDAE);
     constexpr Real64 L1 = real64(0x3FE62E42FEF9E28E);
@@ -85,8 +82,7 @@ inline Real32 sinhMain(Real32 x)
     return static_cast<Real32>(Pe * (P - M) + Po * (P + M));
 }
 
-inline Real32 coshMain(Real32 x)
-{
+inline Real32 coshMain(Real32 x) {
     constexpr Real64 K0 = real64(0x3FF000000001D8C0);
     constexpr Real64 K2 = real64(0x3FCEBFBA4E02D234);
     constexpr Real64 L1 = real64(0x3FE62E48530B0530);
@@ -97,56 +93,46 @@ inline Real32 coshMain(Real32 x)
     return static_cast<Real32>(Pe * (P + M) + Po * (P - M));
 }
 
-inline Real32 sinhElement(Real32 x, OktStatus& status)
-{
+inline Real32 sinhElement(Real32 x, OktStatus& status) {
     const std::uint32_t a = asBits(x) & 0x7FFFFFFFu;
     if (a >= sinhLimit32) {
-        if (a > infinityPattern)
-            return x + x;
+        if (a > infinityPattern) return x + x;
         if (a < infinityPattern) {
             status = oktStatusOverflow;
             warning::raiseFlag(status);
         }
         return orBits(infinity32, signBit(x));
     }
-    if (a < sinhTiny32)
-        return x;
+    if (a < sinhTiny32) return x;
     return sinhMain(x);
 }
 
-inline Real32 coshElement(Real32 x, OktStatus& status)
-{
+inline Real32 coshElement(Real32 x, OktStatus& status) {
     const std::uint32_t a = asBits(x) & 0x7FFFFFFFu;
     if (a >= sinhLimit32) {
-        if (a > infinityPattern)
-            return x + x;
+        if (a > infinityPattern) return x + x;
         if (a < infinityPattern) {
             status = oktStatusOverflow;
             warning::raiseFlag(status);
         }
         return infinity32;
     }
-    if (a < coshTiny32)
-        return 1.0F;
+    if (a < coshTiny32) return 1.0F;
     return coshMain(x);
 }
 
-} // namespace hyper32
+}  // namespace hyper32
 
 // Blocks of four lanes and the rest take the same steps, and warnings are stored in element order in both.
-inline OktStatus Sinh_32f(const Real32* src, Real32* dst, std::int32_t len)
-{
+inline OktStatus Sinh_32f(const Real32* src, Real32* dst, std::int32_t len) {
     OktStatus status = oktStatusOk;
-    for (std::int32_t at = 0; at < len; ++at)
-        dst[at] = hyper32::sinhElement(src[at], status);
+    for (std::int32_t at = 0; at < len; ++at) dst[at] = hyper32::sinhElement(src[at], status);
     return status;
 }
 
-inline OktStatus Cosh_32f(const Real32* src, Real32* dst, std::int32_t len)
-{
+inline OktStatus Cosh_32f(const Real32* src, Real32* dst, std::int32_t len) {
     OktStatus status = oktStatusOk;
-    for (std::int32_t at = 0; at < len; ++at)
-        dst[at] = hyper32::coshElement(src[at], status);
+    for (std::int32_t at = 0; at < len; ++at) dst[at] = hyper32::coshElement(src[at], status);
     return status;
 }
 
@@ -188,13 +174,9 @@ struct Reduced {
     Real64 b2;
 };
 
-inline Real64 powerOfTwo(std::uint64_t n)
-{
-    return fromBits(((n + 0xFF80u) << 46) & infinityPattern);
-}
+inline Real64 powerOfTwo(std::uint64_t n) { return fromBits(((n + 0xFF80u) << 46) & infinityPattern); }
 
-inline Reduced reduced(Real64 a)
-{
+inline Reduced reduced(Real64 a) {
     const Real64 t = a * sixtyFourOverLn2 + roundShifter;
     const Real64 n = t - roundShifter;
     const Real64 r = (a - n * ln2Head64) - n * ln2Tail64;
@@ -208,17 +190,14 @@ inline Reduced reduced(Real64 a)
 }
 
 // x is the magnitude in a block and the element itself outside; the polynomial is odd.
-inline Real64 sinhSmall(Real64 x)
-{
+inline Real64 sinhSmall(Real64 x) {
     const Real64 w = x * x;
     return x + ((Y3 * w + Y2) * w + Y1) * w * x;
 }
 
-inline Real64 sinhMain(Real64 x, bool inBlock)
-{
+inline Real64 sinhMain(Real64 x, bool inBlock) {
     const Real64 a = magnitude(x);
-    if (upperWord(a) < middleLimit)
-        return inBlock ? orBits(sinhSmall(a), signBit(x)) : sinhSmall(x);
+    if (upperWord(a) < middleLimit) return inBlock ? orBits(sinhSmall(a), signBit(x)) : sinhSmall(x);
 
     const auto [r, j, A, a2, B, b2] = reduced(a);
     const Real64 s = A + a2;
@@ -231,8 +210,7 @@ inline Real64 sinhMain(Real64 x, bool inBlock)
     return orBits(y, signBit(x));
 }
 
-inline Real64 coshMain(Real64 x)
-{
+inline Real64 coshMain(Real64 x) {
     const auto [r, j, A, a2, B, b2] = reduced(magnitude(x));
     const Real64 s = A + a2;
     const Real64 d = B + b2;
@@ -243,11 +221,9 @@ inline Real64 coshMain(Real64 x)
 }
 
 // Second pass over an element; `sign` is ORed into what it makes, `y` is the result of the main path.
-inline Real64 fixedUp(Real64 x, Real64 y, std::uint64_t sign, OktStatus& status)
-{
+inline Real64 fixedUp(Real64 x, Real64 y, std::uint64_t sign, OktStatus& status) {
     const std::uint64_t bits = asBits(magnitude(x));
-    if (upperWord(magnitude(x)) < fixUpLimit || bits < scaledLimit)
-        return y;
+    if (upperWord(magnitude(x)) < fixUpLimit || bits < scaledLimit) return y;
     if (bits < overflowLimit) {
         const Reduced v = reduced(magnitude(x));
         const bool scaled = bits < unscaledLimit;
@@ -260,31 +236,28 @@ inline Real64 fixedUp(Real64 x, Real64 y, std::uint64_t sign, OktStatus& status)
         status = oktStatusOverflow;
         return orBits(infinity64, sign);
     }
-    if (bits == infinityPattern)
-        return orBits(infinity64, sign);
+    if (bits == infinityPattern) return orBits(infinity64, sign);
     return fromBits(allOnes);
 }
 
-} // namespace hyper64
+}  // namespace hyper64
 
-inline OktStatus Sinh_64f(const Real64* src, Real64* dst, std::int32_t len)
-{
+inline OktStatus Sinh_64f(const Real64* src, Real64* dst, std::int32_t len) {
     OktStatus status = oktStatusOk;
     const std::int32_t blocks = len - len % 4;
     for (std::int32_t at = 0; at < len; ++at) {
         const Real64 x = src[at];
-        const volatile Real64 y = hyper64::sinhMain(x, at < blocks); // also where the second pass makes the result
+        const volatile Real64 y = hyper64::sinhMain(x, at < blocks);  // also where the second pass makes the result
         dst[at] = hyper64::fixedUp(x, y, hyper64::signBit(x), status);
     }
     return status;
 }
 
-inline OktStatus Cosh_64f(const Real64* src, Real64* dst, std::int32_t len)
-{
+inline OktStatus Cosh_64f(const Real64* src, Real64* dst, std::int32_t len) {
     OktStatus status = oktStatusOk;
     for (std::int32_t at = 0; at < len; ++at) {
         const Real64 x = src[at];
-        const volatile Real64 y = hyper64::coshMain(x); // also where the second pass makes the result
+        const volatile Real64 y = hyper64::coshMain(x);  // also where the second pass makes the result
         dst[at] = hyper64::fixedUp(x, y, 0, status);
     }
     return status;
@@ -302,61 +275,48 @@ inline constexpr std::uint64_t signMask = 0x8000000000000000;
 
 enum LaneClass { finite, infinite, notANumber };
 
-inline Real64 selected(LaneClass laneClass, Real64 polynomial, Real64 argument)
-{
+inline Real64 selected(LaneClass laneClass, Real64 polynomial, Real64 argument) {
     const std::uint64_t* masks = &tables::tanhSelect[4 * laneClass];
     return fromBits((asBits(polynomial) & masks[0]) | (asBits(1.0) & masks[1]) | (asBits(argument) & masks[2]));
 }
 
-inline std::int32_t row32(Real32 x)
-{
+inline std::int32_t row32(Real32 x) {
     std::int32_t row = static_cast<std::int32_t>(asBits(x) & 0x7FE00000u) - 0x3DE00000;
-    if (row < 0)
-        row = 0;
-    if (row > 0x3400000)
-        row = 0x3400000;
+    if (row < 0) row = 0;
+    if (row > 0x3400000) row = 0x3400000;
     return row >> 21;
 }
 
-inline LaneClass laneClass32(Real32 x)
-{
+inline LaneClass laneClass32(Real32 x) {
     const std::uint32_t a = asBits(x) & 0x7FFFFFFFu;
     return a < 0x7F800000u ? finite : a == 0x7F800000u ? infinite : notANumber;
 }
 
-inline Real32 element32(Real32 x)
-{
+inline Real32 element32(Real32 x) {
     const Real64 widened = static_cast<Real64>(x);
     Real64 a = magnitude(widened);
     const Real64* c = &tables::tanhRows32[8 * row32(x)];
-    if (!(10.0 >= a))
-        a = 0.0;
+    if (!(10.0 >= a)) a = 0.0;
     const Real64 p = (((((c[6] * a + c[5]) * a + c[4]) * a + c[3]) * a + c[2]) * a + c[1]) * a + c[0];
     return static_cast<Real32>(selected(laneClass32(x), orBits(p, signBit(widened)), widened));
 }
 
-inline std::int32_t row64(Real64 x)
-{
+inline std::int32_t row64(Real64 x) {
     std::int32_t row = static_cast<std::int32_t>(upperWord(x) & 0x7FFE0000u) - 0x3FBE0000;
-    if (row < 0)
-        row = 0;
-    if (row > 0x760000)
-        row = 0x760000;
+    if (row < 0) row = 0;
+    if (row > 0x760000) row = 0x760000;
     return row >> 17;
 }
 
-inline LaneClass laneClass64(Real64 x)
-{
+inline LaneClass laneClass64(Real64 x) {
     const std::uint64_t a = asBits(magnitude(x));
     return a < 0x7FF0000000000000u ? finite : a == 0x7FF0000000000000u ? infinite : notANumber;
 }
 
-inline Real64 polynomial64(const Real64* row, Real64 a)
-{
+inline Real64 polynomial64(const Real64* row, Real64 a) {
     const Real64 d = a + row[12];
     Real64 p = row[11];
-    for (int k = 10; k >= 3; --k)
-        p = p * d + row[k];
+    for (int k = 10; k >= 3; --k) p = p * d + row[k];
     p = p * d;
 
     const Real64 s = row[2] + p;
@@ -378,25 +338,21 @@ inline Real64 polynomial64(const Real64* row, Real64 a)
     return ((e + L) + row[0]) + S;
 }
 
-inline Real64 element64(Real64 x)
-{
-    const volatile Real64 y = polynomial64(&tables::tanhRows64[16 * row64(x)], magnitude(x)); // also where not selected
+inline Real64 element64(Real64 x) {
+    const volatile Real64 y =
+        polynomial64(&tables::tanhRows64[16 * row64(x)], magnitude(x));  // also where not selected
     return selected(laneClass64(x), orBits(y, signBit(x)), x);
 }
 
-} // namespace tanh_rows
+}  // namespace tanh_rows
 
-inline OktStatus Tanh_32f(const Real32* src, Real32* dst, std::int32_t len)
-{
-    for (std::int32_t at = 0; at < len; ++at)
-        dst[at] = tanh_rows::element32(src[at]);
+inline OktStatus Tanh_32f(const Real32* src, Real32* dst, std::int32_t len) {
+    for (std::int32_t at = 0; at < len; ++at) dst[at] = tanh_rows::element32(src[at]);
     return oktStatusOk;
 }
 
-inline OktStatus Tanh_64f(const Real64* src, Real64* dst, std::int32_t len)
-{
-    for (std::int32_t at = 0; at < len; ++at)
-        dst[at] = tanh_rows::element64(src[at]);
+inline OktStatus Tanh_64f(const Real64* src, Real64* dst, std::int32_t len) {
+    for (std::int32_t at = 0; at < len; ++at) dst[at] = tanh_rows::element64(src[at]);
     return oktStatusOk;
 }
 
@@ -422,16 +378,13 @@ inline constexpr Real32 halfLn2Tail = real32(0x353FBE8E);
 inline constexpr std::uint32_t logCarry = 0x004AFB0D;
 
 template <std::size_t count>
-Real32 horner(const std::uint32_t (&coefficients)[count], Real32 x)
-{
+Real32 horner(const std::uint32_t (&coefficients)[count], Real32 x) {
     Real32 sum = real32(coefficients[0]);
-    for (std::size_t k = 1; k < count; ++k)
-        sum = sum * x + real32(coefficients[k]);
+    for (std::size_t k = 1; k < count; ++k) sum = sum * x + real32(coefficients[k]);
     return sum;
 }
 
-inline Real32 central(Real32 a)
-{
+inline Real32 central(Real32 a) {
     const bool mid = asBits(a) > atanhLimit1;
     const Real32 c = mid ? atanhCentre : 0.0F;
     const Real32 t = (c - a) / (a * c - 1.0F);
@@ -440,8 +393,7 @@ inline Real32 central(Real32 a)
     return p * z * t + t + (mid ? atanhTail : 0.0F) + (mid ? atanhHead : 0.0F);
 }
 
-inline Real32 logarithm(Real32 a)
-{
+inline Real32 logarithm(Real32 a) {
     const Real32 v = fromBits(asBits(a) + 0x00800000u) / (1.0F - a);
     const Real32 y = v + 1.0F;
     const std::uint32_t e = asBits(y) & 0x7F800000u;
@@ -454,13 +406,11 @@ inline Real32 logarithm(Real32 a)
 }
 
 // Both parts are computed for every element, with their flags; the special results replace theirs.
-inline Real32 element(Real32 x, OktStatus& status)
-{
+inline Real32 element(Real32 x, OktStatus& status) {
     const Real32 a = magnitude(x);
     const volatile Real32 centralPart = central(a);
     const volatile Real32 logarithmPart = logarithm(a);
-    if (asBits(a) > 0x7F800000u)
-        return x;
+    if (asBits(a) > 0x7F800000u) return x;
     if (asBits(a) > one) {
         status = oktStatusDomain;
         return real32(0xFFC00000);
@@ -472,13 +422,11 @@ inline Real32 element(Real32 x, OktStatus& status)
     return orBits(asBits(a) < atanhLimit2 ? centralPart : logarithmPart, signBit(x));
 }
 
-} // namespace atanh32
+}  // namespace atanh32
 
-inline OktStatus Atanh_32f(const Real32* src, Real32* dst, std::int32_t len)
-{
+inline OktStatus Atanh_32f(const Real32* src, Real32* dst, std::int32_t len) {
     OktStatus status = oktStatusOk;
-    for (std::int32_t at = 0; at < len; ++at)
-        dst[at] = atanh32::element(src[at], status);
+    for (std::int32_t at = 0; at < len; ++at) dst[at] = atanh32::element(src[at], status);
     return status;
 }
 
@@ -491,59 +439,47 @@ namespace inverse_hyper {
 
 using namespace hyper;
 
-template <class Real> // Real32 or Real64
-bool exponentAllOnes(Real x)
-{
+template <class Real>  // Real32 or Real64
+bool exponentAllOnes(Real x) {
     return !(magnitude(x) < std::numeric_limits<Real>::infinity());
 }
 
 template <class Real>
-Real outsideDomain(OktStatus& status)
-{
+Real outsideDomain(OktStatus& status) {
     status = oktStatusDomain;
     warning::raiseFlag(status);
     return ordered::div(Real{0}, Real{0});
 }
 
 template <class Real>
-std::optional<Real> asinhPrescribed(Real x)
-{
-    if (exponentAllOnes(x))
-        return x + x;
-    if (magnitude(x) < Real(0x1p-57))
-        return x;
+std::optional<Real> asinhPrescribed(Real x) {
+    if (exponentAllOnes(x)) return x + x;
+    if (magnitude(x) < Real(0x1p-57)) return x;
     return std::nullopt;
 }
 
 template <class Real>
-std::optional<Real> acoshPrescribed(Real x, OktStatus& status)
-{
-    if (x < Real{1}) // minus infinity too; false for a NaN
+std::optional<Real> acoshPrescribed(Real x, OktStatus& status) {
+    if (x < Real{1})  // minus infinity too; false for a NaN
         return outsideDomain<Real>(status);
-    if (exponentAllOnes(x))
-        return x + x;
-    if (x == Real{1})
-        return Real{0};
+    if (exponentAllOnes(x)) return x + x;
+    if (x == Real{1}) return Real{0};
     return std::nullopt;
 }
 
-inline std::optional<Real64> atanhPrescribed(Real64 x, OktStatus& status)
-{
+inline std::optional<Real64> atanhPrescribed(Real64 x, OktStatus& status) {
     const Real64 a = magnitude(x);
-    if (a != a)
-        return x + x;
-    if (a > 1.0)
-        return outsideDomain<Real64>(status);
+    if (a != a) return x + x;
+    if (a > 1.0) return outsideDomain<Real64>(status);
     if (a == 1.0) {
         status = oktStatusSingularity;
         warning::raiseFlag(status);
         return ordered::div(x, 0.0);
     }
-    if (a < 0x1p-57)
-        return x;
+    if (a < 0x1p-57) return x;
     return std::nullopt;
 }
 
-} // namespace inverse_hyper
+}  // namespace inverse_hyper
 
-} // namespace okt::model
+}  // namespace okt::model

@@ -22,7 +22,7 @@ inline Real32 element(Real32 x, Real32 y) {
     Real64 s = wideX * wideX + wideY * wideY;
     int k = 0;
     if ((asBits(static_cast<Real32>(s)) & 0x7F800000) == 0) {
-        s = s * fromBits(std::uint64_t{0x4C70000000000000}); // 2^200
+        s = s * fromBits(std::uint64_t{0x4C70000000000000});  // 2^200
         k = 100;
     }
     const seedroot::Root root = seedroot::root(s);
@@ -41,7 +41,7 @@ inline Real64 element(Real64 x, Real64 y) {
     int k = 0;
     const auto biasedExponent = [](Real64 v) { return asBits(v) >> 52 & 0x7FF; };
     if (biasedExponent(x) < 500 && biasedExponent(y) < 500) {
-        const Real64 smallScale = fromBits(std::uint64_t{0x7E70000000000000}); // 2^1000
+        const Real64 smallScale = fromBits(std::uint64_t{0x7E70000000000000});  // 2^1000
         const Real64 scaledX = x * smallScale;
         const Real64 scaledY = y * smallScale;
         s = scaledX * scaledX + scaledY * scaledY;
@@ -53,7 +53,7 @@ inline Real64 element(Real64 x, Real64 y) {
     return (((root.e2 * root.h) + root.g) * s1) * s2;
 }
 
-} // namespace hypotenuse
+}  // namespace hypotenuse
 
 [[gnu::noinline]] inline OktStatus Hypot_32f(const Real32* src1, const Real32* src2, Real32* dst, std::int32_t len) {
     for (std::int32_t i = 0; i < len; ++i) dst[i] = hypotenuse::element(src1[i], src2[i]);
@@ -64,4 +64,4 @@ inline Real64 element(Real64 x, Real64 y) {
     return oktStatusOk;
 }
 
-} // namespace okt::model
+}  // namespace okt::model

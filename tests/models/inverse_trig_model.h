@@ -46,10 +46,8 @@ inline Real32 asin32(Real32 x, OktStatus& status) {
 
     // Patches.
     if (!(a * a < 1.0f)) {
-        if (a != a)
-            return x;
-        if (a == 1.0f)
-            return orBits(real32(0x3FC90FDB), sign);
+        if (a != a) return x;
+        if (a == 1.0f) return orBits(real32(0x3FC90FDB), sign);
         if (a > 1.0f) {
             status = oktStatusDomain;
             return real32(0xFFC00000);
@@ -82,10 +80,8 @@ inline Real32 acos32(Real32 x, OktStatus& status) {
 
     // Patches.
     if (!(a * a < 1.0f)) {
-        if (a != a)
-            return x;
-        if (a == 1.0f)
-            return negative ? real32(0x40490FDB) : 0.0f;
+        if (a != a) return x;
+        if (a == 1.0f) return negative ? real32(0x40490FDB) : 0.0f;
         if (a > 1.0f) {
             status = oktStatusDomain;
             return real32(0xFFC00000);
@@ -164,12 +160,10 @@ inline Halved halved64(Real64 a) {
                                  0x3F91C49BD43E63F7, 0x3F9F1C71A7CEDD43, 0x3FB333333332DC42};
     const Real64 z2 = z * z;
     Real64 E = real64(even[0]);
-    for (int k = 1; k < 7; ++k)
-        E = E * z2 + real64(even[k]);
+    for (int k = 1; k < 7; ++k) E = E * z2 + real64(even[k]);
     E = E * z;
     Real64 O = real64(odd[0]);
-    for (int k = 1; k < 6; ++k)
-        O = O * z2 + real64(odd[k]);
+    for (int k = 1; k < 6; ++k) O = O * z2 + real64(odd[k]);
     O = O * z2;
     return {big, uh, l, u, E + O};
 }
@@ -177,8 +171,7 @@ inline Halved halved64(Real64 a) {
 inline Real64 asin64(Real64 x, OktStatus& status) {
     const std::uint64_t sign = signBit(x);
     const Real64 a = magnitude(x);
-    if (a == 1.0)
-        return orBits(real64(0x3FF921FB54442D18), sign);
+    if (a == 1.0) return orBits(real64(0x3FF921FB54442D18), sign);
     if (a > 1.0) {
         status = oktStatusDomain;
         return real64(0xFFF8000000000000);
@@ -193,8 +186,7 @@ inline Real64 asin64(Real64 x, OktStatus& status) {
 inline Real64 acos64(Real64 x, OktStatus& status) {
     const std::uint64_t sign = signBit(x);
     const Real64 a = magnitude(x);
-    if (a == 1.0)
-        return sign ? real64(0x400921FB54442D18) : 0.0;
+    if (a == 1.0) return sign ? real64(0x400921FB54442D18) : 0.0;
     if (a > 1.0) {
         status = oktStatusDomain;
         return real64(0xFFF8000000000000);
@@ -253,8 +245,7 @@ inline Real64 atan64(Real64 x) {
     const Real64 a = magnitude(x);
     const std::uint32_t upper = std::uint32_t(asBits(a) >> 32);
     int interval = 4;
-    for (const std::uint32_t limit : {0x3FDC0000u, 0x3FE60000u, 0x3FF30000u, 0x40038000u})
-        interval -= upper > limit;
+    for (const std::uint32_t limit : {0x3FDC0000u, 0x3FE60000u, 0x3FF30000u, 0x40038000u}) interval -= upper > limit;
     const std::uint64_t mask = tables::atanMask[interval];
     const Real64 c = tables::atanScale[interval];
     const Real64 numerator = fromBits(asBits(a) & mask) - c;
@@ -273,48 +264,42 @@ inline Real64 atan64(Real64 x) {
     return orBits(result, sign);
 }
 
-} // namespace inverse_trig
+}  // namespace inverse_trig
 
 // Blocks, passes of two and single elements go through the same steps: the position is not visible.
 
 inline OktStatus Asin_32f(const Real32* src, Real32* dst, std::int32_t len) {
     OktStatus status = oktStatusOk;
-    for (std::int32_t i = 0; i < len; ++i)
-        dst[i] = inverse_trig::asin32(src[i], status);
+    for (std::int32_t i = 0; i < len; ++i) dst[i] = inverse_trig::asin32(src[i], status);
     return status;
 }
 
 inline OktStatus Acos_32f(const Real32* src, Real32* dst, std::int32_t len) {
     OktStatus status = oktStatusOk;
-    for (std::int32_t i = 0; i < len; ++i)
-        dst[i] = inverse_trig::acos32(src[i], status);
+    for (std::int32_t i = 0; i < len; ++i) dst[i] = inverse_trig::acos32(src[i], status);
     return status;
 }
 
 inline OktStatus Asin_64f(const Real64* src, Real64* dst, std::int32_t len) {
     OktStatus status = oktStatusOk;
-    for (std::int32_t i = 0; i < len; ++i)
-        dst[i] = inverse_trig::asin64(src[i], status);
+    for (std::int32_t i = 0; i < len; ++i) dst[i] = inverse_trig::asin64(src[i], status);
     return status;
 }
 
 inline OktStatus Acos_64f(const Real64* src, Real64* dst, std::int32_t len) {
     OktStatus status = oktStatusOk;
-    for (std::int32_t i = 0; i < len; ++i)
-        dst[i] = inverse_trig::acos64(src[i], status);
+    for (std::int32_t i = 0; i < len; ++i) dst[i] = inverse_trig::acos64(src[i], status);
     return status;
 }
 
 inline OktStatus Atan_32f(const Real32* src, Real32* dst, std::int32_t len) {
-    for (std::int32_t i = 0; i < len; ++i)
-        dst[i] = inverse_trig::atan32(src[i]);
+    for (std::int32_t i = 0; i < len; ++i) dst[i] = inverse_trig::atan32(src[i]);
     return oktStatusOk;
 }
 
 inline OktStatus Atan_64f(const Real64* src, Real64* dst, std::int32_t len) {
-    for (std::int32_t i = 0; i < len; ++i)
-        dst[i] = inverse_trig::atan64(src[i]);
+    for (std::int32_t i = 0; i < len; ++i) dst[i] = inverse_trig::atan64(src[i]);
     return oktStatusOk;
 }
 
-} // namespace okt::model
+}  // namespace okt::model

@@ -21,20 +21,15 @@ struct Halves {
     Real64 head, rest;
 };
 
-inline Halves wordHalves(Real64 x)
-{
+inline Halves wordHalves(Real64 x) {
     const Real64 head = cleared(x, 32);
     return {head, x - head};
 }
 
-inline Real64 dekkerHead(Real64 x)
-{
-    return x * split - x * round;
-}
+inline Real64 dekkerHead(Real64 x) { return x * split - x * round; }
 
 // e ln 2 - ln(recip_i) + ln(1 + hi + lo2).
-inline Real64 commonEnd(std::int32_t e, std::uint32_t i, Real64 hi, Real64 lo2)
-{
+inline Real64 commonEnd(std::int32_t e, std::uint32_t i, Real64 hi, Real64 lo2) {
     constexpr Real64 g2 = real64(0xBFE0000000000000);
     constexpr Real64 g3 = real64(0x3FD555555554D0DF);
     constexpr Real64 g4 = real64(0xBFCFFFFFFFFE169D);
@@ -55,8 +50,7 @@ inline Real64 commonEnd(std::int32_t e, std::uint32_t i, Real64 hi, Real64 lo2)
 }
 
 // x >= 2^55: the one is dropped.
-inline Real64 withoutOne(Real64 x)
-{
+inline Real64 withoutOne(Real64 x) {
     const std::uint32_t ix = highMagnitude(x);
     const std::int32_t e = static_cast<std::int32_t>(ix >> 20) - 1023;
     const std::uint32_t i = (ix >> 12) & 0xFF;
@@ -69,8 +63,7 @@ inline Real64 withoutOne(Real64 x)
 }
 
 // 0.0712890625 <= |x| < 2^55: 1 + x scaled by a reciprocal without its rounding.
-inline Real64 withOne(Real64 x)
-{
+inline Real64 withOne(Real64 x) {
     const Real64 t = opaque(1.0 + x);
     const std::uint32_t ht = highWord(t);
     const std::int32_t e = static_cast<std::int32_t>(ht >> 20) - 1023;
@@ -88,8 +81,7 @@ inline Real64 withOne(Real64 x)
 }
 
 // 2^-6 <= |x| < 0.0712890625: x + x^2 (-1/2 + x/3 - ...) with the product in two pieces.
-inline Real64 splitTaylor(Real64 x)
-{
+inline Real64 splitTaylor(Real64 x) {
     constexpr Real64 odd[6] = {real64(0x3FB3FFB2AC7A39A4), real64(0x3FB74544A220006F), real64(0x3FBC71C7998FE202),
                                real64(0x3FC24924922CA0F5), real64(0x3FC9999999999FC9), real64(0x3E75555555453A31)};
     constexpr Real64 even[6] = {real64(0xBFB29D524F0060E0), real64(0xBFB554A46FBCEC87), real64(0xBFB9999A57DF52CC),
@@ -125,8 +117,7 @@ inline Real64 splitTaylor(Real64 x)
 }
 
 // 2^-13 <= |x| < 2^-6: x - x^2/2 in two pieces and a short series.
-inline Real64 splitSquare(Real64 x)
-{
+inline Real64 splitSquare(Real64 x) {
     constexpr Real64 odd[4] = {real64(0x3FBC756A566CE20D), real64(0x3FC2492478D1D116), real64(0x3FC99999999A2B21),
                                real64(0x3FD5555555555555)};
     constexpr Real64 even[4] = {real64(0xBFB99D9A03A0403E), real64(0xBFBFFFFFB94B8A57), real64(0xBFC5555555566AD6),
@@ -150,8 +141,7 @@ inline Real64 splitSquare(Real64 x)
 }
 
 // 2^-57 <= |x| < 2^-13.
-inline Real64 shortSeries(Real64 x)
-{
+inline Real64 shortSeries(Real64 x) {
     constexpr Real64 t2 = real64(0xBFE0000000000000);
     constexpr Real64 t3 = real64(0x3FD5555555555555);
     constexpr Real64 t4 = real64(0xBFD0000003555556);
@@ -160,16 +150,13 @@ inline Real64 shortSeries(Real64 x)
     return x + x * (v * (t3 + t5 * v) + x * (t2 + t4 * v));
 }
 
-inline Real64 element(Real64 x, OktStatus& warning)
-{
+inline Real64 element(Real64 x, OktStatus& warning) {
     const std::uint32_t hx = highWord(x);
     const std::uint32_t ix = highMagnitude(x);
 
     if (ix >= 0x7FF00000) {
-        if (asBits(x) == 0x7FF0000000000000)
-            return x;
-        if (asBits(x) != 0xFFF0000000000000)
-            return opaque(x) * 1.0;
+        if (asBits(x) == 0x7FF0000000000000) return x;
+        if (asBits(x) != 0xFFF0000000000000) return opaque(x) * 1.0;
     }
     if (hx >= 0xBFF00000) {
         if (asBits(x) == asBits(-1.0)) {
@@ -179,23 +166,17 @@ inline Real64 element(Real64 x, OktStatus& warning)
         warning = oktStatusDomain;
         return opaque(real64(0x7FF0000000000000)) * opaque(0.0);
     }
-    if (ix >= 0x43600000)
-        return withoutOne(x);
-    if (ix >= 0x3FB24000)
-        return withOne(x);
-    if (ix >= 0x3F900000)
-        return splitTaylor(x);
-    if (ix >= 0x3F200000)
-        return splitSquare(x);
-    if (ix >= 0x3C600000)
-        return shortSeries(x);
-    if ((ix | lowWord(x)) == 0)
-        return x;
+    if (ix >= 0x43600000) return withoutOne(x);
+    if (ix >= 0x3FB24000) return withOne(x);
+    if (ix >= 0x3F900000) return splitTaylor(x);
+    if (ix >= 0x3F200000) return splitSquare(x);
+    if (ix >= 0x3C600000) return shortSeries(x);
+    if ((ix | lowWord(x)) == 0) return x;
     return x - opaque(tiny) * opaque(tiny);
 }
 
-template <class Real> OktStatus loop(const Real* src, Real* dst, std::int32_t len)
-{
+template <class Real>
+OktStatus loop(const Real* src, Real* dst, std::int32_t len) {
     OktStatus status = oktStatusOk;
     for (std::int32_t at = 0; at < len; ++at) {
         const Real x = src[at];
@@ -209,16 +190,10 @@ template <class Real> OktStatus loop(const Real* src, Real* dst, std::int32_t le
     return status;
 }
 
-} // namespace log1p
+}  // namespace log1p
 
-inline OktStatus Log1p_32f(const Real32* src, Real32* dst, std::int32_t len)
-{
-    return log1p::loop(src, dst, len);
-}
+inline OktStatus Log1p_32f(const Real32* src, Real32* dst, std::int32_t len) { return log1p::loop(src, dst, len); }
 
-inline OktStatus Log1p_64f(const Real64* src, Real64* dst, std::int32_t len)
-{
-    return log1p::loop(src, dst, len);
-}
+inline OktStatus Log1p_64f(const Real64* src, Real64* dst, std::int32_t len) { return log1p::loop(src, dst, len); }
 
-} // namespace okt::model
+}  // namespace okt::model

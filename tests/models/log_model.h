@@ -16,14 +16,10 @@ inline constexpr Real32 a2 = real32(0xBF000000);
 inline constexpr Real32 a3 = real32(0x3EAAAAAB);
 inline constexpr Real32 a4 = real32(0xBE800000);
 
-inline bool passes(Real32 x)
-{
-    return asBits(x) - 0x800000U < 0x7F000000U;
-}
+inline bool passes(Real32 x) { return asBits(x) - 0x800000U < 0x7F000000U; }
 
 // `b` is a normal pattern; the logarithm is that of its value times 2^lift, near one when the mask says so.
-inline Real32 steps(std::uint32_t b, std::int32_t lift, bool nearOne)
-{
+inline Real32 steps(std::uint32_t b, std::int32_t lift, bool nearOne) {
     const std::uint32_t offset = (((b >> 13) & 0x3F8) + 8) & 0x7F0;
     const Real32* entry = &tables::Ln32Table[offset / 4];
     const Real32 hi = entry[0];
@@ -45,16 +41,13 @@ inline Real32 steps(std::uint32_t b, std::int32_t lift, bool nearOne)
     return ((poly + Q) + (nearOne ? 0.0F : B)) + (T + (nearOne ? B : 0.0F));
 }
 
-inline Real32 mainPath(Real32 x)
-{
+inline Real32 mainPath(Real32 x) {
     const std::uint32_t b = asBits(x);
     return steps(b, 0, asSigned(b + 0x407E0000U) > 0x7FFC0000);
 }
 
-inline Real32 element(Real32 x, OktStatus& status)
-{
-    if (passes(x))
-        return mainPath(x);
+inline Real32 element(Real32 x, OktStatus& status) {
+    if (passes(x)) return mainPath(x);
 
     const std::uint32_t b = asBits(x);
     const std::uint32_t magnitude = b & 0x7FFFFFFF;
@@ -64,8 +57,7 @@ inline Real32 element(Real32 x, OktStatus& status)
     }
     if (b < 0x00800000) {
         const int p = static_cast<int>(std::bit_width(b)) - 1;
-        const std::uint32_t normal =
-            ((b << (23 - p)) ^ 0x00800000U) | (static_cast<std::uint32_t>(p + 1) << 23);
+        const std::uint32_t normal = ((b << (23 - p)) ^ 0x00800000U) | (static_cast<std::uint32_t>(p + 1) << 23);
         return steps(normal, -23, false);
     }
     if (b != magnitude && magnitude <= 0x7F800000) {
@@ -75,19 +67,16 @@ inline Real32 element(Real32 x, OktStatus& status)
     return x;
 }
 
-} // namespace ln32
+}  // namespace ln32
 
-inline OktStatus Ln_32f(const Real32* src, Real32* dst, std::int32_t len)
-{
+inline OktStatus Ln_32f(const Real32* src, Real32* dst, std::int32_t len) {
     OktStatus status = oktStatusOk;
     std::int32_t at = 0;
     while (at < len) {
         bool block = len - at >= 8;
-        for (int lane = 0; lane < 8 && block; ++lane)
-            block = ln32::passes(src[at + lane]);
+        for (int lane = 0; lane < 8 && block; ++lane) block = ln32::passes(src[at + lane]);
         if (block) {
-            for (int lane = 0; lane < 8; ++lane)
-                dst[at + lane] = ln32::mainPath(src[at + lane]);
+            for (int lane = 0; lane < 8; ++lane) dst[at + lane] = ln32::mainPath(src[at + lane]);
             at += 8;
             continue;
         }
@@ -113,8 +102,7 @@ struct LnTraits {
     static constexpr Real64 subnormalCorrection = real64(0x404205966F2B4F12);
     static constexpr const Real64* table = tables::Ln64Table;
 
-    static Real64 poly(Real64 r)
-    {
+    static Real64 poly(Real64 r) {
         constexpr Real64 b2 = real64(0xBFDFFFFFFFFFFCA9);
         constexpr Real64 b3 = real64(0x3FD555555555512A);
         constexpr Real64 b4 = real64(0xBFD00000D588D052);
@@ -132,8 +120,7 @@ struct Log10Traits {
     static constexpr Real64 subnormalCorrection = real64(0x402F4E9F6303263E);
     static constexpr const Real64* table = tables::Log10Table64;
 
-    static Real64 poly(Real64 r)
-    {
+    static Real64 poly(Real64 r) {
         constexpr Real64 f1 = real64(0x3F5A7A6CBF2E4108);
         constexpr Real64 f2 = real64(0xBFF27AF2DC77AF28);
         constexpr Real64 f3 = real64(0x3FFC6A02DC962E0F);
@@ -143,13 +130,10 @@ struct Log10Traits {
     }
 };
 
-inline bool passes(Real64 x)
-{
-    return asSigned(highWord(x) - 0x80100000U) < asSigned(0xFFE00000U);
-}
+inline bool passes(Real64 x) { return asSigned(highWord(x) - 0x80100000U) < asSigned(0xFFE00000U); }
 
-template <class Traits> Real64 steps(Real64 x, Real64 correction)
-{
+template <class Traits>
+Real64 steps(Real64 x, Real64 correction) {
     const std::uint32_t h = highWord(x);
     const std::uint32_t offset = (((h & 0xFFC00) + 0x400) & 0x1FF800) >> 6;
     const Real64* entry = &Traits::table[offset / 8];
@@ -177,18 +161,16 @@ template <class Traits> Real64 steps(Real64 x, Real64 correction)
     return (sum - correction) + T;
 }
 
-template <class Traits> Real64 element(Real64 x, OktStatus& status)
-{
-    if (passes(x))
-        return steps<Traits>(x, 0.0);
+template <class Traits>
+Real64 element(Real64 x, OktStatus& status) {
+    if (passes(x)) return steps<Traits>(x, 0.0);
 
     const std::uint64_t magnitude = asBits(x) & 0x7FFFFFFFFFFFFFFF;
     if (magnitude > 0x7FF0000000000000) {
         dropped(opaque(x) * 1.0);
         return x;
     }
-    if (asBits(x) == 0x7FF0000000000000)
-        return x;
+    if (asBits(x) == 0x7FF0000000000000) return x;
     if (magnitude != 0 && magnitude != asBits(x)) {
         status = oktStatusDomain;
         return real64(0xFFF8000000000000);
@@ -200,8 +182,8 @@ template <class Traits> Real64 element(Real64 x, OktStatus& status)
     return steps<Traits>(x * 0x1p52, Traits::subnormalCorrection);
 }
 
-template <class Traits> OktStatus loop(const Real64* src, Real64* dst, std::int32_t len)
-{
+template <class Traits>
+OktStatus loop(const Real64* src, Real64* dst, std::int32_t len) {
     OktStatus status = oktStatusOk;
     std::int32_t at = 0;
     for (; at < (len & ~1); at += 2) {
@@ -211,20 +193,17 @@ template <class Traits> OktStatus loop(const Real64* src, Real64* dst, std::int3
             dst[at + lane] = block ? steps<Traits>(x, 0.0) : element<Traits>(x, status);
         }
     }
-    for (; at < len; ++at)
-        dst[at] = element<Traits>(src[at], status);
+    for (; at < len; ++at) dst[at] = element<Traits>(src[at], status);
     return status;
 }
 
-} // namespace log64
+}  // namespace log64
 
-inline OktStatus Ln_64f(const Real64* src, Real64* dst, std::int32_t len)
-{
+inline OktStatus Ln_64f(const Real64* src, Real64* dst, std::int32_t len) {
     return log64::loop<log64::LnTraits>(src, dst, len);
 }
 
-inline OktStatus Log10_64f(const Real64* src, Real64* dst, std::int32_t len)
-{
+inline OktStatus Log10_64f(const Real64* src, Real64* dst, std::int32_t len) {
     return log64::loop<log64::Log10Traits>(src, dst, len);
 }
 
@@ -241,13 +220,9 @@ inline constexpr Real32 d3 = real32(0x3FE3509F);
 inline constexpr Real32 d4 = real32(0xC04498E8);
 inline constexpr Real32 subnormalCorrection = real32(0x40DD8EDE);
 
-inline bool passes(Real32 x)
-{
-    return asSigned(asBits(x) - 0x80800000U) < asSigned(0xFF000000U);
-}
+inline bool passes(Real32 x) { return asSigned(asBits(x) - 0x80800000U) < asSigned(0xFF000000U); }
 
-inline Real32 steps(Real32 x, Real32 correction)
-{
+inline Real32 steps(Real32 x, Real32 correction) {
     const std::uint32_t b = asBits(x);
     const std::uint32_t offset = (((b & 0x7F8000) + 0x8000) & 0xFF0000) >> 12;
     const Real32* entry = &tables::Log10Table32[offset / 4];
@@ -277,10 +252,8 @@ inline Real32 steps(Real32 x, Real32 correction)
     return (sum - correction) + T;
 }
 
-inline Real32 element(Real32 x, OktStatus& status)
-{
-    if (passes(x))
-        return steps(x, 0.0F);
+inline Real32 element(Real32 x, OktStatus& status) {
+    if (passes(x)) return steps(x, 0.0F);
 
     const std::uint32_t magnitude = asBits(x) & 0x7FFFFFFF;
     if (magnitude == 0) {
@@ -291,8 +264,7 @@ inline Real32 element(Real32 x, OktStatus& status)
         dropped(opaque(x) * 1.0F);
         return x;
     }
-    if (asBits(x) == 0x7F800000)
-        return x;
+    if (asBits(x) == 0x7F800000) return x;
     if (magnitude != asBits(x)) {
         status = oktStatusDomain;
         return real32(0xFFC00000);
@@ -300,24 +272,21 @@ inline Real32 element(Real32 x, OktStatus& status)
     return steps(x * 0x1p23F, subnormalCorrection);
 }
 
-} // namespace log10_32
+}  // namespace log10_32
 
-inline OktStatus Log10_32f(const Real32* src, Real32* dst, std::int32_t len)
-{
+inline OktStatus Log10_32f(const Real32* src, Real32* dst, std::int32_t len) {
     OktStatus status = oktStatusOk;
     std::int32_t at = 0;
     for (; at < (len & ~3); at += 4) {
         bool block = true;
-        for (int lane = 0; lane < 4; ++lane)
-            block = block && log10_32::passes(src[at + lane]);
+        for (int lane = 0; lane < 4; ++lane) block = block && log10_32::passes(src[at + lane]);
         for (int lane = 0; lane < 4; ++lane) {
             const Real32 x = src[at + lane];
             dst[at + lane] = block ? log10_32::steps(x, 0.0F) : log10_32::element(x, status);
         }
     }
-    for (; at < len; ++at)
-        dst[at] = log10_32::element(src[at], status);
+    for (; at < len; ++at) dst[at] = log10_32::element(src[at], status);
     return status;
 }
 
-} // namespace okt::model
+}  // namespace okt::model

@@ -14,7 +14,8 @@ inline bool isInfinity(Real64 x) { return (asBits(x) & 0x7FFFFFFFFFFFFFFF) == 0x
 
 // True if a part is not finite; the result then stands in `result`. An infinity wins over a NaN, and of two NaNs
 // the first one's payload is kept.
-template <class T> bool special(T x, T y, T& result) {
+template <class T>
+bool special(T x, T y, T& result) {
     if (allOnes(x)) {
         if (!allOnes(y)) {
             result = ordered::mul(x, x);
@@ -34,4 +35,4 @@ template <class T> bool special(T x, T y, T& result) {
     return false;
 }
 
-} // namespace okt::model::modulus
+}  // namespace okt::model::modulus

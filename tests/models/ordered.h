@@ -37,4 +37,4 @@ inline double div(double a, double b) {
     return a;
 }
 
-} // namespace okt::model::ordered
+}  // namespace okt::model::ordered

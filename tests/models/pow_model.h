@@ -33,43 +33,39 @@ struct Format64 {
     static constexpr Bits domainNaN = 0xFFF8000000000000;
 };
 
-template <class Format> constexpr typename Format::Bits magnitudeOf(typename Format::Real x)
-{
+template <class Format>
+constexpr typename Format::Bits magnitudeOf(typename Format::Real x) {
     return asBits(x) << 1 >> 1;
 }
 
-template <class Format> constexpr bool isMinus(typename Format::Real x)
-{
+template <class Format>
+constexpr bool isMinus(typename Format::Real x) {
     return asBits(x) != magnitudeOf<Format>(x);
 }
 
-template <class Format> constexpr bool isFiniteNonZero(typename Format::Real x)
-{
+template <class Format>
+constexpr bool isFiniteNonZero(typename Format::Real x) {
     return magnitudeOf<Format>(x) != 0 && magnitudeOf<Format>(x) < Format::infinity;
 }
 
-template <class Format> YClass classify(typename Format::Real y)
-{
+template <class Format>
+YClass classify(typename Format::Real y) {
     using Bits = typename Format::Bits;
     const Bits a = magnitudeOf<Format>(y);
-    if (a < Format::one || a >= Format::infinity)
-        return YClass::fraction;
+    if (a < Format::one || a >= Format::infinity) return YClass::fraction;
     const int exponent = static_cast<int>(a >> Format::fractionBits) - Format::bias;
-    if (exponent > Format::fractionBits)
-        return YClass::even;
+    if (exponent > Format::fractionBits) return YClass::even;
     const Bits hiddenOne = Bits{1} << Format::fractionBits;
     const Bits significand = (a & (hiddenOne - 1)) | hiddenOne;
-    const Bits shifted = significand << exponent; // the units bit stands where the hidden one stood
-    if ((shifted & (hiddenOne - 1)) != 0)
-        return YClass::fraction;
+    const Bits shifted = significand << exponent;  // the units bit stands where the hidden one stood
+    if ((shifted & (hiddenOne - 1)) != 0) return YClass::fraction;
     return (shifted & hiddenOne) != 0 ? YClass::odd : YClass::even;
 }
 
 // Zero, infinite and NaN operands, and a negative base under an exponent that is no integer. The first matching row
 // decides.
 template <class Format>
-typename Format::Real specialTree(typename Format::Real x, typename Format::Real y, OktStatus& status)
-{
+typename Format::Real specialTree(typename Format::Real x, typename Format::Real y, OktStatus& status) {
     using Bits = typename Format::Bits;
     const Bits bx = asBits(x);
     const Bits ax = magnitudeOf<Format>(x);
@@ -85,42 +81,31 @@ typename Format::Real specialTree(typename Format::Real x, typename Format::Real
         return fromBits(result);
     };
 
-    if (ay == 0)
-        return 1; // 1
-    if (bx == (Format::one | sign) && ay == inf)
-        return 1; // 2
-    if (bx == Format::one)
-        return 1; // 3
-    if (ax > inf)
-        return x; // 4
-    if (ay > inf)
-        return y; // 5
-    if (ax == 0 && ay == inf && yMinus)
-        return domain(inf); // 6
+    if (ay == 0) return 1;                                   // 1
+    if (bx == (Format::one | sign) && ay == inf) return 1;   // 2
+    if (bx == Format::one) return 1;                         // 3
+    if (ax > inf) return x;                                  // 4
+    if (ay > inf) return y;                                  // 5
+    if (ax == 0 && ay == inf && yMinus) return domain(inf);  // 6
     if (ay == inf) {
         const bool grows = (ax > Format::one) != yMinus;
-        return fromBits(grows ? inf : Bits{0}); // 7, 8, 9, 10
+        return fromBits(grows ? inf : Bits{0});  // 7, 8, 9, 10
     }
     if (ax == inf && xMinus) {
-        if (!yMinus)
-            return fromBits(yOdd ? inf | sign : inf); // 11, 12
-        return fromBits(yOdd ? sign : Bits{0});       // 13, 14
+        if (!yMinus) return fromBits(yOdd ? inf | sign : inf);  // 11, 12
+        return fromBits(yOdd ? sign : Bits{0});                 // 13, 14
     }
-    if (xMinus && ax != 0)
-        return domain(Format::domainNaN); // 15
+    if (xMinus && ax != 0) return domain(Format::domainNaN);  // 15
     if (ax == 0 && xMinus) {
-        if (yMinus)
-            return domain(yOdd ? inf | sign : inf); // 16, 17
-        return fromBits(yOdd ? sign : Bits{0});     // 18, 19
+        if (yMinus) return domain(yOdd ? inf | sign : inf);  // 16, 17
+        return fromBits(yOdd ? sign : Bits{0});              // 18, 19
     }
-    if (ax == inf)
-        return fromBits(yMinus ? Bits{0} : inf); // 20, 21
-    if (yMinus)
-        return domain(inf); // 22
-    return fromBits(Bits{0}); // 23
+    if (ax == inf) return fromBits(yMinus ? Bits{0} : inf);  // 20, 21
+    if (yMinus) return domain(inf);                          // 22
+    return fromBits(Bits{0});                                // 23
 }
 
-} // namespace pow
+}  // namespace pow
 
 namespace pow32 {
 
@@ -134,12 +119,11 @@ inline constexpr Real64 shift = real64(0x4338000000000000);
 inline constexpr Real64 ln2Over128 = real64(0x3F762E42FEFA39EF);
 
 struct LogParts {
-    Real64 q, r, base; // ln x = q + r + base
+    Real64 q, r, base;  // ln x = q + r + base
 };
 
 // The logarithm of a normal positive double precision value.
-inline LogParts logParts(Real64 x)
-{
+inline LogParts logParts(Real64 x) {
     const std::uint32_t h = highWord(x);
     const std::uint32_t m9 = (h >> 11) & 0x1FF;
     const std::uint32_t i = (m9 + 1) >> 1;
@@ -155,18 +139,14 @@ inline LogParts logParts(Real64 x)
 }
 
 // The packed path for one lane; false when a range test fails.
-inline bool mainPath(Real32 x, Real32 y, Real32& result)
-{
-    if (asSigned(asBits(x) - 0x80800000U) > asSigned(0xFEFFFFFFU))
-        return false;
-    if (asSigned((asBits(y) & 0x7FFFFFFFU) - 1) > 0x7F7FFFFF)
-        return false;
+inline bool mainPath(Real32 x, Real32 y, Real32& result) {
+    if (asSigned(asBits(x) - 0x80800000U) > asSigned(0xFEFFFFFFU)) return false;
+    if (asSigned((asBits(y) & 0x7FFFFFFFU) - 1) > 0x7F7FFFFF) return false;
 
     const LogParts log = logParts(static_cast<Real64>(x));
     const Real64 L = (log.q + log.r) + log.base;
     const Real64 w = static_cast<Real64>(y) * L;
-    if (highMagnitude(w) > 0x4055D55C)
-        return false;
+    if (highMagnitude(w) > 0x4055D55C) return false;
 
     const Real64 t = w * invLn2x128 + shift;
     const Real32 r2 = static_cast<Real32>(w - (t - shift) * ln2Over128);
@@ -179,16 +159,13 @@ inline bool mainPath(Real32 x, Real32 y, Real32& result)
     return true;
 }
 
-inline Real32 element(Real32 x, Real32 y, OktStatus& status)
-{
-    if (!isFiniteNonZero<Format32>(x) || !isFiniteNonZero<Format32>(y))
-        return specialTree<Format32>(x, y, status);
+inline Real32 element(Real32 x, Real32 y, OktStatus& status) {
+    if (!isFiniteNonZero<Format32>(x) || !isFiniteNonZero<Format32>(y)) return specialTree<Format32>(x, y, status);
 
     Real64 s = 1.0;
     if (isMinus<Format32>(x)) {
         const YClass yClass = classify<Format32>(y);
-        if (yClass == YClass::fraction)
-            return specialTree<Format32>(x, y, status);
+        if (yClass == YClass::fraction) return specialTree<Format32>(x, y, status);
         s = yClass == YClass::odd ? -1.0 : 1.0;
     }
 
@@ -196,7 +173,7 @@ inline Real32 element(Real32 x, Real32 y, OktStatus& status)
     Real64 wide = static_cast<Real64>(base);
     Real64 correction = 0.0;
     if (asBits(base) < 0x00800000) {
-        wide = wide * real64(0x420226AF33B1FDC1); // e^23
+        wide = wide * real64(0x420226AF33B1FDC1);  // e^23
         correction = 23.0;
     }
     const LogParts log = logParts(wide);
@@ -217,8 +194,8 @@ inline Real32 element(Real32 x, Real32 y, OktStatus& status)
     return static_cast<Real32>(v * s);
 }
 
-template <class Exponent> OktStatus loop(const Real32* src, Exponent exponent, Real32* dst, std::int32_t len)
-{
+template <class Exponent>
+OktStatus loop(const Real32* src, Exponent exponent, Real32* dst, std::int32_t len) {
     OktStatus status = oktStatusOk;
     const std::int32_t bound = len & ~7;
     std::int32_t at = 0;
@@ -238,11 +215,11 @@ template <class Exponent> OktStatus loop(const Real32* src, Exponent exponent, R
     return status;
 }
 
-} // namespace pow32
+}  // namespace pow32
 
-inline OktStatus Pow_32f(const Real32* src1, const Real32* src2, Real32* dst, std::int32_t len)
-{
-    return pow32::loop(src1, [src2](std::int32_t at) { return src2[at]; }, dst, len);
+inline OktStatus Pow_32f(const Real32* src1, const Real32* src2, Real32* dst, std::int32_t len) {
+    return pow32::loop(
+        src1, [src2](std::int32_t at) { return src2[at]; }, dst, len);
 }
 
 namespace pow64 {
@@ -270,8 +247,7 @@ struct Log2 {
 };
 
 // x is positive and normal; `lift` is what its exponent was raised by.
-inline Log2 log2Of(Real64 x, std::int32_t lift)
-{
+inline Log2 log2Of(Real64 x, std::int32_t lift) {
     const std::uint32_t h = highWord(x);
     const std::uint32_t i = ((h & 0xFFE00) + 0x200) >> 10;
     const Real64 e = static_cast<Real64>((asSigned(h - 0x3FE7FE00U) >> 20) - lift);
@@ -301,15 +277,14 @@ inline Log2 log2Of(Real64 x, std::int32_t lift)
 
 // y log2 x = n/128 + z, in pieces.
 struct Product {
-    Real64 t;     // holds n in its low bits
-    Real64 zHigh; // z = zHigh + low
+    Real64 t;      // holds n in its low bits
+    Real64 zHigh;  // z = zHigh + low
     Real64 low;
     Real64 z;
     std::int32_t n;
 };
 
-inline Product productOf(Real64 y, const Log2& log)
-{
+inline Product productOf(Real64 y, const Log2& log) {
     const Real64 Hh = cleared(log.H, 27);
     const Real64 Ht = log.H - Hh;
     const Real64 yh = cleared(y, 27);
@@ -326,8 +301,7 @@ struct Terms {
     Real64 hi, lo, a, b, c;
 };
 
-inline Terms termsOf(const Product& product)
-{
+inline Terms termsOf(const Product& product) {
     const Real64 z = product.z;
     const std::uint32_t j = static_cast<std::uint32_t>(product.n) & 127;
     const Real64 a = ((((e5 * z + e4) * z) * z) * z) * z;
@@ -337,38 +311,30 @@ inline Terms termsOf(const Product& product)
 }
 
 // 2^(y log2 x) without its scale 2^k.
-inline Real64 unscaled(const Product& product)
-{
+inline Real64 unscaled(const Product& product) {
     const Terms terms = termsOf(product);
     return (((terms.a * terms.hi + terms.lo) + terms.b * terms.hi) + terms.c * terms.hi) + terms.hi;
 }
 
-inline std::uint32_t exponentSum(Real64 S1, Real64 y)
-{
+inline std::uint32_t exponentSum(Real64 S1, Real64 y) {
     return (highWord(S1) & 0x7FF00000U) + (highWord(y) & 0x7FF00000U);
 }
 
 // The packed path for one lane; false when a range test fails.
-inline bool mainPath(Real64 x, Real64 y, Real64& result)
-{
-    if (asSigned(highWord(x) - 0x80100000U) > asSigned(0xFFDFFFFFU))
-        return false;
-    if (!isFiniteNonZero<Format64>(y))
-        return false;
+inline bool mainPath(Real64 x, Real64 y, Real64& result) {
+    if (asSigned(highWord(x) - 0x80100000U) > asSigned(0xFFDFFFFFU)) return false;
+    if (!isFiniteNonZero<Format64>(y)) return false;
     const Log2 log = log2Of(x, 0);
-    if (exponentSum(log.S1, y) > 0x80900000U)
-        return false;
+    if (exponentSum(log.S1, y) > 0x80900000U) return false;
     const Product product = productOf(y, log);
-    if (product.n >= 0x1FF80 || product.n <= -123392)
-        return false;
+    if (product.n >= 0x1FF80 || product.n <= -123392) return false;
     const std::uint64_t scale = ((asBits(product.t) << 45) + 0x3FF0000000000000) & 0xFFF0000000000000;
     result = unscaled(product) * fromBits(scale);
     return true;
 }
 
 // Results that may be subnormal, rounded once; s is the sign of the result.
-inline Real64 carefulTail(const Product& product, std::int32_t k, Real64 s)
-{
+inline Real64 carefulTail(const Product& product, std::int32_t k, Real64 s) {
     const Terms terms = termsOf(product);
     const Real64 hi = terms.hi;
     const Real64 lo = terms.lo;
@@ -395,16 +361,13 @@ inline Real64 carefulTail(const Product& product, std::int32_t k, Real64 s)
     return exact + (((hi - Tc) + (R - Rc)) + Rc) * (g * f);
 }
 
-inline Real64 element(Real64 x, Real64 y, OktStatus& status)
-{
-    if (!isFiniteNonZero<Format64>(x) || !isFiniteNonZero<Format64>(y))
-        return specialTree<Format64>(x, y, status);
+inline Real64 element(Real64 x, Real64 y, OktStatus& status) {
+    if (!isFiniteNonZero<Format64>(x) || !isFiniteNonZero<Format64>(y)) return specialTree<Format64>(x, y, status);
 
     Real64 s = 1.0;
     if (isMinus<Format64>(x)) {
         const YClass yClass = classify<Format64>(y);
-        if (yClass == YClass::fraction)
-            return specialTree<Format64>(x, y, status);
+        if (yClass == YClass::fraction) return specialTree<Format64>(x, y, status);
         s = yClass == YClass::odd ? -1.0 : 1.0;
     }
 
@@ -423,21 +386,17 @@ inline Real64 element(Real64 x, Real64 y, OktStatus& status)
 
     const Product product = productOf(y, log);
     const std::int32_t k = product.n >> 7;
-    if (k > 1024)
-        return infinity;
-    if (k >= 1023)
-        return (unscaled(product) * powerOfTwo(k - 1)) * (2.0 * s);
-    if (k >= -963)
-        return (unscaled(product) * powerOfTwo(k)) * s;
-    if (k < -1075)
-        return zero;
+    if (k > 1024) return infinity;
+    if (k >= 1023) return (unscaled(product) * powerOfTwo(k - 1)) * (2.0 * s);
+    if (k >= -963) return (unscaled(product) * powerOfTwo(k)) * s;
+    if (k < -1075) return zero;
     return carefulTail(product, k, s);
 }
 
 // A pass takes two elements and tests the two behind them as well: both pairs must pass for the packed path. What
 // follows the last pass does not count.
-template <class Exponent> OktStatus loop(const Real64* src, Exponent exponent, Real64* dst, std::int32_t len)
-{
+template <class Exponent>
+OktStatus loop(const Real64* src, Exponent exponent, Real64* dst, std::int32_t len) {
     OktStatus status = oktStatusOk;
     const std::int32_t bound = len & ~3;
     std::int32_t at = 0;
@@ -450,39 +409,36 @@ template <class Exponent> OktStatus loop(const Real64* src, Exponent exponent, R
         for (int lane = 0; lane < 2; ++lane)
             dst[at + lane] = passes ? results[lane] : element(src[at + lane], exponent(at + lane), status);
     }
-    for (; at < len; ++at)
-        dst[at] = element(src[at], exponent(at), status);
+    for (; at < len; ++at) dst[at] = element(src[at], exponent(at), status);
     return status;
 }
 
-} // namespace pow64
+}  // namespace pow64
 
-inline OktStatus Pow_64f(const Real64* src1, const Real64* src2, Real64* dst, std::int32_t len)
-{
-    return pow64::loop(src1, [src2](std::int32_t at) { return src2[at]; }, dst, len);
+inline OktStatus Pow_64f(const Real64* src1, const Real64* src2, Real64* dst, std::int32_t len) {
+    return pow64::loop(
+        src1, [src2](std::int32_t at) { return src2[at]; }, dst, len);
 }
 
-inline OktStatus Powx_32f(const Real32* src, Real32 y, Real32* dst, std::int32_t len)
-{
+inline OktStatus Powx_32f(const Real32* src, Real32 y, Real32* dst, std::int32_t len) {
     OktStatus status = oktStatusOk;
     if (asBits(y) == asBits(2.0F)) {
-        for (std::int32_t at = 0; at < len; ++at)
-            dst[at] = src[at] * src[at];
+        for (std::int32_t at = 0; at < len; ++at) dst[at] = src[at] * src[at];
         return status;
     }
     // A NaN exponent fails the test of every lane, so each element takes the element routine.
-    return pow32::loop(src, [y](std::int32_t) { return y; }, dst, len);
+    return pow32::loop(
+        src, [y](std::int32_t) { return y; }, dst, len);
 }
 
-inline OktStatus Powx_64f(const Real64* src, Real64 y, Real64* dst, std::int32_t len)
-{
+inline OktStatus Powx_64f(const Real64* src, Real64 y, Real64* dst, std::int32_t len) {
     OktStatus status = oktStatusOk;
     if (asBits(y) == asBits(2.0)) {
-        for (std::int32_t at = 0; at < len; ++at)
-            dst[at] = src[at] * src[at];
+        for (std::int32_t at = 0; at < len; ++at) dst[at] = src[at] * src[at];
         return status;
     }
-    return pow64::loop(src, [y](std::int32_t) { return y; }, dst, len);
+    return pow64::loop(
+        src, [y](std::int32_t) { return y; }, dst, len);
 }
 
-} // namespace okt::model
+}  // namespace okt::model

@@ -115,14 +115,7 @@ inline int reduceQuarterPi(Real64 x, Real64& headOut, Real64& tailOut) {
     const int q = int(((1u - 2u * s) * ((K + 1u) >> 1)) & 3u);
 
     const Real64 terms[] = {
-        m,
-        n1,
-        T[3] * Xl,
-        Xh * T[4],
-        T[4] * Xl,
-        Xh * T[5],
-        T[5] * Xl + Xh * T[6],
-        T[6] * Xl + Xh * T[7],
+        m, n1, T[3] * Xl, Xh * T[4], T[4] * Xl, Xh * T[5], T[5] * Xl + Xh * T[6], T[6] * Xl + Xh * T[7],
     };
     for (const Real64 v : terms) {
         const Real64 next = z + v;
@@ -149,4 +142,4 @@ inline int reduceQuarterPi(Real64 x, Real64& headOut, Real64& tailOut) {
     return q;
 }
 
-} // namespace okt::model
+}  // namespace okt::model

@@ -19,10 +19,22 @@ inline bool negative(Real32 x) { return (asBits(x) & sign32) != 0; }
 inline bool negative(Real64 x) { return (asBits(x) & sign64) != 0; }
 
 // The constants with a value for either sign of the element.
-template <class T> T ceilSmall(T x) { return negative(x) ? T(-0.0) : T(1.0); }
-template <class T> T floorSmall(T x) { return negative(x) ? T(-1.0) : T(0.0); }
-template <class T> T signedZero(T x) { return negative(x) ? T(-0.0) : T(0.0); }
-template <class T> T signedOne(T x) { return negative(x) ? T(-1.0) : T(1.0); }
+template <class T>
+T ceilSmall(T x) {
+    return negative(x) ? T(-0.0) : T(1.0);
+}
+template <class T>
+T floorSmall(T x) {
+    return negative(x) ? T(-1.0) : T(0.0);
+}
+template <class T>
+T signedZero(T x) {
+    return negative(x) ? T(-0.0) : T(0.0);
+}
+template <class T>
+T signedOne(T x) {
+    return negative(x) ? T(-1.0) : T(1.0);
+}
 
 // All bits from bit 23 - k upward.
 inline std::uint32_t mask32(std::uint32_t k) { return 0xFFFFFFFFU << (23 - k); }
@@ -64,7 +76,7 @@ inline Real32 ceilFloor(Real32 x, Towards direction) {
         return ceil ? ordered::add(x, 0.5F) : ordered::sub(x, 0.5F);
     }
     if (e >= 127) {
-        const Real32 shift = 12582912.0F; // 1.5 * 2^23
+        const Real32 shift = 12582912.0F;  // 1.5 * 2^23
         const Real32 t = ordered::sub(ordered::add(x, shift), shift);
         if (ceil) return x > t ? ordered::add(t, 1.0F) : t;
         return t > x ? ordered::sub(t, 1.0F) : t;
@@ -80,7 +92,7 @@ inline Real64 ceilFloor(Real64 x, Towards direction) {
         const std::uint32_t k = u >> 20;
         std::uint64_t kept = asBits(x) & mask64(k);
         const std::uint64_t f = asBits(x) & ~mask64(k);
-        if (f != 0 && negative(x) != ceil) kept += std::uint64_t{1} << (52 - k); // carries into the exponent
+        if (f != 0 && negative(x) != ceil) kept += std::uint64_t{1} << (52 - k);  // carries into the exponent
         return fromBits(kept);
     }
     if (belowOne(u)) {
@@ -133,14 +145,15 @@ inline Real64 round(Real64 x) {
 
 // The rounding mode in force, found by arithmetic: 0 to nearest, 1 down, 2 up, 3 towards zero.
 inline int probeMode() {
-    const Real64 B = fromBits(std::uint64_t{0x4330000000000000}); // 2^52
+    const Real64 B = fromBits(std::uint64_t{0x4330000000000000});  // 2^52
     const Real64 p = ordered::sub(ordered::add(1.25, B), B);
     const Real64 q = ordered::add(ordered::sub(-0.5, B), B);
     const Real64 r = ordered::add(ordered::sub(-0.75, B), B);
     return -static_cast<std::int32_t>(ordered::add(ordered::add(p, q), r)) & 3;
 }
 
-template <class T, class Bits> T rintElement(T x, int mode, int fractionBits, std::uint32_t bias, Bits mask) {
+template <class T, class Bits>
+T rintElement(T x, int mode, int fractionBits, std::uint32_t bias, Bits mask) {
     // Called with |x| of 1 or more and a fraction: the mask is that of x.
     const Bits pattern = asBits(x);
     const T t = fromBits(pattern & mask);
@@ -157,7 +170,8 @@ template <class T, class Bits> T rintElement(T x, int mode, int fractionBits, st
     return lowestIntegerBit ? ordered::add(t, signedOne(x)) : t;
 }
 
-template <class T> T rintBelowOne(T x, int mode, bool zero, bool aboveHalf) {
+template <class T>
+T rintBelowOne(T x, int mode, bool zero, bool aboveHalf) {
     if (mode == 3) return signedZero(x);
     if (mode == 1) return zero ? x : floorSmall(x);
     if (mode == 2) return zero ? x : ceilSmall(x);
@@ -180,7 +194,8 @@ inline Real64 rint(Real64 x, int mode) {
     return rintBelowOne(x, mode, e == 0 && significand == 0, e == 1022 && significand != 0);
 }
 
-template <class T, class Function> OktStatus each(const T* src, T* dst, std::int32_t len, Function function) {
+template <class T, class Function>
+OktStatus each(const T* src, T* dst, std::int32_t len, Function function) {
     for (std::int32_t i = 0; i < len; ++i) dst[i] = function(src[i]);
     return oktStatusOk;
 }
@@ -205,7 +220,7 @@ void modfElement(T x, T* dst1, T* dst2, bool hasInteger, auto mask, auto magnitu
     }
 }
 
-} // namespace rounding
+}  // namespace rounding
 
 [[gnu::noinline]] inline OktStatus Ceil_32f(const Real32* src, Real32* dst, std::int32_t len) {
     return rounding::each(src, dst, len,
@@ -274,4 +289,4 @@ void modfElement(T x, T* dst1, T* dst2, bool hasInteger, auto mask, auto magnitu
     return oktStatusOk;
 }
 
-} // namespace okt::model
+}  // namespace okt::model

@@ -15,7 +15,7 @@ struct Root {
     Real64 g;
     Real64 h;
     Real64 e2;
-    int half; // (e - odd) / 2
+    int half;  // (e - odd) / 2
 };
 
 // 2^n for a normal result, built from the exponent field.
@@ -50,4 +50,4 @@ inline Root root(Real64 s) {
     return {g, h, e2, (e - odd) / 2};
 }
 
-} // namespace okt::model::seedroot
+}  // namespace okt::model::seedroot

@@ -6,8 +6,8 @@
 #include "tests/models/bits.h"
 #include "tests/models/ordered.h"
 
-#include <cstdint>
 #include <emmintrin.h>
+#include <cstdint>
 
 namespace okt::model {
 
@@ -39,17 +39,17 @@ inline bool isNegative(Real64 x) { return asBits(x) >> 63 != 0; }
 
 // (1 + e)^(-1/2) - 1.
 inline Real32 series32(Real32 e) {
-    const Real32 A = fromBits(0xBEA00000U); // -0.3125
-    const Real32 B = fromBits(0x3EC00000U); // 0.375
-    const Real32 C = fromBits(0xBF000000U); // -0.5
+    const Real32 A = fromBits(0xBEA00000U);  // -0.3125
+    const Real32 B = fromBits(0x3EC00000U);  // 0.375
+    const Real32 C = fromBits(0xBF000000U);  // -0.5
     return ((A * e + B) * e + C) * e;
 }
 inline Real64 series64(Real64 e) {
-    const Real64 A = fromBits(std::uint64_t{0xBFCF800000000000}); // -0.24609375
-    const Real64 B = fromBits(std::uint64_t{0x3FD1800000000000}); // 0.2734375
-    const Real64 C = fromBits(std::uint64_t{0xBFD4000000000000}); // -0.3125
-    const Real64 D = fromBits(std::uint64_t{0x3FD8000000000000}); // 0.375
-    const Real64 E = fromBits(std::uint64_t{0xBFE0000000000000}); // -0.5
+    const Real64 A = fromBits(std::uint64_t{0xBFCF800000000000});  // -0.24609375
+    const Real64 B = fromBits(std::uint64_t{0x3FD1800000000000});  // 0.2734375
+    const Real64 C = fromBits(std::uint64_t{0xBFD4000000000000});  // -0.3125
+    const Real64 D = fromBits(std::uint64_t{0x3FD8000000000000});  // 0.375
+    const Real64 E = fromBits(std::uint64_t{0xBFE0000000000000});  // -0.5
     return ((((A * e + B) * e + C) * e + D) * e + E) * e;
 }
 
@@ -104,8 +104,8 @@ inline Real64 rootOf64(Real64 x, Refined refined) {
 }
 
 inline Real32 sqrtElement(Real32 x, OktStatus& status) {
-    const Real32 subnormalUp = fromBits(0x4C800000U);   // 2^26
-    const Real32 subnormalDown = fromBits(0x39000000U); // 2^-13
+    const Real32 subnormalUp = fromBits(0x4C800000U);    // 2^26
+    const Real32 subnormalDown = fromBits(0x39000000U);  // 2^-13
     if (inRange(x)) return sqrtSteps32(x) * 1.0F;
     if (isZero(x) || isPlusInfinity(x)) return x;
     if (isNaN(x)) return ordered::mul(x, 1.0F);
@@ -117,8 +117,8 @@ inline Real32 sqrtElement(Real32 x, OktStatus& status) {
 }
 
 inline Real64 sqrtElement(Real64 x, OktStatus& status) {
-    const Real64 subnormalUp = fromBits(std::uint64_t{0x4350000000000000});   // 2^54
-    const Real64 subnormalDown = fromBits(std::uint64_t{0x41A0000000000000}); // 2^27, as y is that much too small
+    const Real64 subnormalUp = fromBits(std::uint64_t{0x4350000000000000});    // 2^54
+    const Real64 subnormalDown = fromBits(std::uint64_t{0x41A0000000000000});  // 2^27, as y is that much too small
     if (inRange(x)) return rootOf64(x, refine64(x)) * 1.0;
     if (isPlusInfinity(x) || isZero(x)) return x;
     if (isNaN(x)) return ordered::mul(x, 1.0);
@@ -170,8 +170,8 @@ inline Real64 invSqrtSteps64(Real64 x) {
 }
 
 inline Real64 invSqrtElement(Real64 x, OktStatus& status) {
-    const Real64 subnormalUp = fromBits(std::uint64_t{0x4350000000000000});   // 2^54
-    const Real64 subnormalDown = fromBits(std::uint64_t{0x41A0000000000000}); // 2^27
+    const Real64 subnormalUp = fromBits(std::uint64_t{0x4350000000000000});    // 2^54
+    const Real64 subnormalDown = fromBits(std::uint64_t{0x41A0000000000000});  // 2^27
     if (inRange(x)) return invSqrtSteps64(x) * 1.0;
     if (isPlusInfinity(x)) return 0.0;
     if (isNaN(x)) return ordered::mul(x, 1.0);
@@ -186,7 +186,7 @@ inline Real64 invSqrtElement(Real64 x, OktStatus& status) {
     return invSqrtSteps64(x * subnormalUp) * subnormalDown;
 }
 
-} // namespace squareroot
+}  // namespace squareroot
 
 // Blocks of four, redone by element when a lane is neither a zero nor in range. A zero in a block takes the main
 // steps, one in the tail the element routine.
@@ -219,8 +219,8 @@ inline Real64 invSqrtElement(Real64 x, OktStatus& status) {
         }
         for (int lane = 0; lane < 2; ++lane) {
             const Real64 x = src[i + lane];
-            dst[i + lane] = flagged ? squareroot::sqrtElement(x, status)
-                                    : squareroot::rootOf64(x, squareroot::refine64(x));
+            dst[i + lane] =
+                flagged ? squareroot::sqrtElement(x, status) : squareroot::rootOf64(x, squareroot::refine64(x));
         }
     }
     for (std::int32_t i = blocks; i < len; ++i) dst[i] = squareroot::sqrtElement(src[i], status);
@@ -242,4 +242,4 @@ inline Real64 invSqrtElement(Real64 x, OktStatus& status) {
     return status;
 }
 
-} // namespace okt::model
+}  // namespace okt::model

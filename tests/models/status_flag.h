@@ -16,4 +16,4 @@ inline void raiseFlag(OktStatus code) {
     if (code == oktStatusDomain) ordered::div(0.0, 0.0);
 }
 
-} // namespace okt::model::warning
+}  // namespace okt::model::warning

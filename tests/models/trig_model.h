@@ -7,8 +7,8 @@
 #include "trig/sin_cos_tables.h"
 #include "trig/tan_table.h"
 
-#include <cmath>
 #include <immintrin.h>
+#include <cmath>
 
 namespace okt::model {
 
@@ -32,10 +32,8 @@ template <class Flagged, class Main, class Lane>
 void redo(std::int32_t begin, std::int32_t end, std::int32_t block, Flagged flagged, Main main, Lane lane) {
     for (std::int32_t i = begin; i < end; i += block) {
         bool any = false;
-        for (std::int32_t k = 0; k < block; ++k)
-            any = any || flagged(i + k);
-        for (std::int32_t k = 0; k < block; ++k)
-            any ? lane(i + k) : main(i + k);
+        for (std::int32_t k = 0; k < block; ++k) any = any || flagged(i + k);
+        for (std::int32_t k = 0; k < block; ++k) any ? lane(i + k) : main(i + k);
     }
 }
 
@@ -65,7 +63,7 @@ inline const Real64 roundShifter = 6755399441055744.0;
 
 struct Reduced {
     Real64 r, rl;
-    std::uint32_t k; // low 32 bits of the shifted quotient
+    std::uint32_t k;  // low 32 bits of the shifted quotient
 };
 
 // The step is pi/32 or pi/64, `inverse` its reciprocal.
@@ -135,9 +133,7 @@ inline Real64 cosMain64(Real64 x) {
     return pieces(tables::cosTable + 4 * (red.k & 63u), red.r, red.rl, true).mainSum();
 }
 
-inline Real64 scaledRounding(Real64 x) {
-    return (constant(0x4360000000000000) * x - x) * constant(0x3C80000000000000);
-}
+inline Real64 scaledRounding(Real64 x) { return (constant(0x4360000000000000) * x - x) * constant(0x3C80000000000000); }
 
 // Sine and cosine of a finite x by the lane path.
 inline void sinCosFinite(Real64 x, Real64& sine, Real64& cosine) {
@@ -165,8 +161,7 @@ inline void sinCosFinite(Real64 x, Real64& sine, Real64& cosine) {
 inline void sinCosLane64(Real64 x, Real64& sine, Real64& cosine, OktStatus& status) {
     if ((asBits(x) & signless64) >= infinity64) {
         sine = cosine = x - x;
-        if ((asBits(x) & signless64) == infinity64)
-            status = oktStatusDomain;
+        if ((asBits(x) & signless64) == infinity64) status = oktStatusDomain;
         return;
     }
     sinCosFinite(x, sine, cosine);
@@ -325,10 +320,8 @@ inline Real64 tanRow(Real64 x, Real64 lo, std::uint32_t q) {
 }
 
 inline Real64 tanFinite(Real64 x) {
-    if (x == 0.0)
-        return x;
-    if (biasedExponent(x) < 771)
-        return scaledRounding(x);
+    if (x == 0.0) return x;
+    if (biasedExponent(x) < 771) return scaledRounding(x);
     if ((upperAbs(x) >> 16) >= 0x40C9u) {
         Real64 head, tail;
         const std::uint32_t q = std::uint32_t(reduceQuarterPi(x, head, tail));
@@ -339,8 +332,7 @@ inline Real64 tanFinite(Real64 x) {
 
 inline Real64 tanLane64(Real64 x, OktStatus& status) {
     if ((asBits(x) & signless64) >= infinity64) {
-        if ((asBits(x) & signless64) == infinity64)
-            status = oktStatusDomain;
+        if ((asBits(x) & signless64) == infinity64) status = oktStatusDomain;
         return x - x;
     }
     return tanFinite(x);
@@ -352,12 +344,11 @@ inline Real32 tanLane32(Real32 x, OktStatus& status) {
         return constant32(0xFFC00000);
     }
     const Real64 wide = x;
-    if (patternAbs(x) > infinity32)
-        return Real32(wide - wide);
+    if (patternAbs(x) > infinity32) return Real32(wide - wide);
     return Real32(tanFinite(wide));
 }
 
-} // namespace trig
+}  // namespace trig
 
 inline OktStatus Sin_64f(const Real64* src, Real64* dst, std::int32_t len) {
     OktStatus status = oktStatusOk;
@@ -445,12 +436,10 @@ inline OktStatus Tan_64f(const Real64* src, Real64* dst, std::int32_t len) {
     OktStatus status = oktStatusOk;
     trig::redoAll(
         len, 2,
-        [&](std::int32_t i) {
-            return trig::upperAbs(src[i]) >= 0x40C90000u || trig::biasedExponent(src[i]) < 771;
-        },
+        [&](std::int32_t i) { return trig::upperAbs(src[i]) >= 0x40C90000u || trig::biasedExponent(src[i]) < 771; },
         [&](std::int32_t i) { dst[i] = trig::tanRow(src[i], 0.0, 0); },
         [&](std::int32_t i) { dst[i] = trig::tanLane64(src[i], status); });
     return status;
 }
 
-} // namespace okt::model
+}  // namespace okt::model

@@ -17,7 +17,8 @@ template <class Fill>
 Sources makeSources(const Export& f, std::int32_t len, std::uint64_t seed, const Fill& fill) {
     const std::size_t parts = static_cast<std::size_t>(len) * (isComplex(f.source) ? 2 : 1);
     const auto array = [&](std::size_t count, std::uint64_t s) {
-        return partOf(f.source) == ElementType::Real32 ? toBytes(fill(Real32{}, count, s)) : toBytes(fill(Real64{}, count, s));
+        return partOf(f.source) == ElementType::Real32 ? toBytes(fill(Real32{}, count, s))
+                                                       : toBytes(fill(Real64{}, count, s));
     };
     Sources sources{array(parts, seed), {}, {}};
     if (f.form == Form::B) sources.src2 = array(parts, seed + 0x1000);
@@ -74,11 +75,13 @@ testing::AssertionResult sameOutcome(const Export& f, const Sources& sources, co
     if (expected.status != actual.status)
         failure << "status " << statusName(actual.status) << " instead of " << statusName(expected.status) << "; ";
     const std::size_t size = sizeOf(f.destination);
-    for (const auto& [wanted, got] : {std::pair(&expected.dst1, &actual.dst1), std::pair(&expected.dst2, &actual.dst2)}) {
+    for (const auto& [wanted, got] :
+         {std::pair(&expected.dst1, &actual.dst1), std::pair(&expected.dst2, &actual.dst2)}) {
         for (std::size_t i = 0; i * size < wanted->size(); ++i) {
             if (std::memcmp(wanted->data() + i * size, got->data() + i * size, size) == 0) continue;
             failure << "element " << i << " of " << patternText(f.source, sources.src1.data() + i * sizeOf(f.source));
-            if (f.form == Form::B) failure << " and " << patternText(f.source, sources.src2.data() + i * sizeOf(f.source));
+            if (f.form == Form::B)
+                failure << " and " << patternText(f.source, sources.src2.data() + i * sizeOf(f.source));
             if (f.form == Form::S) failure << " and " << patternText(f.source, sources.scalar.data());
             return failure << " gives " << patternText(f.destination, got->data() + i * size) << " instead of "
                            << patternText(f.destination, wanted->data() + i * size);

@@ -32,7 +32,9 @@ struct Outcome {
 // One call on fresh 16-byte aligned arrays.
 Outcome call(const Export& function, const Sources& sources, std::int32_t len);
 
-inline std::size_t sourceBytes(const Export& f, std::int32_t len) { return sizeOf(f.source) * static_cast<std::size_t>(len); }
+inline std::size_t sourceBytes(const Export& f, std::int32_t len) {
+    return sizeOf(f.source) * static_cast<std::size_t>(len);
+}
 inline std::size_t destinationBytes(const Export& f, std::int32_t len) {
     return sizeOf(f.destination) * static_cast<std::size_t>(len);
 }

@@ -56,8 +56,8 @@ inline std::vector<ControlState> allControlStates() {
             for (std::uint32_t denormals : {0u, denormalsAreZero})
                 for (std::uint32_t sticky : {0u, stickyFlags})
                     for (int x87 : {0x007F, 0x027F, 0x037F, 0x0E7F})
-                        states.push_back({defaultMxcsr | rounding | flush | denormals | sticky,
-                                          static_cast<std::uint16_t>(x87)});
+                        states.push_back(
+                            {defaultMxcsr | rounding | flush | denormals | sticky, static_cast<std::uint16_t>(x87)});
     return states;
 }
 

@@ -27,8 +27,8 @@ ElementResult<D> alone(OktStatus (*f)(const S*, const S*, D*, std::int32_t), S x
 
 // The element at `position` of an array of `len` whose other elements are `filler`; the status is the call's.
 template <class D, class S>
-ElementResult<D> among(OktStatus (*f)(const S*, D*, std::int32_t), S x, std::type_identity_t<S> filler, std::int32_t len,
-                       std::int32_t position) {
+ElementResult<D> among(OktStatus (*f)(const S*, D*, std::int32_t), S x, std::type_identity_t<S> filler,
+                       std::int32_t len, std::int32_t position) {
     std::vector<S> src(static_cast<std::size_t>(len), filler);
     std::vector<D> dst(static_cast<std::size_t>(len));
     std::memcpy(&src[static_cast<std::size_t>(position)], &x, sizeof x);

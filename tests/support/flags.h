@@ -119,7 +119,8 @@ void expectModelFlags(OktStatus (*f)(const S*, const S*, S*, std::int32_t),
     flags::expectSame<S>(f, model, call, true);
 }
 template <class S>
-void expectModelFlags(OktStatus (*f)(const S*, S*, S*, std::int32_t), OktStatus (*model)(const S*, S*, S*, std::int32_t)) {
+void expectModelFlags(OktStatus (*f)(const S*, S*, S*, std::int32_t),
+                      OktStatus (*model)(const S*, S*, S*, std::int32_t)) {
     std::vector<S> dst1(flags::arrayLength), dst2(flags::arrayLength);
     const auto call = [&](auto function, const std::vector<S>& src, const std::vector<S>&) {
         function(src.data(), dst1.data(), dst2.data(), static_cast<std::int32_t>(src.size()));

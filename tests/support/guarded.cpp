@@ -18,7 +18,8 @@ constexpr std::size_t pageSize = 4096;
 #if defined(_WIN32)
 
 GuardedMemory::GuardedMemory(std::size_t bytes) : size_((bytes + pageSize - 1) / pageSize * pageSize) {
-    mapping_ = static_cast<std::byte*>(VirtualAlloc(nullptr, size_ + 2 * pageSize, MEM_RESERVE | MEM_COMMIT, PAGE_NOACCESS));
+    mapping_ =
+        static_cast<std::byte*>(VirtualAlloc(nullptr, size_ + 2 * pageSize, MEM_RESERVE | MEM_COMMIT, PAGE_NOACCESS));
     if (mapping_ == nullptr) std::abort();
     begin_ = mapping_ + pageSize;
     makeWritable();

@@ -7,10 +7,10 @@ const std::vector<Real32>& specialValues<Real32>() {
     static const std::vector<Real32> values = [] {
         std::vector<Real32> v;
         for (std::uint32_t sign : {0u, 0x80000000u})
-            for (std::uint32_t magnitude : {0x00000000u, 0x00000001u, 0x00012345u, 0x007FFFFFu, 0x00800000u, 0x00800001u,
-                                            0x33800000u, 0x3F000000u, 0x3F7FFFFFu, 0x3F800000u, 0x3F800001u, 0x40000000u,
-                                            0x40490FDBu, 0x4B000000u, 0x7F7FFFFFu, 0x7F800000u, 0x7FC00000u, 0x7FC54321u,
-                                            0x7F800001u, 0x7FA12345u})
+            for (std::uint32_t magnitude :
+                 {0x00000000u, 0x00000001u, 0x00012345u, 0x007FFFFFu, 0x00800000u, 0x00800001u, 0x33800000u,
+                  0x3F000000u, 0x3F7FFFFFu, 0x3F800000u, 0x3F800001u, 0x40000000u, 0x40490FDBu, 0x4B000000u,
+                  0x7F7FFFFFu, 0x7F800000u, 0x7FC00000u, 0x7FC54321u, 0x7F800001u, 0x7FA12345u})
                 v.push_back(bits32(sign | magnitude));
         return v;
     }();
@@ -22,11 +22,16 @@ const std::vector<Real64>& specialValues<Real64>() {
     static const std::vector<Real64> values = [] {
         std::vector<Real64> v;
         for (std::uint64_t sign : {std::uint64_t{0}, std::uint64_t{0x8000000000000000}})
-            for (std::uint64_t magnitude :
-                 {std::uint64_t{0x0000000000000000}, std::uint64_t{0x0000000000000001}, std::uint64_t{0x0001234500067890}, std::uint64_t{0x000FFFFFFFFFFFFF}, std::uint64_t{0x0010000000000000},
-                  std::uint64_t{0x0010000000000001}, std::uint64_t{0x3C90000000000000}, std::uint64_t{0x3FE0000000000000}, std::uint64_t{0x3FEFFFFFFFFFFFFF}, std::uint64_t{0x3FF0000000000000},
-                  std::uint64_t{0x3FF0000000000001}, std::uint64_t{0x4000000000000000}, std::uint64_t{0x400921FB54442D18}, std::uint64_t{0x4330000000000000}, std::uint64_t{0x7FEFFFFFFFFFFFFF},
-                  std::uint64_t{0x7FF0000000000000}, std::uint64_t{0x7FF8000000000000}, std::uint64_t{0x7FF8ABCDE0001234}, std::uint64_t{0x7FF0000000000001}, std::uint64_t{0x7FF4123400000000}})
+            for (std::uint64_t magnitude : {std::uint64_t{0x0000000000000000}, std::uint64_t{0x0000000000000001},
+                                            std::uint64_t{0x0001234500067890}, std::uint64_t{0x000FFFFFFFFFFFFF},
+                                            std::uint64_t{0x0010000000000000}, std::uint64_t{0x0010000000000001},
+                                            std::uint64_t{0x3C90000000000000}, std::uint64_t{0x3FE0000000000000},
+                                            std::uint64_t{0x3FEFFFFFFFFFFFFF}, std::uint64_t{0x3FF0000000000000},
+                                            std::uint64_t{0x3FF0000000000001}, std::uint64_t{0x4000000000000000},
+                                            std::uint64_t{0x400921FB54442D18}, std::uint64_t{0x4330000000000000},
+                                            std::uint64_t{0x7FEFFFFFFFFFFFFF}, std::uint64_t{0x7FF0000000000000},
+                                            std::uint64_t{0x7FF8000000000000}, std::uint64_t{0x7FF8ABCDE0001234},
+                                            std::uint64_t{0x7FF0000000000001}, std::uint64_t{0x7FF4123400000000}})
                 v.push_back(bits64(sign | magnitude));
         return v;
     }();
@@ -38,14 +43,15 @@ Real32 ofMagnitude<Real32>(Random& random, int lowest, int highest) {
     const std::uint64_t bits = random.bits();
     const auto exponent = static_cast<std::uint32_t>(lowest + 127) +
                           static_cast<std::uint32_t>(random.below(static_cast<std::uint64_t>(highest - lowest + 1)));
-    return bits32(static_cast<std::uint32_t>(bits >> 63) << 31 | exponent << 23 | (static_cast<std::uint32_t>(bits) & 0x7FFFFF));
+    return bits32(static_cast<std::uint32_t>(bits >> 63) << 31 | exponent << 23 |
+                  (static_cast<std::uint32_t>(bits) & 0x7FFFFF));
 }
 
 template <>
 Real64 ofMagnitude<Real64>(Random& random, int lowest, int highest) {
     const std::uint64_t bits = random.bits();
-    const auto exponent = static_cast<std::uint64_t>(lowest + 1023) +
-                          random.below(static_cast<std::uint64_t>(highest - lowest + 1));
+    const auto exponent =
+        static_cast<std::uint64_t>(lowest + 1023) + random.below(static_cast<std::uint64_t>(highest - lowest + 1));
     return bits64((bits & 0x8000000000000000) | exponent << 52 | (random.bits() >> 12));
 }
 

@@ -26,9 +26,13 @@ struct Filling {
 
 // Fillings that serve most functions: `low` and `high` are binary orders of magnitude.
 template <class T, int low, int high>
-T ordinaryElement(Random& random) { return ofMagnitude<T>(random, low, high); }
+T ordinaryElement(Random& random) {
+    return ofMagnitude<T>(random, low, high);
+}
 template <class T>
-T specialElement(Random& random) { return specialValues<T>()[random.below(specialValues<T>().size())]; }
+T specialElement(Random& random) {
+    return specialValues<T>()[random.below(specialValues<T>().size())];
+}
 
 namespace model_check {
 
@@ -83,7 +87,8 @@ void expectModel(std::string_view name, OktStatus (*model)(const S*, D*, std::in
         model_check::fill(src.data(), len, round, random, filling);
         const Sources sources{model_check::bytesOf(src.data(), len), {}, {}};
         const OktStatus status = model(src.data(), dst.data(), len);
-        const auto same = sameOutcome(*f, sources, {status, model_check::bytesOf(dst.data(), len), {}}, call(*f, sources, len));
+        const auto same =
+            sameOutcome(*f, sources, {status, model_check::bytesOf(dst.data(), len), {}}, call(*f, sources, len));
         EXPECT_TRUE(same) << " (length " << len << ")";
         return static_cast<bool>(same);
     });
@@ -104,7 +109,8 @@ void expectModel(std::string_view name, OktStatus (*model)(const S*, const S*, D
         model_check::fill(src2.data(), len, round % 4 == 2 ? 0 : round, random, second);
         const Sources sources{model_check::bytesOf(src1.data(), len), model_check::bytesOf(src2.data(), len), {}};
         const OktStatus status = model(src1.data(), src2.data(), dst.data(), len);
-        const auto same = sameOutcome(*f, sources, {status, model_check::bytesOf(dst.data(), len), {}}, call(*f, sources, len));
+        const auto same =
+            sameOutcome(*f, sources, {status, model_check::bytesOf(dst.data(), len), {}}, call(*f, sources, len));
         EXPECT_TRUE(same) << " (length " << len << ")";
         return static_cast<bool>(same);
     });
@@ -125,7 +131,8 @@ void expectModel(std::string_view name, OktStatus (*model)(const S*, S, D*, std:
         model_check::fill(&scalar, 1, round % 5 == 0 ? 2 : 0, random, scalars);
         const Sources sources{model_check::bytesOf(src.data(), len), {}, model_check::bytesOf(&scalar, 1)};
         const OktStatus status = model(src.data(), scalar, dst.data(), len);
-        const auto same = sameOutcome(*f, sources, {status, model_check::bytesOf(dst.data(), len), {}}, call(*f, sources, len));
+        const auto same =
+            sameOutcome(*f, sources, {status, model_check::bytesOf(dst.data(), len), {}}, call(*f, sources, len));
         EXPECT_TRUE(same) << " (length " << len << ")";
         return static_cast<bool>(same);
     });

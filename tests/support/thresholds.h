@@ -28,7 +28,8 @@ void expectModelAround(UnaryRoutine<T> f, UnaryRoutine<T> model, std::type_ident
                     const auto modelled = among(model, x, filler, rowArrayLength, position);
                     EXPECT_TRUE(sameBits(placed.value, asBits(modelled.value)))
                         << std::hex << asBits(x) << " at " << std::dec << position;
-                    EXPECT_EQ(placed.status, modelled.status) << std::hex << asBits(x) << " at " << std::dec << position;
+                    EXPECT_EQ(placed.status, modelled.status)
+                        << std::hex << asBits(x) << " at " << std::dec << position;
                 }
             }
         }

@@ -1,4 +1,5 @@
-// The margins within which plain extended arithmetic finds what the written steps on Complex64 give before the last rounding.
+// The margins within which plain extended arithmetic finds what
+// the written steps on Complex64 give before the last rounding.
 #include "arith/complex_parts.h"
 #include "root/seed_root.h"
 #include "support/control_state.h"

@@ -72,24 +72,26 @@ TEST(Frame, X87At64BitsLeavesMxcsrToTheCaller) {
     checkFrame([](Seen& seen) { return x87Frame<64>(1, array, array, [&](OktStatus&) { look(seen); }); }, 0, 0x0300);
 }
 TEST(Frame, DoubleGuardKeepsTheCallersDenormalsAreZero) {
-    checkFrame([](Seen& seen) { return doubleGuardFrame(1, array, array, [&](OktStatus&) { look(seen); }); }, 0xE000, 0x0300);
+    checkFrame([](Seen& seen) { return doubleGuardFrame(1, array, array, [&](OktStatus&) { look(seen); }); }, 0xE000,
+               0x0300);
 }
 
 TEST(Frame, ReturnsTheStatusThatTheBodyStoredLast) {
-    EXPECT_EQ(plainFrame(1, array, array, [](OktStatus& status) {
-        status = oktStatusDomain;
-        status = oktStatusSingularity;
-    }), oktStatusSingularity);
+    EXPECT_EQ(plainFrame(1, array, array,
+                         [](OktStatus& status) {
+                             status = oktStatusDomain;
+                             status = oktStatusSingularity;
+                         }),
+              oktStatusSingularity);
 }
 
 TEST(StatusFlag, RaisesTheFlagOfItsCodeAndNothingForOtherCodes) {
     constexpr std::uint32_t invalid = 1, divideByZero = 4, overflow = 8, underflow = 16, inexact = 32;
     for (const auto raise : {raiseStatusFlag32, raiseStatusFlag64}) {
-        for (const auto& [code, flags] : {std::pair(oktStatusOverflow, overflow | inexact),
-                                          std::pair(oktStatusUnderflow, underflow | inexact),
-                                          std::pair(oktStatusSingularity, divideByZero),
-                                          std::pair(oktStatusDomain, invalid), std::pair(oktStatusOk, 0u),
-                                          std::pair(oktStatusBadLength, 0u)}) {
+        for (const auto& [code, flags] :
+             {std::pair(oktStatusOverflow, overflow | inexact), std::pair(oktStatusUnderflow, underflow | inexact),
+              std::pair(oktStatusSingularity, divideByZero), std::pair(oktStatusDomain, invalid),
+              std::pair(oktStatusOk, 0u), std::pair(oktStatusBadLength, 0u)}) {
             const ScopedControlState scope({});
             raise(code);
             EXPECT_EQ(controlState().mxcsr, defaultMxcsr | flags) << code;

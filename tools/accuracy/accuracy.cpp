@@ -31,8 +31,10 @@ public:
 
     void* data() { return data_.get(); }
     void set(std::size_t index, double value) {
-        if (part_ == ElementType::Real32) static_cast<float*>(data())[index] = static_cast<float>(value);
-        else static_cast<double*>(data())[index] = value;
+        if (part_ == ElementType::Real32)
+            static_cast<float*>(data())[index] = static_cast<float>(value);
+        else
+            static_cast<double*>(data())[index] = value;
     }
     double get(std::size_t index) const {
         if (part_ == ElementType::Real32) return static_cast<const float*>(data_.get())[index];
@@ -262,7 +264,8 @@ Measurement measure(const PointSet& points, Path path, Yardstick yardstick) {
             continue;
         }
         double floor = yardstick.floor;
-        if (yardstick.ofModulus && parts == 2) floor = std::max(floor, modulusFloor(points.exact(i, 0), points.exact(i, 1)));
+        if (yardstick.ofModulus && parts == 2)
+            floor = std::max(floor, modulusFloor(points.exact(i, 0), points.exact(i, 1)));
         double largestOfPoint = 0;
         for (std::size_t k = 0; k < parts; ++k) {
             const Real& exact = points.exact(i, static_cast<int>(k));
@@ -278,7 +281,8 @@ Measurement measure(const PointSet& points, Path path, Yardstick yardstick) {
                 statistics.largest.point = i;
             }
         }
-        result.samples.push_back({argumentOf(points.function(), points.inputs()[i]), static_cast<float>(largestOfPoint)});
+        result.samples.push_back(
+            {argumentOf(points.function(), points.inputs()[i]), static_cast<float>(largestOfPoint)});
     }
     for (std::size_t k = 0; k < parts; ++k) {
         PartStatistics& statistics = result.part[k];
@@ -303,7 +307,9 @@ Measurement measure(const PointSet& points, Path path, Yardstick yardstick) {
     return result;
 }
 
-bool sameErrors(const Measurement& a, const Measurement& b) { return a.function == b.function && a.samples == b.samples; }
+bool sameErrors(const Measurement& a, const Measurement& b) {
+    return a.function == b.function && a.samples == b.samples;
+}
 
 std::string_view partName(const Export& function, int part) {
     if (function.form == Form::D) return part == 0 ? "dst1" : "dst2";
@@ -317,12 +323,17 @@ std::string inputsText(const Export& function, const Inputs& inputs) {
     std::string text;
     for (std::size_t argument = 0; argument < (two ? 2u : 1u); ++argument) {
         if (argument > 0) text += ", ";
-        text += argument == 1 && function.form == Form::S ? "scalar" : function.form != Form::B ? "src" : argument == 0 ? "src1" : "src2";
+        text += argument == 1 && function.form == Form::S ? "scalar"
+                : function.form != Form::B                ? "src"
+                : argument == 0                           ? "src1"
+                                                          : "src2";
         for (std::size_t k = 0; k < parts; ++k) {
             const double value = inputs[argument * parts + k];
             const std::string pattern = bitPattern(value, inputPart(function));
-            if (inputPart(function) == ElementType::Real32) text += fmt::format(" {} ({})", pattern, static_cast<float>(value));
-            else text += fmt::format(" {} ({})", pattern, value);
+            if (inputPart(function) == ElementType::Real32)
+                text += fmt::format(" {} ({})", pattern, static_cast<float>(value));
+            else
+                text += fmt::format(" {} ({})", pattern, value);
         }
     }
     return text;
@@ -333,17 +344,18 @@ std::string describe(const Measurement& m) {
     if (m.skipped > 0) text += fmt::format(" ({} more without a finite result)", m.skipped);
     text += '\n';
     if (m.part[0].count == 0) return text;
-    text += fmt::format("  {:>4} {:>9} {:>9} {:>9} {:>9} {:>9} {:>10} {:>11}\n", "", "mean", "median", "90%", "99%", "99.9%",
-                        "largest", "rounded ok");
+    text += fmt::format("  {:>4} {:>9} {:>9} {:>9} {:>9} {:>9} {:>10} {:>11}\n", "", "mean", "median", "90%", "99%",
+                        "99.9%", "largest", "rounded ok");
     for (int k = 0; k < m.parts; ++k) {
         const PartStatistics& s = m.part[static_cast<std::size_t>(k)];
-        text += fmt::format("  {:>4} {:9.4f} {:9.4f} {:9.4f} {:9.4f} {:9.4f} {:10.5g} {:10.3f}%\n", partName(*m.function, k), s.mean,
-                            s.median, s.quantile90, s.quantile99, s.quantile999, s.largest.error, 100 * s.correctlyRounded);
+        text += fmt::format("  {:>4} {:9.4f} {:9.4f} {:9.4f} {:9.4f} {:9.4f} {:10.5g} {:10.3f}%\n",
+                            partName(*m.function, k), s.mean, s.median, s.quantile90, s.quantile99, s.quantile999,
+                            s.largest.error, 100 * s.correctlyRounded);
     }
     for (int k = 0; k < m.parts; ++k) {
         const LargestError& largest = m.part[static_cast<std::size_t>(k)].largest;
-        text += fmt::format("  largest{}{}: {} ulp at {}: {} {}, exact {}\n", m.parts > 1 ? " " : "", partName(*m.function, k),
-                            largest.error, inputsText(*m.function, largest.inputs),
+        text += fmt::format("  largest{}{}: {} ulp at {}: {} {}, exact {}\n", m.parts > 1 ? " " : "",
+                            partName(*m.function, k), largest.error, inputsText(*m.function, largest.inputs),
                             bitPattern(largest.computed, resultPart(*m.function)), largest.computed, largest.exact);
     }
     return text;
@@ -357,8 +369,10 @@ std::string plotErrors(const std::vector<const Measurement*>& measurements, std:
         plot.argumentLabel = m->function->form == Form::B ? "first argument" : "argument";
         if (isComplex(m->function->source)) plot.argumentLabel = "modulus of the " + plot.argumentLabel;
         const auto curve = std::ranges::find(plot.curves, pathName(m->path), &Curve::label);
-        if (curve == plot.curves.end()) plot.curves.push_back({std::string(pathName(m->path)), m->samples});
-        else curve->samples.insert(curve->samples.end(), m->samples.begin(), m->samples.end());
+        if (curve == plot.curves.end())
+            plot.curves.push_back({std::string(pathName(m->path)), m->samples});
+        else
+            curve->samples.insert(curve->samples.end(), m->samples.begin(), m->samples.end());
     }
     if (plot.curves.size() == 2 && plot.curves[0].samples == plot.curves[1].samples) {
         plot.curves.pop_back();

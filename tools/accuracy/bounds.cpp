@@ -111,16 +111,20 @@ private:
     }
 
     void readRange(const toml::table& table, const std::string& fileFamily, int number, std::vector<Bound>& result) {
-        checkKeys(table, {"family", "type", "grade", "name", "src", "src1", "src2", "scalar", "bound", "block", "element",
-                          "of_modulus", "floor", "worst", "reason"});
+        checkKeys(table, {"family", "type", "grade", "name", "src", "src1", "src2", "scalar", "bound", "block",
+                          "element", "of_modulus", "floor", "worst", "reason"});
         const std::string family = string(table, "family").value_or(fileFamily);
         const std::vector<std::string> types = strings(table, "type");
         const std::vector<std::string> grades = strings(table, "grade");
         if (types.empty()) fail(table, "no type");
         for (const std::string& type : types) {
-            const auto known = [&](const CatalogueEntry& entry) { return entry.family == family && entry.type == type; };
-            if (std::ranges::none_of(catalogue(), known)) fail(table, fmt::format("the catalogue has no {} on {}", family, type));
-            for (const Export* function : routines(family, type, grades)) result.push_back(bound(table, *function, number));
+            const auto known = [&](const CatalogueEntry& entry) {
+                return entry.family == family && entry.type == type;
+            };
+            if (std::ranges::none_of(catalogue(), known))
+                fail(table, fmt::format("the catalogue has no {} on {}", family, type));
+            for (const Export* function : routines(family, type, grades))
+                result.push_back(bound(table, *function, number));
         }
     }
 
@@ -132,8 +136,10 @@ private:
             if (function.family != family || function.type != type) continue;
             if (!grades.empty() && std::ranges::find(grades, function.grade) == grades.end()) continue;
             const auto same = std::ranges::find(result, function.routine, [](const Export* f) { return f->routine; });
-            if (same == result.end()) result.push_back(&function);
-            else *same = &function;
+            if (same == result.end())
+                result.push_back(&function);
+            else
+                *same = &function;
         }
         return result;
     }
@@ -146,8 +152,10 @@ private:
         result.reason = string(table, "reason").value_or("");
 
         const auto add = [&](std::string_view key) {
-            if (const auto text = string(table, key)) result.ranges.push_back(*text);
-            else fail(table, fmt::format("{} needs {}", function.name, key));
+            if (const auto text = string(table, key))
+                result.ranges.push_back(*text);
+            else
+                fail(table, fmt::format("{} needs {}", function.name, key));
         };
         add(function.form == Form::B ? "src1" : "src");
         if (function.form == Form::B) add("src2");
@@ -170,7 +178,8 @@ private:
         }
         if (const toml::node* node = table.get("floor")) result.yardstick.floor = positive(*node, "floor");
         if (const toml::node* worst = table.get("worst"))
-            for (const std::string& text : strings(table, "worst")) result.worst.push_back(inputs(*worst, text, function));
+            for (const std::string& text : strings(table, "worst"))
+                result.worst.push_back(inputs(*worst, text, function));
         return result;
     }
 
@@ -223,16 +232,17 @@ std::vector<std::string> excesses(const Bound& bound, const Measurement& measure
     if (!limits) return result;
     const Export& function = *bound.function;
     if (measurement.part[0].count == 0)
-        result.push_back(fmt::format("{} ({}): no point of the range has a finite result", function.name, bound.origin));
+        result.push_back(
+            fmt::format("{} ({}): no point of the range has a finite result", function.name, bound.origin));
     for (int k = 0; k < measurement.parts; ++k) {
         const LargestError& largest = measurement.part[static_cast<std::size_t>(k)].largest;
         const double limit = (*limits)[static_cast<std::size_t>(k)];
         if (largest.error <= limit) continue;
-        result.push_back(fmt::format("{} ({}), {} path{}{}\n  input  {}\n  result {} ({})\n  exact  {}\n  error  {} ulp, bound {}",
-                                     function.name, bound.origin, pathName(measurement.path), measurement.parts > 1 ? ", " : "",
-                                     partName(function, k), inputsText(function, largest.inputs),
-                                     bitPattern(largest.computed, resultPart(function)), largest.computed, largest.exact,
-                                     largest.error, limit));
+        result.push_back(fmt::format(
+            "{} ({}), {} path{}{}\n  input  {}\n  result {} ({})\n  exact  {}\n  error  {} ulp, bound {}",
+            function.name, bound.origin, pathName(measurement.path), measurement.parts > 1 ? ", " : "",
+            partName(function, k), inputsText(function, largest.inputs),
+            bitPattern(largest.computed, resultPart(function)), largest.computed, largest.exact, largest.error, limit));
     }
     return result;
 }

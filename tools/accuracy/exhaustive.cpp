@@ -62,7 +62,7 @@ const QuickReference quickReferences[] = {
     {"Atanh", OKT_QUICK(std::atanh(x))},
     {"Cbrt", OKT_QUICK(std::cbrt(x))},
     {"CdfNorm", OKT_QUICK(std::erfc(-x / rootTwo) / 2)},
-    {"CdfNormInv", OKT_QUICK(-rootTwo * erfcInv(-y[0] / rootTwo, 2 * x))},
+    {"CdfNormInv", OKT_QUICK(-rootTwo* erfcInv(-y[0] / rootTwo, 2 * x))},
     {"Ceil", OKT_QUICK(std::ceil(x))},
     {"CIS", [](Quick x, const float*, Quick* out) { out[0] = std::cos(x), out[1] = std::sin(x); }},
     {"Cos", OKT_QUICK(std::cos(x))},
@@ -82,14 +82,14 @@ const QuickReference quickReferences[] = {
     {"Log1p", OKT_QUICK(std::log1p(x))},
     {"Modf", [](Quick x, const float*, Quick* out) { out[0] = std::trunc(x), out[1] = x - out[0]; }},
     {"NearbyInt", OKT_QUICK(std::rint(x))},
-    {"Pow2o3", OKT_QUICK(std::cbrt(x * x))},
-    {"Pow3o2", OKT_QUICK(x * std::sqrt(x))},
+    {"Pow2o3", OKT_QUICK(std::cbrt(x* x))},
+    {"Pow3o2", OKT_QUICK(x* std::sqrt(x))},
     {"Rint", OKT_QUICK(std::rint(x))},
     {"Round", OKT_QUICK(std::round(x))},
     {"Sin", OKT_QUICK(std::sin(x))},
     {"SinCos", [](Quick x, const float*, Quick* out) { out[0] = std::sin(x), out[1] = std::cos(x); }},
     {"Sinh", OKT_QUICK(std::sinh(x))},
-    {"Sqr", OKT_QUICK(x * x)},
+    {"Sqr", OKT_QUICK(x* x)},
     {"Sqrt", OKT_QUICK(std::sqrt(x))},
     {"Tan", OKT_QUICK(std::tan(x))},
     {"Tanh", OKT_QUICK(std::tanh(x))},
@@ -141,7 +141,10 @@ private:
 class ExhaustiveRun {
 public:
     ExhaustiveRun(const Export& function, const ExhaustiveOptions& options)
-        : function_(function), options_(options), reference_(referenceOf(function)), quick_(*findQuickReference(function)) {
+        : function_(function),
+          options_(options),
+          reference_(referenceOf(function)),
+          quick_(*findQuickReference(function)) {
         result_.parts = reference_.parts;
         total_ = static_cast<std::uint64_t>(options.to) - options.from + 1;
     }
@@ -185,7 +188,8 @@ private:
             const auto first = static_cast<std::uint32_t>(options_.from + begin);
             compute(*arrays, first, count);
             for (std::uint64_t i = 0; i < count; ++i) judge(*arrays, first, i, own, worst);
-            if (reports && options_.progress) options_.progress(static_cast<double>(begin + count) / static_cast<double>(total_));
+            if (reports && options_.progress)
+                options_.progress(static_cast<double>(begin + count) / static_cast<double>(total_));
         }
         const std::scoped_lock lock(mutex_);
         result_.measured += own.measured;
@@ -232,7 +236,8 @@ private:
         for (std::size_t k = 0; k < static_cast<std::size_t>(result_.parts); ++k) {
             const double error = quickError(computed[k], exact[k]);
             if (computed[k] == static_cast<float>(exact[k])) ++own.correctlyRounded[k];
-            const Candidate candidate{std::isnan(error) ? std::numeric_limits<double>::infinity() : error, input, computed[k]};
+            const Candidate candidate{std::isnan(error) ? std::numeric_limits<double>::infinity() : error, input,
+                                      computed[k]};
             worst[k].offer(candidate);
             if (input % sampleEvery == 0) confirm(candidate, static_cast<int>(k), own, false);
         }
@@ -276,22 +281,25 @@ bool canRunExhaustively(const Export& function) {
 }
 
 ExhaustiveResult runExhaustively(const Export& function, const ExhaustiveOptions& options) {
-    if (!canRunExhaustively(function)) throw std::invalid_argument(fmt::format("{} has no single Real32 source", function.name));
+    if (!canRunExhaustively(function))
+        throw std::invalid_argument(fmt::format("{} has no single Real32 source", function.name));
     if (options.to < options.from) throw std::invalid_argument("the range of bit patterns is empty");
     return ExhaustiveRun(function, options).run();
 }
 
 std::string describe(const Export& function, const ExhaustiveOptions& options, const ExhaustiveResult& result) {
-    std::string text = fmt::format("{}, {} path, 0x{:08X} to 0x{:08X}: {} inputs ({} more without a finite result)\n", function.name,
-                                   pathName(options.path), options.from, options.to, result.measured, result.skipped);
+    std::string text =
+        fmt::format("{}, {} path, 0x{:08X} to 0x{:08X}: {} inputs ({} more without a finite result)\n", function.name,
+                    pathName(options.path), options.from, options.to, result.measured, result.skipped);
     if (result.measured == 0) return text;
     for (int k = 0; k < result.parts; ++k) {
         const auto part = static_cast<std::size_t>(k);
         const LargestError& largest = result.largest[part];
-        text += fmt::format("  {}{}largest error {:.6f} ulp at {}: {} {}, exact {}; {:.6f}% correctly rounded\n", partName(function, k),
-                            result.parts > 1 ? ": " : "", largest.error, inputsText(function, largest.inputs),
-                            bitPattern(largest.computed, ElementType::Real32), static_cast<float>(largest.computed), largest.exact,
-                            100 * static_cast<double>(result.correctlyRounded[part]) / static_cast<double>(result.measured));
+        text += fmt::format(
+            "  {}{}largest error {:.6f} ulp at {}: {} {}, exact {}; {:.6f}% correctly rounded\n", partName(function, k),
+            result.parts > 1 ? ": " : "", largest.error, inputsText(function, largest.inputs),
+            bitPattern(largest.computed, ElementType::Real32), static_cast<float>(largest.computed), largest.exact,
+            100 * static_cast<double>(result.correctlyRounded[part]) / static_cast<double>(result.measured));
     }
     return text + fmt::format("  quick reference off by at most {:.1e} ulp\n", result.quickReferenceError);
 }

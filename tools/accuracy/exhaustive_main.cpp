@@ -1,8 +1,8 @@
 // okt_exhaustive NAME...: every single-precision argument through a function; see exhaustive.h.
 #include "exhaustive.h"
 
-#include <CLI/CLI.hpp>
 #include <fmt/format.h>
+#include <CLI/CLI.hpp>
 
 #include <unistd.h>
 
@@ -67,7 +67,8 @@ int main(int argc, char** argv) {
     try {
         options.from = static_cast<std::uint32_t>(std::stoul(from, nullptr, 0));
         options.to = static_cast<std::uint32_t>(std::stoul(to, nullptr, 0));
-        if (isatty(STDERR_FILENO) != 0) options.progress = [](double share) { fmt::print(stderr, "\r{:5.1f}% ", 100 * share); };
+        if (isatty(STDERR_FILENO) != 0)
+            options.progress = [](double share) { fmt::print(stderr, "\r{:5.1f}% ", 100 * share); };
         for (const Export* function : functions) {
             for (const std::string& path : paths) {
                 options.path = path == "block" ? Path::block : Path::element;

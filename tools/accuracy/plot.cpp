@@ -11,7 +11,7 @@ namespace {
 
 constexpr double width = 720, height = 400;
 constexpr double left = 70, right = 700, top = 40, bottom = 345;
-constexpr int stretches = 140;      // of the line of largest errors
+constexpr int stretches = 140;     // of the line of largest errors
 constexpr std::size_t dots = 700;  // of each curve
 constexpr const char* colours[] = {"#1f6fb4", "#e07b1a", "#3a9a4b", "#8a4fb0"};
 
@@ -54,8 +54,10 @@ public:
         }
         for (double n = std::ceil(low_ / step - 1e-9); n * step <= high_ + 1e-9 * step; n += 1) {
             const double value = n * step;
-            if (logarithmic_) result.push_back({std::pow(10.0, value), value == 0 ? "1" : fmt::format("1e{:.0f}", value)});
-            else result.push_back({value, fmt::format("{:.6g}", std::abs(value) < 1e-9 * step ? 0.0 : value)});
+            if (logarithmic_)
+                result.push_back({std::pow(10.0, value), value == 0 ? "1" : fmt::format("1e{:.0f}", value)});
+            else
+                result.push_back({value, fmt::format("{:.6g}", std::abs(value) < 1e-9 * step ? 0.0 : value)});
         }
         return result;
     }
@@ -66,7 +68,8 @@ private:
 };
 
 std::string text(double x, double y, const char* anchor, const std::string& what, int size = 12) {
-    return fmt::format("<text x=\"{:.1f}\" y=\"{:.1f}\" text-anchor=\"{}\" font-size=\"{}\">{}</text>\n", x, y, anchor, size, what);
+    return fmt::format("<text x=\"{:.1f}\" y=\"{:.1f}\" text-anchor=\"{}\" font-size=\"{}\">{}</text>\n", x, y, anchor,
+                       size, what);
 }
 
 // Moduli of complex arguments may overflow.
@@ -104,13 +107,14 @@ std::string svg(const Plot& plot) {
 
     const Axis xAxis = logArguments ? Axis(magnitudes.low, magnitudes.high, true, left, right)
                                     : Axis(arguments.low, arguments.high, false, left, right);
-    const Axis yAxis = logErrors ? Axis(0.01, errors.high * 1.3, true, bottom, top)
-                                 : Axis(0, errors.high * 1.08, false, bottom, top);
+    const Axis yAxis =
+        logErrors ? Axis(0.01, errors.high * 1.3, true, bottom, top) : Axis(0, errors.high * 1.08, false, bottom, top);
     auto argument = [&](const Sample& s) { return logArguments ? std::abs(s.argument) : s.argument; };
     auto error = [&](double e) { return yAxis.position(logErrors ? std::max(e, 0.01) : e); };
 
     std::string out = fmt::format(
-        "<svg xmlns=\"http://www.w3.org/2000/svg\" viewBox=\"0 0 {0:.0f} {1:.0f}\" width=\"{0:.0f}\" height=\"{1:.0f}\" "
+        "<svg xmlns=\"http://www.w3.org/2000/svg\" viewBox=\"0 0 {0:.0f} {1:.0f}\" width=\"{0:.0f}\" "
+        "height=\"{1:.0f}\" "
         "font-family=\"sans-serif\" fill=\"#222\">\n<rect width=\"100%\" height=\"100%\" fill=\"#fff\"/>\n",
         width, height);
     out += text(left, 24, "start", plot.title, 15);
@@ -127,11 +131,15 @@ std::string svg(const Plot& plot) {
         labels += text(left - 8, y + 4, "end", tick.label);
     }
     out += fmt::format("<path d=\"{}\" stroke=\"#e2e2e2\" fill=\"none\"/>\n", grid);
-    out += fmt::format("<path d=\"M{0:.1f} {1:.1f}V{2:.1f}H{3:.1f}\" stroke=\"#444\" fill=\"none\"/>\n", left, top, bottom, right);
+    out += fmt::format("<path d=\"M{0:.1f} {1:.1f}V{2:.1f}H{3:.1f}\" stroke=\"#444\" fill=\"none\"/>\n", left, top,
+                       bottom, right);
     out += labels;
-    out += text((left + right) / 2, bottom + 42, "middle", plot.argumentLabel + (logArguments && arguments.low < 0 ? " (magnitude)" : ""), 13);
-    out += fmt::format("<text transform=\"translate(20 {:.1f}) rotate(-90)\" text-anchor=\"middle\" font-size=\"13\">error in ulp</text>\n",
-                       (top + bottom) / 2);
+    out += text((left + right) / 2, bottom + 42, "middle",
+                plot.argumentLabel + (logArguments && arguments.low < 0 ? " (magnitude)" : ""), 13);
+    out += fmt::format(
+        "<text transform=\"translate(20 {:.1f}) rotate(-90)\" text-anchor=\"middle\" font-size=\"13\">error in "
+        "ulp</text>\n",
+        (top + bottom) / 2);
 
     std::size_t index = 0;
     for (const Curve& curve : plot.curves) {
@@ -152,9 +160,12 @@ std::string svg(const Plot& plot) {
         for (int bin = 0; bin < stretches; ++bin) {
             const double most = largest[static_cast<std::size_t>(bin)];
             if (most < 0) continue;
-            line += fmt::format("{}{:.1f} {:.1f}", line.empty() ? "M" : "L", left + (right - left) * (bin + 0.5) / stretches, error(most));
+            line += fmt::format("{}{:.1f} {:.1f}", line.empty() ? "M" : "L",
+                                left + (right - left) * (bin + 0.5) / stretches, error(most));
         }
-        out += fmt::format("<path d=\"{}\" stroke=\"{}\" stroke-width=\"2\" stroke-linecap=\"round\" opacity=\"0.5\"/>\n", points, colour);
+        out +=
+            fmt::format("<path d=\"{}\" stroke=\"{}\" stroke-width=\"2\" stroke-linecap=\"round\" opacity=\"0.5\"/>\n",
+                        points, colour);
         out += fmt::format("<path d=\"{}\" stroke=\"{}\" stroke-width=\"1.3\" fill=\"none\"/>\n", line, colour);
         const double x = right - 60 - 90 * static_cast<double>(plot.curves.size() - index);
         out += fmt::format("<path d=\"M{:.1f} {:.1f}h18\" stroke=\"{}\" stroke-width=\"2.5\"/>\n", x, top - 14, colour);
@@ -163,8 +174,10 @@ std::string svg(const Plot& plot) {
     }
     if (plot.bound) {
         const double y = error(*plot.bound);
-        out += fmt::format("<path d=\"M{:.1f} {:.1f}H{:.1f}\" stroke=\"#c22\" stroke-dasharray=\"6 4\"/>\n", left, y, right);
-        out += fmt::format("<text x=\"{:.1f}\" y=\"{:.1f}\" font-size=\"11\" fill=\"#c22\">bound {:.6g}</text>\n", left + 4, y - 4, *plot.bound);
+        out += fmt::format("<path d=\"M{:.1f} {:.1f}H{:.1f}\" stroke=\"#c22\" stroke-dasharray=\"6 4\"/>\n", left, y,
+                           right);
+        out += fmt::format("<text x=\"{:.1f}\" y=\"{:.1f}\" font-size=\"11\" fill=\"#c22\">bound {:.6g}</text>\n",
+                           left + 4, y - 4, *plot.bound);
     }
     return out + "</svg>\n";
 }

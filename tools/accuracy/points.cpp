@@ -47,17 +47,15 @@ double ofPattern(std::string_view text, ElementType part) {
 // Values in ascending order as consecutive integers, with both zeros at 0.
 std::int64_t ordinal(double value, ElementType part) {
     const double magnitude = std::abs(value);
-    const std::int64_t bits = part == ElementType::Real32
-                                  ? std::bit_cast<std::int32_t>(static_cast<float>(magnitude))
-                                  : std::bit_cast<std::int64_t>(magnitude);
+    const std::int64_t bits = part == ElementType::Real32 ? std::bit_cast<std::int32_t>(static_cast<float>(magnitude))
+                                                          : std::bit_cast<std::int64_t>(magnitude);
     return std::signbit(value) ? -bits : bits;
 }
 
 double ofOrdinal(std::int64_t n, ElementType part) {
     const std::int64_t bits = std::abs(n);
-    const double magnitude = part == ElementType::Real32
-                                 ? std::bit_cast<float>(static_cast<std::int32_t>(bits))
-                                 : std::bit_cast<double>(bits);
+    const double magnitude = part == ElementType::Real32 ? std::bit_cast<float>(static_cast<std::int32_t>(bits))
+                                                         : std::bit_cast<double>(bits);
     return n < 0 ? -magnitude : magnitude;
 }
 
@@ -79,7 +77,8 @@ double parseNumber(std::string_view text, ElementType part) {
     const bool single = part == ElementType::Real32;
     if (text.starts_with('-')) return -parseNumber(text.substr(1), part);
     if (isBitPattern(text)) return ofPattern(text, part);
-    if (text == "sub") return single ? std::numeric_limits<float>::denorm_min() : std::numeric_limits<double>::denorm_min();
+    if (text == "sub")
+        return single ? std::numeric_limits<float>::denorm_min() : std::numeric_limits<double>::denorm_min();
     if (text == "min") return single ? std::numeric_limits<float>::min() : std::numeric_limits<double>::min();
     if (text == "max") return single ? std::numeric_limits<float>::max() : std::numeric_limits<double>::max();
     if (text == "pi") return 3.14159265358979323846;
@@ -92,7 +91,8 @@ double parseNumber(std::string_view text, ElementType part) {
 }
 
 std::string bitPattern(double value, ElementType part) {
-    if (part == ElementType::Real32) return fmt::format("0x{:08X}", std::bit_cast<std::uint32_t>(static_cast<float>(value)));
+    if (part == ElementType::Real32)
+        return fmt::format("0x{:08X}", std::bit_cast<std::uint32_t>(static_cast<float>(value)));
     return fmt::format("0x{:016X}", std::bit_cast<std::uint64_t>(value));
 }
 
@@ -119,10 +119,14 @@ Distribution::Distribution(std::string_view text, ElementType part) : part_(part
         while (at < tokens.size() && tokens[at] != "both" && tokens[at] != "near") values_.push_back(number());
         if (values_.empty()) fail(text, "the list is empty");
     } else {
-        if (kind == "log") kind_ = Kind::log;
-        else if (kind == "uniform") kind_ = Kind::uniform;
-        else if (kind == "bits") kind_ = Kind::bits;
-        else fail(text, "expected log, uniform, bits or list");
+        if (kind == "log")
+            kind_ = Kind::log;
+        else if (kind == "uniform")
+            kind_ = Kind::uniform;
+        else if (kind == "bits")
+            kind_ = Kind::bits;
+        else
+            fail(text, "expected log, uniform, bits or list");
         const double low = number(), high = number();
         if (!(low < high)) fail(text, "the lower end is not below the upper end");
         if (kind_ == Kind::log && !(low > 0)) fail(text, "a logarithmic range begins above zero");
@@ -131,9 +135,12 @@ Distribution::Distribution(std::string_view text, ElementType part) : part_(part
     }
     for (; at < tokens.size();) {
         const std::string_view word = tokens[at++];
-        if (word == "both") bothSigns_ = true;
-        else if (word == "near") near_ = number();
-        else fail(text, fmt::format("unexpected \"{}\"", word));
+        if (word == "both")
+            bothSigns_ = true;
+        else if (word == "near")
+            near_ = number();
+        else
+            fail(text, fmt::format("unexpected \"{}\"", word));
     }
 }
 
@@ -152,7 +159,8 @@ double Distribution::magnitude(SplitMix64& random) {
         }
         case Kind::log: break;
     }
-    const long double low = std::log2(static_cast<long double>(low_)), high = std::log2(static_cast<long double>(high_));
+    const long double low = std::log2(static_cast<long double>(low_)),
+                      high = std::log2(static_cast<long double>(high_));
     return std::min(high_, std::max(low_, nearest(std::exp2(low + (high - low) * random.unit()), part_)));
 }
 

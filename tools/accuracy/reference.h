@@ -32,9 +32,9 @@ const Reference* findReference(std::string_view family, bool complex);
 const Reference& referenceOf(const Export& function);
 
 // The inverse functions MPFR does not have.
-Real erfInv(const Real& x);         // -1 < x < 1
-Real erfcInv(const Real& v);        // 0 < v < 2
+Real erfInv(const Real& x);   // -1 < x < 1
+Real erfcInv(const Real& v);  // 0 < v < 2
 Real cdfNorm(const Real& x);
-Real cdfNormInv(const Real& p);     // 0 < p < 1
+Real cdfNormInv(const Real& p);  // 0 < p < 1
 
 }  // namespace okt::accuracy

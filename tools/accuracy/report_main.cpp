@@ -2,8 +2,8 @@
 // one plot a routine.
 #include "bounds.h"
 
-#include <CLI/CLI.hpp>
 #include <fmt/format.h>
+#include <CLI/CLI.hpp>
 
 #include <algorithm>
 #include <atomic>
@@ -38,7 +38,8 @@ void writeFile(const fs::path& file, const std::string& text) {
 std::string routineName(const Export& function) {
     bool severalRoutines = false;
     for (const Export& other : exports())
-        severalRoutines |= other.family == function.family && other.type == function.type && other.routine != function.routine;
+        severalRoutines |=
+            other.family == function.family && other.type == function.type && other.routine != function.routine;
     const std::string stem = fmt::format("okts{}_{}", function.family, function.type);
     return severalRoutines ? std::string(function.name) : stem;
 }
@@ -56,7 +57,8 @@ std::vector<Row> measureAll(const std::vector<Bound>& bounds, std::size_t count,
                     rows[i].bound = &bounds[i];
                     const PointSet points = pointsOf(bounds[i], count);
                     for (const Path path : {Path::block, Path::element})
-                        if (bounds[i].of(path)) rows[i].measurements.push_back(measure(points, path, bounds[i].yardstick));
+                        if (bounds[i].of(path))
+                            rows[i].measurements.push_back(measure(points, path, bounds[i].yardstick));
                 } catch (...) {
                     const std::scoped_lock lock(mutex);
                     failure = std::current_exception();
@@ -98,10 +100,11 @@ std::string tableRows(const Row& row) {
         for (int k = 0; k < m.parts; ++k) {
             const auto part = static_cast<std::size_t>(k);
             const PartStatistics& s = m.part[part];
-            text += fmt::format("| {} | {} | {} | {} | {:.4f} | {:.4f} | {:.6g} | {} | {:.2f} % | {} |\n", row.bound->name,
-                                rangesText(*row.bound), same ? "both" : pathName(m.path), partName(*m.function, k), s.mean,
-                                s.quantile99, s.largest.error, (*row.bound->of(m.path))[part], 100 * s.correctlyRounded,
-                                patterns(*m.function, s.largest.inputs));
+            text +=
+                fmt::format("| {} | {} | {} | {} | {:.4f} | {:.4f} | {:.6g} | {} | {:.2f} % | {} |\n", row.bound->name,
+                            rangesText(*row.bound), same ? "both" : pathName(m.path), partName(*m.function, k), s.mean,
+                            s.quantile99, s.largest.error, (*row.bound->of(m.path))[part], 100 * s.correctlyRounded,
+                            patterns(*m.function, s.largest.inputs));
         }
     }
     return text;
@@ -124,7 +127,9 @@ int main(int argc, char** argv) {
     try {
         std::vector<Bound> bounds = loadAllBounds(sourceDirectory(), exports());
         if (!families.empty())
-            std::erase_if(bounds, [&](const Bound& b) { return std::ranges::find(families, b.function->family) == families.end(); });
+            std::erase_if(bounds, [&](const Bound& b) {
+                return std::ranges::find(families, b.function->family) == families.end();
+            });
         const std::vector<Row> rows = measureAll(bounds, count, threads);
 
         std::map<std::string, std::map<std::string, std::vector<const Row*>>> byFamily;
@@ -134,17 +139,24 @@ int main(int argc, char** argv) {
         fs::create_directories(docs / "accuracy");
         std::string text = fmt::format(
             "# Accuracy\n\n"
-            "Errors in units in the last place (ulp) of the result's type, against MPFR at 192 bits, at {} random points\n"
-            "for each range. A correctly rounded result has an error of at most 0.5 ulp. The block path is the arithmetic\n"
-            "of whole blocks in a long array, the element path that of a single element; in many routines they differ.\n"
-            "The bounds stand in `src/*/*.accuracy.toml` and are held by the tests. Written by `okt_accuracy_report`.\n",
+            "Errors in units in the last place (ulp) of the result's type, against MPFR at 192 bits, at {} random "
+            "points\n"
+            "for each range. A correctly rounded result has an error of at most 0.5 ulp. The block path is the "
+            "arithmetic\n"
+            "of whole blocks in a long array, the element path that of a single element; in many routines they "
+            "differ.\n"
+            "The bounds stand in `src/*/*.accuracy.toml` and are held by the tests. Written by "
+            "`okt_accuracy_report`.\n",
             count);
         int beyond = 0;
         for (const auto& [family, routines] : byFamily) {
             text += fmt::format("\n## {}\n", family);
             for (const auto& [routine, members] : routines) {
-                text += fmt::format("\n### {}\n\n| range | arguments | path | part | mean | 99 % | largest | bound | correctly rounded | largest at |\n"
-                                    "| --- | --- | --- | --- | --- | --- | --- | --- | --- | --- |\n", routine);
+                text += fmt::format(
+                    "\n### {}\n\n| range | arguments | path | part | mean | 99 % | largest | bound | correctly rounded "
+                    "| largest at |\n"
+                    "| --- | --- | --- | --- | --- | --- | --- | --- | --- | --- |\n",
+                    routine);
                 std::vector<const Measurement*> measurements;
                 double bound = 0;
                 std::string reasons;
@@ -155,9 +167,11 @@ int main(int argc, char** argv) {
                         const auto broken = excesses(*row->bound, m);
                         for (const std::string& excess : broken) fmt::print(stderr, "{}\n", excess);
                         beyond += static_cast<int>(broken.size());
-                        for (int k = 0; k < m.parts; ++k) bound = std::max(bound, (*row->bound->of(m.path))[static_cast<std::size_t>(k)]);
+                        for (int k = 0; k < m.parts; ++k)
+                            bound = std::max(bound, (*row->bound->of(m.path))[static_cast<std::size_t>(k)]);
                     }
-                    if (!row->bound->reason.empty()) reasons += fmt::format("\n{}: {}\n", row->bound->name, row->bound->reason);
+                    if (!row->bound->reason.empty())
+                        reasons += fmt::format("\n{}: {}\n", row->bound->name, row->bound->reason);
                 }
                 text += reasons;
                 writeFile(docs / "accuracy" / (routine + ".svg"), plotErrors(measurements, bound));

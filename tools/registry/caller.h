@@ -26,7 +26,8 @@ struct Caller<Function> {
 template <class S, class D, OktStatus (*Function)(const S*, S, D*, std::int32_t)>
 struct Caller<Function> {
     static OktStatus call(const Arguments& a) {
-        return Function(static_cast<const S*>(a.src1), *static_cast<const S*>(a.scalar), static_cast<D*>(a.dst1), a.len);
+        return Function(static_cast<const S*>(a.src1), *static_cast<const S*>(a.scalar), static_cast<D*>(a.dst1),
+                        a.len);
     }
 };
 

@@ -8,9 +8,19 @@ namespace okt {
 namespace {
 
 constexpr Export builtExports[] = {
-#define OKT_EXPORT_ROW(function, family, type, grade, form, frame, source, destination, warnings, routine, seed)    \
-    {#function, family, type, grade, Form::form, Frame::frame, ElementType::source, ElementType::destination,     \
-     warnings, routine, seed, &Caller<&function>::call},
+#define OKT_EXPORT_ROW(function, family, type, grade, form, frame, source, destination, warnings, routine, seed) \
+    {#function,                                                                                                  \
+     family,                                                                                                     \
+     type,                                                                                                       \
+     grade,                                                                                                      \
+     Form::form,                                                                                                 \
+     Frame::frame,                                                                                               \
+     ElementType::source,                                                                                        \
+     ElementType::destination,                                                                                   \
+     warnings,                                                                                                   \
+     routine,                                                                                                    \
+     seed,                                                                                                       \
+     &Caller<&function>::call},
 #include "export_list.inc"
 #undef OKT_EXPORT_ROW
 };

@@ -13,7 +13,13 @@ enum class Form { U, B, S, D };  // one source | two sources | source and scalar
 enum class Frame { plain, mxcsr, x87_53, x87_64, doubleGuard };
 enum class ElementType { Real32, Real64, Complex32, Complex64 };
 
-enum Warnings : unsigned { warnsNothing = 0, warnsOverflow = 1, warnsUnderflow = 2, warnsSingularity = 4, warnsDomain = 8 };
+enum Warnings : unsigned {
+    warnsNothing = 0,
+    warnsOverflow = 1,
+    warnsUnderflow = 2,
+    warnsSingularity = 4,
+    warnsDomain = 8
+};
 
 constexpr std::size_t sizeOf(ElementType type) {
     constexpr std::size_t sizes[] = {4, 8, 8, 16};
@@ -24,7 +30,9 @@ constexpr bool isComplex(ElementType type) { return type == ElementType::Complex
 
 // The real type of the element or of its parts.
 constexpr ElementType partOf(ElementType type) {
-    return type == ElementType::Complex32 ? ElementType::Real32 : type == ElementType::Complex64 ? ElementType::Real64 : type;
+    return type == ElementType::Complex32   ? ElementType::Real32
+           : type == ElementType::Complex64 ? ElementType::Real64
+                                            : type;
 }
 
 // Arrays of one call, whatever the form: unused ones are null. The scalar of form S is read from its address.
@@ -58,7 +66,7 @@ struct CatalogueEntry {
     bool built;
 };
 
-std::span<const Export> exports();           // built exports, families in catalogue order
+std::span<const Export> exports();            // built exports, families in catalogue order
 std::span<const CatalogueEntry> catalogue();  // all 390 names
 const Export* findExport(std::string_view name);
 std::string_view statusName(OktStatus status);  // "oktStatusOk" and so on
