@@ -1,7 +1,7 @@
 #!/bin/bash
-# Sets up a Debian 12 machine and runs every test: GCC with the tools, Clang, no optimisation, sanitizers, a short
-# fuzzing run, and the Windows build under Wine; then compares the digests of all results between the builds. Ends with
-# a line that counts.
+# Sets up a Debian 12 machine and runs every test: the form of the sources, GCC with the tools, Clang, no optimisation,
+# sanitizers, a short fuzzing run, and the Windows build under Wine; then compares the digests of all results between
+# the builds. Ends with a line that counts.
 set -uo pipefail
 cd "$(dirname "$0")/.." || exit 1
 sh tools/setup.sh || exit 1
@@ -39,6 +39,7 @@ same_digests() {
     return $result
 }
 
+step "form of the sources and the reference" sh tools/style.sh
 step "GCC, tools, accuracy, installation" build_and_test dev build
 step "Clang" build_and_test clang build-clang
 export OKT_TEST_ELEMENTS=40000  # of each comparison with a model, in the two slow builds
