@@ -44,9 +44,8 @@ step "GCC, tools, accuracy, installation" build_and_test dev build
 step "Clang" build_and_test clang build-clang
 export OKT_TEST_ELEMENTS=40000  # of each comparison with a model, in the two slow builds
 step "no optimisation" build_and_test debug build-debug
-step "sanitizers" build_and_test sanitize build-sanitize
+step "sanitizers and twenty seconds of fuzzing" build_and_test sanitize build-sanitize
 unset OKT_TEST_ELEMENTS
-step "fuzzing, twenty seconds" build_and_test fuzz build-fuzz
 step "Windows under Wine" build_and_test windows build-windows
 step "the same bits from every build" same_digests
 

@@ -5,6 +5,7 @@
 #include "lanes/lanes.h"
 #include "support/element.h"
 #include "support/inputs.h"
+#include "support/model_check.h"
 
 #include <cstdlib>
 #include <vector>
@@ -98,6 +99,14 @@ T unusualElement(Random& random) {
             return random.below(2) == 0 ? near : -near;
         }
     }
+}
+
+// Blocks of huge elements of one kind, which are worked side by side, and blocks in which one element is another.
+template <class T, class Model>
+void expectModelOfHugeElements(std::string_view name, Model model) {
+    constexpr int top = sizeof(T) == 4 ? 127 : 1023;
+    for (const auto ordinary : {ordinaryElement<T, 17, 22>, ordinaryElement<T, 23, 29>, ordinaryElement<T, 30, top>})
+        expectModel<T, T>(name, model, {ordinary, unusualElement<T>});
 }
 
 }  // namespace okt::test
