@@ -13,6 +13,7 @@
 #include "frame/loops.h"
 #include "lanes/ordered.h"
 #include "lanes/root_seed.h"
+#include "lanes/void_lanes.h"
 
 namespace okt {
 namespace {
@@ -111,7 +112,7 @@ OktStatus sqrt32(const Real32* src, Real32* dst, std::int32_t len) {
 template <int N>
 [[gnu::noinline, gnu::cold]] void invSqrtFixUp(F32<N> x, Real32* dst, OktStatus& status) {
     const F64<N> wide = widen(x);
-    const F32<N> t = narrow(sqrt(wide) / wide);
+    const F32<N> t = withFlags(narrow(sqrt(wide) / wide));
     const U32<N> pattern = asBits(x);
     const U32<N> infinity(0x7F800000);
     const Mask32<N> zero = isZero(pattern);

@@ -34,13 +34,13 @@ inline half_angle::Outcome32<N> arccosine(const Constants32& k, F32<N> x) {
     const F32<N> z = h | zeroUnless(small, squared);
 
     // The small lanes' part in this is void.
-    const F32<N> s = sqrt(h);
+    const F32<N> s = withFlags(sqrt(h));
     const F32<N> u = select(small, a, s);
     const F32<N> uh = select(small, a, s & U32<N>(half_angle::rootHeadMask32));
     const F32<N> d = -uh - u;
     const F32<N> n = uh * uh - h;
     const F32<N> r = recipSeed(d);
-    const F32<N> c = zeroIf(small, n * r * (k.two - d * r));
+    const F32<N> c = zeroIf(small, withFlags(n * r * (k.two - d * r)));
 
     // Factor, head and tail: 2, 0, 0 and -2, pi for big lanes of either sign; -1, pi/2 and 1, pi/2 for small ones.
     const Mask32<N> negative = greaterSigned(U32<N>(0), asBits(x));

@@ -36,10 +36,10 @@ inline half_angle::Outcome32<N> arcsine(const Constants32& k, F32<N> x) {
     // The small lanes' part in this is void.
     const F32<N> g = rsqrtSeed(h);
     const F32<N> hg = h * g;
-    const F32<N> s = hg * k.minusHalf * (hg * g - k.three);
+    const F32<N> s = withFlags(hg * k.minusHalf * (hg * g - k.three));
     const F32<N> u = select(small, a, s);
     const F32<N> uh = select(small, a, s & U32<N>(half_angle::rootHeadMask32));
-    const F32<N> c = zeroIf(small, (h - uh * uh) / (u + uh));
+    const F32<N> c = zeroIf(small, withFlags((h - uh * uh) / (u + uh)));
 
     const F32<N> Q = half_angle::excess(k.polynomial, z);
     const F32<N> L = zeroIf(small, F32<N>(k.quarterPiTail32));

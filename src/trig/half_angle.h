@@ -5,6 +5,7 @@
 
 #include "lanes/constant.h"
 #include "lanes/root_seed.h"
+#include "lanes/void_lanes.h"
 #include "oktvm.h"
 
 namespace okt::half_angle {

@@ -180,6 +180,17 @@ TEST(AsinAcos, OrdinaryElementsOnReal64RaiseNothingButInexact) {
     EXPECT_EQ(flagsAlone(oktsAcos_64f_A53, 0.0), flagInexact);
 }
 
+// The void half of the arithmetic is worked in the tail, too.
+TEST(AsinAcos, AloneAnElementRaisesTheFlagsOfABlock) {
+    for (const auto f : {oktsAsin_32f_A24, oktsAcos_32f_A24})
+        for (const Real32 x : {0.0F, -0.0F, 0x1p-126F, 0.25F, -0.3F, 0.5F, -0.75F, 0.9F, 1.0F}) {
+            const Real32 block[4] = {x, x, x, x};
+            Real32 results[4];
+            EXPECT_EQ(flagsAlone(f, x), flagsRaised([&] { f(block, results, 4); })) << x;
+        }
+    EXPECT_EQ(flagsAlone(oktsAsin_32f_A24, 0.25F), flagInvalid | flagInexact);  // 0 times the root's infinite seed
+}
+
 TEST(AsinAcos, InPlace) {
     const auto inPlace = []<class T>(OktStatus (*f)(const T*, T*, std::int32_t), T) {
         std::vector<T> array(37), expected(37);
