@@ -267,8 +267,8 @@ struct ShortConstants {
     Constant64 shift = spread64(0x4338000000000000);
     Constant64 ln2Over64Hi = spread64(0x3F862E42FEFA0000);
     Constant64 ln2Over64Lo = spread64(0x3D1CF79ABC9E3B3A);
-    Constant64 a2 =
-        spread64(0x3FDFFFFFFFFF57E9);  // e^r - 1 - r up to ln 2/64, which r reaches when n is not the nearest
+    // e^r - 1 - r up to ln 2/64, which r reaches when n is not the nearest.
+    Constant64 a2 = spread64(0x3FDFFFFFFFFF57E9);
     Constant64 a3 = spread64(0x3FC555555554953B);
     Constant64 a4 = spread64(0x3FA5555ACCC1F4B7);
     Constant64 a5 = spread64(0x3F811115C09302F0);
@@ -451,10 +451,7 @@ OktStatus cdfNorm64(const Real64* src, Real64* dst, std::int32_t len) {
             packedElementLoop<8>(src + from, dst + from, count, tryBlock, cdfNormElement<Real64>, status);
         };
         std::int32_t i = 0;
-        // A destination that starts within the chunk ahead shows the order of reads and writes.
-        const auto above = reinterpret_cast<std::uintptr_t>(dst) - reinterpret_cast<std::uintptr_t>(src);
-        const std::int32_t ahead = len < chunkLength ? len : chunkLength;
-        if (above - 1 >= sizeof(Real64) * static_cast<std::size_t>(ahead) - 1) [[likely]]
+        if (!smearsForward(src, dst, len, chunkLength)) [[likely]]
             for (std::int32_t count; i <= len - 2 * block; i += count) {
                 count = len - i < chunkLength ? (len - i) / block * block : chunkLength;
                 if (!cdfNormChunk(k, src + i, count, dst + i)) [[unlikely]]

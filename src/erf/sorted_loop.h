@@ -52,9 +52,7 @@ private:
 template <class T, class TryBlock, class Finish, class Element>
 inline void sortedElementLoop(const T* src, T* dst, std::int32_t len, const TryBlock& tryBlock, const Finish& finish,
                               const Element& element, OktStatus& status) {
-    // A destination that starts less than a chunk above the source holds elements that are still to be read.
-    const auto above = reinterpret_cast<std::uintptr_t>(dst) - reinterpret_cast<std::uintptr_t>(src);
-    if (above - 1 < sortedChunk * sizeof(T) - 1) [[unlikely]]
+    if (smearsForward(src, dst, len, sortedChunk)) [[unlikely]]
         return elementLoop(src, dst, len, element, status);
     while (len > 0) {
         const std::int32_t chunk = len < sortedChunk ? len : sortedChunk;

@@ -323,10 +323,7 @@ OktStatus log1p64(const Real64* src, Real64* dst, std::int32_t len) {
     return x87Frame<53>(len, src, dst, [=](OktStatus& status) {
         const Constants& c = inMemory(constants);
         const auto tryBlock = [&c](const Real64* from, Real64* to) { return blockOfTable(c, from, to); };
-        // A destination that starts within the chunk ahead shows the order of reads and writes.
-        const auto above = reinterpret_cast<std::uintptr_t>(dst) - reinterpret_cast<std::uintptr_t>(src);
-        const std::int32_t ahead = len < chunkLength ? len : chunkLength;
-        const bool inOrder = above - 1 < sizeof(Real64) * static_cast<std::size_t>(ahead) - 1;
+        const bool inOrder = smearsForward(src, dst, len, chunkLength);
         for (std::int32_t i = 0, length; i < len; i += length) {
             length = inOrder || len - i < chunkLength ? len - i : chunkLength;
             if (inOrder || length < 12 || !chunkOfOrdinary(c, src + i, length, dst + i)) [[unlikely]]

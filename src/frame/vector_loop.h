@@ -14,9 +14,15 @@ inline constexpr std::size_t vectorLoopPass = 8;
 // An ascending scalar loop reads what it has written before when the destination starts less than a pass above a
 // source. In every other position, the same address included, whole passes give the scalar loop's results.
 template <class T>
-inline bool smearsForward(const T* src, const T* dst) {
+inline bool smearsForward(const T* src, const T* dst, std::size_t pass = vectorLoopPass) {
     const auto above = reinterpret_cast<std::uintptr_t>(dst) - reinterpret_cast<std::uintptr_t>(src);
-    return above - 1 < vectorLoopPass * sizeof(T) - 1;  // wraps around for 0 and for a destination below
+    return above - 1 < pass * sizeof(T) - 1;  // wraps around for 0 and for a destination below
+}
+
+// The same for long passes, of which an array shorter than one is all there is.
+template <class T>
+inline bool smearsForward(const T* src, const T* dst, std::int32_t len, std::int32_t pass) {
+    return smearsForward(src, dst, static_cast<std::size_t>(len < pass ? len : pass));
 }
 
 // dst[i] = operation(src[i]...) for count elements, ascending. `operation` is generic over the lanes. Loads of the

@@ -120,9 +120,7 @@ inline constexpr std::int32_t chunk = 64;
 template <class T, class TryChunk, class TryBlock, class Element>
 inline void chunkedElementLoop(const T* src, T* dst, std::int32_t len, const TryChunk& tryChunk,
                                const TryBlock& tryBlock, const Element& element, OktStatus& status) {
-    // A destination that starts within the chunk ahead shows the order of reads and writes.
-    const auto above = reinterpret_cast<std::uintptr_t>(dst) - reinterpret_cast<std::uintptr_t>(src);
-    if (above - 1 < chunk * sizeof(T) - 1) [[unlikely]] {
+    if (smearsForward(src, dst, len, chunk)) [[unlikely]] {
         elementLoop(src, dst, len, element, status);
         return;
     }
