@@ -8,7 +8,6 @@
 #include "frame/inexact.h"
 #include "lanes/gather.h"
 #include "lanes/lanes.h"
-#include "lanes/neighbours.h"
 #include "lanes/ordered.h"
 #include "lanes/real80.h"
 #include "lanes/widened.h"
@@ -208,6 +207,15 @@ struct Measured {
     friend Measured operator-(Measured x, Measured y) { return {x.value - y.value, x.size + y.size}; }
 };
 
+// For four elements, the upper word of the larger part without its sign; the lower half of it is any.
+inline U32x4 largerParts(const Complex64* z) {
+    const auto* patterns = reinterpret_cast<const std::uint64_t*>(z);
+    const U64<4> upper{asLongs(packHighWords(U64<4>::load(patterns))),
+                       asLongs(packHighWords(U64<4>::load(patterns + 4)))};
+    const U32x4 magnitude(0x7FFFFFFF);
+    return maxHighHalves(packLowWords(upper) & magnitude, packHighWords(upper) & magnitude);
+}
+
 // Four elements of both sources, by their patterns: the larger part of a factor stands for it.
 class FourProducts {
 public:
@@ -322,8 +330,18 @@ inline void complexLoop64(const Complex64* src1, const Complex64* src2, Complex6
     for (; i < len; ++i) asWritten(src1 + i, src2 + i, dst + i);
 }
 
+// The formulas of a product as the loop takes them: nothing is made ahead of them, and nothing follows.
+template <class Formulas>
+struct ProductBy {
+    template <class R>
+    struct Of : Formulas {
+        explicit Of(ComplexOf<R>) {}
+        static R finish(R part) { return part; }
+    };
+};
+
 // A complex product. The path is chosen once an element.
-template <template <class> class Formulas>
+template <class Formulas>
 inline OktStatus complexProduct64(const Complex64* src1, const Complex64* src2, Complex64* dst, std::int32_t len) {
     return x87Frame<64>(len, src1, src2, dst, [=](OktStatus&) {
         const bool sourcesChange = interferes(src1, dst, 1) || interferes(src2, dst, 1);
@@ -334,12 +352,12 @@ inline OktStatus complexProduct64(const Complex64* src1, const Complex64* src2, 
             const auto storeParts = [&](auto convert) {
                 auto x = convert(a);
                 auto y = convert(b);
-                storeReal(to, static_cast<Real64>(Formulas<Real80>::re(x, y)));
+                storeReal(to, static_cast<Real64>(Formulas::re(x, y)));
                 if (sourcesChange) [[unlikely]] {
                     x = convert(loadParts(from1));
                     y = convert(loadParts(from2));
                 }
-                storeImaginary(to, static_cast<Real64>(Formulas<Real80>::im(x, y)));
+                storeImaginary(to, static_cast<Real64>(Formulas::im(x, y)));
             };
             // In place a short source may change into a long one.
             const bool compensates = !needsSimplePath(a, b) && (sourcesChange || !hasShortParts(a, b));
@@ -349,7 +367,7 @@ inline OktStatus complexProduct64(const Complex64* src1, const Complex64* src2, 
                 storeParts(extended);
             return compensates;
         };
-        complexLoop64<Formulas>(src1, src2, dst, len, asWritten);
+        complexLoop64<ProductBy<Formulas>::template Of>(src1, src2, dst, len, asWritten);
     });
 }
 

@@ -22,16 +22,8 @@ OktStatus mulComplex32(const Complex32* src1, const Complex32* src2, Complex32* 
                         [=](OktStatus&) { complexLoop32(src1, src2, dst, len, [](auto) { return Times{}; }); });
 }
 
-template <class R>
-struct Product64 {
-    explicit Product64(ComplexOf<R>) {}
-    static auto re(auto a, auto b) { return timesRe(a, b); }
-    static auto im(auto a, auto b) { return timesIm(a, b); }
-    static R finish(R part) { return part; }
-};
-
 OktStatus mulComplex64(const Complex64* src1, const Complex64* src2, Complex64* dst, std::int32_t len) {
-    return complexProduct64<Product64>(src1, src2, dst, len);
+    return complexProduct64<Times>(src1, src2, dst, len);
 }
 
 }  // namespace

@@ -14,16 +14,12 @@ OktStatus mulByConj32(const Complex32* src1, const Complex32* src2, Complex32* d
                         [=](OktStatus&) { complexLoop32(src1, src2, dst, len, [](auto) { return TimesConj{}; }); });
 }
 
-template <class R>
-struct ProductByConj64 {
-    explicit ProductByConj64(ComplexOf<R>) {}
-    static auto re(auto a, auto b) { return timesConjRe(a, b); }
+struct TimesConj64 : TimesConj {
     static auto im(auto a, auto b) { return timesConjIm(a, b); }
-    static R finish(R part) { return part; }
 };
 
 OktStatus mulByConj64(const Complex64* src1, const Complex64* src2, Complex64* dst, std::int32_t len) {
-    return complexProduct64<ProductByConj64>(src1, src2, dst, len);
+    return complexProduct64<TimesConj64>(src1, src2, dst, len);
 }
 
 }  // namespace

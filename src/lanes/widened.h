@@ -5,22 +5,10 @@
 
 namespace okt {
 
-// With the operand in memory the conversion takes no shuffle, and shuffles are
-// what bounds loops over complex numbers. GCC would load the operand first.
-inline F64<2> loadWidened(const Real32* from) {
-#if defined(__clang__)
-    return _mm_cvtps_pd(_mm_castsi128_ps(_mm_loadl_epi64(reinterpret_cast<const __m128i_u*>(from))));
-#else
-    __m128d widened;
-    asm volatile("cvtps2pd %1, %0" : "=x"(widened) : "m"(*reinterpret_cast<const Unaligned<std::uint64_t>*>(from)));
-    return widened;
-#endif
-}
-
 template <int N>
 inline Pair<F64<N>> loadInterleavedWidened(const Real32* from) {
     if constexpr (N == 2) {
-        const F64<2> a = loadWidened(from), b = loadWidened(from + 2);
+        const F64<2> a = widenAt<2>(from), b = widenAt<2>(from + 2);
         return {_mm_unpacklo_pd(a.raw, b.raw), _mm_unpackhi_pd(a.raw, b.raw)};
     } else {
         const auto low = loadInterleavedWidened<N / 2>(from);
