@@ -93,8 +93,8 @@ inline Mask32<N> lnNearOne(const LnConstants32& k, U32<N> b) {
     }
     if (b < 0x00800000) {
         const int top = 31 - std::countl_zero(b);
-        const std::uint32_t scaled = ((b << (23 - top)) ^ 0x00800000) | static_cast<std::uint32_t>(top + 1)
-                                                                            << 23;  // 2^23 x
+        const auto exponent = static_cast<std::uint32_t>(top + 1);
+        const std::uint32_t scaled = ((b << (23 - top)) ^ 0x00800000) | exponent << 23;  // 2^23 x
         const F32x1 e = toReal32(U32<1>((scaled >> 23) - (127 + 23)));
         return lnMain32(lnConstants32, U32<1>(scaled), e, Mask32<1>{false}).raw;
     }

@@ -51,8 +51,8 @@ struct Constants32 {
 constexpr Constants32 constants32;
 
 constexpr std::uint32_t mainBoundHigh32 = 0x4055D55C;  // high word of the main path's bound on |y ln x|, about 87.334
-constexpr std::uint32_t elementBoundHigh32 =
-    0x4086232B;  // high word of 708.396: beyond it the result is zero or infinite
+// High word of 708.396: beyond it the result is zero or infinite.
+constexpr std::uint32_t elementBoundHigh32 = 0x4086232B;
 
 // ln x for x = 2^exponent (mc + difference), where offset leads to the table's entry for mc.
 template <int N>

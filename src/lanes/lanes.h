@@ -51,9 +51,9 @@ inline constexpr int registerLanes = 16 / static_cast<int>(sizeof(T));
 template <int N, int bound>
 concept LanesAbove = N > bound;
 template <class T, int N>
-concept RealRegister = N == registerLanes<T>&& std::is_floating_point_v<T>;
+concept RealRegister = std::is_floating_point_v<T> && N == registerLanes<T>;
 template <class T, int N>
-concept IntegerRegister = N == registerLanes<T>&& std::is_integral_v<T>;
+concept IntegerRegister = std::is_integral_v<T> && N == registerLanes<T>;
 
 template <class T>
 using Unsigned = std::conditional_t<sizeof(T) == 8, std::uint64_t, std::uint32_t>;
@@ -790,8 +790,8 @@ inline F64<N> gatherAt(const Real64* table, U64<N> byteOffset) {
 template <int bit>
 inline F64<4> gatherByDigitPairs(const Real64* table, U32<4> digits) {
     const __m128i first = _mm_and_si128(_mm_srli_epi32(digits.raw, bit), _mm_set1_epi32(3));
-    const __m128i rows =
-        _mm_or_si128(_mm_slli_epi64(first, 4), _mm_srli_epi64(first, 26));  // in bytes, in the low half
+    // In bytes, in the low half.
+    const __m128i rows = _mm_or_si128(_mm_slli_epi64(first, 4), _mm_srli_epi64(first, 26));
     const char* base = reinterpret_cast<const char*>(table);
     const auto low = static_cast<unsigned>(_mm_extract_epi16(rows, 0));
     const auto high = static_cast<unsigned>(_mm_extract_epi16(rows, 4));
