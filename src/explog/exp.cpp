@@ -6,12 +6,12 @@
 //   Real32  0.5682 ulp; 1.0 ulp where the smallest subnormals are given as zero, below -103.27893829345703
 //   Real64  0.5265 ulp at -0x1.ee85d2881e58p-5; subnormal results 0.7563 ulp
 #include "explog/exp_tables.h"
+#include "explog/power_pairs32.h"
 #include "frame/frame.h"
 #include "frame/loops.h"
 #include "lanes/columns.h"
 #include "lanes/constant.h"
 #include "lanes/gather.h"
-#include "tables/exp32_table.h"
 
 namespace okt {
 namespace {
@@ -32,29 +32,30 @@ constexpr std::uint32_t boundLow32 = 0x42AEAC50;       // 87.3365478515625, the 
 constexpr std::uint32_t overflow32 = 0x42B17218;       // 88.72283935546875
 constexpr std::uint32_t underflowZero32 = 0xC2CE8ED1;  // -103.27893829345703
 
-// e^x = u · 2^k; the low seven bits of n are j, those above are k.
+// x = n · ln 2/128 + r.
 template <int N>
-struct Unscaled32 {
-    F32<N> u;
-    U32<N> n;
-};
+using Multiple32 = InMemory<std::uint32_t, N>;
 
 template <int N>
-inline Unscaled32<N> expUnscaled(const Constants32& c, F32<N> x) {
-    const F32<N> t = x * c.invLn2x128 + c.shift32;
-    const InMemory<std::uint32_t, N> n(asBits(t));
-    const F32<N> m = t - c.shift32;
-    const F32<N> r = (x - m * c.ln2Over128Hi) - m * c.ln2Over128Lo;
-    const auto [hi, lo] = gatherPairs<7, Real32>(tables::Exp32Table, n);
-    const F32<N> p = (r * r) * c.half + (lo + r);
-    return {p * hi + hi, n};
+inline F32<N> reduce(const Constants32& c, F32<N> x, Multiple32<N>& n) {
+    n.put(asBits(x * c.invLn2x128 + c.shift32));
+    const F32<N> m = asReal(U32<N>(n)) - c.shift32;
+    return (x - m * c.ln2Over128Hi) - m * c.ln2Over128Lo;
 }
 
-// u · 2^k for a normal result: the product is exact, so k may be added to the exponent field as an integer.
+// e^x without the scale 2^k; the low seven bits of n are j, those above are k.
 template <int N>
-inline F32<N> scaled(Unscaled32<N> e) {
-    const U32<N> k = (e.n & U32<N>(~127u)) << 16;
-    return asReal(asBits(e.u) + k);
+inline F32<N> unscaled(const Constants32& c, F32<N> r, const Multiple32<N>& n) {
+    const auto [hi, lo] = gatherPairs<8, Real32>(powerPairs32.pairs, n);
+    const F32<N> p = (r * r) * c.half + (lo + r);
+    return p * hi + hi;
+}
+
+// For a normal result: the product with 2^k is exact, so k may be added to the exponent field as an integer.
+template <int N>
+inline F32<N> scaled(F32<N> u, const Multiple32<N>& n) {
+    const U32<N> k = (U32<N>(n) & U32<N>(~127u)) << 16;
+    return asReal(asBits(u) + k);
 }
 
 // Subnormal results in Real64, so that narrowing is the only rounding: 2^v = 2^n · 2^r with v = x · log2 e.
@@ -85,17 +86,19 @@ Real32 expSubnormal(Real32 x) {
     const bool negative = a != b;
     if (a > 0x7F800000) return x + x;  // a NaN, quieted, sign and payload kept
     if (a == 0x7F800000) return negative ? Real32{0} : x;
-    if (a < boundLow32) return scaled(expUnscaled(constants32, F32x1(x))).raw;
+    Multiple32<1> n;
+    const auto unscaledPower = [&] { return unscaled(constants32, reduce(constants32, F32x1(x), n), n); };
+    if (a < boundLow32) return scaled(unscaledPower(), n).raw;
     if (!negative) {
         if (b >= overflow32) {
             status = oktStatusOverflow;
             const Real32 huge = opaque(bits32(0x7F000000));  // 2^127
             return huge * huge;                              // +Inf, raises overflow
         }
-        const auto [u, n] = expUnscaled(constants32, F32x1(x));
-        const std::uint32_t scale = ((n.raw >> 7) + 127) << 23;
-        if (scale <= 0x7F000000) return u.raw * bits32(scale);
-        return u.raw * bits32(0x7F000000) * Real32{2};  // 2^128 is no Real32
+        const Real32 u = unscaledPower().raw;
+        const std::uint32_t scale = ((n.lane[0] >> 7) + 127) << 23;
+        if (scale <= 0x7F000000) return u * bits32(scale);
+        return u * bits32(0x7F000000) * Real32{2};  // 2^128 is no Real32
     }
     status = oktStatusUnderflow;
     if (b >= underflowZero32) {
@@ -107,16 +110,22 @@ Real32 expSubnormal(Real32 x) {
 
 OktStatus exp32(const Real32* src, Real32* dst, std::int32_t len) {
     return mxcsrFrame(dst, src, len, [=](OktStatus& status) {
-        const Constants32& c = inMemory(constants32);
-        const auto tryBlock = [&c](const Real32* from, Real32* to) {
-            const F32<8> x = F32<8>::load(from);
+        const Constants32* const c = &inMemory(constants32);
+        const auto begin = [=](std::ptrdiff_t i, F32<8>& r, Multiple32<8>& n) {
+            const F32<8> x = F32<8>::load(src + i);
             const U32<8> magnitude = asBits(x) & U32<8>(0x7FFFFFFF);
             if (any(greaterSigned(magnitude, U32<8>(boundLow32 - 1)))) [[unlikely]]
                 return false;
-            scaled(expUnscaled(c, x)).store(to);
+            r = reduce(*c, x, n);
             return true;
         };
-        redoBlock<8>(src, dst, len, tryBlock, expElement32, status);
+        const auto finish = [=](std::ptrdiff_t i, F32<8> r, const Multiple32<8>& n) {
+            scaled(unscaled(*c, r, n), n).store(dst + i);
+        };
+        const auto elements = [&](std::ptrdiff_t first, std::ptrdiff_t end) {
+            for (std::ptrdiff_t i = first; i < end; ++i) storeElement(dst + i, expElement32(loadElement(src + i), status));
+        };
+        redoBlockAhead<8, F32<8>, Multiple32<8>>(len, begin, finish, elements);
     });
 }
 

@@ -74,6 +74,40 @@ inline void laneBlocks(std::int32_t len, std::int32_t blocksEnd, const TryLanes&
         if (!tryLanes(lanes<1>, i)) lane(i);
 }
 
+// Redo block in two halves, of which the first runs a block ahead. `begin(i, held, stored)` tests the block at i, works its
+// first half and returns false when a lane is out of the main range; `finish(i, held, stored)` works the second half and
+// stores the results. What passes from one to the other stands in registers, `held`, or in memory, `stored`: the latter
+// is where numbers of table entries wait for the unit that loads them, and the chain of operations of a block, too long
+// to have two of them in flight, falls into two that run side by side. `elements(first, end)` redoes a block element by
+// element and works those behind the last block. A block is read before the one ahead of it is stored.
+template <int Block, class Held, class Stored, class Begin, class Finish, class Elements>
+OKT_INLINE inline void redoBlockAhead(std::int32_t len, const Begin& begin, const Finish& finish,
+                                      const Elements& elements) {
+    const std::ptrdiff_t end = len - len % Block;
+    std::ptrdiff_t i = 0;
+    Held held0, held1;
+    Stored stored0, stored1;
+    const auto step = [&](const Held& held, const Stored& stored, Held& nextHeld, Stored& nextStored) OKT_INLINE {
+        const bool goesOn = i + Block != end && begin(i + Block, nextHeld, nextStored);
+        if (goesOn) [[likely]]  // one piece with the half that begins, for the compiler to interleave
+            finish(i, held, stored);
+        else
+            finish(i, held, stored);
+        i += Block;
+        return goesOn;
+    };
+    while (i != end) {
+        if (begin(i, held0, stored0)) [[likely]] {
+            while (step(held0, stored0, held1, stored1) && step(held1, stored1, held0, stored0)) {
+            }
+        } else {
+            elements(i, i + Block);
+            i += Block;
+        }
+    }
+    elements(end, len);
+}
+
 // Blend block: no branch in the block. `step<N>(x)` gives the result of N lanes, special cases blended in, and the mask
 // of the lanes that warn; every such lane stores `code`. The tail runs the same step on one lane.
 template <int Block, class S, class D, class Step>

@@ -12,7 +12,9 @@ namespace okt {
 template <class T, int N>
 struct InMemory {
     alignas(16) T lane[N];
-    explicit InMemory(Vec<T, N> v) {
+    InMemory() = default;
+    explicit InMemory(Vec<T, N> v) { put(v); }
+    void put(Vec<T, N> v) {
         v.store(lane);
         if constexpr (N > 1) asm("" : "+m"(lane));
     }
