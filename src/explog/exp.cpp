@@ -122,10 +122,7 @@ OktStatus exp32(const Real32* src, Real32* dst, std::int32_t len) {
         const auto finish = [=](std::ptrdiff_t i, F32<8> r, const Multiple32<8>& n) {
             scaled(unscaled(*c, r, n), n).store(dst + i);
         };
-        const auto elements = [&](std::ptrdiff_t first, std::ptrdiff_t end) {
-            for (std::ptrdiff_t i = first; i < end; ++i) storeElement(dst + i, expElement32(loadElement(src + i), status));
-        };
-        redoBlockAhead<8, F32<8>, Multiple32<8>>(len, begin, finish, elements);
+        redoBlockAhead<8, F32<8>, Multiple32<8>>(len, begin, finish, redoElements(src, dst, expElement32, status));
     });
 }
 
@@ -163,34 +160,35 @@ constexpr Real64 subnormalBound64 = bits64(0xC086232BDD7ABCD3);  // ln 2^-1022
 constexpr Real64 overflow64 = bits64(0x40862E42FEFA39F0);
 constexpr Real64 topBinade64 = bits64(0x40862E37E7D8BA72);  // 1024 ln 2 - ln 2/128: k is 1024 from here on
 
+// x = n · ln 2/64 + r.
 template <int N>
-struct Unscaled64 {
-    F64<N> u;
-    U64<N> n;
-};
+using Multiple64 = InMemory<std::uint64_t, N>;
 
 template <int N>
-inline Unscaled64<N> expUnscaled(const Constants64& c, F64<N> x) {
-    const F64<N> t = x * c.invLn2x64 + c.shift64;
-    const InMemory<std::uint64_t, N> n(asBits(t));
+inline F64<N> reduce(const Constants64& c, F64<N> x, Multiple64<N>& n) {
+    n.put(asBits(x * c.invLn2x64 + c.shift64));
     const F64<N> m = asReal(U64<N>(n)) - c.shift64;
-    const F64<N> r = (x - m * c.ln2Over64Hi) - m * c.ln2Over64Lo;
+    return (x - m * c.ln2Over64Hi) - m * c.ln2Over64Lo;
+}
+
+// e^x without the scale 2^k.
+template <int N>
+inline F64<N> unscaled(const Constants64& c, F64<N> r, const Multiple64<N>& n) {
     const F64<N> q = ((r * c.c5 + c.c4) * r + c.c3) * r + c.c2;
     const F64<N> p = r + q * (r * r);
     const F64<N> hi = gatherElements<8>(powerColumns64.hi, n);
     const F64<N> lo = gatherElements<8>(powerColumns64.lo, n);
-    return {(p * (hi + lo) + lo) + hi, n};
+    return (p * (hi + lo) + lo) + hi;
 }
 
 template <int N>
-inline F64<N> scaled(const Constants64& c, Unscaled64<N> e) {
-    const U64<N> k = (e.n & c.scaleOfN) << 46;
-    return asReal(asBits(e.u) + k);
+inline F64<N> scaled(const Constants64& c, F64<N> u, const Multiple64<N>& n) {
+    return asReal(asBits(u) + ((U64<N>(n) & c.scaleOfN) << 46));
 }
 
 // 2^(k + shift), where the sum is within the normal exponents.
-Real64 powerOfTwo(U64<1> n, int shift) {
-    const auto k = static_cast<std::int32_t>(static_cast<std::uint32_t>(n.raw)) >> 6;
+Real64 powerOfTwo(const Multiple64<1>& n, int shift) {
+    const auto k = static_cast<std::int32_t>(static_cast<std::uint32_t>(n.lane[0])) >> 6;
     return bits64(static_cast<std::uint64_t>(k + shift + 1023) << 52);
 }
 
@@ -207,27 +205,32 @@ Real64 powerOfTwo(U64<1> n, int shift) {
         status = oktStatusOverflow;
         return bits64(0x7FF0000000000000);
     }
-    const auto [u, n] = expUnscaled(constants64, F64x1(x));
+    Multiple64<1> n;
+    const F64x1 r = reduce(constants64, F64x1(x), n);
+    const Real64 u = unscaled(constants64, r, n).raw;
     if (x <= subnormalBound64) {
         status = oktStatusUnderflow;
-        return (u.raw * powerOfTwo(n, 1022)) * bits64(0x0010000000000000);  // rounded once, by the last factor 2^-1022
+        return (u * powerOfTwo(n, 1022)) * bits64(0x0010000000000000);  // rounded once, by the last factor 2^-1022
     }
-    if (x >= topBinade64) return (u.raw * bits64(0x7FE0000000000000)) * Real64{2};  // 2^1024 is no Real64
-    return u.raw * powerOfTwo(n, 0);
+    if (x >= topBinade64) return (u * bits64(0x7FE0000000000000)) * Real64{2};  // 2^1024 is no Real64
+    return u * powerOfTwo(n, 0);
 }
 
 OktStatus exp64(const Real64* src, Real64* dst, std::int32_t len) {
     return mxcsrFrame(dst, src, len, [=](OktStatus& status) {
-        const Constants64& c = inMemory(constants64);
-        const auto tryBlock = [&c](const Real64* from, Real64* to) {
-            const F64<8> x = F64<8>::load(from);
+        const Constants64* const c = &inMemory(constants64);
+        const auto begin = [=](std::ptrdiff_t i, F64<8>& r, Multiple64<8>& n) {
+            const F64<8> x = F64<8>::load(src + i);
             const U32<8> high = packHighWords(asBits(x)) & U32<8>(0x7FFFFFFF);
             if (any(greaterSigned(high, U32<8>(boundHigh64 - 1)))) [[unlikely]]
                 return false;
-            scaled(c, expUnscaled(c, x)).store(to);
+            r = reduce(*c, x, n);
             return true;
         };
-        redoBlock<8>(src, dst, len, tryBlock, expElement64, status);
+        const auto finish = [=](std::ptrdiff_t i, F64<8> r, const Multiple64<8>& n) {
+            scaled(*c, unscaled(*c, r, n), n).store(dst + i);
+        };
+        redoBlockAhead<8, F64<8>, Multiple64<8>>(len, begin, finish, redoElements(src, dst, expElement64, status));
     });
 }
 

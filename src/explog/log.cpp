@@ -54,11 +54,18 @@ struct LnConstants32 {
 };
 constexpr LnConstants32 lnConstants32;
 
+template <int N>
+using RowOffset = InMemory<std::uint32_t, N>;
+
+template <int N>
+inline U32<N> lnRow32(const LnConstants32& k, U32<N> b) {
+    return (((b & k.indexBits) + k.indexRound) & k.rowBits) >> 13;
+}
+
 // b is the pattern of a normal number and e its exponent, less
 // what it was scaled by; nearOne comes from the true pattern.
 template <int N>
-inline F32<N> lnMain32(const LnConstants32& k, U32<N> b, F32<N> e, Mask32<N> nearOne) {
-    const InMemory<std::uint32_t, N> offset((((b & k.indexBits) + k.indexRound) & k.rowBits) >> 13);
+inline F32<N> lnMain32(const LnConstants32& k, U32<N> b, const RowOffset<N>& offset, F32<N> e, Mask32<N> nearOne) {
     const U32<N> m = (b & k.significand) | k.unit;
     const F32<N> mh = asReal(m & k.mantissaHigh);
     const F32<N> ml = asReal(m) - mh;
@@ -83,10 +90,15 @@ inline Mask32<N> lnNearOne(const LnConstants32& k, U32<N> b) {
     return greaterSigned(b + k.nearOneOffset, U32<N>(k.nearOneBound));
 }
 
+Real32 lnSingle32(std::uint32_t b, F32x1 e, Mask32<1> nearOne) {
+    const RowOffset<1> offset(lnRow32(lnConstants32, U32<1>(b)));
+    return lnMain32(lnConstants32, U32<1>(b), offset, e, nearOne).raw;
+}
+
 [[gnu::noinline, gnu::cold]] Real32 lnElement32(Real32 x, OktStatus& status) {
     const std::uint32_t b = asBits(x);
     if (b - 0x00800000 < 0x7F000000)
-        return lnMain32(lnConstants32, U32<1>(b), exponent32(U32<1>(b)), lnNearOne(lnConstants32, U32<1>(b))).raw;
+        return lnSingle32(b, exponent32(U32<1>(b)), lnNearOne(lnConstants32, U32<1>(b)));
     if ((b & 0x7FFFFFFF) == 0) {
         status = oktStatusSingularity;
         return minusInf32;
@@ -96,7 +108,7 @@ inline Mask32<N> lnNearOne(const LnConstants32& k, U32<N> b) {
         const auto exponent = static_cast<std::uint32_t>(top + 1);
         const std::uint32_t scaled = ((b << (23 - top)) ^ 0x00800000) | exponent << 23;  // 2^23 x
         const F32x1 e = toReal32(U32<1>((scaled >> 23) - (127 + 23)));
-        return lnMain32(lnConstants32, U32<1>(scaled), e, Mask32<1>{false}).raw;
+        return lnSingle32(scaled, e, Mask32<1>{false});
     }
     if ((b & 0x7FFFFFFF) > 0x7F800000 || b == 0x7F800000) return x;  // untouched: a signalling NaN stays one
     status = oktStatusDomain;
@@ -105,15 +117,19 @@ inline Mask32<N> lnNearOne(const LnConstants32& k, U32<N> b) {
 
 OktStatus ln32(const Real32* src, Real32* dst, std::int32_t len) {
     return mxcsrFrame(dst, src, len, [=](OktStatus& status) {
-        const LnConstants32& k = inMemory(lnConstants32);
-        const auto tryBlock = [&k](const Real32* from, Real32* to) {
-            const U32<8> b = asBits(F32<8>::load(from));
-            if (!k.normal.holdsAll(b)) [[unlikely]]
+        const LnConstants32* const k = &inMemory(lnConstants32);
+        const auto begin = [=](std::ptrdiff_t i, RowOffset<8>& offset) {
+            const U32<8> b = asBits(F32<8>::load(src + i));
+            if (!k->normal.holdsAll(b)) [[unlikely]]
                 return false;
-            lnMain32(k, b, exponent32(b), lnNearOne(k, b)).store(to);
+            offset.put(lnRow32(*k, b));
             return true;
         };
-        redoBlock<8>(src, dst, len, tryBlock, lnElement32, status);
+        const auto finish = [=](std::ptrdiff_t i, const RowOffset<8>& offset) {
+            const U32<8> b = asBits(F32<8>::load(src + i));
+            lnMain32(*k, b, offset, exponent32(b), lnNearOne(*k, b)).store(dst + i);
+        };
+        redoBlockAhead<8, RowOffset<8>>(len, begin, finish, redoElements(src, dst, lnElement32, status));
     });
 }
 
@@ -141,8 +157,12 @@ struct Log10Constants32 {
 constexpr Log10Constants32 log10Constants32;
 
 template <int N>
-inline Sums<F32<N>> log10Main32(const Log10Constants32& k, U32<N> b) {
-    const InMemory<std::uint32_t, N> offset((((b & k.indexBits) + k.indexRound) & k.rowBits) >> 12);
+inline U32<N> log10Row32(const Log10Constants32& k, U32<N> b) {
+    return (((b & k.indexBits) + k.indexRound) & k.rowBits) >> 12;
+}
+
+template <int N>
+inline Sums<F32<N>> log10Main32(const Log10Constants32& k, U32<N> b, const RowOffset<N>& offset) {
     const F32<N> e = toReal32(shiftRightSigned(b - k.exponentOffset, 23));
     const U32<N> m = (b & k.significand) | k.unit;
     const F32<N> mh = asReal(m & k.mantissaHigh);
@@ -158,9 +178,14 @@ inline Sums<F32<N>> log10Main32(const Log10Constants32& k, U32<N> b) {
     return {(poly + q) + zeroIf(nearOne, b1), t + zeroUnless(nearOne, b1)};
 }
 
+Sums<F32x1> log10Single32(Real32 x) {
+    const U32<1> b(asBits(x));
+    return log10Main32(log10Constants32, b, RowOffset<1>(log10Row32(log10Constants32, b)));
+}
+
 [[gnu::noinline, gnu::cold]] Real32 log10Element32(Real32 x, OktStatus& status) {
     const std::uint32_t b = asBits(x);
-    if (b - 0x00800000 < 0x7F000000) return log10Main32(log10Constants32, U32<1>(b)).total().raw;
+    if (b - 0x00800000 < 0x7F000000) return log10Single32(x).total().raw;
     if ((b & 0x7FFFFFFF) == 0) {
         status = oktStatusSingularity;
         return minusInf32;
@@ -175,26 +200,43 @@ inline Sums<F32<N>> log10Main32(const Log10Constants32& k, U32<N> b) {
         return bits32(0xFFC00000);
     }
     const Real32 scaled = x * Real32{0x1p23f};
-    const auto sums = log10Main32(log10Constants32, U32<1>(asBits(scaled)));
+    const auto sums = log10Single32(scaled);
     return (sums.small.raw - bits32(0x40DD8EDE)) + sums.large.raw;  // 23 log10 2
 }
 
 OktStatus log10_32(const Real32* src, Real32* dst, std::int32_t len) {
     return mxcsrFrame(dst, src, len, [=](OktStatus& status) {
-        const Log10Constants32& k = inMemory(log10Constants32);
-        const auto tryBlock = [&k](const Real32* from, Real32* to) {
-            const U32<8> b = asBits(F32<8>::load(from));
-            if (!k.normal.holdsAll(b)) [[unlikely]]
+        const Log10Constants32* const k = &inMemory(log10Constants32);
+        const auto begin = [=](std::ptrdiff_t i, RowOffset<8>& offset) {
+            const U32<8> b = asBits(F32<8>::load(src + i));
+            if (!k->normal.holdsAll(b)) [[unlikely]]
                 return false;
-            log10Main32(k, b).total().store(to);
+            offset.put(log10Row32(*k, b));
             return true;
         };
-        redoBlock<8>(src, dst, len, tryBlock, log10Element32, status);
+        const auto finish = [=](std::ptrdiff_t i, const RowOffset<8>& offset) {
+            log10Main32(*k, asBits(F32<8>::load(src + i)), offset).total().store(dst + i);
+        };
+        redoBlockAhead<8, RowOffset<8>>(len, begin, finish, redoElements(src, dst, log10Element32, status));
     });
 }
 
 // ---------------------------------------------------------------------------------------------------------------------
 // Real64: both logarithms take the same steps with their own constants and table.
+
+// A table's columns: c by itself, and the pairs hi, lo.
+template <int entries>
+struct LogColumns64 {
+    alignas(64) Real64 pairs[2 * entries], c[entries];
+    constexpr explicit LogColumns64(const Real64* rows) : pairs(), c() {
+        for (int i = 0; i < entries; ++i) {
+            c[i] = rows[4 * i];
+            pairs[2 * i] = rows[4 * i + 2];
+            pairs[2 * i + 1] = rows[4 * i + 3];
+        }
+    }
+};
+constexpr LogColumns64<513> lnColumns64(tables::Ln64Table), log10Columns64(tables::Log10Table64);
 
 struct CommonConstants64 {
     WordRange normal{0x00100000, 0x7FF00000};  // on the upper word
@@ -217,7 +259,7 @@ struct LnConstants64 : CommonConstants64 {
     Pattern64 mantissaHigh = 0x7FFFFFFF00000000;
     Pattern32 exponentOffset = 0x3FE7FC00;  // e steps up at m = 1.4990234375
 
-    static const Real64* table() { return tables::Ln64Table; }
+    static constexpr const LogColumns64<513>& columns = lnColumns64;
     static constexpr Real64 scaledBy52 = bits64(0x404205966F2B4F12);  // 52 ln 2
     template <int N>
     F64<N> polynomial(F64<N> r) const {
@@ -237,7 +279,7 @@ struct Log10Constants64 : CommonConstants64 {
     Pattern64 mantissaHigh = 0x7FFFFFFF80000000;
     Pattern32 exponentOffset = 0x3FF00000;
 
-    static const Real64* table() { return tables::Log10Table64; }
+    static constexpr const LogColumns64<513>& columns = log10Columns64;
     static constexpr Real64 scaledBy52 = bits64(0x402F4E9F6303263E);  // 52 log10 2
     template <int N>
     F64<N> polynomial(F64<N> r) const {
@@ -248,14 +290,20 @@ struct Log10Constants64 : CommonConstants64 {
 template <class Constants>
 constexpr Constants constants64;
 
+// Eight times the number of the entry.
+template <int N>
+inline U32<N> logRow64(const CommonConstants64& k, U32<N> high) {
+    return (((high & k.indexBits) + k.indexRound) & k.rowBits) >> 8;
+}
+
 template <class Constants, int N>
-inline Sums<F64<N>> logMain64(const Constants& k, F64<N> x, U32<N> high) {
-    const InMemory<std::uint32_t, N> offset((((high & k.indexBits) + k.indexRound) & k.rowBits) >> 6);
+inline Sums<F64<N>> logMain64(const Constants& k, F64<N> x, U32<N> high, const RowOffset<N>& offset) {
     const F64<N> e = widenSigned(shiftRightSigned(high - k.exponentOffset, 20));
     const U64<N> m = (asBits(x) & k.significand) | k.unit;
     const F64<N> mh = asReal(m & k.mantissaHigh);
     const F64<N> ml = asReal(m) - mh;
-    const auto [c, again, hi, lo] = gatherRows<Real64>(k.table(), offset);
+    const F64<N> c = gatherAt<1>(Constants::columns.c, offset);
+    const auto [hi, lo] = gatherPairsAt<2>(Constants::columns.pairs, offset);
     const F64<N> a = mh * c - k.origin;
     const F64<N> b = ml * c;
     const F64<N> r = b + a;
@@ -271,8 +319,14 @@ inline Sums<F64<N>> logMain64(const Constants& k, F64<N> x, U32<N> high) {
 }
 
 template <class Constants>
-[[gnu::noinline, gnu::cold]] Real64 logElement64(Real64 x, OktStatus& status) {
+Sums<F64x1> logSingle64(Real64 x) {
     constexpr const Constants& k = constants64<Constants>;
+    const U32<1> high(highWord(x));
+    return logMain64(k, F64x1(x), high, RowOffset<1>(logRow64(k, high)));
+}
+
+template <class Constants>
+[[gnu::noinline, gnu::cold]] Real64 logElement64(Real64 x, OktStatus& status) {
     const std::uint64_t b = asBits(x);
     const std::uint64_t magnitude = b & 0x7FFFFFFFFFFFFFFF;
     if (magnitude > 0x7FF0000000000000) {
@@ -288,25 +342,28 @@ template <class Constants>
         return bits64(0xFFF8000000000000);
     }
     if (b == 0x7FF0000000000000) return x;
-    if (b >= 0x0010000000000000) return logMain64(k, F64x1(x), U32<1>(highWord(x))).total().raw;
+    if (b >= 0x0010000000000000) return logSingle64<Constants>(x).total().raw;
     const Real64 scaled = x * Real64{0x1p52};
-    const auto sums = logMain64(k, F64x1(scaled), U32<1>(highWord(scaled)));
+    const auto sums = logSingle64<Constants>(scaled);
     return (sums.small.raw - Constants::scaledBy52) + sums.large.raw;
 }
 
 template <class Constants>
 OktStatus log64(const Real64* src, Real64* dst, std::int32_t len) {
     return mxcsrFrame(dst, src, len, [=](OktStatus& status) {
-        const Constants& k = inMemory(constants64<Constants>);
-        const auto tryBlock = [&k](const Real64* from, Real64* to) {
-            const F64<8> x = F64<8>::load(from);
-            const U32<8> high = packHighWords(asBits(x));
-            if (!k.normal.holdsAll(high)) [[unlikely]]
+        const Constants* const k = &inMemory(constants64<Constants>);
+        const auto begin = [=](std::ptrdiff_t i, RowOffset<8>& offset) {
+            const U32<8> high = packHighWords(asBits(F64<8>::load(src + i)));
+            if (!k->normal.holdsAll(high)) [[unlikely]]
                 return false;
-            logMain64(k, x, high).total().store(to);
+            offset.put(logRow64(*k, high));
             return true;
         };
-        redoBlock<8>(src, dst, len, tryBlock, logElement64<Constants>, status);
+        const auto finish = [=](std::ptrdiff_t i, const RowOffset<8>& offset) {
+            const F64<8> x = F64<8>::load(src + i);
+            logMain64(*k, x, packHighWords(asBits(x)), offset).total().store(dst + i);
+        };
+        redoBlockAhead<8, RowOffset<8>>(len, begin, finish, redoElements(src, dst, logElement64<Constants>, status));
     });
 }
 

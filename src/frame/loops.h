@@ -74,6 +74,14 @@ inline void laneBlocks(std::int32_t len, std::int32_t blocksEnd, const TryLanes&
         if (!tryLanes(lanes<1>, i)) lane(i);
 }
 
+// What redoes the elements from `first` to before `end`, in order, through `element(x, status)`.
+template <class S, class D, class Element>
+inline auto redoElements(const S* src, D* dst, const Element& element, OktStatus& status) {
+    return [=, &element, &status](std::ptrdiff_t first, std::ptrdiff_t end) {
+        for (std::ptrdiff_t i = first; i < end; ++i) storeElement(dst + i, element(loadElement(src + i), status));
+    };
+}
+
 // Redo block in two halves, of which the first runs a block ahead. `begin(i, held, stored)` tests the block at i, works its
 // first half and returns false when a lane is out of the main range; `finish(i, held, stored)` works the second half and
 // stores the results. What passes from one to the other stands in registers, `held`, or in memory, `stored`: the latter
@@ -106,6 +114,16 @@ OKT_INLINE inline void redoBlockAhead(std::int32_t len, const Begin& begin, cons
         }
     }
     elements(end, len);
+}
+
+// The same where all that passes between the halves is in memory: `begin(i, stored)`, `finish(i, stored)`.
+template <int Block, class Stored, class Begin, class Finish, class Elements>
+OKT_INLINE inline void redoBlockAhead(std::int32_t len, const Begin& begin, const Finish& finish,
+                                      const Elements& elements) {
+    struct Nothing {};
+    redoBlockAhead<Block, Nothing, Stored>(
+        len, [&](std::ptrdiff_t i, Nothing, Stored& stored) OKT_INLINE { return begin(i, stored); },
+        [&](std::ptrdiff_t i, Nothing, const Stored& stored) OKT_INLINE { finish(i, stored); }, elements);
 }
 
 // Blend block: no branch in the block. `step<N>(x)` gives the result of N lanes, special cases blended in, and the mask
