@@ -122,7 +122,7 @@ OktStatus exp32(const Real32* src, Real32* dst, std::int32_t len) {
         const auto finish = [=](std::ptrdiff_t i, F32<8> r, const Multiple32<8>& n) {
             scaled(unscaled(*c, r, n), n).store(dst + i);
         };
-        redoBlockAhead<8, F32<8>, Multiple32<8>>(len, begin, finish, redoElements(src, dst, expElement32, status));
+        redoBlockAhead<8, F32<8>, Multiple32<8>>(src, dst, len, begin, finish, expElement32, status);
     });
 }
 
@@ -230,7 +230,7 @@ OktStatus exp64(const Real64* src, Real64* dst, std::int32_t len) {
         const auto finish = [=](std::ptrdiff_t i, F64<8> r, const Multiple64<8>& n) {
             scaled(*c, unscaled(*c, r, n), n).store(dst + i);
         };
-        redoBlockAhead<8, F64<8>, Multiple64<8>>(len, begin, finish, redoElements(src, dst, expElement64, status));
+        redoBlockAhead<8, F64<8>, Multiple64<8>>(src, dst, len, begin, finish, expElement64, status);
     });
 }
 

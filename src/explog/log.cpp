@@ -118,18 +118,18 @@ Real32 lnSingle32(std::uint32_t b, F32x1 e, Mask32<1> nearOne) {
 OktStatus ln32(const Real32* src, Real32* dst, std::int32_t len) {
     return mxcsrFrame(dst, src, len, [=](OktStatus& status) {
         const LnConstants32* const k = &inMemory(lnConstants32);
-        const auto begin = [=](std::ptrdiff_t i, RowOffset<8>& offset) {
+        const auto begin = [=](std::ptrdiff_t i, Nothing, RowOffset<8>& offset) {
             const U32<8> b = asBits(F32<8>::load(src + i));
             if (!k->normal.holdsAll(b)) [[unlikely]]
                 return false;
             offset.put(lnRow32(*k, b));
             return true;
         };
-        const auto finish = [=](std::ptrdiff_t i, const RowOffset<8>& offset) {
+        const auto finish = [=](std::ptrdiff_t i, Nothing, const RowOffset<8>& offset) {
             const U32<8> b = asBits(F32<8>::load(src + i));
             lnMain32(*k, b, offset, exponent32(b), lnNearOne(*k, b)).store(dst + i);
         };
-        redoBlockAhead<8, RowOffset<8>>(len, begin, finish, redoElements(src, dst, lnElement32, status));
+        redoBlockAhead<8, Nothing, RowOffset<8>>(src, dst, len, begin, finish, lnElement32, status);
     });
 }
 
@@ -207,17 +207,17 @@ Sums<F32x1> log10Single32(Real32 x) {
 OktStatus log10_32(const Real32* src, Real32* dst, std::int32_t len) {
     return mxcsrFrame(dst, src, len, [=](OktStatus& status) {
         const Log10Constants32* const k = &inMemory(log10Constants32);
-        const auto begin = [=](std::ptrdiff_t i, RowOffset<8>& offset) {
+        const auto begin = [=](std::ptrdiff_t i, Nothing, RowOffset<8>& offset) {
             const U32<8> b = asBits(F32<8>::load(src + i));
             if (!k->normal.holdsAll(b)) [[unlikely]]
                 return false;
             offset.put(log10Row32(*k, b));
             return true;
         };
-        const auto finish = [=](std::ptrdiff_t i, const RowOffset<8>& offset) {
+        const auto finish = [=](std::ptrdiff_t i, Nothing, const RowOffset<8>& offset) {
             log10Main32(*k, asBits(F32<8>::load(src + i)), offset).total().store(dst + i);
         };
-        redoBlockAhead<8, RowOffset<8>>(len, begin, finish, redoElements(src, dst, log10Element32, status));
+        redoBlockAhead<8, Nothing, RowOffset<8>>(src, dst, len, begin, finish, log10Element32, status);
     });
 }
 
@@ -352,18 +352,18 @@ template <class Constants>
 OktStatus log64(const Real64* src, Real64* dst, std::int32_t len) {
     return mxcsrFrame(dst, src, len, [=](OktStatus& status) {
         const Constants* const k = &inMemory(constants64<Constants>);
-        const auto begin = [=](std::ptrdiff_t i, RowOffset<8>& offset) {
+        const auto begin = [=](std::ptrdiff_t i, Nothing, RowOffset<8>& offset) {
             const U32<8> high = packHighWords(asBits(F64<8>::load(src + i)));
             if (!k->normal.holdsAll(high)) [[unlikely]]
                 return false;
             offset.put(logRow64(*k, high));
             return true;
         };
-        const auto finish = [=](std::ptrdiff_t i, const RowOffset<8>& offset) {
+        const auto finish = [=](std::ptrdiff_t i, Nothing, const RowOffset<8>& offset) {
             const F64<8> x = F64<8>::load(src + i);
             logMain64(*k, x, packHighWords(asBits(x)), offset).total().store(dst + i);
         };
-        redoBlockAhead<8, RowOffset<8>>(len, begin, finish, redoElements(src, dst, logElement64<Constants>, status));
+        redoBlockAhead<8, Nothing, RowOffset<8>>(src, dst, len, begin, finish, logElement64<Constants>, status);
     });
 }
 

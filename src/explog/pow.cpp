@@ -19,11 +19,11 @@
 //           0x1.85e091726b8p+285 ^ -0x1.dfd81b1d3e59dp+1
 #include "explog/pow_special.h"
 #include "explog/pow_tables.h"
+#include "explog/power_pairs32.h"
 #include "frame/frame.h"
-#include "frame/vector_loop.h"
+#include "frame/loops.h"
 #include "lanes/constant.h"
 #include "lanes/gather.h"
-#include "tables/exp32_table.h"
 
 namespace okt {
 namespace {
@@ -75,15 +75,22 @@ inline F64<N> ln(const Constants32& c, F32<N> x) {
     return lnFrom(c, widen(m - mc), exponent, InMemory<std::uint32_t, N>((roundedUp >> 11) & c.tableOffset));
 }
 
-// e^w for |w| within the main bound.
+// w = n · ln 2/128 + r for |w| within the main bound.
 template <int N>
-inline F32<N> expMain(const Constants32& c, F64<N> w) {
+using Multiple32 = InMemory<std::uint32_t, N>;
+
+template <int N>
+inline F32<N> reduce(const Constants32& c, F64<N> w, Multiple32<N>& n) {
     const F64<N> t = w * c.invLn2x128 + c.shift;
-    const InMemory<std::uint32_t, N> n(packLowWords(asBits(t)));
-    const F32<N> r = narrow(w - (t - c.shift) * c.ln2Over128);
-    const auto [hi, lo] = gatherPairs<7, Real32>(tables::Exp32Table, n);
+    n.put(packLowWords(asBits(t)));
+    return narrow(w - (t - c.shift) * c.ln2Over128);
+}
+
+// e^w. The result is normal, so that the exact product with 2^k is an addition to the exponent field.
+template <int N>
+inline F32<N> expMain(const Constants32& c, F32<N> r, const Multiple32<N>& n) {
+    const auto [hi, lo] = gatherPairs<8, Real32>(powerPairs32.pairs, n);
     const F32<N> p = (r * r) * c.half + (r + lo);
-    // The result is normal, so that the exact product with 2^k is an addition to the exponent field.
     const U32<N> k = (U32<N>(n) & c.scaleOfN) << 16;
     return asReal(asBits(p * hi + hi) + k);
 }
@@ -92,9 +99,9 @@ inline F32<N> expMain(const Constants32& c, F64<N> w) {
 struct ExponentArray32 {
     static constexpr bool vary = true;
     const Real32* src;
-    Real32 at(std::int32_t i) const { return loadElement(src + i); }
+    Real32 at(std::ptrdiff_t i) const { return loadElement(src + i); }
     template <int N>
-    F64<N> wide(std::int32_t i) const {
+    F64<N> wide(std::ptrdiff_t i) const {
         return widen(F32<N>::load(src + i));
     }
 };
@@ -104,18 +111,19 @@ struct OneExponent32 {
     Constant64 widened;
     explicit OneExponent32(Real32 exponent) : y(exponent), widened(exponent) {}
     static bool serves(Real32 y) { return magnitudeBits(y) < Pattern<Real32>::infinity; }
-    Real32 at(std::int32_t) const { return y; }
+    Real32 at(std::ptrdiff_t) const { return y; }
     template <int N>
-    F64<N> wide(std::int32_t) const {
+    F64<N> wide(std::ptrdiff_t) const {
         return widened;
     }
 };
 
-// N powers from element i on, or false and nothing stored when one is outside the main range. Bases and
-// exponents are tested before there is arithmetic on them, infinite exponents with the NaNs, and the
+// N powers from element i on up to the reduced argument of the exponential, or false when one is outside the main range.
+// Bases and exponents are tested before there is arithmetic on them, infinite exponents with the NaNs, and the
 // exponential waits for the test of its argument: an element that takes another course raises no flags here.
 template <int N, class Exponents>
-inline bool tryMain(const Constants32& c, const Real32* src, const Exponents& y, Real32* dst, std::int32_t i) {
+inline bool beginMain(const Constants32& c, const Real32* src, const Exponents& y, std::ptrdiff_t i, F32<N>& r,
+                      Multiple32<N>& n) {
     const F32<N> x = F32<N>::load(src + i);
     Mask32<N> unfit = outside(asBits(x), 0x00800000, 0x7F7FFFFF);
     if constexpr (Exponents::vary)
@@ -125,7 +133,17 @@ inline bool tryMain(const Constants32& c, const Real32* src, const Exponents& y,
     const F64<N> w = y.template wide<N>(i) * ln(c, x);
     if (any(greaterSigned(packHighWords(asBits(w)) & c.magnitude, U32<N>(mainBoundHigh32)))) [[unlikely]]
         return false;
-    expMain(c, w).store(dst + i);
+    r = reduce(c, w, n);
+    return true;
+}
+
+template <int N, class Exponents>
+inline bool tryMain(const Constants32& c, const Real32* src, const Exponents& y, Real32* dst, std::ptrdiff_t i) {
+    F32<N> r;
+    Multiple32<N> n;
+    if (!beginMain<N>(c, src, y, i, r, n)) [[unlikely]]
+        return false;
+    expMain(c, r, n).store(dst + i);
     return true;
 }
 
@@ -367,9 +385,9 @@ Real64 generalPower(Real64 x, Real64 y, Real64 sign) {
 struct ExponentArray64 {
     static constexpr bool vary = true;
     const Real64* src;
-    Real64 at(std::int32_t i) const { return loadElement(src + i); }
+    Real64 at(std::ptrdiff_t i) const { return loadElement(src + i); }
     template <int N>
-    Halves<N> halves(const Constants64& c, std::int32_t i) const {
+    Halves<N> halves(const Constants64& c, std::ptrdiff_t i) const {
         return halvesOf(c, F64<N>::load(src + i));
     }
 };
@@ -386,9 +404,9 @@ struct OneExponent64 {
     static bool serves(Real64 y) {
         return (highWord(y) & 0x7FFFFFFF) - hotExponentFirst <= hotExponentLast - hotExponentFirst;
     }
-    Real64 at(std::int32_t) const { return y; }
+    Real64 at(std::ptrdiff_t) const { return y; }
     template <int N>
-    Halves<N> halves(const Constants64&, std::int32_t) const {
+    Halves<N> halves(const Constants64&, std::ptrdiff_t) const {
         return {whole, high, low};
     }
 };
@@ -397,7 +415,7 @@ struct OneExponent64 {
 // the element takes on either course.
 template <int N, class Exponents>
 [[gnu::always_inline]] inline bool tryHot(const Constants64& c, const Real64* src, const Exponents& y, Real64* dst,
-                                          std::int32_t i) {
+                                          std::ptrdiff_t i) {
     const F64<N> x = F64<N>::load(src + i);
     const U32<N> high = packHighWords(asBits(x));
     Mask32<N> unfit = outside(high, 0x00100000, 0x7FEFFFFF);
@@ -450,43 +468,44 @@ template <class T>
 }
 
 template <class T, class Exponents>
-void powElements(const T* src, const Exponents& y, T* dst, std::int32_t first, std::int32_t end, OktStatus& status) {
-    for (std::int32_t i = first; i < end; ++i) storeElement(dst + i, powElement(loadElement(src + i), y.at(i), status));
+void powElements(const T* src, const Exponents& y, T* dst, std::ptrdiff_t first, std::ptrdiff_t end, OktStatus& status) {
+    for (std::ptrdiff_t i = first; i < end; ++i) storeElement(dst + i, powElement(loadElement(src + i), y.at(i), status));
 }
 
 // Two blocks of four, each of which fails for itself.
 template <class Exponents>
-[[gnu::noinline, gnu::cold]] void powTwoBlocks(const Real32* src, const Exponents& y, Real32* dst, std::int32_t first,
+[[gnu::noinline, gnu::cold]] void powTwoBlocks(const Real32* src, const Exponents& y, Real32* dst, std::ptrdiff_t first,
                                                OktStatus& status) {
-    for (std::int32_t i = first; i < first + 8; i += 4)
+    for (std::ptrdiff_t i = first; i < first + 8; i += 4)
         if (!tryMain<4>(constants32, src, y, dst, i)) powElements(src, y, dst, i, i + 4, status);
 }
 
 // Blocks of four up to the last multiple of eight; the elements behind it take the same steps one at a time.
 template <class Exponents>
 void powLoop(const Real32* src, const Exponents& y, Real32* dst, std::int32_t len, OktStatus& status) {
-    const Constants32& c = inMemory(constants32);
-    const std::int32_t end = len & ~7;
-    for (std::int32_t i = 0; i < end; i += 8)
-        if (!tryMain<8>(c, src, y, dst, i)) [[unlikely]]
-            powTwoBlocks(src, y, dst, i, status);
-    for (std::int32_t i = end; i < len; ++i)
-        if (!tryMain<1>(c, src, y, dst, i)) powElements(src, y, dst, i, i + 1, status);
+    const Constants32* const c = &inMemory(constants32);
+    const std::ptrdiff_t end = len & ~7;
+    blocksAhead<8, F32<8>, Multiple32<8>>(
+        end, [=](std::ptrdiff_t i, F32<8>& r, Multiple32<8>& n) { return beginMain<8>(*c, src, y, i, r, n); },
+        [=](std::ptrdiff_t i, F32<8> r, const Multiple32<8>& n) { expMain(*c, r, n).store(dst + i); },
+        [&](std::ptrdiff_t i) { powTwoBlocks(src, y, dst, i, status); });
+    for (std::ptrdiff_t i = end; i < len; ++i)
+        if (!tryMain<1>(*c, src, y, dst, i)) powElements(src, y, dst, i, i + 1, status);
 }
 
 // Two blocks of two, that is a pair of pairs. A pair takes the main path if it passes its tests and the pair behind it
 // does so as well; behind the last pair there is none that could fail.
 template <class Exponents>
-[[gnu::noinline, gnu::cold]] void powTwoPairs(const Real64* src, const Exponents& y, Real64* dst, std::int32_t first,
-                                              std::int32_t end, OktStatus& status) {
-    const auto pairPasses = [&](std::int32_t i) {
+[[gnu::noinline, gnu::cold]] void powTwoPairs(const Real64* src, const Exponents& y, Real64* dst, std::ptrdiff_t first,
+                                              std::ptrdiff_t end, OktStatus& status) {
+    const auto pairPasses = [&](std::ptrdiff_t i) {
         return i >= end || (passes(loadElement(src + i), y.at(i)) && passes(loadElement(src + i + 1), y.at(i + 1)));
     };
     bool passed = pairPasses(first);
-    for (std::int32_t i = first; i < first + 4; i += 2) {
+    for (std::ptrdiff_t i = first; i < first + 4; i += 2) {
         const bool nextPassed = pairPasses(i + 2);
         if (passed && nextPassed) {
-            for (std::int32_t j = i; j < i + 2; ++j) storeElement(dst + j, mainPower(loadElement(src + j), y.at(j)));
+            for (std::ptrdiff_t j = i; j < i + 2; ++j) storeElement(dst + j, mainPower(loadElement(src + j), y.at(j)));
         } else {
             powElements(src, y, dst, i, i + 2, status);
         }
@@ -496,9 +515,9 @@ template <class Exponents>
 
 // The four elements from `first` on, or eight, some of which are not hot.
 template <class Exponents>
-[[gnu::noinline, gnu::cold]] void powPairs(const Real64* src, const Exponents& y, Real64* dst, std::int32_t first,
-                                           std::int32_t last, std::int32_t end, OktStatus& status) {
-    for (std::int32_t i = first; i < last; i += 4)
+[[gnu::noinline, gnu::cold]] void powPairs(const Real64* src, const Exponents& y, Real64* dst, std::ptrdiff_t first,
+                                           std::ptrdiff_t last, std::ptrdiff_t end, OktStatus& status) {
+    for (std::ptrdiff_t i = first; i < last; i += 4)
         if (!tryHot<4>(constants64, src, y, dst, i)) powTwoPairs(src, y, dst, i, end, status);
 }
 
@@ -507,8 +526,8 @@ template <class Exponents>
 template <class Exponents>
 void powLoop(const Real64* src, const Exponents& y, Real64* dst, std::int32_t len, OktStatus& status) {
     const Constants64& c = inMemory(constants64);
-    const std::int32_t end = len & ~3;
-    std::int32_t i = 0;
+    const std::ptrdiff_t end = len & ~3;
+    std::ptrdiff_t i = 0;
     for (; i <= end - 8; i += 8)
         if (!tryHot<8>(c, src, y, dst, i)) [[unlikely]]
             powPairs(src, y, dst, i, i + 8, end, status);
@@ -526,7 +545,7 @@ OktStatus pow(const T* src1, const T* src2, T* dst, std::int32_t len) {
 template <class T>
 struct ElementsExponent {
     T y;
-    T at(std::int32_t) const { return y; }
+    T at(std::ptrdiff_t) const { return y; }
 };
 
 template <class T, class OneExponent>

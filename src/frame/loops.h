@@ -74,24 +74,14 @@ inline void laneBlocks(std::int32_t len, std::int32_t blocksEnd, const TryLanes&
         if (!tryLanes(lanes<1>, i)) lane(i);
 }
 
-// What redoes the elements from `first` to before `end`, in order, through `element(x, status)`.
-template <class S, class D, class Element>
-inline auto redoElements(const S* src, D* dst, const Element& element, OktStatus& status) {
-    return [=, &element, &status](std::ptrdiff_t first, std::ptrdiff_t end) {
-        for (std::ptrdiff_t i = first; i < end; ++i) storeElement(dst + i, element(loadElement(src + i), status));
-    };
-}
-
-// Redo block in two halves, of which the first runs a block ahead. `begin(i, held, stored)` tests the block at i, works its
-// first half and returns false when a lane is out of the main range; `finish(i, held, stored)` works the second half and
-// stores the results. What passes from one to the other stands in registers, `held`, or in memory, `stored`: the latter
-// is where numbers of table entries wait for the unit that loads them, and the chain of operations of a block, too long
-// to have two of them in flight, falls into two that run side by side. `elements(first, end)` redoes a block element by
-// element and works those behind the last block. A block is read before the one ahead of it is stored.
-template <int Block, class Held, class Stored, class Begin, class Finish, class Elements>
-OKT_INLINE inline void redoBlockAhead(std::int32_t len, const Begin& begin, const Finish& finish,
-                                      const Elements& elements) {
-    const std::ptrdiff_t end = len - len % Block;
+// Blocks up to `end`, worked in two halves of which the first runs a block ahead. `begin(i, held, stored)` tests the block
+// at i, works its first half and returns false when a lane is out of the main range; `finish(i, held, stored)` works the
+// second half and stores the results; `redo(i)` works a block that has failed. What passes from one half to the other
+// stands in registers, `held`, or in memory, `stored`, where numbers of table entries wait for the unit that loads them.
+// The processor has no room for a second block behind a long chain of operations: cut in two, the halves of two blocks
+// run side by side. A block is read before the one ahead of it is stored.
+template <int Block, class Held, class Stored, class Begin, class Finish, class Redo>
+OKT_INLINE inline void blocksAhead(std::ptrdiff_t end, const Begin& begin, const Finish& finish, const Redo& redo) {
     std::ptrdiff_t i = 0;
     Held held0, held1;
     Stored stored0, stored1;
@@ -109,22 +99,26 @@ OKT_INLINE inline void redoBlockAhead(std::int32_t len, const Begin& begin, cons
             while (step(held0, stored0, held1, stored1) && step(held1, stored1, held0, stored0)) {
             }
         } else {
-            elements(i, i + Block);
+            redo(i);
             i += Block;
         }
     }
-    elements(end, len);
 }
 
-// The same where all that passes between the halves is in memory: `begin(i, stored)`, `finish(i, stored)`.
-template <int Block, class Stored, class Begin, class Finish, class Elements>
-OKT_INLINE inline void redoBlockAhead(std::int32_t len, const Begin& begin, const Finish& finish,
-                                      const Elements& elements) {
-    struct Nothing {};
-    redoBlockAhead<Block, Nothing, Stored>(
-        len, [&](std::ptrdiff_t i, Nothing, Stored& stored) OKT_INLINE { return begin(i, stored); },
-        [&](std::ptrdiff_t i, Nothing, const Stored& stored) OKT_INLINE { finish(i, stored); }, elements);
+// Redo block, a block ahead.
+template <int Block, class Held, class Stored, class S, class D, class Begin, class Finish, class Element>
+OKT_INLINE inline void redoBlockAhead(const S* src, D* dst, std::int32_t len, const Begin& begin, const Finish& finish,
+                                      const Element& element, OktStatus& status) {
+    const auto elements = [&](std::ptrdiff_t first, std::ptrdiff_t end) {
+        for (std::ptrdiff_t i = first; i < end; ++i) storeElement(dst + i, element(loadElement(src + i), status));
+    };
+    const std::ptrdiff_t blocksEnd = len - len % Block;
+    blocksAhead<Block, Held, Stored>(blocksEnd, begin, finish, [&](std::ptrdiff_t i) { elements(i, i + Block); });
+    elements(blocksEnd, len);
 }
+
+// Nothing to hold in registers.
+struct Nothing {};
 
 // Blend block: no branch in the block. `step<N>(x)` gives the result of N lanes, special cases blended in, and the mask
 // of the lanes that warn; every such lane stores `code`. The tail runs the same step on one lane.
