@@ -1,6 +1,6 @@
 // How far each function is from what its machine code allows: the loop that a long call repeats is found by stepping
-// through one, its bound comes from llvm-mca's model of the processor, and its time from short rounds that take turns
-// with a chain of additions, which tells the clock.
+// through one, its bound comes from llvm-mca's model of the processor, and its time from many short rounds that take
+// turns with a chain of additions, which tells the clock.
 //
 //   okt_bound [NAME...] [--markdown FILE] [--listing] ...
 #include "machine_model.h"
@@ -28,7 +28,7 @@ struct Options {
     std::vector<std::string> names;
     std::string processor, markdown;
     std::size_t length = 0, traced = 512;
-    int rounds = 60, passes = 5;
+    int rounds = 400, passes = 5;
     double above = 0;
     bool listing = false, worstFirst = false;
 };
@@ -45,6 +45,7 @@ struct Row {
 
     double measured() const { return nanoseconds / addition; }
     double ratio() const { return measured() / perElement(bound.cycles); }
+    double toSimulation() const { return measured() / perElement(bound.simulated); }
     std::string marks() const {
         std::string marks;
         if (!loop.periodic) marks += " branches";
@@ -90,8 +91,9 @@ void time(Row& row, const Options& options) {
         for (long i = 0; i < calls; ++i) row.function->call(workload.arguments());
         return secondsSince(start);
     };
-    constexpr double turn = 50e-6;
-    constexpr long additions = 100000;
+    // Short, so that some rounds fall between the disturbances of a machine that is shared.
+    constexpr double turn = 4e-6;
+    constexpr long additions = 4000;
     secondsOfCalls(1);
     const long calls = std::clamp(static_cast<long>(turn / secondsOfCalls(1)), 1L, 1000000L);
     const double elements = static_cast<double>(calls) * static_cast<double>(length);
@@ -115,10 +117,10 @@ Row examine(const okt::Export& function, const Options& options, const Listing& 
 }
 
 void print(const Row& row) {
-    fmt::print("{:<26} {:>5.0f} {:>7} {:>7.2f} {:>8.3f}  {:<24} {:>9.3f} {:>9.3f} {:>7.2f}  {}\n", row.function->name,
-               row.loop.elements, row.bound.instructions, row.perElement(row.bound.operations),
+    fmt::print("{:<26} {:>5.0f} {:>7} {:>7.2f} {:>8.3f}  {:<24} {:>9.3f} {:>9.3f} {:>7.2f} {:>7.2f}  {}\n",
+               row.function->name, row.loop.elements, row.bound.instructions, row.perElement(row.bound.operations),
                row.perElement(row.bound.cycles), row.bound.limit, row.perElement(row.bound.simulated), row.measured(),
-               row.ratio(), row.marks());
+               row.ratio(), row.toSimulation(), row.marks());
 }
 
 std::string section(const std::vector<Row>& rows, const MachineModel& model) {
@@ -129,8 +131,8 @@ What each function repeats on arrays in the first cache, found by stepping throu
 which the processor ({} in llvm-mca) can execute it: operations over the width of the front end,
 or over the ports that can take them, or cycles of the divider, whichever is most. *Simulated* adds latencies and the
 size of the buffers as llvm-mca models them, but no waiting for what was stored just before. *Instructions* and
-*Elements* are those of one repetition, all other figures are for one element; *Distance* is measured cycles over the
-bound. Remarks:
+*Elements* are those of one repetition, all other figures are for one element; the two *distances* are measured cycles
+over the bound and over the simulation. Remarks:
 
 - branches: the path depends on the data. The figures are those of some hundred elements as they were executed, without
   the cost of mispredicted branches.
@@ -139,15 +141,15 @@ bound. Remarks:
 - boundary: a jump ends at or crosses a 32-byte boundary of a short loop. The processor may lose time there, which
   the bound does not count, and another placement of the code changes it.
 
-| Function | Elements | Instructions | Operations | Bound | Limited by | Simulated | Measured | Distance | Remarks |
-| --- | ---: | ---: | ---: | ---: | --- | ---: | ---: | ---: | --- |
+| Function | Elements | Instructions | Operations | Bound | Limited by | Simulated | Measured | From bound | From simulation | Remarks |
+| --- | ---: | ---: | ---: | ---: | --- | ---: | ---: | ---: | ---: | --- |
 )",
         model.processor());
     for (const Row& row : rows) {
-        text += fmt::format("| {} | {:.0f} | {} | {:.2f} | {:.2f} | {} | {:.2f} | {:.2f} | {:.2f} | {} |\n",
+        text += fmt::format("| {} | {:.0f} | {} | {:.2f} | {:.2f} | {} | {:.2f} | {:.2f} | {:.2f} | {:.2f} | {} |\n",
                             labelOf(*row.function), row.loop.elements, row.bound.instructions,
                             row.perElement(row.bound.operations), row.perElement(row.bound.cycles), row.bound.limit,
-                            row.perElement(row.bound.simulated), row.measured(), row.ratio(), row.marks());
+                            row.perElement(row.bound.simulated), row.measured(), row.ratio(), row.toSimulation(), row.marks());
     }
     return text;
 }
@@ -181,8 +183,8 @@ int run(const Options& options) {
         if (!file) throw std::runtime_error("cannot write " + options.markdown);
     }
     if (options.worstFirst) std::ranges::sort(rows, std::greater(), &Row::ratio);
-    fmt::print("{}\n{:<26} {:>5} {:>7} {:>7} {:>8}  {:<24} {:>9} {:>9} {:>7}\n", model.processor(), "function", "elem",
-               "instr", "ops/el", "bound/el", "limited by", "simulated", "measured", "ratio");
+    fmt::print("{}\n{:<26} {:>5} {:>7} {:>7} {:>8}  {:<24} {:>9} {:>9} {:>7} {:>7}\n", model.processor(), "function",
+               "elem", "instr", "ops/el", "bound/el", "limited by", "simulated", "measured", "/bound", "/sim");
     for (const Row& row : rows) {
         if (row.ratio() < options.above) continue;
         print(row);

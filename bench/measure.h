@@ -29,8 +29,8 @@ struct Comparison {
 };
 
 struct Effort {
-    int rounds = 25;
-    double secondsPerTurn = 60e-6;  // a turn holds as many calls as fit in this time, at least one
+    int rounds = 150;
+    double secondsPerTurn = 10e-6;  // a turn holds as many calls as fit in this time, at least one
     double secondsPerPoint = 0.1;   // rounds stop early when all turns together took longer, after 2 at least
 };
 

@@ -111,7 +111,7 @@ Real32 expSubnormal(Real32 x) {
 OktStatus exp32(const Real32* src, Real32* dst, std::int32_t len) {
     return mxcsrFrame(dst, src, len, [=](OktStatus& status) {
         const Constants32* const c = &inMemory(constants32);
-        const auto begin = [=](std::ptrdiff_t i, F32<8>& r, Multiple32<8>& n) {
+        const auto begin = [=](std::ptrdiff_t i, F32<8>& r, Multiple32<8>& n) OKT_INLINE {
             const F32<8> x = F32<8>::load(src + i);
             const U32<8> magnitude = asBits(x) & U32<8>(0x7FFFFFFF);
             if (any(greaterSigned(magnitude, U32<8>(boundLow32 - 1)))) [[unlikely]]
@@ -119,7 +119,7 @@ OktStatus exp32(const Real32* src, Real32* dst, std::int32_t len) {
             r = reduce(*c, x, n);
             return true;
         };
-        const auto finish = [=](std::ptrdiff_t i, F32<8> r, const Multiple32<8>& n) {
+        const auto finish = [=](std::ptrdiff_t i, F32<8> r, const Multiple32<8>& n) OKT_INLINE {
             scaled(unscaled(*c, r, n), n).store(dst + i);
         };
         redoBlockAhead<8, F32<8>, Multiple32<8>>(src, dst, len, begin, finish, expElement32, status);
@@ -219,7 +219,7 @@ Real64 powerOfTwo(const Multiple64<1>& n, int shift) {
 OktStatus exp64(const Real64* src, Real64* dst, std::int32_t len) {
     return mxcsrFrame(dst, src, len, [=](OktStatus& status) {
         const Constants64* const c = &inMemory(constants64);
-        const auto begin = [=](std::ptrdiff_t i, F64<8>& r, Multiple64<8>& n) {
+        const auto begin = [=](std::ptrdiff_t i, F64<8>& r, Multiple64<8>& n) OKT_INLINE {
             const F64<8> x = F64<8>::load(src + i);
             const U32<8> high = packHighWords(asBits(x)) & U32<8>(0x7FFFFFFF);
             if (any(greaterSigned(high, U32<8>(boundHigh64 - 1)))) [[unlikely]]
@@ -227,7 +227,7 @@ OktStatus exp64(const Real64* src, Real64* dst, std::int32_t len) {
             r = reduce(*c, x, n);
             return true;
         };
-        const auto finish = [=](std::ptrdiff_t i, F64<8> r, const Multiple64<8>& n) {
+        const auto finish = [=](std::ptrdiff_t i, F64<8> r, const Multiple64<8>& n) OKT_INLINE {
             scaled(*c, unscaled(*c, r, n), n).store(dst + i);
         };
         redoBlockAhead<8, F64<8>, Multiple64<8>>(src, dst, len, begin, finish, expElement64, status);

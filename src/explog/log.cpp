@@ -65,7 +65,7 @@ inline U32<N> lnRow32(const LnConstants32& k, U32<N> b) {
 // b is the pattern of a normal number and e its exponent, less
 // what it was scaled by; nearOne comes from the true pattern.
 template <int N>
-inline F32<N> lnMain32(const LnConstants32& k, U32<N> b, const RowOffset<N>& offset, F32<N> e, Mask32<N> nearOne) {
+OKT_INLINE inline F32<N> lnMain32(const LnConstants32& k, U32<N> b, const RowOffset<N>& offset, F32<N> e, Mask32<N> nearOne) {
     const U32<N> m = (b & k.significand) | k.unit;
     const F32<N> mh = asReal(m & k.mantissaHigh);
     const F32<N> ml = asReal(m) - mh;
@@ -118,14 +118,14 @@ Real32 lnSingle32(std::uint32_t b, F32x1 e, Mask32<1> nearOne) {
 OktStatus ln32(const Real32* src, Real32* dst, std::int32_t len) {
     return mxcsrFrame(dst, src, len, [=](OktStatus& status) {
         const LnConstants32* const k = &inMemory(lnConstants32);
-        const auto begin = [=](std::ptrdiff_t i, Nothing, RowOffset<8>& offset) {
+        const auto begin = [=](std::ptrdiff_t i, Nothing, RowOffset<8>& offset) OKT_INLINE {
             const U32<8> b = asBits(F32<8>::load(src + i));
             if (!k->normal.holdsAll(b)) [[unlikely]]
                 return false;
             offset.put(lnRow32(*k, b));
             return true;
         };
-        const auto finish = [=](std::ptrdiff_t i, Nothing, const RowOffset<8>& offset) {
+        const auto finish = [=](std::ptrdiff_t i, Nothing, const RowOffset<8>& offset) OKT_INLINE {
             const U32<8> b = asBits(F32<8>::load(src + i));
             lnMain32(*k, b, offset, exponent32(b), lnNearOne(*k, b)).store(dst + i);
         };
@@ -162,7 +162,7 @@ inline U32<N> log10Row32(const Log10Constants32& k, U32<N> b) {
 }
 
 template <int N>
-inline Sums<F32<N>> log10Main32(const Log10Constants32& k, U32<N> b, const RowOffset<N>& offset) {
+OKT_INLINE inline Sums<F32<N>> log10Main32(const Log10Constants32& k, U32<N> b, const RowOffset<N>& offset) {
     const F32<N> e = toReal32(shiftRightSigned(b - k.exponentOffset, 23));
     const U32<N> m = (b & k.significand) | k.unit;
     const F32<N> mh = asReal(m & k.mantissaHigh);
@@ -207,14 +207,14 @@ Sums<F32x1> log10Single32(Real32 x) {
 OktStatus log10_32(const Real32* src, Real32* dst, std::int32_t len) {
     return mxcsrFrame(dst, src, len, [=](OktStatus& status) {
         const Log10Constants32* const k = &inMemory(log10Constants32);
-        const auto begin = [=](std::ptrdiff_t i, Nothing, RowOffset<8>& offset) {
+        const auto begin = [=](std::ptrdiff_t i, Nothing, RowOffset<8>& offset) OKT_INLINE {
             const U32<8> b = asBits(F32<8>::load(src + i));
             if (!k->normal.holdsAll(b)) [[unlikely]]
                 return false;
             offset.put(log10Row32(*k, b));
             return true;
         };
-        const auto finish = [=](std::ptrdiff_t i, Nothing, const RowOffset<8>& offset) {
+        const auto finish = [=](std::ptrdiff_t i, Nothing, const RowOffset<8>& offset) OKT_INLINE {
             log10Main32(*k, asBits(F32<8>::load(src + i)), offset).total().store(dst + i);
         };
         redoBlockAhead<8, Nothing, RowOffset<8>>(src, dst, len, begin, finish, log10Element32, status);
@@ -290,20 +290,30 @@ struct Log10Constants64 : CommonConstants64 {
 template <class Constants>
 constexpr Constants constants64;
 
-// Eight times the number of the entry.
+// The table's entry of a number, as eight times its place, and the number's exponent.
 template <int N>
-inline U32<N> logRow64(const CommonConstants64& k, U32<N> high) {
-    return (((high & k.indexBits) + k.indexRound) & k.rowBits) >> 8;
-}
+struct LogPlace64 {
+    InMemory<std::uint32_t, N> row, exponent;
+    LogPlace64() = default;
+    template <class Constants>
+    LogPlace64(const Constants& k, U32<N> high) {
+        find(k, high);
+    }
+    template <class Constants>
+    OKT_INLINE void find(const Constants& k, U32<N> high) {
+        row.put((((high & k.indexBits) + k.indexRound) & k.rowBits) >> 8);
+        exponent.put(shiftRightSigned(high - k.exponentOffset, 20));
+    }
+};
 
 template <class Constants, int N>
-inline Sums<F64<N>> logMain64(const Constants& k, F64<N> x, U32<N> high, const RowOffset<N>& offset) {
-    const F64<N> e = widenSigned(shiftRightSigned(high - k.exponentOffset, 20));
+OKT_INLINE inline Sums<F64<N>> logMain64(const Constants& k, F64<N> x, const LogPlace64<N>& place) {
+    const F64<N> e = widenSigned(place.exponent);
     const U64<N> m = (asBits(x) & k.significand) | k.unit;
     const F64<N> mh = asReal(m & k.mantissaHigh);
     const F64<N> ml = asReal(m) - mh;
-    const F64<N> c = gatherAt<1>(Constants::columns.c, offset);
-    const auto [hi, lo] = gatherPairsAt<2>(Constants::columns.pairs, offset);
+    const F64<N> c = gatherAt<1>(Constants::columns.c, place.row);
+    const auto [hi, lo] = gatherPairsAt<2>(Constants::columns.pairs, place.row);
     const F64<N> a = mh * c - k.origin;
     const F64<N> b = ml * c;
     const F64<N> r = b + a;
@@ -321,8 +331,7 @@ inline Sums<F64<N>> logMain64(const Constants& k, F64<N> x, U32<N> high, const R
 template <class Constants>
 Sums<F64x1> logSingle64(Real64 x) {
     constexpr const Constants& k = constants64<Constants>;
-    const U32<1> high(highWord(x));
-    return logMain64(k, F64x1(x), high, RowOffset<1>(logRow64(k, high)));
+    return logMain64(k, F64x1(x), LogPlace64<1>(k, highWord(x)));
 }
 
 template <class Constants>
@@ -352,18 +361,17 @@ template <class Constants>
 OktStatus log64(const Real64* src, Real64* dst, std::int32_t len) {
     return mxcsrFrame(dst, src, len, [=](OktStatus& status) {
         const Constants* const k = &inMemory(constants64<Constants>);
-        const auto begin = [=](std::ptrdiff_t i, Nothing, RowOffset<8>& offset) {
+        const auto begin = [=](std::ptrdiff_t i, Nothing, LogPlace64<8>& place) OKT_INLINE {
             const U32<8> high = packHighWords(asBits(F64<8>::load(src + i)));
             if (!k->normal.holdsAll(high)) [[unlikely]]
                 return false;
-            offset.put(logRow64(*k, high));
+            place.find(*k, high);
             return true;
         };
-        const auto finish = [=](std::ptrdiff_t i, Nothing, const RowOffset<8>& offset) {
-            const F64<8> x = F64<8>::load(src + i);
-            logMain64(*k, x, packHighWords(asBits(x)), offset).total().store(dst + i);
+        const auto finish = [=](std::ptrdiff_t i, Nothing, const LogPlace64<8>& place) OKT_INLINE {
+            logMain64(*k, F64<8>::load(src + i), place).total().store(dst + i);
         };
-        redoBlockAhead<8, Nothing, RowOffset<8>>(src, dst, len, begin, finish, logElement64<Constants>, status);
+        redoBlockAhead<8, Nothing, LogPlace64<8>>(src, dst, len, begin, finish, logElement64<Constants>, status);
     });
 }
 

@@ -486,8 +486,8 @@ void powLoop(const Real32* src, const Exponents& y, Real32* dst, std::int32_t le
     const Constants32* const c = &inMemory(constants32);
     const std::ptrdiff_t end = len & ~7;
     blocksAhead<8, F32<8>, Multiple32<8>>(
-        end, [=](std::ptrdiff_t i, F32<8>& r, Multiple32<8>& n) { return beginMain<8>(*c, src, y, i, r, n); },
-        [=](std::ptrdiff_t i, F32<8> r, const Multiple32<8>& n) { expMain(*c, r, n).store(dst + i); },
+        end, [=](std::ptrdiff_t i, F32<8>& r, Multiple32<8>& n) OKT_INLINE { return beginMain<8>(*c, src, y, i, r, n); },
+        [=](std::ptrdiff_t i, F32<8> r, const Multiple32<8>& n) OKT_INLINE { expMain(*c, r, n).store(dst + i); },
         [&](std::ptrdiff_t i) { powTwoBlocks(src, y, dst, i, status); });
     for (std::ptrdiff_t i = end; i < len; ++i)
         if (!tryMain<1>(*c, src, y, dst, i)) powElements(src, y, dst, i, i + 1, status);

@@ -21,6 +21,26 @@ struct InMemory {
     operator Vec<T, N>() const { return Vec<T, N>::load(lane); }
 };
 
+namespace gathering {
+
+template <int N>
+inline F64<N> widenSigned(const std::uint32_t* a) {
+    if constexpr (N == 1)
+        return okt::widenSigned(U32<1>(*a));
+    else if constexpr (N == 2)
+        return _mm_cvtepi32_pd(_mm_loadl_epi64(reinterpret_cast<const __m128i*>(a)));
+    else
+        return {widenSigned<N / 2>(a), widenSigned<N / 2>(a + N / 2)};
+}
+
+}  // namespace gathering
+
+// Signed 32-bit integers to Real64, exact. From memory it takes no shuffle.
+template <int N>
+inline F64<N> widenSigned(const InMemory<std::uint32_t, N>& a) {
+    return gathering::widenSigned<N>(a.lane);
+}
+
 // Elements at listed places of an array, and back to them.
 template <int N>
 inline F64<N> gatherPlaces(const Real64* from, const std::uint8_t* place) {
