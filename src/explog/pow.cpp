@@ -351,7 +351,8 @@ bool exponentsFit(Real64 leading, Real64 y) {
     return (highWord(leading) & 0x7FF00000) + (highWord(y) & 0x7FF00000) <= largestExponentSum;
 }
 
-// sign · |x|^y for finite operands other than zero. Infinite and zero results are constants and raise nothing.
+// sign · |x|^y for finite operands other than zero. Infinite and zero results are constants: they raise nothing but what
+// the logarithm and its product with y have raised.
 Real64 generalPower(Real64 x, Real64 y, Real64 sign) {
     const Constants64& c = constants64;
     const std::uint64_t signBit = asBits(sign) & Pattern<Real64>::sign;
@@ -365,14 +366,16 @@ Real64 generalPower(Real64 x, Real64 y, Real64 sign) {
     }
     const U32<1> high(highWord(a));
     const Log2<1> log = log2Of(c, F64x1(a), high, exponentFor(c, high) - U32<1>(exponentLess));
+    keepFlags(log.low.raw);  // of the whole logarithm, whether it is put to use or not
     if (!exponentsFit(log.leading.raw, y)) return isNegative(log.leading.raw) == isNegative(y) ? infinity : zero;
 
     const Halves<1> halves = halvesOf(c, F64x1(y));
     const F64x1 w = productHigh(c, halves, log.high);
+    const F64x1 low = productLow(c, halves, log);
+    keepFlags(low.raw);
     const std::int32_t k = nOf(w.raw) >> 7;
     if (k > 1024) return infinity;
     if (k < -1075) return zero;
-    const F64x1 low = productLow(c, halves, log);
     const Exp2<1> p = exp2Of(c, w, low);
     const Real64 u = (p.rest + p.hi).raw;
     if (k >= 1023) return (u * powerOfTwo(k - 1)) * (2 * sign);  // 2^1024 is no Real64
