@@ -149,7 +149,8 @@ over the bound and over the simulation. Remarks:
         text += fmt::format("| {} | {:.0f} | {} | {:.2f} | {:.2f} | {} | {:.2f} | {:.2f} | {:.2f} | {:.2f} | {} |\n",
                             labelOf(*row.function), row.loop.elements, row.bound.instructions,
                             row.perElement(row.bound.operations), row.perElement(row.bound.cycles), row.bound.limit,
-                            row.perElement(row.bound.simulated), row.measured(), row.ratio(), row.toSimulation(), row.marks());
+                            row.perElement(row.bound.simulated), row.measured(), row.ratio(), row.toSimulation(),
+                            row.marks());
     }
     return text;
 }

@@ -20,7 +20,7 @@
 #include "frame/frame.h"
 #include "lanes/constant.h"
 #include "lanes/gather.h"
-#include "tables/exp32_table.h"
+#include "tables/power_pairs32.h"
 
 namespace okt {
 namespace {
@@ -137,7 +137,7 @@ struct Single {
         const InMemory<std::uint32_t, N> n(asBits(t));
         const F32<N> m = t - c.shiftRe;
         const F32<N> rho = (z.re - m * c.ln2Over128Hi) - m * c.ln2Over128Lo;
-        const auto [hi, lo] = gatherPairs<7, Real32>(tables::Exp32Table, n);
+        const auto [hi, lo] = gatherPairs<8, Real32>(powerPairs32.pairs, n);
         const F32<N> p = (rho * rho) * c.half + (lo + rho);
         // 2^k as a factor: at the lower bound the product is subnormal.
         const F32<N> e = (p * hi + hi) * asReal(((asBits(t) & c.scaleOfN) + c.scaleBias) << 16);

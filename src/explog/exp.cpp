@@ -6,12 +6,12 @@
 //   Real32  0.5682 ulp; 1.0 ulp where the smallest subnormals are given as zero, below -103.27893829345703
 //   Real64  0.5265 ulp at -0x1.ee85d2881e58p-5; subnormal results 0.7563 ulp
 #include "explog/exp_tables.h"
-#include "explog/power_pairs32.h"
 #include "frame/frame.h"
 #include "frame/loops.h"
 #include "lanes/columns.h"
 #include "lanes/constant.h"
 #include "lanes/gather.h"
+#include "tables/power_pairs32.h"
 
 namespace okt {
 namespace {
@@ -120,7 +120,8 @@ OktStatus exp32(const Real32* src, Real32* dst, std::int32_t len) {
             return true;
         };
         const auto finish = [=](std::ptrdiff_t i, F32<8> r, const Multiple32<8>& n) OKT_INLINE {
-            scaled(unscaled(*c, r, n), n).store(dst + i);
+            const F32<8> u = unscaled(*c, r, n);
+            scaled(u, n).store(dst + i);
         };
         redoBlockAhead<8, F32<8>, Multiple32<8>>(src, dst, len, begin, finish, expElement32, status);
     });
@@ -228,7 +229,8 @@ OktStatus exp64(const Real64* src, Real64* dst, std::int32_t len) {
             return true;
         };
         const auto finish = [=](std::ptrdiff_t i, F64<8> r, const Multiple64<8>& n) OKT_INLINE {
-            scaled(*c, unscaled(*c, r, n), n).store(dst + i);
+            const F64<8> u = unscaled(*c, r, n);
+            scaled(*c, u, n).store(dst + i);
         };
         redoBlockAhead<8, F64<8>, Multiple64<8>>(src, dst, len, begin, finish, expElement64, status);
     });

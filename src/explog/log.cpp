@@ -65,7 +65,8 @@ inline U32<N> lnRow32(const LnConstants32& k, U32<N> b) {
 // b is the pattern of a normal number and e its exponent, less
 // what it was scaled by; nearOne comes from the true pattern.
 template <int N>
-OKT_INLINE inline F32<N> lnMain32(const LnConstants32& k, U32<N> b, const RowOffset<N>& offset, F32<N> e, Mask32<N> nearOne) {
+OKT_INLINE inline F32<N> lnMain32(const LnConstants32& k, U32<N> b, const RowOffset<N>& offset, F32<N> e,
+                                  Mask32<N> nearOne) {
     const U32<N> m = (b & k.significand) | k.unit;
     const F32<N> mh = asReal(m & k.mantissaHigh);
     const F32<N> ml = asReal(m) - mh;
@@ -97,8 +98,7 @@ Real32 lnSingle32(std::uint32_t b, F32x1 e, Mask32<1> nearOne) {
 
 [[gnu::noinline, gnu::cold]] Real32 lnElement32(Real32 x, OktStatus& status) {
     const std::uint32_t b = asBits(x);
-    if (b - 0x00800000 < 0x7F000000)
-        return lnSingle32(b, exponent32(U32<1>(b)), lnNearOne(lnConstants32, U32<1>(b)));
+    if (b - 0x00800000 < 0x7F000000) return lnSingle32(b, exponent32(U32<1>(b)), lnNearOne(lnConstants32, U32<1>(b)));
     if ((b & 0x7FFFFFFF) == 0) {
         status = oktStatusSingularity;
         return minusInf32;
@@ -369,7 +369,8 @@ OktStatus log64(const Real64* src, Real64* dst, std::int32_t len) {
             return true;
         };
         const auto finish = [=](std::ptrdiff_t i, Nothing, const LogPlace64<8>& place) OKT_INLINE {
-            logMain64(*k, F64<8>::load(src + i), place).total().store(dst + i);
+            const auto sums = logMain64(*k, F64<8>::load(src + i), place);
+            sums.total().store(dst + i);
         };
         redoBlockAhead<8, Nothing, LogPlace64<8>>(src, dst, len, begin, finish, logElement64<Constants>, status);
     });

@@ -19,11 +19,11 @@
 //           0x1.85e091726b8p+285 ^ -0x1.dfd81b1d3e59dp+1
 #include "explog/pow_special.h"
 #include "explog/pow_tables.h"
-#include "explog/power_pairs32.h"
 #include "frame/frame.h"
 #include "frame/loops.h"
 #include "lanes/constant.h"
 #include "lanes/gather.h"
+#include "tables/power_pairs32.h"
 
 namespace okt {
 namespace {
@@ -118,8 +118,8 @@ struct OneExponent32 {
     }
 };
 
-// N powers from element i on up to the reduced argument of the exponential, or false when one is outside the main range.
-// Bases and exponents are tested before there is arithmetic on them, infinite exponents with the NaNs, and the
+// N powers from element i on up to the reduced argument of the exponential, or false when one is outside the main
+// range. Bases and exponents are tested before there is arithmetic on them, infinite exponents with the NaNs, and the
 // exponential waits for the test of its argument: an element that takes another course raises no flags here.
 template <int N, class Exponents>
 inline bool beginMain(const Constants32& c, const Real32* src, const Exponents& y, std::ptrdiff_t i, F32<N>& r,
@@ -351,8 +351,8 @@ bool exponentsFit(Real64 leading, Real64 y) {
     return (highWord(leading) & 0x7FF00000) + (highWord(y) & 0x7FF00000) <= largestExponentSum;
 }
 
-// sign · |x|^y for finite operands other than zero. Infinite and zero results are constants: they raise nothing but what
-// the logarithm and its product with y have raised.
+// sign · |x|^y for finite operands other than zero. Infinite and zero results are constants: they raise nothing but
+// what the logarithm and its product with y have raised.
 Real64 generalPower(Real64 x, Real64 y, Real64 sign) {
     const Constants64& c = constants64;
     const std::uint64_t signBit = asBits(sign) & Pattern<Real64>::sign;
@@ -471,8 +471,10 @@ template <class T>
 }
 
 template <class T, class Exponents>
-void powElements(const T* src, const Exponents& y, T* dst, std::ptrdiff_t first, std::ptrdiff_t end, OktStatus& status) {
-    for (std::ptrdiff_t i = first; i < end; ++i) storeElement(dst + i, powElement(loadElement(src + i), y.at(i), status));
+void powElements(const T* src, const Exponents& y, T* dst, std::ptrdiff_t first, std::ptrdiff_t end,
+                 OktStatus& status) {
+    for (std::ptrdiff_t i = first; i < end; ++i)
+        storeElement(dst + i, powElement(loadElement(src + i), y.at(i), status));
 }
 
 // Two blocks of four, each of which fails for itself.
@@ -489,7 +491,8 @@ void powLoop(const Real32* src, const Exponents& y, Real32* dst, std::int32_t le
     const Constants32* const c = &inMemory(constants32);
     const std::ptrdiff_t end = len & ~7;
     blocksAhead<8, F32<8>, Multiple32<8>>(
-        end, [=](std::ptrdiff_t i, F32<8>& r, Multiple32<8>& n) OKT_INLINE { return beginMain<8>(*c, src, y, i, r, n); },
+        end,
+        [=](std::ptrdiff_t i, F32<8>& r, Multiple32<8>& n) OKT_INLINE { return beginMain<8>(*c, src, y, i, r, n); },
         [=](std::ptrdiff_t i, F32<8> r, const Multiple32<8>& n) OKT_INLINE { expMain(*c, r, n).store(dst + i); },
         [&](std::ptrdiff_t i) { powTwoBlocks(src, y, dst, i, status); });
     for (std::ptrdiff_t i = end; i < len; ++i)

@@ -74,13 +74,14 @@ inline void laneBlocks(std::int32_t len, std::int32_t blocksEnd, const TryLanes&
         if (!tryLanes(lanes<1>, i)) lane(i);
 }
 
-// Blocks up to `end`, worked in two halves of which the first runs a block ahead. `begin(i, held, stored)` tests the block
-// at i, works its first half and returns false when a lane is out of the main range; `finish(i, held, stored)` works the
-// second half and stores the results; `redo(i)` works a block that has failed. What passes from one half to the other
-// stands in registers, `held`, or in memory, `stored`, where numbers of table entries wait for the unit that loads them.
-// The processor has no room for a second block behind a long chain of operations: cut in two, the halves of two blocks
-// run side by side. A block is read before the one ahead of it is stored. The halves stand in the code more than once: they
-// have to be declared OKT_INLINE.
+// Blocks up to `end`, worked in two halves of which the first runs a block ahead. `begin(i, held, stored)` tests the
+// block at i, works its first half and returns false when a lane is out of the main range; `finish(i, held, stored)`
+// works the second half and stores the results; `redo(i)` works a block that has failed. What passes from one half to
+// the other stands in registers, `held`, or in memory, `stored`, where numbers of table entries wait for the unit that
+// loads them. The processor has no room for a second block behind a long chain of operations: cut in two, the halves of
+// two blocks run side by side. A block is read before the block in front of it is stored; the source may be the
+// destination. The halves stand in the code several times, so that the compiler inlines them only if they are declared
+// OKT_INLINE.
 template <int Block, class Held, class Stored, class Begin, class Finish, class Redo>
 OKT_INLINE inline void blocksAhead(std::ptrdiff_t end, const Begin& begin, const Finish& finish, const Redo& redo) {
     std::ptrdiff_t i = 0;
