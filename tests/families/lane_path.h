@@ -76,6 +76,17 @@ void expectPath(OneSource<T> f, T x, bool lane) {
     }
 }
 
+// Many blocks are worked side by side; still only the one that holds a huge element leaves the main path. The loop has
+// blocks of four up to `blocksEnd`.
+template <class T>
+void expectHugeSendsItsBlockAlone(OneSource<T> f, std::int32_t len, std::int32_t blocksEnd) {
+    const Telltale<T> telltale(f);
+    for (std::int32_t position = 0; position < blocksEnd; ++position) {
+        const std::int32_t first = position / 4 * 4;
+        EXPECT_TRUE(takesLanePath(f, telltale, T{1e6}, len, position, first, first + 3)) << position;
+    }
+}
+
 template <class T>
 T nextUp(T x) {
     return std::bit_cast<T>(asBits(x) + 1);

@@ -154,28 +154,11 @@ TEST(SinCos32, HugeElementsAgreeWithThePlainModel) {
     expectModelOfHugeElements<Real32>("oktsSinCos_32f_A24", model::SinCos_32f);
 }
 
-// Many blocks are worked at a time; still only the one that holds a huge element leaves the main path.
 TEST(SinCos64, HugeElementAmongManyBlocksSendsItsOwnToTheLanePath) {
-    for (const auto f : {sine64, cosine64}) {
-        const Telltale<Real64> telltale(f);
-        constexpr int length = 100;
-        for (int position = 0; position < length; ++position) {
-            const int first = position / 4 * 4;
-            EXPECT_TRUE(takesLanePath(f, telltale, Real64{1e6}, length, position, first, first + 3)) << position;
-        }
-    }
+    for (const auto f : {sine64, cosine64}) expectHugeSendsItsBlockAlone<Real64>(f, 100, 100);
 }
-
-// Many blocks are worked at a time; still only the one that holds a huge element leaves the main path.
 TEST(SinCos32, HugeElementAmongManyBlocksSendsItsOwnToTheLanePath) {
-    for (const auto f : {sine32, cosine32}) {
-        const Telltale<Real32> telltale(f);
-        constexpr int length = 100;
-        for (int position = 0; position < length; ++position) {
-            const int first = position / 4 * 4;
-            EXPECT_TRUE(takesLanePath(f, telltale, Real32{1e6F}, length, position, first, first + 3)) << position;
-        }
-    }
+    for (const auto f : {sine32, cosine32}) expectHugeSendsItsBlockAlone<Real32>(f, 100, 100);
 }
 
 }  // namespace

@@ -147,26 +147,11 @@ TEST(Sin32, HugeElementsAgreeWithThePlainModel) {
     expectModelOfHugeElements<Real32>("oktsSin_32f_A24", model::Sin_32f);
 }
 
-// Many blocks are worked at a time; still only the one that holds a huge element leaves the main path.
 TEST(Sin64, HugeElementAmongManyBlocksSendsItsOwnToTheLanePath) {
-    const Telltale<Real64> telltale(oktsSin_64f_A53);
-    constexpr int length = 100;
-    for (int position = 0; position < length; ++position) {
-        const int first = position / 4 * 4;
-        EXPECT_TRUE(takesLanePath(oktsSin_64f_A53, telltale, Real64{1e6}, length, position, first, first + 3))
-            << position;
-    }
+    expectHugeSendsItsBlockAlone<Real64>(oktsSin_64f_A53, 100, 100);
 }
-
-// Many blocks are worked at a time; still only the one that holds a huge element leaves the main path.
 TEST(Sin32, HugeElementAmongManyBlocksSendsItsOwnToTheLanePath) {
-    const Telltale<Real32> telltale(oktsSin_32f_A24);
-    constexpr int length = 100;
-    for (int position = 0; position < length - 4; ++position) {
-        const int first = position / 4 * 4;
-        EXPECT_TRUE(takesLanePath(oktsSin_32f_A24, telltale, Real32{1e6F}, length, position, first, first + 3))
-            << position;
-    }
+    expectHugeSendsItsBlockAlone<Real32>(oktsSin_32f_A24, 100, 96);
 }
 
 }  // namespace
