@@ -1,5 +1,5 @@
 // Cosine.
-#include "families/lane_path.h"
+#include "families/circular_checks.h"
 #include "models/trig_model.h"
 #include "support/flags.h"
 #include "support/model_check.h"
@@ -28,45 +28,16 @@ TEST(Cos32, ZeroIsOneOnAllPaths) {
 }
 
 TEST(Cos64, InfinitiesAreNaNAndDomainAndNaNsComeBackQuiet) {
-    expectRows<Real64>(oktsCos_64f_A53, 1.0,
-                       {{0x7FF0000000000000, 0xFFF8000000000000, oktStatusDomain},
-                        {0xFFF0000000000000, 0xFFF8000000000000, oktStatusDomain},
-                        {0x7FF8ABCDE0001234, 0x7FF8ABCDE0001234},
-                        {0xFFF8ABCDE0001234, 0xFFF8ABCDE0001234},
-                        {0x7FF0000000000001, 0x7FF8000000000001},
-                        {0xFFF4123400000000, 0xFFFC123400000000}});
+    expectInfinitiesAreNaNAndDomainAndNaNsQuiet(oktsCos_64f_A53);
 }
 
 TEST(Cos32, InfinitiesAreNaNAndDomainAndNaNsComeBackQuiet) {
-    expectRows<Real32>(oktsCos_32f_A24, 1.0F,
-                       {{0x7F800000, 0xFFC00000, oktStatusDomain},
-                        {0xFF800000, 0xFFC00000, oktStatusDomain},
-                        {0x7FC54321, 0x7FC54321},
-                        {0xFFC54321, 0xFFC54321},
-                        {0x7F800001, 0x7FC00001},
-                        {0xFFA12345, 0xFFE12345}});
+    expectInfinitiesAreNaNAndDomainAndNaNsQuiet(oktsCos_32f_A24);
 }
 
-TEST(Cos64, RangeTestSendsTheWholeBlockToTheLanePathFrom90112Up) {
-    for (const Real64 sign : {1.0, -1.0}) {
-        expectPath<4>(oktsCos_64f_A53, sign * nextDown(90112.0), false);
-        expectPath<4>(oktsCos_64f_A53, sign * 90112.0, true);
-        expectPath<4>(oktsCos_64f_A53, sign * nextUp(90112.0), true);
-        expectPath<4>(oktsCos_64f_A53, sign * HUGE_VAL, true);
-    }
-    expectPath<4>(oktsCos_64f_A53, bits64(0x7FF8000000000000), true);
-    for (const Real64 x : {0.0, 0x1p-1074, 0x1p-1022, 0x1p-300}) expectPath<4>(oktsCos_64f_A53, x, false);
-}
+TEST(Cos64, RangeTestSendsTheWholeBlockToTheLanePathFrom90112Up) { expectLanePathFrom90112Up(oktsCos_64f_A53); }
 
-TEST(Cos32, RangeTestSendsTheWholeBlockToTheLanePathAbove10000) {
-    for (const Real32 sign : {1.0F, -1.0F}) {
-        expectPath<4>(oktsCos_32f_A24, sign * nextDown(10000.0F), false);
-        expectPath<4>(oktsCos_32f_A24, sign * 10000.0F, false);
-        expectPath<4>(oktsCos_32f_A24, sign * nextUp(10000.0F), true);
-        expectPath<4>(oktsCos_32f_A24, sign * HUGE_VALF, true);
-    }
-    expectPath<4>(oktsCos_32f_A24, bits32(0x7FC00000), true);
-}
+TEST(Cos32, RangeTestSendsTheWholeBlockToTheLanePathAbove10000) { expectLanePathAbove10000<4>(oktsCos_32f_A24); }
 
 TEST(Cos32, LastOneToFourElementsAreATail) {
     const Telltale<Real32> telltale(oktsCos_32f_A24);
@@ -88,16 +59,11 @@ TEST(Cos64, TinyElementsGiveOneAndInexact) {
 }
 
 TEST(Cos64, OnlyInfinitiesAndSignallingNaNsRaiseInvalid) {
-    EXPECT_EQ(flagsAlone(oktsCos_64f_A53, HUGE_VAL), flagInvalid);
-    EXPECT_EQ(flagsAlone(oktsCos_64f_A53, bits64(0x7FF0000000000001)), flagInvalid);
-    EXPECT_EQ(flagsAlone(oktsCos_64f_A53, bits64(0x7FF8000000000001)), 0u);
-    for (const Real64 x : {1.0, 1e5, 1e300, -1e22}) EXPECT_EQ(flagsAlone(oktsCos_64f_A53, x), flagInexact);
+    expectInvalidOfInfinitiesAndSignallingNaNsAlone(oktsCos_64f_A53);
 }
 
 TEST(Cos32, OnlyInfinitiesAndSignallingNaNsRaiseInvalid) {
-    EXPECT_EQ(flagsAlone(oktsCos_32f_A24, HUGE_VALF), flagInvalid);
-    EXPECT_EQ(flagsAlone(oktsCos_32f_A24, bits32(0x7F800001)), flagInvalid);
-    EXPECT_EQ(flagsAlone(oktsCos_32f_A24, bits32(0x7FC00001)), 0u);
+    expectInvalidOfInfinitiesAndSignallingNaNsAlone(oktsCos_32f_A24);
 }
 
 // The reduction gives quadrant 1 instead of 2 there.

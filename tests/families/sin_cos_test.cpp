@@ -1,5 +1,5 @@
 // Sine and cosine together.
-#include "families/lane_path.h"
+#include "families/circular_checks.h"
 #include "models/trig_model.h"
 #include "support/flags.h"
 #include "support/model_check.h"
@@ -49,50 +49,19 @@ TEST(SinCos32, ZeroGivesOneAndKeepsItsSign) {
 }
 
 TEST(SinCos64, InfinitiesAreNaNAndDomainAndNaNsComeBackQuiet) {
-    for (const auto f : {sine64, cosine64})
-        expectRows<Real64>(f, 1.0,
-                           {{0x7FF0000000000000, 0xFFF8000000000000, oktStatusDomain},
-                            {0xFFF0000000000000, 0xFFF8000000000000, oktStatusDomain},
-                            {0x7FF8ABCDE0001234, 0x7FF8ABCDE0001234},
-                            {0xFFF8ABCDE0001234, 0xFFF8ABCDE0001234},
-                            {0x7FF0000000000001, 0x7FF8000000000001},
-                            {0xFFF4123400000000, 0xFFFC123400000000}});
+    for (const auto f : {sine64, cosine64}) expectInfinitiesAreNaNAndDomainAndNaNsQuiet(f);
 }
 
 TEST(SinCos32, InfinitiesAreNaNAndDomainAndNaNsComeBackQuiet) {
-    for (const auto f : {sine32, cosine32})
-        expectRows<Real32>(f, 1.0F,
-                           {{0x7F800000, 0xFFC00000, oktStatusDomain},
-                            {0xFF800000, 0xFFC00000, oktStatusDomain},
-                            {0x7FC54321, 0x7FC54321},
-                            {0xFFC54321, 0xFFC54321},
-                            {0x7F800001, 0x7FC00001},
-                            {0xFFA12345, 0xFFE12345}});
+    for (const auto f : {sine32, cosine32}) expectInfinitiesAreNaNAndDomainAndNaNsQuiet(f);
 }
 
 TEST(SinCos64, RangeTestSendsTheWholeBlockToTheLanePathFrom90112Up) {
-    for (const auto f : {sine64, cosine64}) {
-        for (const Real64 sign : {1.0, -1.0}) {
-            expectPath<4>(f, sign * nextDown(90112.0), false);
-            expectPath<4>(f, sign * 90112.0, true);
-            expectPath<4>(f, sign * nextUp(90112.0), true);
-            expectPath<4>(f, sign * HUGE_VAL, true);
-        }
-        expectPath<4>(f, bits64(0x7FF8000000000000), true);
-        expectPath<4>(f, 0x1p-1074, false);
-    }
+    for (const auto f : {sine64, cosine64}) expectLanePathFrom90112Up(f);
 }
 
 TEST(SinCos32, RangeTestSendsTheWholeBlockToTheLanePathAbove10000) {
-    for (const auto f : {sine32, cosine32}) {
-        for (const Real32 sign : {1.0F, -1.0F}) {
-            expectPath<4>(f, sign * nextDown(10000.0F), false);
-            expectPath<4>(f, sign * 10000.0F, false);
-            expectPath<4>(f, sign * nextUp(10000.0F), true);
-            expectPath<4>(f, sign * HUGE_VALF, true);
-        }
-        expectPath<4>(f, bits32(0x7FC00000), true);
-    }
+    for (const auto f : {sine32, cosine32}) expectLanePathAbove10000<4>(f);
 }
 
 TEST(SinCos32, AWholeLastBlockIsABlock) {
@@ -119,18 +88,9 @@ TEST(SinCos64, LanePathGivesTheSineAndCosineOfTheSingleFunctions) {
     }
 }
 
-TEST(SinCos64, OnlyInfinitiesAndSignallingNaNsRaiseInvalid) {
-    EXPECT_EQ(flagsAlone(sine64, HUGE_VAL), flagInvalid);
-    EXPECT_EQ(flagsAlone(sine64, bits64(0x7FF0000000000001)), flagInvalid);
-    EXPECT_EQ(flagsAlone(sine64, bits64(0x7FF8000000000001)), 0u);
-    for (const Real64 x : {1.0, 1e5, 1e300}) EXPECT_EQ(flagsAlone(sine64, x), flagInexact);
-}
+TEST(SinCos64, OnlyInfinitiesAndSignallingNaNsRaiseInvalid) { expectInvalidOfInfinitiesAndSignallingNaNsAlone(sine64); }
 
-TEST(SinCos32, OnlyInfinitiesAndSignallingNaNsRaiseInvalid) {
-    EXPECT_EQ(flagsAlone(sine32, HUGE_VALF), flagInvalid);
-    EXPECT_EQ(flagsAlone(sine32, bits32(0x7F800001)), flagInvalid);
-    EXPECT_EQ(flagsAlone(sine32, bits32(0x7FC00001)), 0u);
-}
+TEST(SinCos32, OnlyInfinitiesAndSignallingNaNsRaiseInvalid) { expectInvalidOfInfinitiesAndSignallingNaNsAlone(sine32); }
 
 TEST(SinCos64, IsAQuarterTurnOffAtTheRecordedArgument) {
     const Real64 residue = bits64(0xBFC69CB7E4AF8478), x = bits64(0x57B003E068000000);

@@ -1,5 +1,5 @@
 // Sine.
-#include "families/lane_path.h"
+#include "families/circular_checks.h"
 #include "models/trig_model.h"
 #include "support/flags.h"
 #include "support/model_check.h"
@@ -27,45 +27,16 @@ TEST(Sin32, ZeroKeepsItsSignOnAllPaths) {
 }
 
 TEST(Sin64, InfinitiesAreNaNAndDomainAndNaNsComeBackQuiet) {
-    expectRows<Real64>(oktsSin_64f_A53, 1.0,
-                       {{0x7FF0000000000000, 0xFFF8000000000000, oktStatusDomain},
-                        {0xFFF0000000000000, 0xFFF8000000000000, oktStatusDomain},
-                        {0x7FF8ABCDE0001234, 0x7FF8ABCDE0001234},
-                        {0xFFF8ABCDE0001234, 0xFFF8ABCDE0001234},
-                        {0x7FF0000000000001, 0x7FF8000000000001},
-                        {0xFFF4123400000000, 0xFFFC123400000000}});
+    expectInfinitiesAreNaNAndDomainAndNaNsQuiet(oktsSin_64f_A53);
 }
 
 TEST(Sin32, InfinitiesAreNaNAndDomainAndNaNsComeBackQuiet) {
-    expectRows<Real32>(oktsSin_32f_A24, 1.0F,
-                       {{0x7F800000, 0xFFC00000, oktStatusDomain},
-                        {0xFF800000, 0xFFC00000, oktStatusDomain},
-                        {0x7FC54321, 0x7FC54321},
-                        {0xFFC54321, 0xFFC54321},
-                        {0x7F800001, 0x7FC00001},
-                        {0xFFA12345, 0xFFE12345}});
+    expectInfinitiesAreNaNAndDomainAndNaNsQuiet(oktsSin_32f_A24);
 }
 
-TEST(Sin64, RangeTestSendsTheWholeBlockToTheLanePathFrom90112Up) {
-    for (const Real64 sign : {1.0, -1.0}) {
-        expectPath<4>(oktsSin_64f_A53, sign * nextDown(90112.0), false);
-        expectPath<4>(oktsSin_64f_A53, sign * 90112.0, true);
-        expectPath<4>(oktsSin_64f_A53, sign * nextUp(90112.0), true);
-        expectPath<4>(oktsSin_64f_A53, sign * HUGE_VAL, true);
-    }
-    expectPath<4>(oktsSin_64f_A53, bits64(0x7FF8000000000000), true);
-    for (const Real64 x : {0.0, 0x1p-1074, 0x1p-1022, 0x1p-300}) expectPath<4>(oktsSin_64f_A53, x, false);
-}
+TEST(Sin64, RangeTestSendsTheWholeBlockToTheLanePathFrom90112Up) { expectLanePathFrom90112Up(oktsSin_64f_A53); }
 
-TEST(Sin32, RangeTestSendsTheWholeBlockToTheLanePathAbove10000) {
-    for (const Real32 sign : {1.0F, -1.0F}) {
-        expectPath<4>(oktsSin_32f_A24, sign * nextDown(10000.0F), false);
-        expectPath<4>(oktsSin_32f_A24, sign * 10000.0F, false);
-        expectPath<4>(oktsSin_32f_A24, sign * nextUp(10000.0F), true);
-        expectPath<4>(oktsSin_32f_A24, sign * HUGE_VALF, true);
-    }
-    expectPath<4>(oktsSin_32f_A24, bits32(0x7FC00000), true);
-}
+TEST(Sin32, RangeTestSendsTheWholeBlockToTheLanePathAbove10000) { expectLanePathAbove10000<4>(oktsSin_32f_A24); }
 
 TEST(Sin32, LastOneToFourElementsAreATail) {
     const Telltale<Real32> telltale(oktsSin_32f_A24);
@@ -96,17 +67,11 @@ TEST(Sin64, TinyElementsOfTheLanePathComeBackAsTheyAreAndInexact) {
 }
 
 TEST(Sin64, OnlyInfinitiesAndSignallingNaNsRaiseInvalid) {
-    EXPECT_EQ(flagsAlone(oktsSin_64f_A53, HUGE_VAL), flagInvalid);
-    EXPECT_EQ(flagsAlone(oktsSin_64f_A53, bits64(0x7FF0000000000001)), flagInvalid);
-    EXPECT_EQ(flagsAlone(oktsSin_64f_A53, bits64(0x7FF8000000000001)), 0u);
-    for (const Real64 x : {1.0, 1e5, 1e300, -1e22}) EXPECT_EQ(flagsAlone(oktsSin_64f_A53, x), flagInexact);
+    expectInvalidOfInfinitiesAndSignallingNaNsAlone(oktsSin_64f_A53);
 }
 
 TEST(Sin32, OnlyInfinitiesAndSignallingNaNsRaiseInvalid) {
-    EXPECT_EQ(flagsAlone(oktsSin_32f_A24, HUGE_VALF), flagInvalid);
-    EXPECT_EQ(flagsAlone(oktsSin_32f_A24, bits32(0x7F800001)), flagInvalid);
-    EXPECT_EQ(flagsAlone(oktsSin_32f_A24, bits32(0x7FC00001)), 0u);
-    for (const Real32 x : {1.0F, 1e5F, 1e30F, -1e22F}) EXPECT_EQ(flagsAlone(oktsSin_32f_A24, x), flagInexact);
+    expectInvalidOfInfinitiesAndSignallingNaNsAlone(oktsSin_32f_A24);
 }
 
 TEST(Sin64, StatusIsDomainAsSoonAsOneElementIsInfinite) {
