@@ -254,4 +254,21 @@ std::vector<T> withNeighbours(const std::vector<T>& values) {
     return all;
 }
 
+// The function, of either form, and its model at all pairs of thresholds and their neighbours, alone and among others.
+template <class T, class F>
+void agreesAtThresholds(F f, F model) {
+    std::int32_t position = 0;
+    for (const T x : withNeighbours(baseThresholds<T>())) {
+        for (const T y : withNeighbours(exponentThresholds<T>())) {
+            const auto single = power(f, x, y), expected = power(model, x, y);
+            EXPECT_TRUE(sameBits(single.value, asBits(expected.value))) << std::hexfloat << x << ' ' << y;
+            EXPECT_EQ(single.status, expected.status) << std::hexfloat << x << ' ' << y;
+            const auto placed = powerAmong(f, x, y, 11, position), modelled = powerAmong(model, x, y, 11, position);
+            EXPECT_TRUE(sameBits(placed.value, asBits(modelled.value))) << std::hexfloat << x << ' ' << y;
+            EXPECT_EQ(placed.status, modelled.status) << std::hexfloat << x << ' ' << y;
+            position = (position + 1) % 11;
+        }
+    }
+}
+
 }  // namespace okt::test

@@ -24,22 +24,6 @@ TEST(Pow, AgreesWithTheModel) {
                                 {ordinaryExponent<Real64>, specialExponent<Real64>});
 }
 
-template <class T>
-void agreesAtThresholds(Pow<T> f, Pow<T> model) {
-    std::int32_t position = 0;
-    for (const T x : withNeighbours(baseThresholds<T>())) {
-        for (const T y : withNeighbours(exponentThresholds<T>())) {
-            const auto single = power(f, x, y), expected = power(model, x, y);
-            EXPECT_TRUE(sameBits(single.value, asBits(expected.value))) << std::hexfloat << x << ' ' << y;
-            EXPECT_EQ(single.status, expected.status) << std::hexfloat << x << ' ' << y;
-            const auto placed = powerAmong(f, x, y, 11, position), modelled = powerAmong(model, x, y, 11, position);
-            EXPECT_TRUE(sameBits(placed.value, asBits(modelled.value))) << std::hexfloat << x << ' ' << y;
-            EXPECT_EQ(placed.status, modelled.status) << std::hexfloat << x << ' ' << y;
-            position = (position + 1) % 11;
-        }
-    }
-}
-
 TEST(Pow, AgreesWithTheModelAroundEveryThreshold) {
     agreesAtThresholds<Real32>(oktsPow_32f_A24, model::Pow_32f);
     agreesAtThresholds<Real64>(oktsPow_64f_A53, model::Pow_64f);
