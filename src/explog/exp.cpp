@@ -219,20 +219,18 @@ Real64 powerOfTwo(const Multiple64<1>& n, int shift) {
 
 OktStatus exp64(const Real64* src, Real64* dst, std::int32_t len) {
     return mxcsrFrame(dst, src, len, [=](OktStatus& status) {
-        const Constants64* const c = &inMemory(constants64);
-        const auto begin = [=](std::ptrdiff_t i, F64<8>& r, Multiple64<8>& n) OKT_INLINE {
-            const F64<8> x = F64<8>::load(src + i);
+        const Constants64& c = inMemory(constants64);
+        const auto tryBlock = [&c](const Real64* from, Real64* to) {
+            const F64<8> x = F64<8>::load(from);
             const U32<8> high = packHighWords(asBits(x)) & U32<8>(0x7FFFFFFF);
             if (any(greaterSigned(high, U32<8>(boundHigh64 - 1)))) [[unlikely]]
                 return false;
-            r = reduce(*c, x, n);
+            Multiple64<8> n;
+            const F64<8> r = reduce(c, x, n);
+            scaled(c, unscaled(c, r, n), n).store(to);
             return true;
         };
-        const auto finish = [=](std::ptrdiff_t i, F64<8> r, const Multiple64<8>& n) OKT_INLINE {
-            const F64<8> u = unscaled(*c, r, n);
-            scaled(*c, u, n).store(dst + i);
-        };
-        redoBlockAhead<8, F64<8>, Multiple64<8>>(src, dst, len, begin, finish, expElement64, status);
+        redoBlock<8>(src, dst, len, tryBlock, expElement64, status);
     });
 }
 

@@ -32,6 +32,27 @@ struct Sums {
     V total() const { return small + large; }
 };
 
+// The loop of all four. `locate` tests a block and finds the places of its elements in the table, `logarithmAt` does
+// the rest; `element` is the whole of a single element.
+template <class T, class Place, class Constants>
+OktStatus logarithm(const T* src, T* dst, std::int32_t len, const Constants& constants, T (&element)(T, OktStatus&)) {
+    return mxcsrFrame(dst, src, len, [&, src, dst, len](OktStatus& status) {
+        const Constants* const k = &inMemory(constants);
+        const auto begin = [=](std::ptrdiff_t i, Nothing, Place& place) OKT_INLINE {
+            const auto x = Vec<T, 8>::load(src + i);
+            return locate(*k, x, place);
+        };
+        const auto finish = [=](std::ptrdiff_t i, Nothing, const Place& place) OKT_INLINE {
+            const auto x = Vec<T, 8>::load(src + i);
+            logarithmAt(*k, x, place).store(dst + i);
+        };
+        redoBlockAhead<8, Nothing, Place>(src, dst, len, begin, finish, element, status);
+    });
+}
+
+template <int N>
+using RowOffset = InMemory<std::uint32_t, N>;
+
 // ---------------------------------------------------------------------------------------------------------------------
 // Ln, Real32
 
@@ -53,9 +74,6 @@ struct LnConstants32 {
     Pattern32 nearOneBound = 0x7FFC0000;
 };
 constexpr LnConstants32 lnConstants32;
-
-template <int N>
-using RowOffset = InMemory<std::uint32_t, N>;
 
 template <int N>
 inline U32<N> lnRow32(const LnConstants32& k, U32<N> b) {
@@ -115,22 +133,19 @@ Real32 lnSingle32(std::uint32_t b, F32x1 e, Mask32<1> nearOne) {
     return bits32(0x7FFC0000);
 }
 
+OKT_INLINE inline bool locate(const LnConstants32& k, F32<8> x, RowOffset<8>& offset) {
+    if (!k.normal.holdsAll(asBits(x))) [[unlikely]]
+        return false;
+    offset.put(lnRow32(k, asBits(x)));
+    return true;
+}
+OKT_INLINE inline F32<8> logarithmAt(const LnConstants32& k, F32<8> x, const RowOffset<8>& offset) {
+    const U32<8> b = asBits(x);
+    return lnMain32(k, b, offset, exponent32(b), lnNearOne(k, b));
+}
+
 OktStatus ln32(const Real32* src, Real32* dst, std::int32_t len) {
-    return mxcsrFrame(dst, src, len, [=](OktStatus& status) {
-        const LnConstants32* const k = &inMemory(lnConstants32);
-        const auto begin = [=](std::ptrdiff_t i, Nothing, RowOffset<8>& offset) OKT_INLINE {
-            const U32<8> b = asBits(F32<8>::load(src + i));
-            if (!k->normal.holdsAll(b)) [[unlikely]]
-                return false;
-            offset.put(lnRow32(*k, b));
-            return true;
-        };
-        const auto finish = [=](std::ptrdiff_t i, Nothing, const RowOffset<8>& offset) OKT_INLINE {
-            const U32<8> b = asBits(F32<8>::load(src + i));
-            lnMain32(*k, b, offset, exponent32(b), lnNearOne(*k, b)).store(dst + i);
-        };
-        redoBlockAhead<8, Nothing, RowOffset<8>>(src, dst, len, begin, finish, lnElement32, status);
-    });
+    return logarithm<Real32, RowOffset<8>>(src, dst, len, lnConstants32, lnElement32);
 }
 
 // ---------------------------------------------------------------------------------------------------------------------
@@ -204,21 +219,18 @@ Sums<F32x1> log10Single32(Real32 x) {
     return (sums.small.raw - bits32(0x40DD8EDE)) + sums.large.raw;  // 23 log10 2
 }
 
+OKT_INLINE inline bool locate(const Log10Constants32& k, F32<8> x, RowOffset<8>& offset) {
+    if (!k.normal.holdsAll(asBits(x))) [[unlikely]]
+        return false;
+    offset.put(log10Row32(k, asBits(x)));
+    return true;
+}
+OKT_INLINE inline F32<8> logarithmAt(const Log10Constants32& k, F32<8> x, const RowOffset<8>& offset) {
+    return log10Main32(k, asBits(x), offset).total();
+}
+
 OktStatus log10_32(const Real32* src, Real32* dst, std::int32_t len) {
-    return mxcsrFrame(dst, src, len, [=](OktStatus& status) {
-        const Log10Constants32* const k = &inMemory(log10Constants32);
-        const auto begin = [=](std::ptrdiff_t i, Nothing, RowOffset<8>& offset) OKT_INLINE {
-            const U32<8> b = asBits(F32<8>::load(src + i));
-            if (!k->normal.holdsAll(b)) [[unlikely]]
-                return false;
-            offset.put(log10Row32(*k, b));
-            return true;
-        };
-        const auto finish = [=](std::ptrdiff_t i, Nothing, const RowOffset<8>& offset) OKT_INLINE {
-            log10Main32(*k, asBits(F32<8>::load(src + i)), offset).total().store(dst + i);
-        };
-        redoBlockAhead<8, Nothing, RowOffset<8>>(src, dst, len, begin, finish, log10Element32, status);
-    });
+    return logarithm<Real32, RowOffset<8>>(src, dst, len, log10Constants32, log10Element32);
 }
 
 // ---------------------------------------------------------------------------------------------------------------------
@@ -358,22 +370,21 @@ template <class Constants>
 }
 
 template <class Constants>
+OKT_INLINE inline bool locate(const Constants& k, F64<8> x, LogPlace64<8>& place) {
+    const U32<8> high = packHighWords(asBits(x));
+    if (!k.normal.holdsAll(high)) [[unlikely]]
+        return false;
+    place.find(k, high);
+    return true;
+}
+template <class Constants>
+OKT_INLINE inline F64<8> logarithmAt(const Constants& k, F64<8> x, const LogPlace64<8>& place) {
+    return logMain64(k, x, place).total();
+}
+
+template <class Constants>
 OktStatus log64(const Real64* src, Real64* dst, std::int32_t len) {
-    return mxcsrFrame(dst, src, len, [=](OktStatus& status) {
-        const Constants* const k = &inMemory(constants64<Constants>);
-        const auto begin = [=](std::ptrdiff_t i, Nothing, LogPlace64<8>& place) OKT_INLINE {
-            const U32<8> high = packHighWords(asBits(F64<8>::load(src + i)));
-            if (!k->normal.holdsAll(high)) [[unlikely]]
-                return false;
-            place.find(*k, high);
-            return true;
-        };
-        const auto finish = [=](std::ptrdiff_t i, Nothing, const LogPlace64<8>& place) OKT_INLINE {
-            const auto sums = logMain64(*k, F64<8>::load(src + i), place);
-            sums.total().store(dst + i);
-        };
-        redoBlockAhead<8, Nothing, LogPlace64<8>>(src, dst, len, begin, finish, logElement64<Constants>, status);
-    });
+    return logarithm<Real64, LogPlace64<8>>(src, dst, len, constants64<Constants>, logElement64<Constants>);
 }
 
 }  // namespace
