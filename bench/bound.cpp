@@ -74,6 +74,36 @@ double secondsSince(Clock::time_point start) { return std::chrono::duration<doub
     return secondsSince(start);
 }
 
+// Four chains of additions side by side: as many a cycle as the processor takes, up to four, unless it shares the core.
+[[gnu::noinline]] double secondsOfFourChains(long count) {
+    unsigned long a = 0, b = 0, c = 0, d = 0, step = 1;
+    asm volatile("" : "+r"(step));
+    const auto start = Clock::now();
+    for (long i = 0; i < count; i += 32) {
+        for (int k = 0; k < 8; ++k) {
+            a += step, b += step, c += step, d += step;
+            asm volatile("" : "+r"(a), "+r"(b), "+r"(c), "+r"(d));
+        }
+    }
+    return secondsSince(start);
+}
+
+// How much of the core there was for the measurements: additions a cycle in the rounds of all functions.
+class Core {
+public:
+    void note(double additionsPerCycle) { rounds_.push_back(additionsPerCycle); }
+    double best() const { return at(1); }
+    double median() const { return at(0.5); }
+
+private:
+    double at(double quantile) const {
+        std::vector<double> sorted = rounds_;
+        std::ranges::sort(sorted);
+        return sorted.empty() ? 0 : sorted[static_cast<std::size_t>(quantile * static_cast<double>(sorted.size() - 1))];
+    }
+    std::vector<double> rounds_;
+};
+
 // A length at which all arrays stay in the first cache together.
 std::size_t cachedLength(const okt::Export& function) {
     constexpr std::size_t room = 24 << 10, most = 2048;
@@ -83,7 +113,7 @@ std::size_t cachedLength(const okt::Export& function) {
 }
 
 // Improves the times of the row by a pass of rounds.
-void time(Row& row, const Options& options) {
+void time(Row& row, const Options& options, Core& core) {
     const std::size_t length = options.length > 0 ? options.length : cachedLength(*row.function);
     const Workload workload(*row.function, length);
     const auto secondsOfCalls = [&](long calls) {
@@ -100,6 +130,7 @@ void time(Row& row, const Options& options) {
     for (int round = 0; round < options.rounds; ++round) {
         row.addition = std::min(row.addition, secondsOfAdditions(additions) * 1e9 / additions);
         row.nanoseconds = std::min(row.nanoseconds, secondsOfCalls(calls) * 1e9 / elements);
+        core.note(row.addition * 1e-9 * additions / secondsOfFourChains(additions));
     }
 }
 
@@ -123,7 +154,7 @@ void print(const Row& row) {
                row.ratio(), row.toSimulation(), row.marks());
 }
 
-std::string section(const std::vector<Row>& rows, const MachineModel& model) {
+std::string section(const std::vector<Row>& rows, const MachineModel& model, const Core& core) {
     std::string text = fmt::format(
         R"(## Distance from the bound of the machine code
 
@@ -132,7 +163,9 @@ which the processor ({} in llvm-mca) can execute it: operations over the width o
 or over the ports that can take them, or cycles of the divider, whichever is most. *Simulated* adds latencies and the
 size of the buffers as llvm-mca models them, but no waiting for what was stored just before. *Instructions* and
 *Elements* are those of one repetition, all other figures are for one element; the two *distances* are measured cycles
-over the bound and over the simulation. Remarks:
+over the bound and over the simulation. A function's time is the best of many short rounds; four chains of additions ran
+at {:.2f} a cycle in the best of the rounds and at {:.2f} in the middle one. Where the two differ, other work shared the
+core, and the measured figures may be too high. Remarks:
 
 - branches: the path depends on the data. The figures are those of some hundred elements as they were executed, without
   the cost of mispredicted branches.
@@ -144,7 +177,7 @@ over the bound and over the simulation. Remarks:
 | Function | Elements | Instructions | Operations | Bound | Limited by | Simulated | Measured | From bound | From simulation | Remarks |
 | --- | ---: | ---: | ---: | ---: | --- | ---: | ---: | ---: | ---: | --- |
 )",
-        model.processor());
+        model.processor(), core.best(), core.median());
     for (const Row& row : rows) {
         text += fmt::format("| {} | {:.0f} | {} | {:.2f} | {:.2f} | {} | {:.2f} | {:.2f} | {:.2f} | {:.2f} | {} |\n",
                             labelOf(*row.function), row.loop.elements, row.bound.instructions,
@@ -173,13 +206,14 @@ int run(const Options& options) {
         fmt::print(stderr, "{:>3} of {}: {}\n", rows.size() + 1, functions.size(), function->name);
         rows.push_back(examine(*function, options, listing, model));
     }
+    Core core;
     // What disturbs the machine for a while meets a function in one pass only.
     for (int pass = 0; pass < options.passes; ++pass)
-        for (Row& row : rows) time(row, options);
+        for (Row& row : rows) time(row, options, core);
 
     if (!options.markdown.empty()) {
         std::ofstream file(options.markdown);
-        file << section(rows, model);
+        file << section(rows, model, core);
         file.close();
         if (!file) throw std::runtime_error("cannot write " + options.markdown);
     }
@@ -193,6 +227,8 @@ int run(const Options& options) {
             for (const std::uint64_t address : row.loop.addresses)
                 fmt::print("    {:6x}  {}\n", address, listing.at(address));
     }
+    fmt::print("four chains of additions: {:.2f} a cycle at best, {:.2f} in the middle of the rounds\n", core.best(),
+               core.median());
     return 0;
 }
 
