@@ -61,30 +61,21 @@ using Clock = std::chrono::steady_clock;
 double secondsSince(Clock::time_point start) { return std::chrono::duration<double>(Clock::now() - start).count(); }
 
 // Additions that wait for each other: one a cycle.
-[[gnu::noinline]] double secondsOfAdditions(long count) {
+double secondsOfAdditions(long count) {
     unsigned long sum = 0, step = 1;
-    asm volatile("" : "+r"(step));
     const auto start = Clock::now();
-    for (long i = 0; i < count; i += 8) {
-        for (int k = 0; k < 8; ++k) {
-            sum += step;
-            asm volatile("" : "+r"(sum));
-        }
-    }
+    for (long i = 0; i < count; i += 40) asm volatile(".rept 40\n\tadd %1, %0\n\t.endr" : "+r"(sum) : "r"(step));
     return secondsSince(start);
 }
 
 // Four chains of additions side by side: as many a cycle as the processor takes, up to four, unless it shares the core.
-[[gnu::noinline]] double secondsOfFourChains(long count) {
+double secondsOfFourChains(long count) {
     unsigned long a = 0, b = 0, c = 0, d = 0, step = 1;
-    asm volatile("" : "+r"(step));
     const auto start = Clock::now();
-    for (long i = 0; i < count; i += 32) {
-        for (int k = 0; k < 8; ++k) {
-            a += step, b += step, c += step, d += step;
-            asm volatile("" : "+r"(a), "+r"(b), "+r"(c), "+r"(d));
-        }
-    }
+    for (long i = 0; i < count; i += 160)
+        asm volatile(".rept 40\n\tadd %4, %0\n\tadd %4, %1\n\tadd %4, %2\n\tadd %4, %3\n\t.endr"
+                     : "+r"(a), "+r"(b), "+r"(c), "+r"(d)
+                     : "r"(step));
     return secondsSince(start);
 }
 
@@ -123,7 +114,7 @@ void time(Row& row, const Options& options, Core& core) {
     };
     // Short, so that some rounds fall between the disturbances of a machine that is shared.
     constexpr double turn = 4e-6;
-    constexpr long additions = 4000;
+    constexpr long additions = 4000;  // a multiple of what the loops hold
     secondsOfCalls(1);
     const long calls = std::clamp(static_cast<long>(turn / secondsOfCalls(1)), 1L, 1000000L);
     const double elements = static_cast<double>(calls) * static_cast<double>(length);
