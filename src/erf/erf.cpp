@@ -4,7 +4,7 @@
 // degree 10 about the interval's middle, the last steps in split parts.
 //
 // Largest errors seen:
-//   Real32  0.511 ulp at 0x1.239df4p+1
+//   Real32  0.5119 ulp at 0x1.0b122p+1
 //   Real64  0.796 ulp at 0x1.16a1abd3ba013p+2 in [4, 4.5), 0.64 ulp elsewhere; 1.2043 ulp at -0x1.8694697e94ec1p-1021,
 //           next to the subnormal numbers
 #include "erf/erf_tables.h"

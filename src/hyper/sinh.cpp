@@ -6,7 +6,7 @@
 // A second pass makes the results above 708.4018, which are infinite up to 710.4704 without a warning.
 // Every element takes the same steps, in lanes and alone.
 //
-// Largest errors seen: Real32 0.5001 ulp; Real64 0.7682 ulp at 0x1.44014964ac9eap-1.
+// Largest errors seen: Real32 0.5003 ulp; Real64 0.7682 ulp at 0x1.44014964ac9eap-1.
 #include "frame/frame.h"
 #include "frame/status_flag.h"
 #include "hyper/sinh_cosh.h"

@@ -1,7 +1,7 @@
 // Cosine: the sine's polynomial about odd multiples of pi/2 on Real32, the table method on Real64.
 //
 // Largest errors seen:
-//   Real32  0.8004 ulp at -0x1.2f114p+3; lane path 0.5000 ulp
+//   Real32  0.8011 ulp at 0x1.98107cp+1; lane path 0.5000 ulp
 //   Real64  0.5123 ulp at -0x1.1faef02918cdp+0 for |x| < 10, 0.5144 ulp at 0x1.195688af4bbdap+16 below 90112; lane
 //           path 0.5263 ulp between 90112 and 2^17
 #include "trig/sine_loops.h"

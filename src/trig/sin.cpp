@@ -1,7 +1,7 @@
 // Sine: sin x = (-1)^n·sin(x - n·pi) by one polynomial on Real32, the table method on Real64.
 //
 // Largest errors seen:
-//   Real32  0.8007 ulp at 0x1.f991aep+2; lane path 0.5000 ulp
+//   Real32  0.8011 ulp at 0x1.5e5d46p+3; lane path 0.5000 ulp
 //   Real64  0.5095 ulp at -0x1.cad4ad98cfab4p+1 for |x| < 10, 0.5160 ulp at -0x1.4b9f4dfe30c2ap+16 below 90112; lane
 //           path 0.5300 ulp between 90112 and 2^17
 #include "trig/sine_loops.h"
