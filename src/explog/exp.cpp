@@ -173,7 +173,7 @@ inline F64<N> reduce(const Constants64& c, F64<N> x, Multiple64<N>& n) {
     return (x - m * c.ln2Over64Hi) - m * c.ln2Over64Lo;
 }
 
-// e^x without the scale 2^k.
+// e^x without the scale 2^k; the low six bits of n are j, those above are k.
 template <int N>
 inline F64<N> unscaled(const Constants64& c, F64<N> r, const Multiple64<N>& n) {
     const F64<N> q = ((r * c.c5 + c.c4) * r + c.c3) * r + c.c2;
