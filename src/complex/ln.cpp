@@ -24,6 +24,7 @@
 #include "lanes/constant.h"
 #include "lanes/double_double.h"
 #include "lanes/gather.h"
+#include "lanes/seeds.h"
 
 #include <iterator>
 #include <utility>

@@ -10,6 +10,7 @@
 #include "complex/block_loop.h"
 #include "frame/frame.h"
 #include "lanes/constant.h"
+#include "lanes/seeds.h"
 
 namespace okt {
 namespace {

@@ -149,10 +149,6 @@ inline Vec<T, 1> zeroIf(Mask<8 * sizeof(T), 1> m, Vec<T, 1> a) {
     return m.raw ? Vec<T, 1>(T{0}) : a;
 }
 
-// 12-bit approximations of 1/sqrt(x) and 1/x, as the processor gives them.
-inline F32<1> rsqrtSeed(F32<1> a) { return _mm_cvtss_f32(_mm_rsqrt_ss(_mm_set_ss(a.raw))); }
-inline F32<1> recipSeed(F32<1> a) { return _mm_cvtss_f32(_mm_rcp_ss(_mm_set_ss(a.raw))); }
-
 inline F64<1> widen(F32<1> a) { return static_cast<Real64>(a.raw); }
 inline F32<1> narrow(F64<1> a) { return static_cast<Real32>(a.raw); }
 
@@ -182,15 +178,6 @@ inline U32<1> mulHighHalves(U32<1> a, std::uint16_t b) { return ((a.raw >> 16) *
 
 // 64-bit lanes of these upper words; the lower words are zero.
 inline U64<1> withHighWords(U32<1> a) { return static_cast<std::uint64_t>(a.raw) << 32; }
-
-// The 12-bit approximation of 1/x of the Real32 in the lower word of each lane, there; the upper word is free.
-inline U64<1> recipSeedLow(U64<1> a) {
-    return std::uint64_t{asBits(recipSeed(F32<1>(bits32(static_cast<std::uint32_t>(a.raw)))).raw)};
-}
-// The same for 1/sqrt(x).
-inline U64<1> rsqrtSeedLow(U64<1> a) {
-    return std::uint64_t{asBits(rsqrtSeed(F32<1>(bits32(static_cast<std::uint32_t>(a.raw)))).raw)};
-}
 
 // The factor of each lane's digit 0 to 2 at `bit` of the lane. The table holds a row for every two lanes' digits: the
 // factors of d0 and d1 stand at row d0 + 4 d1.
@@ -413,9 +400,6 @@ inline F32<4> zeroIf(Mask32<4> m, F32<4> a) { return _mm_andnot_ps(m.raw, a.raw)
 inline U64<2> zeroUnless(Mask64<2> m, U64<2> a) { return _mm_and_si128(_mm_castpd_si128(m.raw), a.raw); }
 inline U32<4> zeroUnless(Mask32<4> m, U32<4> a) { return _mm_and_si128(_mm_castps_si128(m.raw), a.raw); }
 
-inline F32<4> rsqrtSeed(F32<4> a) { return _mm_rsqrt_ps(a.raw); }
-inline F32<4> recipSeed(F32<4> a) { return _mm_rcp_ps(a.raw); }
-
 inline U64<2> highWords(U64<2> a) { return _mm_srli_epi64(a.raw, 32); }
 
 inline Mask64<2> greaterSignedHigh(U64<2> a, U64<2> b) {
@@ -429,8 +413,6 @@ inline U64<2> mulLowWords(U64<2> a, U64<2> b) { return _mm_mul_epu32(a.raw, b.ra
 inline U32<4> mulHighHalves(U32<4> a, std::uint16_t b) {
     return _mm_mulhi_epu16(a.raw, _mm_set1_epi32(static_cast<int>(static_cast<std::uint32_t>(b) << 16)));
 }
-inline U64<2> recipSeedLow(U64<2> a) { return _mm_castps_si128(_mm_rcp_ps(_mm_castsi128_ps(a.raw))); }
-inline U64<2> rsqrtSeedLow(U64<2> a) { return _mm_castps_si128(_mm_rsqrt_ps(_mm_castsi128_ps(a.raw))); }
 inline U64<2> shiftLeft(U64<2> a, U64<2> count) {
     const __m128i low = _mm_sll_epi64(a.raw, count.raw);
     const __m128i high = _mm_sll_epi64(a.raw, _mm_unpackhi_epi64(count.raw, count.raw));
@@ -598,13 +580,6 @@ requires LanesAbove<N, 4>
 inline U64<N> withHighWords(U32<N> a) { return {withHighWords(a.lo), withHighWords(a.hi)}; }
 
 template <int N>
-requires Paired<U64<N>>
-inline U64<N> recipSeedLow(U64<N> a) { return {recipSeedLow(a.lo), recipSeedLow(a.hi)}; }
-template <int N>
-requires Paired<U64<N>>
-inline U64<N> rsqrtSeedLow(U64<N> a) { return {rsqrtSeedLow(a.lo), rsqrtSeedLow(a.hi)}; }
-
-template <int N>
 requires Paired<U32<N>>
 inline Mask32<N> negativeLanes(U32<N> a) { return {negativeLanes(a.lo), negativeLanes(a.hi)}; }
 template <int N>
@@ -613,12 +588,6 @@ inline Mask64<N> negativeLanes(U64<N> a) { return {negativeLanes(a.lo), negative
 template <int N>
 requires Paired<U32<N>>
 inline U32<N> roundToSigned(F32<N> a) { return {roundToSigned(a.lo), roundToSigned(a.hi)}; }
-template <int N>
-requires Paired<F32<N>>
-inline F32<N> rsqrtSeed(F32<N> a) { return {rsqrtSeed(a.lo), rsqrtSeed(a.hi)}; }
-template <int N>
-requires Paired<F32<N>>
-inline F32<N> recipSeed(F32<N> a) { return {recipSeed(a.lo), recipSeed(a.hi)}; }
 
 template <int Bits, int N>
 requires Paired<Mask<Bits, N>>

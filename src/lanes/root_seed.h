@@ -1,7 +1,7 @@
 // The processor's approximation of 1/sqrt carried to Real64.
 #pragma once
 
-#include "lanes/lanes.h"
+#include "lanes/seeds.h"
 
 namespace okt {
 

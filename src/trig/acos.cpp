@@ -4,6 +4,7 @@
 //
 // Largest errors seen: 0.7962 ulp at -0x1.1141d8p-1 (Real32), 0.7663 ulp at 0x1.fa19c7d120e62p-2 (Real64).
 #include "frame/frame.h"
+#include "lanes/seeds.h"
 #include "trig/half_angle.h"
 
 namespace okt {

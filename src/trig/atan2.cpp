@@ -14,6 +14,7 @@
 #include "frame/loops.h"
 #include "lanes/constant.h"
 #include "lanes/ordered.h"
+#include "lanes/seeds.h"
 #include "trig/atan_intervals.h"
 #include "trig/atan_pair_table.h"
 
