@@ -63,11 +63,12 @@ std::string slug(std::string text) {
     return text;
 }
 
-std::string processorName() {
+std::string clockOfProcessor() {
     std::ifstream info("/proc/cpuinfo");
     for (std::string line; std::getline(info, line);)
-        if (line.starts_with("model name")) return line.substr(line.find(':') + 2);
-    return "unknown processor";
+        if (line.starts_with("cpu MHz"))
+            return fmt::format("{:.1f} GHz", std::stod(line.substr(line.find(':') + 1)) / 1000);
+    return "an unknown clock";
 }
 
 // Three significant digits.
@@ -327,7 +328,7 @@ int main(int argc, char** argv) {
     std::string text = fmt::format(
         "# Performance\n\n"
         "<!-- Written by the target performance-report; do not edit. -->\n\n"
-        "Measured on {}, code compiled by {}.\n\n"
+        "Measured on a core at {}, code compiled by {}.\n\n"
         "A cell holds the ratio of the peer's time to ours, above 1 where oktvm is faster, and in brackets the peer's\n"
         "nanoseconds an element. Ours and the peers take turns in rounds of a fraction of a millisecond, and the best "
         "round\n"
@@ -341,7 +342,7 @@ int main(int argc, char** argv) {
         "oktvm\n"
         "itself uses nothing beyond SSE2. A star marks SLEEF's exponential as a yardstick where SLEEF has no "
         "counterpart.\n",
-        processorName(),
+        clockOfProcessor(),
 #if defined(__clang__)
         fmt::format("Clang {}", __clang_version__)
 #else
