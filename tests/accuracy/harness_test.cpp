@@ -269,8 +269,7 @@ TEST(Measure, PlotIsSmallAndWhole) {
 class BoundsText : public testing::Test {
 protected:
     std::vector<Bound> load(const std::string& text) {
-        const auto file =
-            std::filesystem::temp_directory_path() / ("okt_bounds_" + std::to_string(getpid()) + ".accuracy.toml");
+        const auto file = std::filesystem::temp_directory_path() / ("okt_bounds_" + std::to_string(getpid()) + ".toml");
         std::ofstream(file) << text;
         const auto bounds = loadBounds(file, fakes);
         std::filesystem::remove(file);

@@ -208,7 +208,7 @@ std::vector<Bound> loadBounds(const fs::path& file, std::span<const Export> func
 std::vector<Bound> loadAllBounds(const fs::path& sources, std::span<const Export> functions) {
     std::vector<fs::path> files;
     for (const fs::directory_entry& entry : fs::recursive_directory_iterator(sources))
-        if (entry.path().string().ends_with(".accuracy.toml")) files.push_back(entry.path());
+        if (entry.path().extension() == ".toml") files.push_back(entry.path());
     std::ranges::sort(files);
     std::vector<Bound> result;
     for (const fs::path& file : files) std::ranges::move(loadBounds(file, functions), std::back_inserter(result));

@@ -1,5 +1,5 @@
-// The accuracy that is promised: bounds declared beside each family, in src/<subsystem>/<family>.accuracy.toml, and
-// run by the tests. docs/accuracy-bounds.md tells the format.
+// The accuracy that is promised: bounds declared beside each family, in src/<subsystem>/<family>.toml, and
+// run by the tests. docs/descriptors.md tells the format.
 #pragma once
 
 #include "accuracy.h"

@@ -145,7 +145,7 @@ int main(int argc, char** argv) {
             "arithmetic\n"
             "of whole blocks in a long array, the element path that of a single element; in many routines they "
             "differ.\n"
-            "The bounds stand in `src/*/*.accuracy.toml` and are held by the tests. Written by "
+            "The bounds stand in `src/*/*.toml` and are held by the tests. Written by "
             "`okt_accuracy_report`.\n",
             count);
         int beyond = 0;
