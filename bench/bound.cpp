@@ -154,7 +154,7 @@ std::string section(const std::vector<Row>& rows, const MachineModel& model, con
         R"(## Distance from the bound of the machine code
 
 What each function repeats on arrays in the first cache, found by stepping through a call, and the fewest cycles in
-which the processor ({} in llvm-mca) can execute it: operations over the width of the front end,
+which the processor ({}) can execute it: operations over the width of the front end,
 or over the ports that can take them, or cycles of the divider, whichever is most. *Simulated* adds latencies and the
 size of the buffers as llvm-mca models them, but no waiting for what was stored just before. *Instructions* and
 *Elements* are those of one repetition, all other figures are for one element; the two *distances* are measured cycles
@@ -172,7 +172,7 @@ core, and the measured figures may be too high. Remarks:
 | Function | Elements | Instructions | Operations | Bound | Limited by | Simulated | Measured | From bound | From simulation | Remarks |
 | --- | ---: | ---: | ---: | ---: | --- | ---: | ---: | ---: | ---: | --- |
 )",
-        model.processor(), core.best(), core.median());
+        model.description(), core.best(), core.median());
     for (const Row& row : rows) {
         text += fmt::format("| {} | {:.0f} | {} | {:.2f} | {:.2f} | {} | {:.2f} | {:.2f} | {:.2f} | {:.2f} | {} |\n",
                             labelOf(*row.function), row.loop.elements, row.bound.instructions,
@@ -213,7 +213,7 @@ int run(const Options& options) {
         if (!file) throw std::runtime_error("cannot write " + options.markdown);
     }
     if (options.worstFirst) std::ranges::sort(rows, std::greater(), &Row::ratio);
-    fmt::print("{}\n{:<26} {:>5} {:>7} {:>7} {:>8}  {:<24} {:>9} {:>9} {:>7} {:>7}\n", model.processor(), "function",
+    fmt::print("{}\n{:<26} {:>5} {:>7} {:>7} {:>8}  {:<24} {:>9} {:>9} {:>7} {:>7}\n", model.description(), "function",
                "elem", "instr", "ops/el", "bound/el", "limited by", "simulated", "measured", "/bound", "/sim");
     for (const Row& row : rows) {
         if (row.ratio() < options.above) continue;
@@ -233,7 +233,9 @@ int main(int argc, char** argv) {
     Options options;
     CLI::App app("How far functions are from the bound of their machine code", "okt_bound");
     app.add_option("names", options.names, "The exported functions; all routines without any");
-    app.add_option("--mcpu", options.processor, "llvm-mca's name of the processor; this one by default");
+    app.add_option(
+        "--mcpu", options.processor,
+        "llvm-mca's name of the processor; by default the host, or a stand-in where llvm-mca does not know it");
     app.add_option("--length", options.length, "Elements of the timed call; by default what fits the first cache")
         ->check(CLI::Range(1, 1 << 24));
     app.add_option("--traced", options.traced, "Elements of the call that is stepped through")

@@ -1,16 +1,14 @@
 #include "machine_model.h"
 
+#include "process.h"
+
 #include <fmt/format.h>
-#include <unistd.h>
 
 #include <algorithm>
 #include <array>
 #include <bit>
 #include <cctype>
 #include <cmath>
-#include <cstdio>
-#include <filesystem>
-#include <fstream>
 #include <iterator>
 #include <numeric>
 #include <set>
@@ -22,40 +20,12 @@
 namespace okt::bench {
 namespace {
 
-// Output lines of a command.
-std::vector<std::string> linesOf(const std::string& command) {
-    FILE* pipe = popen(command.c_str(), "r");
-    if (!pipe) throw std::runtime_error("cannot run " + command);
+// What llvm-mca reads: one instruction a line.
+std::string assembly(const std::vector<std::string>& instructions) {
     std::string text;
-    std::array<char, 65536> part;
-    for (std::size_t n = 0; (n = std::fread(part.data(), 1, part.size(), pipe)) > 0;) text.append(part.data(), n);
-    if (pclose(pipe) != 0) throw std::runtime_error("failed: " + command);
-    std::vector<std::string> lines;
-    std::istringstream stream(text);
-    for (std::string line; std::getline(stream, line);) lines.push_back(line);
-    return lines;
+    for (const std::string& instruction : instructions) text += '\t' + instruction + '\n';
+    return text;
 }
-
-// A file with one instruction a line, for as long as llvm-mca reads it.
-class AssemblyFile {
-public:
-    explicit AssemblyFile(const std::vector<std::string>& instructions) {
-        std::string pattern = (std::filesystem::temp_directory_path() / "okt-bound-XXXXXX").string();
-        const int handle = mkstemp(pattern.data());
-        if (handle < 0) throw std::runtime_error("cannot write " + pattern);
-        close(handle);
-        path_ = pattern;
-        std::ofstream file(path_);
-        for (const std::string& instruction : instructions) file << '\t' << instruction << '\n';
-    }
-    ~AssemblyFile() { std::filesystem::remove(path_); }
-    AssemblyFile(const AssemblyFile&) = delete;
-    AssemblyFile& operator=(const AssemblyFile&) = delete;
-    std::string path() const { return path_.string(); }
-
-private:
-    std::filesystem::path path_;
-};
 
 std::string_view mnemonicOf(std::string_view instruction) {
     return instruction.substr(0, instruction.find_first_of(" \t"));
@@ -130,11 +100,10 @@ struct Table {
 };
 
 Table tableOf(const std::vector<std::string>& instructions, const std::string& processor) {
-    const AssemblyFile file(instructions);
     Table table;
     enum { before, operations, between, pressures } part = before;
     for (const std::string& line :
-         linesOf(fmt::format("{} -mcpu={} -instruction-tables {}", OKT_LLVM_MCA, processor, file.path()))) {
+         linesOf({OKT_LLVM_MCA, "-mcpu=" + processor, "-instruction-tables"}, assembly(instructions))) {
         if (line.starts_with('[') && line.find("Instructions:") != std::string::npos) {
             part = part == before ? operations : pressures;
         } else if (line.empty()) {
@@ -160,7 +129,7 @@ Table tableOf(const std::vector<std::string>& instructions, const std::string& p
 
 Listing disassemble(const std::string& path) {
     Listing listing;
-    for (const std::string& line : linesOf(fmt::format("{} -d --no-show-raw-insn '{}'", OKT_OBJDUMP, path))) {
+    for (const std::string& line : linesOf({OKT_OBJDUMP, "-d", "--no-show-raw-insn", path})) {
         const std::size_t colon = line.find(':');
         if (colon == std::string::npos || line.find_first_not_of(" 0123456789abcdef") != colon) continue;
         std::string text = line.substr(std::min(line.size(), line.find_first_not_of(" \t", colon + 1)));
@@ -202,10 +171,23 @@ bool isSkylake(const std::string& processor) {
     return false;
 }
 
-MachineModel::MachineModel(std::string processor) : processor_(std::move(processor)) {
-    for (const std::string& line : linesOf(fmt::format("{} --version", OKT_LLVM_MCA)))
-        if (const std::size_t at = line.find("Host CPU: "); at != std::string::npos && processor_.empty())
-            processor_ = line.substr(at + 10);
+std::string hostIn(const std::vector<std::string>& version) {
+    constexpr std::string_view label = "Host CPU: ";
+    for (const std::string& line : version)
+        if (const std::size_t at = line.find(label); at != std::string::npos) {
+            const std::string host = line.substr(at + label.size());
+            return host == "(unknown)" ? "" : host;
+        }
+    return "";
+}
+
+std::string hostProcessor() { return hostIn(linesOf({OKT_LLVM_MCA, "--version"})); }
+
+MachineModel::MachineModel(const std::string& processor, const std::string& host)
+    : processor_(!processor.empty() ? processor
+                 : !host.empty()    ? host
+                                    : standInProcessor),
+      standsIn_(processor.empty() && host.empty()) {
     // The models hand out operations before fusion; what renames registers hands out fewer, after fusion.
     for (const auto& [start, width] : {std::pair{"icelake", 5.0},
                                        {"tigerlake", 5.0},
@@ -231,6 +213,11 @@ MachineModel::MachineModel(std::string processor) : processor_(std::move(process
             ports_.push_back(unit);
         if (load[unit] > 0) loadUnits_.push_back(unit);
     }
+}
+
+std::string MachineModel::description() const {
+    if (standsIn_) return fmt::format("modelled as {}, the host is unknown to llvm-mca", processor_);
+    return processor_ + " in llvm-mca";
 }
 
 MachineModel::Use MachineModel::decode(double operations, const std::vector<double>& pressure) const {
@@ -286,7 +273,7 @@ void MachineModel::learn(const std::vector<std::string>& instructions) {
         if (isRegisterMove(fresh[i]) || isZeroing(fresh[i])) use.ports.clear();
         // Skylake and its kin divide doubles in four cycles, where the model has three.
         const std::string_view mnemonic = mnemonicOf(fresh[i]);
-        if ((mnemonic == "divpd" || mnemonic == "divsd") && isSkylake(processor_))
+        if ((mnemonic == "divpd" || mnemonic == "divsd") && (isSkylake(processor_) || processor_ == standInProcessor))
             for (double& cycles : use.dividers)
                 if (cycles > 0) cycles = 4;
         if (isIndexed(fresh[i])) use.indexedStores = use.stores;
@@ -295,10 +282,10 @@ void MachineModel::learn(const std::vector<std::string>& instructions) {
 }
 
 double MachineModel::simulate(const std::vector<std::string>& instructions, std::size_t iterations) const {
-    const AssemblyFile file(instructions);
-    for (const std::string& line : linesOf(fmt::format("{} -mcpu={} -iterations={} -instruction-info=0 "
-                                                       "-resource-pressure=0 {}",
-                                                       OKT_LLVM_MCA, processor_, iterations, file.path())))
+    const std::vector<std::string> command{OKT_LLVM_MCA, "-mcpu=" + processor_,
+                                           fmt::format("-iterations={}", iterations), "-instruction-info=0",
+                                           "-resource-pressure=0"};
+    for (const std::string& line : linesOf(command, assembly(instructions)))
         if (line.starts_with("Total Cycles:"))
             return std::stod(line.substr(line.find(':') + 1)) / static_cast<double>(iterations);
     throw std::runtime_error("llvm-mca printed no cycles");

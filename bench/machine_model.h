@@ -18,6 +18,15 @@ Listing disassemble(const std::string& path);
 double shareOfJumpLines(const std::vector<std::uint64_t>& addresses, const Listing& listing);
 bool isSkylake(const std::string& processor);
 
+// llvm-mca's name of the processor that this runs on, empty where llvm-mca does not know it: from what llvm-mca prints
+// about its version, and from llvm-mca itself.
+std::string hostIn(const std::vector<std::string>& version);
+std::string hostProcessor();
+
+// What stands in for a host that llvm-mca does not know: a level of instruction sets, for which llvm-mca has the model
+// of a processor that had them.
+inline constexpr const char* standInProcessor = "x86-64-v4";
+
 // Bounds of a sequence that repeats, in cycles a repetition.
 struct Bound {
     std::size_t instructions = 0, calls = 0, x87 = 0;
@@ -32,9 +41,10 @@ struct Bound {
 // tight, as it looks at each port group alone. Register moves and zeroing occupy the front end only.
 class MachineModel {
 public:
-    // An empty name takes the processor that this runs on.
-    explicit MachineModel(std::string processor = "");
+    // An empty name takes the host, and the stand-in where that is empty, too.
+    explicit MachineModel(const std::string& processor = "", const std::string& host = hostProcessor());
     const std::string& processor() const { return processor_; }
+    std::string description() const;  // for the reader of a report
     Bound bound(const std::vector<std::string>& instructions);
 
 private:
@@ -50,6 +60,7 @@ private:
     double simulate(const std::vector<std::string>& instructions, std::size_t iterations) const;
 
     std::string processor_;
+    bool standsIn_ = false;
     double width_ = 4;  // operations that the front end hands out in a cycle
     std::vector<std::string> units_;
     std::vector<std::size_t> dividers_, ports_, loadUnits_, addressUnits_, storeUnits_;

@@ -1,6 +1,7 @@
 // Finding the steady loop of a call, and the bound of a sequence of instructions. The processor is named, so that the
 // figures do not depend on the machine.
 #include "machine_model.h"
+#include "process.h"
 #include "trace.h"
 #include "workload.h"
 
@@ -73,6 +74,50 @@ TEST(SteadyLoop, TakesAWindowWhereThePathFollowsTheData) {
     EXPECT_FALSE(loop.periodic);
     EXPECT_EQ(loop.addresses.size(), 400u);
     EXPECT_EQ(loop.elements, 100);
+}
+
+TEST(Process, GetsItsArgumentsAsTheyStand) {
+    const std::vector<std::string> odd{"two words", "-mcpu=(unknown)", "$HOME `x` \"y\" 'z' ; | > < * \\"};
+    std::vector<std::string> command{"printf", "%s\\n"};
+    command.insert(command.end(), odd.begin(), odd.end());
+    EXPECT_EQ(linesOf(command), odd);
+}
+
+TEST(Process, ReadsItsInputAndPrintsMoreThanAPipeHolds) {
+    std::string text;
+    std::vector<std::string> lines;
+    for (int i = 0; i < 50000; ++i) text += lines.emplace_back("line " + std::to_string(i)) + '\n';
+    EXPECT_EQ(linesOf({"cat"}, text), lines);
+    EXPECT_EQ(linesOf({"cat"}), std::vector<std::string>{});
+}
+
+TEST(Process, ThatFailsOrIsNotThereThrows) {
+    EXPECT_THROW(linesOf({"false"}), std::runtime_error);
+    EXPECT_THROW(linesOf({"/there/is/no such program"}), std::runtime_error);
+}
+
+TEST(Host, IsReadFromTheVersion) {
+    EXPECT_EQ(hostIn({"LLVM version 14.0.6", "  Optimized build.", "  Host CPU: skylake-avx512", "  x86 - 32-bit"}),
+              "skylake-avx512");
+    EXPECT_EQ(hostIn({"LLVM version 14.0.6", "  Host CPU: (unknown)"}), "");
+    EXPECT_EQ(hostIn({"LLVM version 14.0.6"}), "");
+}
+
+TEST(Host, HasAStandInWhereItIsUnknownAndTheDescriptionSaysSo) {
+    MachineModel unknown("", "");
+    EXPECT_EQ(unknown.processor(), standInProcessor);
+    EXPECT_EQ(unknown.description(), "modelled as x86-64-v4, the host is unknown to llvm-mca");
+    EXPECT_EQ(unknown.bound({"divpd %xmm0, %xmm1", "addpd %xmm2, %xmm3"}).cycles, 4);
+    EXPECT_EQ(unknown.bound({"movaps (%rax), %xmm0", "movaps %xmm0, (%rdx)"}).cycles, 1);
+
+    const MachineModel known("", processor), named(processor, "");
+    EXPECT_EQ(known.description(), processor + " in llvm-mca");
+    EXPECT_EQ(named.description(), processor + " in llvm-mca");
+}
+
+TEST(Host, HasAModel) {  // whatever processor this runs on
+    MachineModel model;
+    EXPECT_GT(model.bound({"addpd %xmm2, %xmm3"}).cycles, 0);
 }
 
 TEST(MachineModel, CountsPortGroupsTogether) {
