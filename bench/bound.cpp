@@ -138,7 +138,7 @@ Row examine(const okt::Export& function, const Options& options, const Listing& 
     for (const std::uint64_t address : row.loop.addresses) instructions.push_back(listing.at(address));
     row.bound = model.bound(instructions);
     row.jumpLines =
-        row.loop.periodic && isSkylake(model.processor()) && shareOfJumpLines(row.loop.addresses, listing) >= 0.2;
+        row.loop.periodic && hasJumpErratum(model.processor()) && shareOfJumpLines(row.loop.addresses, listing) >= 0.2;
     return row;
 }
 

@@ -165,7 +165,7 @@ double shareOfJumpLines(const std::vector<std::uint64_t>& addresses, const Listi
     return lines.empty() ? 0 : static_cast<double>(slow.size()) / static_cast<double>(lines.size());
 }
 
-bool isSkylake(const std::string& processor) {
+bool hasJumpErratum(const std::string& processor) {
     for (const char* start : {"skylake", "skx", "cascadelake", "cooperlake"})
         if (processor.starts_with(start)) return true;
     return false;
@@ -271,9 +271,11 @@ void MachineModel::learn(const std::vector<std::string>& instructions) {
     for (std::size_t i = 0; i < fresh.size(); ++i) {
         Use use = decode(table.operations[i], table.pressures[i]);
         if (isRegisterMove(fresh[i]) || isZeroing(fresh[i])) use.ports.clear();
-        // Skylake and its kin divide doubles in four cycles, where the model has three.
+        // The processors of one of the models, which have the erratum of jumps, too, divide doubles in four cycles,
+        // where the model has three. The stand-in is that model under another name.
         const std::string_view mnemonic = mnemonicOf(fresh[i]);
-        if ((mnemonic == "divpd" || mnemonic == "divsd") && (isSkylake(processor_) || processor_ == standInProcessor))
+        if ((mnemonic == "divpd" || mnemonic == "divsd") &&
+            (hasJumpErratum(processor_) || processor_ == standInProcessor))
             for (double& cycles : use.dividers)
                 if (cycles > 0) cycles = 4;
         if (isIndexed(fresh[i])) use.indexedStores = use.stores;

@@ -12,11 +12,11 @@ namespace okt::bench {
 using Listing = std::map<std::uint64_t, std::string>;
 Listing disassemble(const std::string& path);
 
-// The share of a loop's code that processors with Skylake's erratum keep out of the cache of decoded operations: lines
-// of 32 bytes in which a jump, with a comparison fused to it, ends or crosses into the next line. Counts for short
-// loops.
+// The share of a loop's code that processors with an erratum of jumps keep out of the cache of decoded operations:
+// lines of 32 bytes in which a jump, with a comparison fused to it, ends or crosses into the next line. Counts for
+// short loops.
 double shareOfJumpLines(const std::vector<std::uint64_t>& addresses, const Listing& listing);
-bool isSkylake(const std::string& processor);
+bool hasJumpErratum(const std::string& processor);
 
 // llvm-mca's name of the processor that this runs on, empty where llvm-mca does not know it: from what llvm-mca prints
 // about its version, and from llvm-mca itself.

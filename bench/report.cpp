@@ -5,6 +5,7 @@
 // --bounds appends the section that okt_bound wrote; with --bounds-only it takes the place of the one in the document,
 // and nothing is measured.
 #include "measure.h"
+#include "processor.h"
 
 #include <fmt/format.h>
 
@@ -61,14 +62,6 @@ std::string groupOf(const okt::Export& function) {
 std::string slug(std::string text) {
     for (char& c : text) c = c == ' ' ? '-' : static_cast<char>(std::tolower(static_cast<unsigned char>(c)));
     return text;
-}
-
-std::string clockOfProcessor() {
-    std::ifstream info("/proc/cpuinfo");
-    for (std::string line; std::getline(info, line);)
-        if (line.starts_with("cpu MHz"))
-            return fmt::format("{:.1f} GHz", std::stod(line.substr(line.find(':') + 1)) / 1000);
-    return "an unknown clock";
 }
 
 // Three significant digits.
@@ -328,7 +321,7 @@ int main(int argc, char** argv) {
     std::string text = fmt::format(
         "# Performance\n\n"
         "<!-- Written by the target performance-report; do not edit. -->\n\n"
-        "Measured on a core at {}, code compiled by {}.\n\n"
+        "Measured on a processor of {}, code compiled by {}.\n\n"
         "A cell holds the ratio of the peer's time to ours, above 1 where oktvm is faster, and in brackets the peer's\n"
         "nanoseconds an element. Ours and the peers take turns in rounds of a fraction of a millisecond, and the best "
         "round\n"
@@ -342,7 +335,7 @@ int main(int argc, char** argv) {
         "oktvm\n"
         "itself uses nothing beyond SSE2. A star marks SLEEF's exponential as a yardstick where SLEEF has no "
         "counterpart.\n",
-        clockOfProcessor(),
+        processorDescription(),
 #if defined(__clang__)
         fmt::format("Clang {}", __clang_version__)
 #else
