@@ -142,7 +142,7 @@ int outOfRange(const Complex64* four) {
 bool tryRoot(const Complex64* src, Real64* dst) {
     forgetParts();
     const auto [x, y] = extendedParts(src);
-    const Real80 root = __builtin_sqrtl(x * x + y * y);
+    const Real80 root = sqrt(x * x + y * y);
     const Real80 margin = root * 0x1p-61L;
     const Real64 low = static_cast<Real64>(root - margin), high = static_cast<Real64>(root + margin);
     if (asBits(low) != asBits(high)) [[unlikely]]

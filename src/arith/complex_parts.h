@@ -6,11 +6,11 @@
 
 #include "frame/frame.h"
 #include "frame/inexact.h"
-#include "lanes/gather.h"
+#include "lanes/interleaving.h"
 #include "lanes/lanes.h"
+#include "lanes/lookup.h"
 #include "lanes/ordered.h"
 #include "lanes/real80.h"
-#include "lanes/widened.h"
 
 #include <cstdint>
 
@@ -198,10 +198,10 @@ struct Measured {
     explicit Measured(Real80 part) : value(part), size(0) {}
     Measured(Real80 v, Real80 s) : value(v), size(s) {}
     // Never so small that an end could come near the limits of Real64.
-    Real80 margin() const { return (size + 4 * __builtin_fabsl(value)) * (0x1p-64L * (1 + 0x1p-30L)) + 0x1p-500L; }
+    Real80 margin() const { return (size + 4 * abs(value)) * (0x1p-64L * (1 + 0x1p-30L)) + 0x1p-500L; }
     friend Measured operator*(Measured x, Measured y) {
         const Real80 product = x.value * y.value;
-        return {product, __builtin_fabsl(product)};
+        return {product, abs(product)};
     }
     friend Measured operator+(Measured x, Measured y) { return {x.value + y.value, x.size + y.size}; }
     friend Measured operator-(Measured x, Measured y) { return {x.value - y.value, x.size + y.size}; }
@@ -248,7 +248,7 @@ inline ComplexOf<Real80> extendedParts(const Complex64* z) {
 // puts them at some cost.
 inline void forgetParts() {
 #if !defined(__clang__)
-    asm volatile("" : : : "memory");
+    forgetMemory();
 #endif
 }
 

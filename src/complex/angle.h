@@ -9,7 +9,7 @@
 #pragma once
 
 #include "lanes/constant.h"
-#include "lanes/gather.h"
+#include "lanes/lookup.h"
 #include "tables/sin_cos_table.h"
 
 #include <cstdint>
@@ -52,34 +52,11 @@ struct Constants {
     Pattern64 rowOfN = std::uint64_t{63};
 };
 
-// A constant for the real and one for the imaginary part of each element.
-template <class T>
-struct alignas(16) ForParts {
-    T re, im;
-
-    template <int N>
-    operator Vec<T, N>() const {
-        if constexpr (N == 2)
-            return Vec<T, 2>::loadAligned(&re);
-        else
-            return {Vec<T, N / 2>(*this), Vec<T, N / 2>(*this)};
-    }
-};
-
 // Cosine and sine of N / 2 angles, side by side as the parts of complex numbers are: the unrounded sum of two.
 template <int N>
 struct CosineAndSine {
     F64<N> main, low;
 };
-
-// A column of the rows at N byte offsets.
-template <int N>
-inline F64<2 * N> columnAt(const Real64* column, const std::uint64_t* offset) {
-    if constexpr (N == 1)
-        return F64<2>::loadAligned(reinterpret_cast<const Real64*>(reinterpret_cast<const char*>(column) + offset[0]));
-    else
-        return {columnAt<N / 2>(column, offset), columnAt<N / 2>(column, offset + N / 2)};
-}
 
 // The steps before the table, N angles at a time.
 template <int N>
@@ -113,9 +90,9 @@ inline Reduced<N> reduce(const Constants& c, F64<N> x) {
 template <int N>
 inline CosineAndSine<2 * N> cosineAndSine(const Rows& table, const Reduced<N>& x) {
     using Parts = F64<2 * N>;
-    const auto column = [&](int i) OKT_INLINE { return columnAt<N>(table.element + 2 * i, x.offset.lane); };
+    const auto column = [&](int i) OKT_INLINE { return gatherInterleavedPairsAt(table.element + 2 * i, x.offset); };
     const Parts cosTail = column(0), sinHead = column(1), cosHead = column(3);
-    const Parts r = twice(x.r);
+    const Parts r = eachTwice(x.r);
     const Parts both = cosTail + cosHead;
     const Parts first = cosHead * r;  // exact, as cosHead is a power of two or zero
     const Parts second = cosTail * r;
@@ -123,8 +100,8 @@ inline CosineAndSine<2 * N> cosineAndSine(const Rows& table, const Reduced<N>& x
     const Parts b = a + second;
     const Parts e1 = (sinHead - a) + first;
     const Parts e2 = (a - b) + second;
-    const Parts rest = twice(x.l) * (both - r * sinHead) + column(2);
-    return {b, (((rest + e1) + e2) + twice(x.sine) * both) + twice(x.cosine) * sinHead};
+    const Parts rest = eachTwice(x.l) * (both - r * sinHead) + column(2);
+    return {b, (((rest + e1) + e2) + eachTwice(x.sine) * both) + eachTwice(x.cosine) * sinHead};
 }
 
 }  // namespace angle

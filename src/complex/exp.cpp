@@ -19,7 +19,7 @@
 #include "complex/exp_block_tables.h"
 #include "frame/frame.h"
 #include "lanes/constant.h"
-#include "lanes/gather.h"
+#include "lanes/lookup.h"
 #include "tables/power_pairs32.h"
 
 namespace okt {
@@ -137,7 +137,7 @@ struct Single {
         const InMemory<std::uint32_t, N> n(asBits(t));
         const F32<N> m = t - c.shiftRe;
         const F32<N> rho = (z.re - m * c.ln2Over128Hi) - m * c.ln2Over128Lo;
-        const auto [hi, lo] = gatherPairs<8, Real32>(powerPairs32.pairs, n);
+        const auto [hi, lo] = gatherPairsByLowBits<8, Real32>(powerPairs32.pairs, n);
         const F32<N> p = (rho * rho) * c.half + (lo + rho);
         // 2^k as a factor: at the lower bound the product is subnormal.
         const F32<N> e = (p * hi + hi) * asReal(((asBits(t) & c.scaleOfN) + c.scaleBias) << 16);
@@ -175,9 +175,9 @@ struct DoubleConstants {
     Constant64 e4 = spread64(0x3FA5555555558FCC);
     Constant64 e5 = spread64(0x3F8111123AAF20D3);
     Constant64 e6 = spread64(0x3F56C16A1C2A3FFD);
-    angle::ForParts<std::uint64_t> magnified{0, std::uint64_t{100} << 52};
+    AlternatingConstant<std::uint64_t> magnified{0, std::uint64_t{100} << 52};
     Pattern64 head = std::uint64_t{0xFFFFFFFFF8000000};
-    angle::ForParts<std::uint64_t> upperWordOfImaginary{0, 0xFFFFFFFF00000000};
+    AlternatingConstant<std::uint64_t> upperWordOfImaginary{0, 0xFFFFFFFF00000000};
     Pattern64 scaleOfN = ~std::uint64_t{63};
     Pattern64 scaleBias = std::uint64_t{1023 << 6};
     angle::Constants angle;
@@ -196,7 +196,7 @@ inline Exponent<N> exponentOf(const DoubleConstants& c, F64<N> a) {
     const InMemory<std::uint64_t, N> n(asBits(t));
     const F64<N> m = t - c.shift;
     const F64<N> rho = (a - m * c.ln2Over64Hi) - m * c.ln2Over64Lo;
-    const auto [hi, lo] = gatherPairs<6, Real64>(tables::ExpComplexTable, n);
+    const auto [hi, lo] = gatherPairsByLowBits<6, Real64>(tables::ExpComplexTable, n);
     return {rho, hi, lo, asReal(((asBits(t) + c.scaleBias) & c.scaleOfN) << 46)};
 }
 
@@ -231,7 +231,7 @@ struct Wide {
         // 2^k goes into the factor, which changes no rounding: every product is a normal number.
         const F64<N> e = (hi + (lo + p) * hi) * scale;
         const auto [main, low] = cosineAndSine(angle::rows, angle::reduce<3>(c.angle, widen(z.im)));
-        narrow((main + low) * twice(e)).store(reinterpret_cast<Real32*>(to));
+        narrow((main + low) * eachTwice(e)).store(reinterpret_cast<Real32*>(to));
     }
 };
 
@@ -273,12 +273,12 @@ struct Double {
         const F64<2 * N> v = m + w;
         const F64<2 * N> vh = v & U64<2 * N>(c.head);
         const F64<2 * N> vl = (w - (v - m)) - (vh - v);
-        const F64<2 * N> eh2 = twice(eh);
-        const F64<2 * N> el2 = twice(el);
+        const F64<2 * N> eh2 = eachTwice(eh);
+        const F64<2 * N> el2 = eachTwice(el);
         const F64<2 * N> x = eh2 * vh;
         const F64<2 * N> xh = x & U64<2 * N>(c.upperWordOfImaginary);
         const F64<2 * N> y = (eh2 * vl + (vh * el2 + el2 * vl)) - (xh - x);
-        const F64<2 * N> k = asReal(asBits(twice(scale)) - U64<2 * N>(c.magnified));  // 2^k, 2^(k - 100)
+        const F64<2 * N> k = asReal(asBits(eachTwice(scale)) - U64<2 * N>(c.magnified));  // 2^k, 2^(k - 100)
         (xh * k + y * k).store(reinterpret_cast<Real64*>(to));
     }
 };

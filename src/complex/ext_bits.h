@@ -43,7 +43,6 @@ inline bool signOf(Real64 x) {
     return asBits(x) >> 63 != 0;
 }
 
-inline Real80 absExt(Real80 x) { return __builtin_fabsl(x); }
 inline Real64 absReal64(Real64 x) { return bits64(asBits(x) & 0x7FFFFFFFFFFFFFFFU); }
 
 // x with its sign turned round where negate is set, without a branch.

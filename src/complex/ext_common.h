@@ -47,12 +47,6 @@ OKT_EXT Real80 leading31(Real80 x) {
 // An integer-valued x as an integer. It is exact in Real64, so the conversion does not depend on a rounding mode.
 OKT_EXT std::int64_t asInteger(Real80 x) { return static_cast<std::int64_t>(static_cast<Real64>(x)); }
 
-// Either value by a move under a condition instead of a branch.
-OKT_EXT Real80 select(bool condition, Real80 whenSet, Real80 otherwise) {
-    asm("testb %2, %2\n\tfcmovne %1, %0" : "+t"(otherwise) : "f"(whenSet), "q"(condition) : "cc");
-    return otherwise;
-}
-
 // c[First] + z*(c[First + Step] + ...), Horner's rule on every Step-th coefficient.
 template <std::size_t First, std::size_t Step, std::size_t N>
 OKT_EXT Real80 horner(Real80 z, const Real64 (&c)[N]) {
@@ -148,22 +142,13 @@ OKT_EXT Pair operator/(Pair a, Pair b) {
     return fastTwoSum(q, rest / b.head);
 }
 
-// Square root by the processor: correctly rounded, and by itself right for zeros, infinities, NaNs and negative
-// arguments, which give a NaN with the invalid flag.
-OKT_EXT Real80 root(Real80 x) {
-    asm("fsqrt" : "+t"(x));
-    return x;
-}
-
 // Square root of the pair a, a.head > 0, as a pair.
 OKT_EXT Pair root(Pair a) {
-    Real80 s = root(a.head);
+    Real80 s = sqrt(a.head);
     Pair p = twoProduct(s, s);
     return fastTwoSum(s, (((a.head - p.head) - p.tail) + a.tail) / (s + s));
 }
 
 }  // namespace ext
-
-OKT_EXT Real80 sqrtExt(Real80 x) { return ext::root(x); }
 
 }  // namespace okt

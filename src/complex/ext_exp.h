@@ -152,7 +152,7 @@ OKT_EXT_RARE SinhCosh sinhCoshFar(Real80 x, int exponent) {
         }
         return {tinyOdd(x), x == 0 ? Real80{1.0} : 1.0 + opaque(tiny())};
     }
-    Real80 a = absExt(x);
+    Real80 a = abs(x);
     if (exponent == 0x7FFF) {
         return {x * 1.0, a * 1.0};
     }
@@ -221,7 +221,7 @@ inline Real80 tanhExt(Real80 x) {
         return x != x ? x * 1.0 : negateIf(signOf(x), 1.0 - opaque(tiny()));
     }
     // 1 - 2/(e^2|x| + 1)
-    auto [value, n] = expParts(absExt(x) * 2.0);
+    auto [value, n] = expParts(abs(x) * 2.0);
     Real80 grow = powerOfTwoExt(static_cast<int>(n >> 8));
     Pair sum = fastTwoSum(value.head * grow, value.tail * grow);
     Pair result = Pair{1.0, 0.0} + -(Pair{2.0, 0.0} / (sum + Pair{1.0, 0.0}));

@@ -147,7 +147,7 @@ OKT_EXT_RARE Real80 atan2Rare(Real80 y, Real80 x) {
     if (x == 0) {
         return negateIf(negative, tableAngle(256));
     }
-    Real80 a = absExt(y), b = absExt(x);
+    Real80 a = abs(y), b = abs(x);
     bool steep = a > b;
     int apart = ey > ex ? ey - ex : ex - ey;
     if (apart <= 75) {
@@ -205,7 +205,7 @@ OKT_EXT Real80 atan2Ext(T argumentY, T argumentX) {
         if constexpr (sizeof(T) == 8) {
             angle = finishAngle<true>(startUpperAngle(absReal64(argumentY), argumentX));
         } else {
-            Real80 y = absExt(argumentY);
+            Real80 y = abs(argumentY);
             angle = finishAngle<false>(
                 startUpperAngle(y, static_cast<Real64>(y), argumentX, static_cast<Real64>(argumentX)));
         }
@@ -234,7 +234,7 @@ inline Real80 atanExt(T argument) {
     if (x != x) {
         return x * 1.0;
     }
-    Real80 a = absExt(x);
+    Real80 a = abs(x);
     if (exponent >= 0x4040) {
         return negateIf(negative, tableAngle(256) - opaque(tiny()));
     }
@@ -252,7 +252,7 @@ OKT_EXT Real80 asinRest(Real80 x, Real80 z) { return x * z * poly(z, tables::Asi
 // asin of the root of w = (1 - a)/2, 1/2 <= a <= 1, as head and low part.
 OKT_EXT Pair halfAngle(Real80 a) {
     Real80 w = (1.0 - a) * 0.5;
-    Real80 s = root(w);
+    Real80 s = sqrt(w);
     if (s == 0) {
         return {s, s};
     }
@@ -282,7 +282,7 @@ inline Real80 asinExt(T argument) {
     if (exponent == 0x7FFF && x != x) [[unlikely]] {
         return x * 1.0;
     }
-    Real80 a = absExt(x);
+    Real80 a = abs(x);
     if (a > 1.0) [[unlikely]] {
         return invalid();
     }
@@ -307,7 +307,7 @@ inline Real80 acosExt(T argument) {
     if (exponent == 0x7FFF && x != x) [[unlikely]] {
         return x * 1.0;
     }
-    Real80 a = absExt(x);
+    Real80 a = abs(x);
     if (a > 1.0) [[unlikely]] {
         return invalid();
     }

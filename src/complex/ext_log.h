@@ -156,7 +156,7 @@ inline Real80 asinhExt(T argument) {
     if (exponent == 0x7FFF) {
         return x * 1.0;
     }
-    Real80 a = absExt(x);
+    Real80 a = abs(x);
     if (exponent > 0x4025) {
         return negateIf(signOf(argument), lnFar(asBits(a), 0.0, 1));
     }
@@ -226,7 +226,7 @@ inline Real80 atanhExt(Real80 x) {
     if (x != x) {
         return x * 1.0;
     }
-    Real80 a = absExt(x);
+    Real80 a = abs(x);
     if (a >= 1.0) {
         return a == 1.0 ? pole(x) : invalid();
     }

@@ -162,7 +162,7 @@ OKT_EXT_RARE SinCos sinCosFar(Real80 x, int exponent) {
         Real80 nan = x != x ? x * 1.0 : x * opaque(Real80{0.0});
         return {nan, nan};
     }
-    auto [r, turns] = reduceQuarterPiExt(absExt(x), exponent);
+    auto [r, turns] = reduceQuarterPiExt(abs(x), exponent);
     return inQuadrant(sinCosReduced(r), turns, signOf(x));
 }
 
@@ -176,7 +176,7 @@ OKT_EXT SinCos sinCosExt(T argument) {
     if (static_cast<unsigned>(exponent - 0x3FFA) >= 0x4010 - 0x3FFA) [[unlikely]] {
         return sinCosFar(argument, exponent);
     }
-    auto [r, turns] = reduceSmall(absExt(Real80{argument}));
+    auto [r, turns] = reduceSmall(abs(Real80{argument}));
     return inQuadrant(sinCosReduced(r), turns, signOf(argument));
 }
 
@@ -239,7 +239,7 @@ inline Real80 tanExt(T argument) {
     if (exponent == 0x7FFF) {
         return x != x ? x * 1.0 : x * opaque(Real80{0.0});
     }
-    auto [rest, turns] = reduceQuarterPiExt(absExt(x), exponent);
+    auto [rest, turns] = reduceQuarterPiExt(abs(x), exponent);
     Pair r = fastTwoSum(rest.head, rest.tail);  // a quotient follows, which takes no large tail
     bool negative = signOf(r.head);
     Pair magnitude = negative ? Pair{-r.head, -r.tail} : r;

@@ -24,8 +24,8 @@ OKT_EXT Distances distances(Real64 a, Real64 b) {
     d.m = d.a - 1.0;
     d.p = d.a + 1.0;
     d.b2 = d.b * d.b;
-    d.R = sqrtExt(d.p * d.p + d.b2);
-    d.S = sqrtExt(d.b2 + d.m * d.m);
+    d.R = sqrt(d.p * d.p + d.b2);
+    d.S = sqrt(d.b2 + d.m * d.m);
     d.A = (d.R + d.S) * 0.5;
     d.Q = d.S == d.m ? d.b : d.S - d.m;
     return d;
@@ -34,9 +34,9 @@ OKT_EXT Distances distances(Real64 a, Real64 b) {
 // The root of A^2 - a^2, over b where a is above 1.
 OKT_EXT Real80 otherLeg(const Distances& d) {
     if (d.a > 1.0) {
-        return sqrtExt(((d.A + d.a) / (d.R + d.p) + (d.A + d.a) / (d.S + d.m)) * 0.5);
+        return sqrt(((d.A + d.a) / (d.R + d.p) + (d.A + d.a) / (d.S + d.m)) * 0.5);
     }
-    return sqrtExt((d.Q + d.b2 / (d.R + d.p)) * (d.A + d.a) * 0.5);
+    return sqrt((d.Q + d.b2 / (d.R + d.p)) * (d.A + d.a) * 0.5);
 }
 
 // acosh A, begun before the angle and ended after it: of A + sqrt(A^2 - 1) where A is above 1.5.
@@ -47,7 +47,7 @@ struct Logarithm {
 
 OKT_EXT Logarithm startLogarithm(const Distances& d) {
     if (d.A > 1.5) {
-        return {true, asBits(d.A + sqrtExt(d.A * d.A - 1.0))};
+        return {true, asBits(d.A + sqrt(d.A * d.A - 1.0))};
     }
     return {false, {}};
 }
@@ -59,7 +59,7 @@ OKT_EXT Real80 finishLogarithm(const Logarithm& start, const Distances& d) {
     Real80 t1 = d.b2 / (d.p + d.R);
     Real80 t2 = d.a >= 1.0 ? d.m + d.S : d.b2 / d.Q;
     Real80 u = (t1 + t2) * 0.5;
-    return log1pExt(sqrtExt((d.A + 1.0) * u) + u);
+    return log1pExt(sqrt((d.A + 1.0) * u) + u);
 }
 
 // What acos and acosh have in common, x and y finite and non-zero.
@@ -181,7 +181,7 @@ OKT_EXT SquaredDistances squaredDistances(Real80 x, Real80 y2) {
     Real80 above = 1.0 + x, below = x - 1.0;
     Real80 c = above * above + y2;
     Real80 d = below * below + y2;
-    return {c, d, atanhClose * d >= absExt(c - d)};
+    return {c, d, atanhClose * d >= abs(c - d)};
 }
 
 inline Real64 atanhRealPartClose(Real80 x, Real80 x2, Real80 y2) {
@@ -201,7 +201,7 @@ inline Real64 atanhRealPart(Real80 x, Real80 x2, Real80 y2) {
 // Imaginary part of atanh of x + iy, finite and non-zero, without its sign: half the angle of the point (d, 2|y|),
 // d = 1 - x^2 - y^2.
 inline Real64 atanhImaginaryPart(Real80 x, Real80 y, Real80 d) {
-    if (absExt(d) < atanhClose) {  // close to the unit circle
+    if (abs(d) < atanhClose) {  // close to the unit circle
         return narrow((atan2Ext(y, 1.0 + x) - atan2Ext(-y, 1.0 - x)) * 0.5);
     }
     return narrow(atan2Ext(2.0 * y, d) * 0.5);
@@ -297,9 +297,9 @@ inline Complex64 complexAtanhKernel(Complex64 z) {
             // Two long chains of operations, both begun with their divisions. No part is subnormal.
             Real80Bits quotient = asBits(distances.c / distances.d);
             ext::AngleStart angle = ext::startUpperAngle(y64, y64, d, d64);
-            asm volatile("" : "+m"(angle.t));
+            keepInMemory(angle.t);
             Real64 re = ext::atanhRealPartApart(quotient);
-            asm volatile("" : "+m"(re));
+            keepInMemory(re);
             Real64 im = bits64(asBits(narrow(ext::finishAngle<false>(angle))) - (std::uint64_t{1} << 52));
             return {re, withSign(im, z.im)};
         }

@@ -23,7 +23,7 @@
 #include "frame/frame.h"
 #include "lanes/constant.h"
 #include "lanes/double_double.h"
-#include "lanes/gather.h"
+#include "lanes/lookup.h"
 #include "lanes/seeds.h"
 
 #include <iterator>
@@ -116,7 +116,7 @@ template <int N>
 [[gnu::noinline, gnu::cold]] F32<N> lnMixedA11(const Squares<N>& s, Mask64<N> far, F32<N> farResult) {
     const F32<N> w = narrow(s.distance(far));
     const F32<N> near = (F32<N>(bits32(0xBF0009DB)) * w + F32<N>(bits32(0x3F8004ED))) * w;
-    return select(packMask(far), farResult, near);
+    return select(narrow(far), farResult, near);
 }
 
 template <int N>
@@ -183,7 +183,7 @@ inline Terms<N> lnTerms(const TableConstants& k, const Real64* table, F64<N> s, 
     const F64<N> mh = m & U64<N>(k.mantissaHigh);
     const F64<N> ml = restOfMantissa(m - mh);
     const F64<N> e = toReal64((h >> 20) - U32<N>(k.exponentBias));
-    const F64<N> c = gatherAt<1>(table, offset);
+    const F64<N> c = gatherElementsAt<1>(table, offset);
     const auto [hi, lo] = gatherPairsAt<1>(table + 2, offset);
     return {mh * c - F64<N>(k.one), ml * c, hi + F64<N>(k.ln2Hi) * e, lo + F64<N>(k.ln2Lo) * e};
 }

@@ -36,7 +36,7 @@ OKT_EXT Real80 lnOfSquares(Real64 a, Real64 b) {
     auto [major, minor] = ordered(b, a);
     Real80 majorSquare = major * major, minorSquare = minor * minor;
     Real80 s = majorSquare + minorSquare;
-    if (absExt(s - 1.0) > 0x1.eb851eb851eb8p-6) {
+    if (abs(s - 1.0) > 0x1.eb851eb851eb8p-6) {
         return logExt(s);
     }
     Real80 mh = squareHead(major), ml = major - mh;

@@ -24,13 +24,13 @@ inline Complex64 complexSqrtSpecial(Real64 x, Real64 y) {
         return {nan, nan};
     }
     if (isZero(x)) {
-        Real64 t = narrow(sqrtExt(0.5 * Real80{absReal64(y)}));
+        Real64 t = narrow(sqrt(0.5 * Real80{absReal64(y)}));
         return {t, withSign(t, y)};
     }
     if (signOf(x)) {  // y is a zero from here on
-        return {0.0, withSign(narrow(sqrtExt(-Real80{x})), y)};
+        return {0.0, withSign(narrow(sqrt(-Real80{x})), y)};
     }
-    return {narrow(sqrtExt(Real80{x})), y};
+    return {narrow(sqrt(Real80{x})), y};
 }
 
 }  // namespace ext
@@ -40,9 +40,9 @@ inline Complex64 complexSqrtKernel(Complex64 z) {
         return closed(ext::complexSqrtSpecial(z.re, z.im));
     }
     Real80 x = z.re, y = z.im;
-    Real80 m = sqrtExt(x * x + y * y);
+    Real80 m = sqrt(x * x + y * y);
     // t is the part along the axis on whose side the point lies.
-    Real80 t = sqrtExt(0.5 * m + 0.5 * absExt(x));
+    Real80 t = sqrt(0.5 * m + 0.5 * abs(x));
     Real64 along = narrow(t);
     Real64 across = absReal64(narrow((0.5 * y) / t));
     bool left = signOf(z.re);

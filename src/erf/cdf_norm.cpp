@@ -12,9 +12,9 @@
 #include "frame/frame.h"
 #include "frame/loops.h"
 #include "frame/status_flag.h"
-#include "lanes/columns.h"
 #include "lanes/constant.h"
 #include "lanes/double_double.h"
+#include "lanes/lookup.h"
 #include "lanes/narrowing.h"
 
 namespace okt {
@@ -130,7 +130,7 @@ template <int N>
     const auto [eh, em] = dekkerSplit(e);
     const F64<N> lo = (rl + em) + el;
 
-    const auto [powerHi, powerLo] = gatherPairs<6, Real64>(tables::cdfPow2, n);
+    const auto [powerHi, powerLo] = gatherPairsByLowBits<6, Real64>(tables::cdfPow2, n);
     const F64<N> pth = powerHi * eh;
     const F64<N> ptl = (eh + lo) * powerLo + powerHi * lo;
     const auto [s, l] = twoSum(pth, powerHi);
@@ -312,7 +312,7 @@ inline F64<N> cdfNormShort(const ShortConstants& k, F64<N> x) {
     const auto [c0, c1] = row.pair(0);
     const F64<N> g = ((((((c7 * d + c6) * d + c5) * d + c4) * d + c3) * d + c2) * d + c1) * d + c0;
 
-    const F64<N> power = gatherElements<8>(shortPowers.entry, n);
+    const F64<N> power = gatherElementsByLowBits<8>(shortPowers.entry, n);
     const F64<N> product = (e * power + power) * g;
     const F64<N> tail = asReal(asBits(product) + ((U64<N>(n) & k.scaleOfN) << 46));
     return select(x < F64<N>(0), tail, F64<N>(k.one) - tail);
@@ -408,11 +408,12 @@ struct Chunk {
     for (int i = 0; i < block; ++i) chunk.scaled[count + i] = chunk.scaled[count - 1];
     for (int i = 0; i < count; i += block) {
         const std::uint8_t* place = chunk.scaled + i;
-        const DoubleDouble<block> r{gatherPlaces<block>(chunk.hi, place), gatherPlaces<block>(chunk.lo, place)};
-        const auto product = timesExp(k, gatherPlaces<block>(x, place), r);
-        scatterPlaces<block>(chunk.hi, place, product.r.hi);
-        scatterPlaces<block>(chunk.lo, place, product.r.lo);
-        scatterPlaces<block>(chunk.scale, place, scaleOf(k, product.n));
+        const DoubleDouble<block> r{gatherElementsAtPlaces<block>(chunk.hi, place),
+                                    gatherElementsAtPlaces<block>(chunk.lo, place)};
+        const auto product = timesExp(k, gatherElementsAtPlaces<block>(x, place), r);
+        scatterElementsToPlaces<block>(chunk.hi, place, product.r.hi);
+        scatterElementsToPlaces<block>(chunk.lo, place, product.r.lo);
+        scatterElementsToPlaces<block>(chunk.scale, place, scaleOf(k, product.n));
     }
 }
 

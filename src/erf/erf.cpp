@@ -11,7 +11,7 @@
 #include "erf/split_step.h"
 #include "frame/frame.h"
 #include "frame/loops.h"
-#include "lanes/columns.h"
+#include "lanes/lookup.h"
 
 namespace okt {
 namespace {

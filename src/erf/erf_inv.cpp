@@ -18,10 +18,10 @@
 #include "frame/frame.h"
 #include "frame/loops.h"
 #include "frame/status_flag.h"
-#include "lanes/columns.h"
 #include "lanes/constant.h"
 #include "lanes/double_double.h"
-#include "lanes/truncate.h"
+#include "lanes/lanes.h"
+#include "lanes/lookup.h"
 
 namespace okt {
 namespace {
@@ -102,7 +102,7 @@ template <int N>
 inline F64<N> erfInvTail(const Constants32& k, F64<N> x) {
     const F64<N> w = F64<N>(k.one) - abs(x);
     const InMemory<std::uint64_t, N> i(asBits(w) >> 48);
-    const auto [r, l] = gatherPairs<4, Real64>(tables::erfInvLog32, i);
+    const auto [r, l] = gatherPairsByLowBits<4, Real64>(tables::erfInvLog32, i);
     const F64<N> z = F64<N>(k.one) + r * fractionOf(w);
     const F64<N> a = exponentOf(w) * F64<N>(k.minusLn2) + l;
     const F64<N> q = horner(k.log, z) * z * z + z;
@@ -358,7 +358,7 @@ inline F64<N> erfInvMiddle(const Constants64& k, F64<N> x) {
     const F64<N> vh = shortSplit(v).hi;
     const DoubleDouble<N> vParts = {vh, (centred - vh) + sLo};
 
-    const InMemory<std::uint64_t, N> offset(integerOf(row) << 7);  // 128 bytes a row
+    const InMemory<std::uint64_t, N> offset(toUnsigned(row) << 7);  // 128 bytes a row
     const RowPerLane<N, std::uint64_t> b(tables::erfInvMiddle, offset.lane);
     const auto [b12, b13] = b.pair(12);
     const auto [b10, b11] = b.pair(10);
@@ -408,7 +408,7 @@ inline F64<N> erfInvTail(const Constants64& k, F64<N> x) {
     const F64<N> th = shortSplit(t).hi;
     const DoubleDouble<N> tParts = {th, (t0 - th) + rLow};
 
-    const U64<N> i = integerOf(row) - U64<N>(std::uint64_t{2});
+    const U64<N> i = toUnsigned(row) - U64<N>(std::uint64_t{2});
     const InMemory<std::uint64_t, N> offset((i << 7) + (i << 4));  // 144 bytes a row
     const RowPerLane<N, std::uint64_t> c(tables::erfInvTail, offset.lane);
     const auto [c14, c15] = c.pair(14);

@@ -15,8 +15,8 @@
 #include "erf/split_step.h"
 #include "frame/frame.h"
 #include "frame/loops.h"
-#include "lanes/columns.h"
 #include "lanes/constant.h"
+#include "lanes/lookup.h"
 
 namespace okt {
 namespace {
@@ -85,7 +85,7 @@ inline F64<N> erfcOfRow(const Constants32& k, F64<N> wide, const std::uint32_t* 
     const U64<N> exponent = ((asBits(v) << 45) & U64<N>(k.exponentField)) + asBits(F64<N>(k.one));
     const F64<N> s = asReal(exponent) | sign;
     const F64<N> q = (((r * k.inv24 + k.inv6) * r + k.half) * r + k.one) * r + k.one;
-    const F64<N> e = (q * s) * gatherElements<7>(tables::pow2Fraction32, n);
+    const F64<N> e = (q * s) * gatherElementsByLowBits<7>(tables::pow2Fraction32, n);
 
     const RowPerLane<N> c(tables::erfcRows32, offset);
     const auto [c6, centre] = c.pair(6);
@@ -195,7 +195,7 @@ inline F64<N> erfcOfRow(const Constants64& k, F64<N> x, const std::uint32_t* off
     const F64<N> s = (asReal(exponent) | sign) * F64<N>(k.scaleDown);
 
     const F64<N> p = ((((r * k.inv120 + k.inv24) * r + k.inv6) * r + k.half) * r + k.one) * r;
-    const auto [powerHi, powerLo] = gatherPairs<7, Real64>(tables::pow2Fraction64, n);
+    const auto [powerHi, powerLo] = gatherPairsByLowBits<7, Real64>(tables::pow2Fraction64, n);
     const F64<N> expLo = p * (powerHi + powerLo) + powerLo;
 
     const RowPerLane<N> c(tables::erfcRows64, offset);

@@ -22,9 +22,9 @@
 #include "frame/frame.h"
 #include "frame/loops.h"
 #include "frame/status_flag.h"
-#include "lanes/columns.h"
 #include "lanes/constant.h"
 #include "lanes/double_double.h"
+#include "lanes/lookup.h"
 
 namespace okt::quantile {
 
@@ -131,9 +131,10 @@ template <int N>
 inline F64<N> minusLog32(const Constants32& k, F64<N> u) {
     const InMemory<std::uint64_t, N> i(asBits(u) >> 48);
     const F64<N> e = exponentOf(k.common, asBits(u));
-    const F64<N> z = gatherElements<4>(tables::recip32, i) * fractionOf(k.common, asBits(u)) - F64<N>(k.common.one);
+    const F64<N> z =
+        gatherElementsByLowBits<4>(tables::recip32, i) * fractionOf(k.common, asBits(u)) - F64<N>(k.common.one);
     const F64<N> q = horner(k.log, z) * z * z;
-    return F64<N>(0) - (((e * F64<N>(k.ln2) + q) + z) + gatherElements<4>(tables::logMid32, i));
+    return F64<N>(0) - (((e * F64<N>(k.ln2) + q) + z) + gatherElementsByLowBits<4>(tables::logMid32, i));
 }
 
 // The root of w >= 1: of the exponent the even part is halved, and the rest stays with the fraction.
@@ -144,8 +145,8 @@ inline F64<N> root32(const Constants32& k, F64<N> w) {
     const F64<N> scale = asReal((half << 52) + U64<N>(k.common.oneBits));
     const F64<N> w2 = asReal(asBits(w) - (half << 53));
     const InMemory<std::uint64_t, N> i((asBits(w2) >> 48) ^ U64<N>(std::uint64_t{16}));
-    const F64<N> v = scale * gatherElements<5>(tables::sqrtMid32, i);
-    const F64<N> z = gatherElements<5>(tables::recip32, i) * w2 - F64<N>(k.common.one);
+    const F64<N> v = scale * gatherElementsByLowBits<5>(tables::sqrtMid32, i);
+    const F64<N> z = gatherElementsByLowBits<5>(tables::recip32, i) * w2 - F64<N>(k.common.one);
     return v * (F64<N>(k.common.one) + horner(k.root, z) * z);
 }
 
@@ -376,7 +377,7 @@ inline F64<N> middle64(const Constants64& k, DoubleDouble<N> t) {
 template <int N>
 inline DoubleDouble<N> minusLog64(const Constants64& k, F64<N> n, F64<N> m) {
     const InMemory<std::uint64_t, N> i(asBits(m) >> 44);
-    const F64<N> r = gatherElements<8>(tables::recip64, i);
+    const F64<N> r = gatherElementsByLowBits<8>(tables::recip64, i);
     const auto [mh, ml] = dekkerSplit(m, splitter21);
     const F64<N> z0 = mh * r - F64<N>(k.common.one);
     const F64<N> z1 = ml * r;
@@ -385,7 +386,7 @@ inline DoubleDouble<N> minusLog64(const Constants64& k, F64<N> n, F64<N> m) {
     const F64<N> zl = rest + ((z0 - z) + z1);
     const F64<N> square = z * z;
     const F64<N> q = (((F64<N>(k.log6) * z + k.log5) * z + k.log4) * square + (F64<N>(k.log3) * z + k.log2)) * square;
-    const auto [logHi, logLo] = gatherPairs<8, Real64>(tables::logRecip64, i);
+    const auto [logHi, logLo] = gatherPairsByLowBits<8, Real64>(tables::logRecip64, i);
     const F64<N> a = n * F64<N>(k.ln2Hi) + logHi;
     const F64<N> b = n * F64<N>(k.ln2Lo) + logLo;
     const auto [h, l] = fastTwoSum(a, zh);
@@ -403,7 +404,7 @@ inline DoubleDouble<N> root64(const Constants64& k, DoubleDouble<N> w) {
     const F64<N> wl = w.lo * down;
 
     const InMemory<std::uint64_t, N> i((asBits(wh) >> 44) ^ U64<N>(std::uint64_t{256}));
-    const F64<N> r = gatherElements<9>(tables::recip64, i);
+    const F64<N> r = gatherElementsByLowBits<9>(tables::recip64, i);
     const auto [mh, ml] = dekkerSplit(wh, splitter21);
     const F64<N> z0 = mh * r - F64<N>(k.common.one);
     const F64<N> z1 = ml * r + wl * r;
@@ -415,7 +416,7 @@ inline DoubleDouble<N> root64(const Constants64& k, DoubleDouble<N> w) {
     const auto [f, rounding] = fastTwoSum(scale, halfScale * zh);
     const F64<N> fLo = rounding + (halfScale * zl + scale * p);
     const auto [f1, f2] = dekkerSplit(f, splitter21);
-    const auto [rootHi, rootLo] = gatherPairs<9, Real64>(tables::sqrtRecip64, i);
+    const auto [rootHi, rootLo] = gatherPairsByLowBits<9, Real64>(tables::sqrtRecip64, i);
     const F64<N> yh = rootHi * f1;
     const F64<N> yl = rootHi * f2 + (rootHi * fLo + rootLo * (f + fLo));
     return fastTwoSum(yh, yl);

@@ -9,9 +9,8 @@
 #include "explog/exp_tables.h"
 #include "frame/frame.h"
 #include "frame/loops.h"
-#include "lanes/columns.h"
 #include "lanes/constant.h"
-#include "lanes/gather.h"
+#include "lanes/lookup.h"
 #include "tables/power_pairs32.h"
 
 namespace okt {
@@ -47,7 +46,7 @@ inline F32<N> reduce(const Constants32& c, F32<N> x, Multiple32<N>& n) {
 // e^x without the scale 2^k; the low seven bits of n are j, those above are k.
 template <int N>
 inline F32<N> unscaled(const Constants32& c, F32<N> r, const Multiple32<N>& n) {
-    const auto [hi, lo] = gatherPairs<8, Real32>(powerPairs32.pairs, n);
+    const auto [hi, lo] = gatherPairsByLowBits<8, Real32>(powerPairs32.pairs, n);
     const F32<N> p = (r * r) * c.half + (lo + r);
     return p * hi + hi;
 }
@@ -178,8 +177,8 @@ template <int N>
 inline F64<N> unscaled(const Constants64& c, F64<N> r, const Multiple64<N>& n) {
     const F64<N> q = ((r * c.c5 + c.c4) * r + c.c3) * r + c.c2;
     const F64<N> p = r + q * (r * r);
-    const F64<N> hi = gatherElements<8>(powerColumns64.hi, n);
-    const F64<N> lo = gatherElements<8>(powerColumns64.lo, n);
+    const F64<N> hi = gatherElementsByLowBits<8>(powerColumns64.hi, n);
+    const F64<N> lo = gatherElementsByLowBits<8>(powerColumns64.lo, n);
     return (p * (hi + lo) + lo) + hi;
 }
 

@@ -13,7 +13,7 @@
 #include "explog/expm1_tables.h"
 #include "explog/packed_element_loop.h"
 #include "lanes/constant.h"
-#include "lanes/gather.h"
+#include "lanes/lookup.h"
 
 namespace okt {
 namespace {
@@ -87,7 +87,7 @@ struct Parts {
 template <bool corrected, int N>
 inline Parts<N> expParts(const Constants& c, F64<N> x) {
     const auto [eh, el, w] = reduce<corrected>(c, x);
-    const auto [tl, th] = gatherPairs<7, Real64>(tables::expm1Table, w);
+    const auto [tl, th] = gatherPairsByLowBits<7, Real64>(tables::expm1Table, w);
     const F64<N> s = asReal((((U64<N>(w) + c.roundJ) & c.scaleBits) << 45) + c.unit);
     return {(th * eh) * s, ((eh + el) * tl + th * el) * s};
 }
@@ -112,7 +112,7 @@ Real64 bigElement(Real64 x, OktStatus& warning) {
     const bool negative = magnitude != asBits(x);
     if (!negative && magnitude <= asBits(limit)) {
         const auto [eh, el, w] = reduce<corrected>(constants, F64x1(x));
-        const auto [tl, th] = gatherPairs<7, Real64>(tables::expm1Table, w);
+        const auto [tl, th] = gatherPairsByLowBits<7, Real64>(tables::expm1Table, w);
         const auto e = static_cast<std::int32_t>(static_cast<std::uint32_t>(w.lane[0]) + 64) >> 7;
         const F64x1 sum = (eh + el) * th + (eh + el) * tl;
         const Real64 scale = bits64(static_cast<std::uint64_t>(e + 511) << 52);  // in two steps, as e may be 1024
@@ -131,7 +131,7 @@ template <bool corrected>
     if (ix >= 0x4055A92D) return bigElement<corrected>(x, warning);
     if (static_cast<std::int32_t>(highWord(x)) > 0x404419EC) {
         const auto [eh, el, w] = reduce<corrected>(constants, F64x1(x));
-        const auto [tl, th] = gatherPairs<7, Real64>(tables::expm1Table, w);
+        const auto [tl, th] = gatherPairsByLowBits<7, Real64>(tables::expm1Table, w);
         const F64x1 s = asReal((((U64<1>(w) + constants.roundJ) & constants.scaleBits) << 45) + constants.unit);
         return (((el + eh) * th + (eh + el) * tl) * s).raw;
     }

@@ -17,7 +17,7 @@
 #include "frame/frame.h"
 #include "frame/loops.h"
 #include "lanes/constant.h"
-#include "lanes/gather.h"
+#include "lanes/lookup.h"
 
 namespace okt {
 namespace {
@@ -88,7 +88,7 @@ OKT_INLINE inline F32<N> lnMain32(const LnConstants32& k, U32<N> b, const RowOff
     const U32<N> m = (b & k.significand) | k.unit;
     const F32<N> mh = asReal(m & k.mantissaHigh);
     const F32<N> ml = asReal(m) - mh;
-    const auto [hi, lo, c, zero] = gatherRows<Real32>(tables::Ln32Table, offset);
+    const auto [hi, lo, c, zero] = gatherRowsAt<Real32>(tables::Ln32Table, offset);
     const F32<N> a = mh * c - k.one;
     const F32<N> b1 = ml * c;
     const F32<N> r = a + b1;
@@ -182,7 +182,7 @@ OKT_INLINE inline Sums<F32<N>> log10Main32(const Log10Constants32& k, U32<N> b, 
     const U32<N> m = (b & k.significand) | k.unit;
     const F32<N> mh = asReal(m & k.mantissaHigh);
     const F32<N> ml = asReal(m) - mh;
-    const auto [c, again, hi, lo] = gatherRows<Real32>(tables::Log10Table32, offset);
+    const auto [c, again, hi, lo] = gatherRowsAt<Real32>(tables::Log10Table32, offset);
     const F32<N> a = mh * c - k.origin;
     const F32<N> b1 = ml * c;
     const F32<N> r = b1 + a;
@@ -320,11 +320,11 @@ struct LogPlace64 {
 
 template <class Constants, int N>
 OKT_INLINE inline Sums<F64<N>> logMain64(const Constants& k, F64<N> x, const LogPlace64<N>& place) {
-    const F64<N> e = widenSigned(place.exponent);
+    const F64<N> e = toReal64(place.exponent);
     const U64<N> m = (asBits(x) & k.significand) | k.unit;
     const F64<N> mh = asReal(m & k.mantissaHigh);
     const F64<N> ml = asReal(m) - mh;
-    const F64<N> c = gatherAt<1>(Constants::columns.c, place.row);
+    const F64<N> c = gatherElementsAt<1>(Constants::columns.c, place.row);
     const auto [hi, lo] = gatherPairsAt<2>(Constants::columns.pairs, place.row);
     const F64<N> a = mh * c - k.origin;
     const F64<N> b = ml * c;

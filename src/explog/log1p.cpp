@@ -12,7 +12,7 @@
 #include "explog/log1p_tables.h"
 #include "explog/packed_element_loop.h"
 #include "lanes/constant.h"
-#include "lanes/gather.h"
+#include "lanes/lookup.h"
 #include "lanes/narrowing.h"
 
 namespace okt {
@@ -124,11 +124,11 @@ template <int N>
     const F64<N> t = x + c.one;
     const U32<N> ht = packHighWords(asBits(t));
     const InMemory<std::uint32_t, N> row((ht >> 7) & c.rowBits);
-    const F64<N> e = widenSigned((ht >> 20) - c.bias);
+    const F64<N> e = toReal64((ht >> 20) - c.bias);
     const F64<N> s = asReal(U64<N>(c.inverseScale) - (asBits(t) & c.exponentField));
     const F64<N> xh = asReal(asBits(x) & c.upperWord);
     const F64<N> xl = x - xh;
-    const auto [recip, free, low, high] = gatherRows<Real64>(rows.field, row);
+    const auto [recip, free, low, high] = gatherRowsAt<Real64>(rows.field, row);
     const F64<N> rs = recip * s;
     const F64<N> b = xh * rs + (rs - c.one);
     const F64<N> d = xl * rs;
@@ -140,7 +140,7 @@ template <int N>
 // 2^55 and above
 Real64 hugeRange(Real64 x) {
     const std::uint32_t ix = highWord(x);
-    const F64x1 e = widenSigned(U32<1>((ix >> 20) - 1023));
+    const F64x1 e = toReal64(U32<1>((ix >> 20) - 1023));
     const Real64 m = bits64((asBits(x) & 0x000FFFFFFFFFFFFF) | 0x3FF0000000000000);
     const Real64 mh = bits64(asBits(m) & 0xFFFFFFFF00000000);
     const Real64 ml = m - mh;
@@ -263,7 +263,7 @@ inline void workList(Chunk& chunk, std::uint8_t* place, int count, const Range& 
     if (count == 0) return;
     for (int i = 0; i < 8; ++i) place[count + i] = place[count - 1];
     for (int i = 0; i < count; i += 8)
-        scatterPlaces<8>(chunk.result, place + i, range(gatherPlaces<8>(chunk.x, place + i)));
+        scatterElementsToPlaces<8>(chunk.result, place + i, range(gatherElementsAtPlaces<8>(chunk.x, place + i)));
 }
 
 [[gnu::noinline]] void workByRange(const Constants& c, Chunk& chunk, int length) {
@@ -341,7 +341,7 @@ inline F64<N> log1pShort(const ShortConstants& c, F64<N> x) {
     const F64<N> t = x + c.one;
     const U32<N> position = packHighWords(asBits(t)) - c.firstOfTable;
     const InMemory<std::uint32_t, N> row((position >> 8) & c.rowBits);
-    const F64<N> e = widenSigned(shiftRightSigned(position, 20));
+    const F64<N> e = toReal64(shiftRightSigned(position, 20));
     const F64<N> m = asReal(asBits(t) - withHighWords(position & c.exponentField));
     const auto [recip, log] = gatherPairsAt<1>(tables::log1pShort, row);
     const F64<N> u = m * recip - c.one;

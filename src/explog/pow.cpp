@@ -22,7 +22,7 @@
 #include "frame/frame.h"
 #include "frame/loops.h"
 #include "lanes/constant.h"
-#include "lanes/gather.h"
+#include "lanes/lookup.h"
 #include "tables/power_pairs32.h"
 
 namespace okt {
@@ -89,7 +89,7 @@ inline F32<N> reduce(const Constants32& c, F64<N> w, Multiple32<N>& n) {
 // e^w. The result is normal, so that the exact product with 2^k is an addition to the exponent field.
 template <int N>
 inline F32<N> expMain(const Constants32& c, F32<N> r, const Multiple32<N>& n) {
-    const auto [hi, lo] = gatherPairs<8, Real32>(powerPairs32.pairs, n);
+    const auto [hi, lo] = gatherPairsByLowBits<8, Real32>(powerPairs32.pairs, n);
     const F32<N> p = (r * r) * c.half + (r + lo);
     const U32<N> k = (U32<N>(n) & c.scaleOfN) << 16;
     return asReal(asBits(p * hi + hi) + k);
@@ -246,7 +246,7 @@ template <int N>
 [[gnu::always_inline]] inline Log2<N> log2Of(const Constants64& c, F64<N> x, U32<N> highWords, U32<N> exponent) {
     const InMemory<std::uint32_t, N> offset((((highWords & c.indexBits) + c.halfIndex) >> 7) & c.offsetBits);
     const F64<N> e = toReal64(exponent);
-    const F64<N> rcp = gatherAt<1>(tables::PowRcp64, offset);
+    const F64<N> rcp = gatherElementsAt<1>(tables::PowRcp64, offset);
     const auto [hi, lo] = gatherPairsAt<2>(tables::PowLog64, offset);
 
     const F64<N> m = asReal((asBits(x) & c.fraction) | c.one);
@@ -305,7 +305,7 @@ template <int N>
 [[gnu::always_inline]] inline Exp2<N> exp2Of(const Constants64& c, F64<N> w, F64<N> low) {
     const F64<N> t = w + c.shift;
     const InMemory<std::uint64_t, N> n(asBits(t));
-    const auto [hi, lo] = gatherPairs<7, Real64>(tables::PowExp64, n);
+    const auto [hi, lo] = gatherPairsByLowBits<7, Real64>(tables::PowExp64, n);
     const F64<N> zHigh = w - (t - c.shift);
     const F64<N> z = low + zHigh;
     const F64<N> a = (((((c.e5 * z) + c.e4) * z) * z) * z) * z;

@@ -15,9 +15,9 @@
 
 #include "oktvm.h"
 
-#include "exports.h"
+#include "lanes/control_state.h"
 
-#include <emmintrin.h>
+#include "exports.h"
 
 #include <cstdint>
 
@@ -46,13 +46,13 @@ template <class Body>
 template <unsigned ClearedBits>
 class MxcsrGuard {
 public:
-    MxcsrGuard() : saved_(_mm_getcsr()), changed_((saved_ & ClearedBits) != 0) {
+    MxcsrGuard() : saved_(readMxcsr()), changed_((saved_ & ClearedBits) != 0) {
         if (changed_) [[unlikely]]
-            _mm_setcsr(saved_ & ~ClearedBits);
+            writeMxcsr(saved_ & ~ClearedBits);
     }
     ~MxcsrGuard() {
         if (changed_) [[unlikely]]
-            _mm_setcsr(saved_);
+            writeMxcsr(saved_);
     }
     MxcsrGuard(const MxcsrGuard&) = delete;
     MxcsrGuard& operator=(const MxcsrGuard&) = delete;
@@ -67,18 +67,15 @@ template <unsigned Target>
 class X87Guard {
 public:
     X87Guard() {
-        asm volatile("fnstcw %0" : "=m"(saved_));
+        storeX87Control(saved_);
         changed_ = (saved_ & 0x0F00u) != Target;
-        if (changed_) {
-            const auto wanted = static_cast<std::uint16_t>((saved_ & 0xF0FFu) | Target);
-            asm volatile("fldcw %0" : : "m"(wanted) : "memory");
-        }
+        if (changed_) loadX87Control(static_cast<std::uint16_t>((saved_ & 0xF0FFu) | Target));
     }
     ~X87Guard() { restore(); }
 
     // Puts the control word back before the end of the scope.
     void restore() {
-        if (changed_) asm volatile("fldcw %0" : : "m"(saved_) : "memory");
+        if (changed_) loadX87Control(saved_);
         changed_ = false;
     }
     X87Guard(const X87Guard&) = delete;

@@ -3,22 +3,16 @@
 // inexact where the written one is not. Status registers are read, not written.
 #pragma once
 
-#include <emmintrin.h>
-
-#include <cstdint>
+#include "lanes/control_state.h"
 
 namespace okt {
 
-inline bool x87InexactStands() {
-    std::uint16_t status;
-    asm volatile("fnstsw %0" : "=a"(status));
-    return (status & 0x0020u) != 0;
-}
+inline bool x87InexactStands() { return (readX87Status() & 0x0020u) != 0; }
 
 // The same in MXCSR, with the exception masked and rounding to nearest.
 inline bool inexactStandsInNearest() {
     constexpr unsigned roundingControl = 0x6000, inexactMask = 0x1000, inexact = 0x0020;
-    return (_mm_getcsr() & (roundingControl | inexactMask | inexact)) == (inexactMask | inexact);
+    return (readMxcsr() & (roundingControl | inexactMask | inexact)) == (inexactMask | inexact);
 }
 
 }  // namespace okt

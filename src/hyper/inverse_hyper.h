@@ -37,8 +37,8 @@ template <class V>
 inline LogRow<V> logRow(V number, Real64 addedToExponent = 0) {
     const auto b = asBits(number);
     const auto byteOffset = (b >> 39) & Bits<V>(0x1FE0);
-    const auto [c, log] = gatherPairAt(tables::reciprocalLogTable, byteOffset);
-    const V logTail = gatherAt(tables::reciprocalLogTable + 2, byteOffset);
+    const auto [c, log] = gatherPairsAt(tables::reciprocalLogTable, byteOffset);
+    const V logTail = gatherElementsAt(tables::reciprocalLogTable + 2, byteOffset);
     // The exponent field below that of 2^52 is the integer k + 1023.
     const V k = asReal((b >> 52) | Bits<V>(0x4330000000000000)) - V(0x1p52 + 1023 - addedToExponent);
     const V reciprocal = asReal(asBits(c) - (b & Bits<V>(0x7FF0000000000000)));
@@ -96,7 +96,7 @@ inline F64<1> lnOfDouble(F64<1> a) {
 template <class V>
 inline V lnShort(V number) {
     const auto b = asBits(number);
-    const auto [c, log] = gatherPairAt(tables::reciprocalLogTable, (b >> 39) & Bits<V>(0x1FE0));
+    const auto [c, log] = gatherPairsAt(tables::reciprocalLogTable, (b >> 39) & Bits<V>(0x1FE0));
     const V k = asReal((b >> 52) | Bits<V>(0x4330000000000000)) - V(0x1p52 + 1023);
     const V f = asReal(asBits(c) - (b & Bits<V>(0x7FF0000000000000))) * number - V(1.0);
     const V p = (V(logC3) + V(logC4) * f) * f - V(0.5);

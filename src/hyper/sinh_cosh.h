@@ -4,7 +4,7 @@
 
 #include "hyper/sinh_cosh_tables.h"
 #include "lanes/constant.h"
-#include "lanes/gather.h"
+#include "lanes/lookup.h"
 #include "lanes/real80.h"
 
 namespace okt::sinh_cosh {
@@ -89,9 +89,10 @@ template <int N>
     const F64<N> m = t - c.roundShifter;
     const F64<N> r = (a - m * c.ln2Head64) - m * c.ln2Tail64;
     const U64<N> n = asBits(t), negated = U64<N>(0) - n;
-    const auto [head, tail] = gatherPairs<6, Real64>(tables::expPairTable, InMemory<std::uint64_t, N>(n));
+    const auto [head, tail] = gatherPairsByLowBits<6, Real64>(tables::expPairTable, InMemory<std::uint64_t, N>(n));
     // Row 64 - j; for j = 0 that is a row like row 0.
-    const auto [head2, tail2] = gatherPairs<6, Real64>(tables::expPairTable, InMemory<std::uint64_t, N>(negated));
+    const auto [head2, tail2] =
+        gatherPairsByLowBits<6, Real64>(tables::expPairTable, InMemory<std::uint64_t, N>(negated));
     const F64<N> power = asReal(((n + c.exponentBias) << 46) & c.exponentField);
     const F64<N> power2 = asReal(((negated + c.exponentBias) << 46) & c.exponentField);
     return {r, head * power, tail * power, head2 * power2, tail2 * power2};
@@ -120,7 +121,7 @@ inline std::uint64_t secondPass(Real64 magnitude, Real64 stored, OktStatus& stat
     F64<1> head = plus, tail = plusTail;
     if (a >= unscaledLimit64) {
         const F64<1> t = F64<1>(magnitude) * c.sixtyFourOverLn2 + c.roundShifter;
-        const auto row = gatherPairs<6, Real64>(tables::expPairTable, InMemory<std::uint64_t, 1>(asBits(t)));
+        const auto row = gatherPairsByLowBits<6, Real64>(tables::expPairTable, InMemory<std::uint64_t, 1>(asBits(t)));
         head = row.first;
         tail = row.second;
     }

@@ -10,7 +10,7 @@
 // zero and the result is a product), 0.5245 ulp elsewhere.
 #include "frame/frame.h"
 #include "hyper/tanh_tables.h"
-#include "lanes/gather.h"
+#include "lanes/lookup.h"
 
 namespace okt {
 namespace {
@@ -47,7 +47,7 @@ using Rows = InMemory<std::uint32_t, N>;
 template <int N>
 [[gnu::always_inline]] inline F32<N> tanhSteps(F32<N> x) {
     const Rows<N> row(clampedDifference(asBits(abs(x)) >> 21, 0x3DE00000 >> 21, 26) << 6);
-    const auto c = [&](int power) { return gatherColumn(tables::tanhRows32 + power, row); };
+    const auto c = [&](int power) { return gatherElementsAt<1>(tables::tanhRows32 + power, row); };
     const F64<N> wide = widen(x);
     const F64<N> magnitude = abs(wide);
     const F64<N> a = zeroUnless(magnitude <= F64<N>(10.0), magnitude);  // large ones and NaNs: the row is 1 + 0·a
@@ -62,8 +62,8 @@ template <int N>
     const U64<N> head(0xFFFFFFFFF8000000);
     const Rows<N> row(clampedDifference(packHighWords(asBits(a)) >> 17, 0x3FBE0000 >> 17, 59) << 7);
     // The coefficients of the powers; before them the value at the centre and its tail.
-    const auto c = [&](int power) { return gatherColumn(tables::tanhRows64 + 1 + power, row); };
-    const F64<N> d = a + gatherColumn(tables::tanhRows64 + 12, row);
+    const auto c = [&](int power) { return gatherElementsAt<1>(tables::tanhRows64 + 1 + power, row); };
+    const F64<N> d = a + gatherElementsAt<1>(tables::tanhRows64 + 12, row);
     F64<N> q = c(10);
     for (int power = 9; power >= 2; --power) q = inStep(q * d + c(power));
     const F64<N> p = q * d;

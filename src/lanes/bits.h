@@ -7,7 +7,7 @@
 #include <cstdint>
 #include <type_traits>
 
-// Behind the parameters of a lambda: its body belongs into the loop that calls it.
+// Of a function, or behind the parameters of a lambda: its body belongs into the loop that calls it.
 #define OKT_INLINE __attribute__((always_inline))
 
 namespace okt {
@@ -63,6 +63,27 @@ inline T opaque(T value) {
         asm volatile("" : "+r"(value));
     return value;
 }
+
+// Values that are in memory from here on indeed: what is read of them is read from there.
+template <class A>
+inline void keepInMemory(A& a) {
+    asm volatile("" : "+m"(a));
+}
+template <class A, class B>
+inline void keepInMemory(A& a, B& b) {
+    asm("" : "+m"(a), "+m"(b));
+}
+template <class A, class B, class C>
+inline void keepInMemory(A& a, B& b, C& c) {
+    asm("" : "+m"(a), "+m"(b), "+m"(c));
+}
+template <class A, class B, class C, class D, class E>
+inline void keepInMemory(A& a, B& b, C& c, D& d, E& e) {
+    asm("" : "+m"(a), "+m"(b), "+m"(c), "+m"(d), "+m"(e));
+}
+
+// Whatever is read from memory behind this is read anew.
+inline void forgetMemory() { asm volatile("" : : : "memory"); }
 
 // Keeps the operation that made the value, whose exception flags are wanted although nobody reads the result.
 template <class T>

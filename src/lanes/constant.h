@@ -36,6 +36,20 @@ using Pattern64 = Constant<std::uint64_t>;
 constexpr Constant32 spread32(std::uint32_t pattern) { return bits32(pattern); }
 constexpr Constant64 spread64(std::uint64_t pattern) { return bits64(pattern); }
 
+// A constant for even and one for odd lanes, such as the real and the imaginary parts of complex numbers.
+template <class T>
+struct alignas(16) AlternatingConstant {
+    T even, odd;
+
+    template <int N>
+    operator Vec<T, N>() const {
+        if constexpr (N == 2)
+            return Vec<T, 2>::loadAligned(&even);
+        else
+            return {Vec<T, N / 2>(*this), Vec<T, N / 2>(*this)};
+    }
+};
+
 // The 32-bit integers from `first` to before `end`, tested by one subtraction and one signed comparison.
 struct WordRange {
     Pattern32 origin, last;

@@ -7,6 +7,21 @@
 // One lane is a scalar; the processor's own width (two Real64, four Real32) is a register; anything wider is a pair of
 // halves, worked one after the other, which also gives the processor independent chains to overlap. Every operator is
 // one IEEE operation in each lane. No intrinsic stands outside this folder.
+//
+// Names of conversions, by what stays as it is:
+//
+//   as...      the pattern: asBits, asReal; asWords and asLongs, the same register in other lanes
+//   to...      the number: toReal64 and toReal32 of signed integers, toUnsigned of integral Real64
+//   widen, narrow   the number or truth value, in lanes of the double or half size: Real32, Real64, masks
+//   pack...    a half of each 64-bit lane, as 32-bit lanes side by side: packLowWords, packHighWords
+//
+// Names of lookups, in lookup.h: gather, what a lane's entry is, and how it is found.
+//
+//   Elements, Pairs, Rows   one column, two, four; InterleavedPairs, a pair as two lanes side by side
+//   ...At              by byte offsets, in lanes or in memory; in memory, with a stride, as multiples of it
+//   ...ByLowBits       by the number in the low bits of a lane
+//   ...ByDigitPairs    by digits of two lanes at once
+//   ...AtPlaces        by a list of places; scatterElementsToPlaces is the way back
 #pragma once
 
 #include "lanes/bits.h"
@@ -115,8 +130,6 @@ inline U32<1> shiftRightSigned(U32<1> a, int n) {
 inline Mask32<1> greaterSigned(U32<1> a, U32<1> b) {
     return {static_cast<std::int32_t>(a.raw) > static_cast<std::int32_t>(b.raw)};
 }
-// Signed 32-bit integers to Real64, exact.
-inline F64<1> toReal64(U32<1> a) { return static_cast<Real64>(static_cast<std::int32_t>(a.raw)); }
 // The lower 32 bits of each 64-bit lane, side by side.
 inline U32<1> packLowWords(U64<1> a) { return static_cast<std::uint32_t>(a.raw); }
 
@@ -153,7 +166,7 @@ inline F64<1> widen(F32<1> a) { return static_cast<Real64>(a.raw); }
 inline F32<1> narrow(F64<1> a) { return static_cast<Real32>(a.raw); }
 
 // Signed 32-bit integers to Real64, exact, and to Real32.
-inline F64<1> widenSigned(U32<1> a) { return static_cast<Real64>(static_cast<std::int32_t>(a.raw)); }
+inline F64<1> toReal64(U32<1> a) { return static_cast<Real64>(static_cast<std::int32_t>(a.raw)); }
 inline F32<1> toReal32(U32<1> a) { return static_cast<Real32>(static_cast<std::int32_t>(a.raw)); }
 
 // The upper 32 bits of each 64-bit lane, in the low half of the lane.
@@ -182,7 +195,7 @@ inline U64<1> withHighWords(U32<1> a) { return static_cast<std::uint64_t>(a.raw)
 // The factor of each lane's digit 0 to 2 at `bit` of the lane. The table holds a row for every two lanes' digits: the
 // factors of d0 and d1 stand at row d0 + 4 d1.
 template <int bit>
-inline F64<1> gatherByDigitPairs(const Real64* table, U32<1> digits) {
+inline F64<1> gatherElementsByDigitPairs(const Real64* table, U32<1> digits) {
     return table[2 * (digits.raw >> bit & 3)];
 }
 // Lanes with the sign bit set.
@@ -506,12 +519,6 @@ inline U32<N> shiftRightSigned(U32<N> a, int n) { return {shiftRightSigned(a.lo,
 template <int N>
 requires Paired<U32<N>>
 inline Mask32<N> greaterSigned(U32<N> a, U32<N> b) { return {greaterSigned(a.lo, b.lo), greaterSigned(a.hi, b.hi)}; }
-inline F64<4> toReal64(U32<4> a) {
-    return {F64<2>(_mm_cvtepi32_pd(a.raw)), F64<2>(_mm_cvtepi32_pd(_mm_unpackhi_epi64(a.raw, a.raw)))};
-}
-template <int N>
-requires Paired<U32<N>>
-inline F64<N> toReal64(U32<N> a) { return {toReal64(a.lo), toReal64(a.hi)}; }
 inline U32<4> packLowWords(U64<4> a) {
     return _mm_castps_si128(
         _mm_shuffle_ps(_mm_castsi128_ps(a.lo.raw), _mm_castsi128_ps(a.hi.raw), _MM_SHUFFLE(2, 0, 2, 0)));
@@ -532,12 +539,12 @@ inline U32<4> packHighWords(U64<4> a) {
 template <int N>
 requires LanesAbove<N, 4>
 inline U32<N> packHighWords(U64<N> a) { return {packHighWords(a.lo), packHighWords(a.hi)}; }
-inline F64<4> widenSigned(U32<4> a) {
+inline F64<4> toReal64(U32<4> a) {
     return {F64<2>(_mm_cvtepi32_pd(a.raw)), F64<2>(_mm_cvtepi32_pd(_mm_unpackhi_epi64(a.raw, a.raw)))};
 }
 template <int N>
 requires Paired<U32<N>>
-inline F64<N> widenSigned(U32<N> a) { return {widenSigned(a.lo), widenSigned(a.hi)}; }
+inline F64<N> toReal64(U32<N> a) { return {toReal64(a.lo), toReal64(a.hi)}; }
 inline F64<4> above2To52(U32<4> a) {
     const __m128i exponent = _mm_set1_epi32(0x43300000);
     return {F64<2>(_mm_castsi128_pd(_mm_unpacklo_epi32(a.raw, exponent))),
@@ -642,7 +649,7 @@ inline F32<N> narrow(F64<N> a) { return {narrow(a.lo), narrow(a.hi)}; }
 inline U32<2> packHighWords(U64<2> a) { return {packHighWords(U64<1>(a[0])), packHighWords(U64<1>(a[1]))}; }
 inline F32<2> narrow(F64<2> a) { return {narrow(F64<1>(a[0])), narrow(F64<1>(a[1]))}; }
 // The truth values of 64-bit lanes for 32-bit lanes.
-inline Mask32<4> packMask(Mask64<4> m) {
+inline Mask32<4> narrow(Mask64<4> m) {
     return {_mm_shuffle_ps(_mm_castpd_ps(m.lo.raw), _mm_castpd_ps(m.hi.raw), _MM_SHUFFLE(2, 0, 2, 0))};
 }
 inline Mask64<2> widen(Mask32<2> m) {
@@ -718,11 +725,11 @@ struct Pair {
 };
 
 // The entries table[2·index] and table[2·index + 1], one aligned load a lane: index holds byte offsets.
-inline Pair<F64<1>> gatherPairAt(const Real64* table, U64<1> byteOffset) {
+inline Pair<F64<1>> gatherPairsAt(const Real64* table, U64<1> byteOffset) {
     const auto* entry = reinterpret_cast<const Real64*>(reinterpret_cast<const char*>(table) + byteOffset.raw);
     return {entry[0], entry[1]};
 }
-inline Pair<F64<2>> gatherPairAt(const Real64* table, U64<2> byteOffset) {
+inline Pair<F64<2>> gatherPairsAt(const Real64* table, U64<2> byteOffset) {
     const char* base = reinterpret_cast<const char*>(table);
     // The offsets fit 16 bits, and taking them as 16-bit fields spares a shuffle.
     const auto low = static_cast<unsigned>(_mm_cvtsi128_si32(byteOffset.raw));
@@ -733,17 +740,17 @@ inline Pair<F64<2>> gatherPairAt(const Real64* table, U64<2> byteOffset) {
 }
 template <int N>
 requires Paired<U64<N>>
-inline Pair<F64<N>> gatherPairAt(const Real64* table, U64<N> byteOffset) {
-    const auto lo = gatherPairAt(table, byteOffset.lo);
-    const auto hi = gatherPairAt(table, byteOffset.hi);
+inline Pair<F64<N>> gatherPairsAt(const Real64* table, U64<N> byteOffset) {
+    const auto lo = gatherPairsAt(table, byteOffset.lo);
+    const auto hi = gatherPairsAt(table, byteOffset.hi);
     return {{lo.first, hi.first}, {lo.second, hi.second}};
 }
 
 // table[byteOffset / 8], one element a lane.
-inline F64<1> gatherAt(const Real64* table, U64<1> byteOffset) {
+inline F64<1> gatherElementsAt(const Real64* table, U64<1> byteOffset) {
     return *reinterpret_cast<const Real64*>(reinterpret_cast<const char*>(table) + byteOffset.raw);
 }
-inline F64<2> gatherAt(const Real64* table, U64<2> byteOffset) {
+inline F64<2> gatherElementsAt(const Real64* table, U64<2> byteOffset) {
     const char* base = reinterpret_cast<const char*>(table);
     const auto low = static_cast<unsigned>(_mm_cvtsi128_si32(byteOffset.raw));
     const auto high = static_cast<unsigned>(_mm_extract_epi16(byteOffset.raw, 4));
@@ -752,12 +759,12 @@ inline F64<2> gatherAt(const Real64* table, U64<2> byteOffset) {
 }
 template <int N>
 requires Paired<U64<N>>
-inline F64<N> gatherAt(const Real64* table, U64<N> byteOffset) {
-    return {gatherAt(table, byteOffset.lo), gatherAt(table, byteOffset.hi)};
+inline F64<N> gatherElementsAt(const Real64* table, U64<N> byteOffset) {
+    return {gatherElementsAt(table, byteOffset.lo), gatherElementsAt(table, byteOffset.hi)};
 }
 
 template <int bit>
-inline F64<4> gatherByDigitPairs(const Real64* table, U32<4> digits) {
+inline F64<4> gatherElementsByDigitPairs(const Real64* table, U32<4> digits) {
     const __m128i first = _mm_and_si128(_mm_srli_epi32(digits.raw, bit), _mm_set1_epi32(3));
     // In bytes, in the low half.
     const __m128i rows = _mm_or_si128(_mm_slli_epi64(first, 4), _mm_srli_epi64(first, 26));
@@ -769,19 +776,19 @@ inline F64<4> gatherByDigitPairs(const Real64* table, U32<4> digits) {
 }
 template <int bit, int N>
 requires LanesAbove<N, 4>
-inline F64<N> gatherByDigitPairs(const Real64* table, U32<N> digits) {
-    return {gatherByDigitPairs<bit>(table, digits.lo), gatherByDigitPairs<bit>(table, digits.hi)};
+inline F64<N> gatherElementsByDigitPairs(const Real64* table, U32<N> digits) {
+    return {gatherElementsByDigitPairs<bit>(table, digits.lo), gatherElementsByDigitPairs<bit>(table, digits.hi)};
 }
 
 // Every lane twice: one value for both parts of a complex number.
-inline F64<4> twice(F64<2> a) {
+inline F64<4> eachTwice(F64<2> a) {
     const __m128i raw = _mm_castpd_si128(a.raw);
     return {F64<2>(_mm_castsi128_pd(_mm_shuffle_epi32(raw, _MM_SHUFFLE(1, 0, 1, 0)))),
             F64<2>(_mm_castsi128_pd(_mm_shuffle_epi32(raw, _MM_SHUFFLE(3, 2, 3, 2))))};
 }
 template <int N>
 requires Paired<F64<N>>
-inline F64<2 * N> twice(F64<N> a) { return {twice(a.lo), twice(a.hi)}; }
+inline F64<2 * N> eachTwice(F64<N> a) { return {eachTwice(a.lo), eachTwice(a.hi)}; }
 
 // Interleaved pairs to two vectors of columns, and back.
 inline Pair<F32<4>> loadInterleaved(const Real32* from) {
@@ -820,6 +827,34 @@ requires LanesAbove<N, registerLanes<T>>
 inline void storeInterleaved(T* to, Vec<T, N> first, Vec<T, N> second) {
     storeInterleaved(to, first.lo, second.lo);
     storeInterleaved(to + N, first.hi, second.hi);
+}
+
+// Lanes whose lower half is zero, the upper half taken as a signed number and brought into 0 to `limit`.
+inline U32<1> clampHighHalves(U32<1> a, std::uint16_t limit) {
+    const auto value = static_cast<std::int32_t>(a.raw) >> 16;
+    return static_cast<std::uint32_t>(value < 0 ? 0 : value > limit ? limit : value) << 16;
+}
+inline U32<4> clampHighHalves(U32<4> a, std::uint16_t limit) {
+    const __m128i top = _mm_set1_epi32(static_cast<int>(limit) << 16);
+    return _mm_min_epi16(_mm_max_epi16(a.raw, _mm_setzero_si128()), top);
+}
+template <int N>
+requires Paired<U32<N>>
+inline U32<N> clampHighHalves(U32<N> a, std::uint16_t limit) {
+    return {clampHighHalves(a.lo, limit), clampHighHalves(a.hi, limit)};
+}
+
+// The number without its fraction, for numbers below 2^31, whatever the rounding mode.
+inline F64<1> truncated(F64<1> a) { return static_cast<Real64>(static_cast<std::int32_t>(a.raw)); }
+inline F64<2> truncated(F64<2> a) { return _mm_cvtepi32_pd(_mm_cvttpd_epi32(a.raw)); }
+template <int N>
+requires Paired<F64<N>>
+inline F64<N> truncated(F64<N> a) { return {truncated(a.lo), truncated(a.hi)}; }
+
+// The integer of a non-negative integral number below 2^31.
+template <int N>
+inline U64<N> toUnsigned(F64<N> a) {
+    return asBits(a + F64<N>(0x1p52)) & U64<N>(std::uint64_t{0x7FFFFFFF});
 }
 
 }  // namespace okt

@@ -32,6 +32,21 @@ inline Real80 fromBits(Real80Bits bits) {
     return x;
 }
 
+OKT_INLINE inline Real80 abs(Real80 x) { return __builtin_fabsl(x); }
+
+// Square root by the processor: correctly rounded, and by itself right for zeros, infinities, NaNs and negative
+// arguments, which give a NaN with the invalid flag.
+OKT_INLINE inline Real80 sqrt(Real80 x) {
+    asm("fsqrt" : "+t"(x));
+    return x;
+}
+
+// Either value by a move under a condition instead of a branch.
+OKT_INLINE inline Real80 select(bool condition, Real80 whenSet, Real80 otherwise) {
+    asm("testb %2, %2\n\tfcmovne %1, %0" : "+t"(otherwise) : "f"(whenSet), "q"(condition) : "cc");
+    return otherwise;
+}
+
 // The significand as a number in [1, 2), by an integer load; every step is exact.
 inline Real80 significandOf(Real80Bits bits) {
     return (static_cast<Real80>(static_cast<std::int64_t>(bits.significand)) + 0x1p64L) * 0x1p-63L;

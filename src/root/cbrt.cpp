@@ -59,7 +59,7 @@ template <Root root, int N>
     if constexpr (root == Root::invCbrt) e = U32<N>(0x7F000000) - e;
     const U32<N> twoThirds = mulHighHalves(e, 0xAAAB);
     const U32<N> scale = ((twoThirds >> 1) + U32<N>(0x2A600000)) & U32<N>(exponentMask);
-    return {narrow(p * gatherByDigitPairs<20>(tables::cbrtScalePairs, twoThirds)), scale};
+    return {narrow(p * gatherElementsByDigitPairs<20>(tables::cbrtScalePairs, twoThirds)), scale};
 }
 
 template <int N>
@@ -141,7 +141,7 @@ F64<N> rootSteps(F64<N> x) {
     const U64<N> byteOffset = (bits >> 44) & U64<N>(0xF8);  // 8 i
     const F64<N> minusM = asReal((bits & U64<N>(0x000FFFFFFFFFFFFF)) | U64<N>(0xBFF0000000000000));
     const F64<N> minusC = asReal((bits & U64<N>(0x000F800000000000)) | U64<N>(0xBFF0400000000000));
-    const F64<N> u = gatherAt(tables::cbrtRecip, byteOffset) * (minusM - minusC);
+    const F64<N> u = gatherElementsAt(tables::cbrtRecip, byteOffset) * (minusM - minusC);
 
     // e = 3 q + r; 0x1556/2^14 is 1/3, near enough for 11 bits.
     const U64<N> e = (bits >> 52) & U64<N>(0x7FF);
@@ -152,8 +152,8 @@ F64<N> rootSteps(F64<N> x) {
     const U64<N> exponent = inverse ? U64<N>(1364) - q : U64<N>(682) + q;
     const F64<N> scale = asReal((exponent << 52) | (bits & U64<N>(0x8000000000000000)));
 
-    const F64<N> h = gatherAt(inverse ? tables::invCbrtHead : tables::cbrtHead, rowOffset) * scale;
-    const F64<N> t = gatherAt(inverse ? tables::invCbrtTail : tables::cbrtTail, rowOffset) * scale;
+    const F64<N> h = gatherElementsAt(inverse ? tables::invCbrtHead : tables::cbrtHead, rowOffset) * scale;
+    const F64<N> t = gatherElementsAt(inverse ? tables::invCbrtTail : tables::cbrtTail, rowOffset) * scale;
     const F64<N> series = horner(inverse ? invCbrtSeries : cbrtSeries, u);
     return (series * (h * u) + t) + h;
 }

@@ -63,7 +63,7 @@ CubeRoot<F64<N>> cubeRoot(F64<N> w, std::uint64_t bias) {
     const U rem = e - q - (q + q);
     const V scale = asReal((q + U(1023 - 341 - bias)) << 52);
     const V m = asReal((bits & U(0x000FFFFFFFFFFFFF)) | U(0x3FF0000000000000));
-    const V t = gatherAt(tables::pow2o3Seed, (bits >> 44) & U(0xF8));
+    const V t = gatherElementsAt(tables::pow2o3Seed, (bits >> 44) & U(0xF8));
 
     const auto [mh, ml] = splitBy(splitBig, m);
     const V b = mh * t * t;
@@ -93,7 +93,7 @@ CubeRoot<F64<N>> cubeRoot(F64<N> w, std::uint64_t bias) {
     const auto [zh, zr] = splitBy(splitSmall, z);
     const V rest = ((zr + c) + rl) + zlo;
 
-    const auto [th, tl] = gatherPairAt(tables::cubeRootTwo, rem << 4);
+    const auto [th, tl] = gatherPairsAt(tables::cubeRootTwo, rem << 4);
     return {zh * th, (zh + rest) * tl + rest * th, scale};
 }
 

@@ -52,7 +52,7 @@ inline RootParts<N> rootParts(F64<N> s) {
     // Bit 52, the lowest of the biased exponent, is set when the unbiased exponent is even: its inverse is the odd bit.
     const U64<N> flipped = bits ^ U64<N>(0x0010000000000000);
     const F64<N> m2 = asReal((flipped & U64<N>(0x001FFFFFFFFFFFFF)) + U64<N>(0x3FF0000000000000));
-    const F64<N> seed = gatherAt(tables::InvRootSeed, (flipped >> 41) & U64<N>(0xFF8));
+    const F64<N> seed = gatherElementsAt(tables::InvRootSeed, (flipped >> 41) & U64<N>(0xFF8));
     return {rootOfSignificand(m2, seed), ((bits >> 52) + U64<N>(1023)) >> 1};
 }
 

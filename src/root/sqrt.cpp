@@ -11,9 +11,9 @@
 // 0x3F85B984 (32f), 0.5005 (64f). The last bit may follow the seed of another processor model.
 #include "frame/frame.h"
 #include "frame/loops.h"
+#include "lanes/opaque.h"
 #include "lanes/ordered.h"
 #include "lanes/root_seed.h"
-#include "lanes/void_lanes.h"
 
 namespace okt {
 namespace {

@@ -388,7 +388,7 @@ template <int N>
     const F32<N> n = (a & ~inD) - c * b;
     const F32<N> d = (b & ~inD) + c * a;
     const F64<N> t = quotient(k, n, d);
-    const auto centre = gatherPairs<8>(centreAngle[0], row);
+    const auto centre = gatherPairsByLowBits<8>(centreAngle[0], row);
     const F64<N> head = t & U64<N>(k.headOfReal64);
     const F32<N> th = narrow(head);
     const F32<N> tl = narrow(t - head) + centre.second;

@@ -2,7 +2,7 @@
 #pragma once
 
 #include "lanes/constant.h"
-#include "lanes/gather.h"
+#include "lanes/lookup.h"
 #include "trig/atan_tables.h"
 
 namespace okt::atan {
@@ -13,10 +13,10 @@ struct Interval {
     Mask64<N> last;
 
     // The centre, behind the last limit the factor of |x| in the denominator.
-    F64<N> centre() const { return gatherAt<sizeof(Real64)>(tables::atanScale, number); }
+    F64<N> centre() const { return gatherElementsAt<sizeof(Real64)>(tables::atanScale, number); }
     // arctan of the centre in two parts.
-    F64<N> head() const { return gatherAt<sizeof(Real64)>(tables::atanHead, number); }
-    F64<N> tail() const { return gatherAt<sizeof(Real64)>(tables::atanTail, number); }
+    F64<N> head() const { return gatherElementsAt<sizeof(Real64)>(tables::atanHead, number); }
+    F64<N> tail() const { return gatherElementsAt<sizeof(Real64)>(tables::atanTail, number); }
 };
 
 namespace detail {

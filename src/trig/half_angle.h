@@ -4,8 +4,8 @@
 #pragma once
 
 #include "lanes/constant.h"
+#include "lanes/opaque.h"
 #include "lanes/root_seed.h"
-#include "lanes/void_lanes.h"
 #include "oktvm.h"
 
 namespace okt::half_angle {

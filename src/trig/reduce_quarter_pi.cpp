@@ -133,7 +133,7 @@ template <int N>
     const U64<N> i = mulLowWords(d, U64<N>(83886)) >> 21;
     const U64<N> r = d - mulLowWords(i, U64<N>(25));
     const U64<N> offset = i << 3;
-    const auto T = [&](int k) OKT_INLINE { return gatherAt(tables::fourOverPiChunks + k, offset); };
+    const auto T = [&](int k) OKT_INLINE { return gatherElementsAt(tables::fourOverPiChunks + k, offset); };
     const F64<N> T1 = T(1), T2 = T(2), T3 = T(3), T4 = T(4), T5 = T(5), T6 = T(6), T7 = T(7);
 
     // The leading products, less a multiple of a power of two far above 8: what is left has room for its fraction.

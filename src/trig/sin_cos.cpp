@@ -122,7 +122,7 @@ inline bool fittedSineAndCosineOfStrip(const Fit& k, const Real32* src, Real32* 
     });
     if (!reduced) [[unlikely]]
         return false;
-    asm("" : "+m"(r), "+m"(n));  // they are in memory indeed
+    keepInMemory(r, n);
     for (int i = 0; i < stripLength; i += 8) {
         const auto result = fittedSineAndCosine(k, F64<8>::load(r + i), U32<8>::load(n + i));
         result.sine.store(sines + i);

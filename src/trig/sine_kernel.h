@@ -9,8 +9,8 @@
 #pragma once
 
 #include "frame/status_flag.h"
-#include "lanes/columns.h"
 #include "lanes/lanes.h"
+#include "lanes/lookup.h"
 #include "tables/sin_cos_table.h"
 #include "trig/reduce_quarter_pi.h"
 #include "trig/sin_cos_tables.h"
@@ -114,8 +114,8 @@ inline Summands<N> summands(const Row<N>& row, F64<N> r, F64<N> rl, const Series
 // The same from the table's row at byteOffset.
 template <int N>
 inline Summands<N> summands(const Real64* table, U64<N> byteOffset, F64<N> r, F64<N> rl, const Series<N>& poly) {
-    const auto [cosTail, sinHead] = gatherPairAt(table, byteOffset);
-    const auto [sinTail, cosHead] = gatherPairAt(table + 2, byteOffset);
+    const auto [cosTail, sinHead] = gatherPairsAt(table, byteOffset);
+    const auto [sinTail, cosHead] = gatherPairsAt(table + 2, byteOffset);
     return summands(Row<N>{cosTail, sinHead, sinTail, cosHead}, r, rl, poly);
 }
 
@@ -142,7 +142,7 @@ public:
         const Series<N> poly = series<Steps>(a.r);
         poly.sine.store(sine_);
         poly.cosine.store(cosine_);
-        asm("" : "+m"(r_), "+m"(rl_), "+m"(sine_), "+m"(cosine_), "+m"(offset_));  // they are in memory indeed
+        keepInMemory(r_, rl_, sine_, cosine_, offset_);
     }
 
     void storeSums(Real64* to, const Real64* table, int quarter = 0) const {

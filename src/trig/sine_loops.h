@@ -31,7 +31,7 @@ struct HalfTurn {
 template <class Function, int N>
 inline HalfTurn<N> reduceToHalfTurn(const Fit& k, F32<N> x, F64<N> wide) {
     const U32<N> n = Function::halfTurns(x);
-    const F64<N> d = Function::centre(widenSigned(n));
+    const F64<N> d = Function::centre(toReal64(n));
     return {(wide + d * k.negPi1) - d * k.pi2, n << 31};
 }
 
@@ -55,7 +55,7 @@ inline bool fittedSineOfStrip(const Fit& k, const Real32* src, Real32* dst) {
     });
     if (!reduced) [[unlikely]]
         return false;
-    asm("" : "+m"(r), "+m"(z), "+m"(sign));  // they are in memory indeed
+    keepInMemory(r, z, sign);
     for (int i = 0; i < stripLength; i += 16)
         fittedSine(k, F64<16>::load(r + i), F64<16>::load(z + i), U32<16>::load(sign + i)).store(dst + i);
     return true;

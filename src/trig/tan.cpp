@@ -56,7 +56,7 @@ inline F64<N> tangent(F64<N> x, Rest lo, U64<N> quarters) {
     // A row has twenty entries of eight bytes.
     const U64<N> row = (asBits(t) + (quarters << 4)) & U64<N>(31);
     const U64<N> offset = (row << 7) + (row << 5);
-    const auto T = [&](int entry) OKT_INLINE { return gatherAt(tables::tanRows + entry, offset); };
+    const auto T = [&](int entry) OKT_INLINE { return gatherElementsAt(tables::tanRows + entry, offset); };
 
     const F64<N> a = x - n * C::tanStep1;
     const F64<N> second = n * C::tanStep2;
@@ -163,7 +163,7 @@ struct Fit {
 template <int N>
 inline F32<N> fittedTangent(F32<N> x) {
     const U32<N> k = roundToSigned(x * Fit::twoOverPi32);
-    const F64<N> n = widenSigned(k);
+    const F64<N> n = toReal64(k);
     const F64<N> r = (widen(x) - n * Fit::halfPi1) - n * Fit::halfPi2;
     const F64<N> z = r * r;
     const F64<N> s = (r * Fit::n1) * z + r;

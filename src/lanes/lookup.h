@@ -24,39 +24,39 @@ struct InMemory {
 namespace gathering {
 
 template <int N>
-inline F64<N> widenSigned(const std::uint32_t* a) {
+inline F64<N> toReal64(const std::uint32_t* a) {
     if constexpr (N == 1)
-        return okt::widenSigned(U32<1>(*a));
+        return okt::toReal64(U32<1>(*a));
     else if constexpr (N == 2)
         return _mm_cvtepi32_pd(_mm_loadl_epi64(reinterpret_cast<const __m128i*>(a)));
     else
-        return {widenSigned<N / 2>(a), widenSigned<N / 2>(a + N / 2)};
+        return {toReal64<N / 2>(a), toReal64<N / 2>(a + N / 2)};
 }
 
 }  // namespace gathering
 
 // Signed 32-bit integers to Real64, exact. From memory it takes no shuffle.
 template <int N>
-inline F64<N> widenSigned(const InMemory<std::uint32_t, N>& a) {
-    return gathering::widenSigned<N>(a.lane);
+inline F64<N> toReal64(const InMemory<std::uint32_t, N>& a) {
+    return gathering::toReal64<N>(a.lane);
 }
 
 // Elements at listed places of an array, and back to them.
 template <int N>
-inline F64<N> gatherPlaces(const Real64* from, const std::uint8_t* place) {
+inline F64<N> gatherElementsAtPlaces(const Real64* from, const std::uint8_t* place) {
     if constexpr (N == 2)
         return _mm_loadh_pd(_mm_load_sd(from + place[0]), from + place[1]);
     else
-        return {gatherPlaces<N / 2>(from, place), gatherPlaces<N / 2>(from, place + N / 2)};
+        return {gatherElementsAtPlaces<N / 2>(from, place), gatherElementsAtPlaces<N / 2>(from, place + N / 2)};
 }
 template <int N>
-inline void scatterPlaces(Real64* to, const std::uint8_t* place, F64<N> x) {
+inline void scatterElementsToPlaces(Real64* to, const std::uint8_t* place, F64<N> x) {
     if constexpr (N == 2) {
         _mm_storel_pd(to + place[0], x.raw);
         _mm_storeh_pd(to + place[1], x.raw);
     } else {
-        scatterPlaces<N / 2>(to, place, x.lo);
-        scatterPlaces<N / 2>(to, place + N / 2, x.hi);
+        scatterElementsToPlaces<N / 2>(to, place, x.lo);
+        scatterElementsToPlaces<N / 2>(to, place + N / 2, x.hi);
     }
 }
 
@@ -159,13 +159,13 @@ inline Columns<F32<N>> rows(const Real32* table, const std::uint32_t* offset) {
 
 // The pairs table[2j], table[2j + 1], where j is the number in the low `bits` bits of a lane.
 template <int bits, class T, int N>
-inline Pair<Vec<T, N>> gatherPairs(const T* table, const InMemory<Unsigned<T>, N>& n) {
+inline Pair<Vec<T, N>> gatherPairsByLowBits(const T* table, const InMemory<Unsigned<T>, N>& n) {
     return gathering::pairs<bits, N>(table, n.lane);
 }
 
 // The rows of four at the given byte offsets.
 template <class T, int N>
-inline Columns<Vec<T, N>> gatherRows(const T* table, const InMemory<std::uint32_t, N>& byteOffset) {
+inline Columns<Vec<T, N>> gatherRowsAt(const T* table, const InMemory<std::uint32_t, N>& byteOffset) {
     return gathering::rows<N>(table, byteOffset.lane);
 }
 
@@ -207,7 +207,7 @@ inline Pair<F64<N>> pairsAt(const Real64* table, const Offset* offset) {
 // The elements, and the pairs of elements, that stand stride · offset bytes behind the table's start. A stride of 1, 2,
 // 4 or 8 costs nothing, so that tables with entries of different sizes share their offsets.
 template <std::size_t stride, int N>
-inline F64<N> gatherAt(const Real64* table, const InMemory<std::uint32_t, N>& offset) {
+inline F64<N> gatherElementsAt(const Real64* table, const InMemory<std::uint32_t, N>& offset) {
     return gathering::elementsAt<stride, N>(table, offset.lane);
 }
 template <std::size_t stride, int N>
@@ -215,10 +215,57 @@ inline Pair<F64<N>> gatherPairsAt(const Real64* table, const InMemory<std::uint3
     return gathering::pairsAt<stride, N>(table, offset.lane);
 }
 
-// The first column alone.
+namespace gathering {
+
+template <int bits, int N>
+inline F64<N> lowElements(const Real64* table, const std::uint64_t* n) {
+    const auto at = [&](int lane) { return table + lowBits<bits>(n[lane]); };
+    if constexpr (N == 1)
+        return *at(0);
+    else if constexpr (N == 2)
+        return _mm_loadh_pd(_mm_load_sd(at(0)), at(1));
+    else
+        return {lowElements<bits, N / 2>(table, n), lowElements<bits, N / 2>(table, n + N / 2)};
+}
+
+}  // namespace gathering
+
+// The table's rows at the given byte offsets, which stand in memory and stay there. Rows start at multiples of 16
+// bytes, and so do pairs of columns.
+template <int N, class Offset = std::uint32_t>
+class RowPerLane {
+public:
+    RowPerLane(const Real64* table, const Offset* byteOffset) : table_(table), offset_(byteOffset) {}
+    Pair<F64<N>> pair(int evenColumn) const { return gathering::pairsAt<1, N>(table_ + evenColumn, offset_); }
+    F64<N> operator[](int column) const { return gathering::elementsAt<1, N>(table_ + column, offset_); }
+
+private:
+    const Real64* table_;
+    const Offset* offset_;
+};
+
+// table[j], where j is the number in the low `bits` bits of a lane.
+template <int bits, int N>
+inline F64<N> gatherElementsByLowBits(const Real64* table, const InMemory<std::uint64_t, N>& n) {
+    return gathering::lowElements<bits, N>(table, n.lane);
+}
+
+namespace gathering {
+
 template <int N>
-inline F64<N> gatherColumn(const Real64* table, const InMemory<std::uint32_t, N>& byteOffset) {
-    return gathering::elementsAt<1, N>(table, byteOffset.lane);
+inline F64<2 * N> interleavedPairsAt(const Real64* table, const std::uint64_t* offset) {
+    if constexpr (N == 1)
+        return F64<2>::loadAligned(entryAt<1>(table, offset[0]));
+    else
+        return {interleavedPairsAt<N / 2>(table, offset), interleavedPairsAt<N / 2>(table, offset + N / 2)};
+}
+
+}  // namespace gathering
+
+// The pairs at the given byte offsets, both elements of a pair side by side.
+template <int N>
+inline F64<2 * N> gatherInterleavedPairsAt(const Real64* table, const InMemory<std::uint64_t, N>& byteOffset) {
+    return gathering::interleavedPairsAt<N>(table, byteOffset.lane);
 }
 
 }  // namespace okt
