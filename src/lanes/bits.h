@@ -18,6 +18,14 @@ constexpr Real64 bits64(std::uint64_t pattern) { return std::bit_cast<Real64>(pa
 constexpr std::uint32_t asBits(Real32 x) { return std::bit_cast<std::uint32_t>(x); }
 constexpr std::uint64_t asBits(Real64 x) { return std::bit_cast<std::uint64_t>(x); }
 
+// The same back, of the type that the width says.
+constexpr Real32 asReal(std::uint32_t pattern) { return bits32(pattern); }
+constexpr Real64 asReal(std::uint64_t pattern) { return bits64(pattern); }
+
+// The unsigned integer of a type's size.
+template <class T>
+using Unsigned = std::conditional_t<sizeof(T) == 8, std::uint64_t, std::uint32_t>;
+
 // The upper and lower 32 bits of a Real64's pattern.
 constexpr std::uint32_t highWord(Real64 x) { return static_cast<std::uint32_t>(asBits(x) >> 32); }
 constexpr std::uint32_t lowWord(Real64 x) { return static_cast<std::uint32_t>(asBits(x)); }

@@ -70,9 +70,6 @@ concept RealRegister = std::is_floating_point_v<T> && N == registerLanes<T>;
 template <class T, int N>
 concept IntegerRegister = std::is_integral_v<T> && N == registerLanes<T>;
 
-template <class T>
-using Unsigned = std::conditional_t<sizeof(T) == 8, std::uint64_t, std::uint32_t>;
-
 // ---------------------------------------------------------------------------------------------------------------------
 // One lane.
 
