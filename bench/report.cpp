@@ -53,12 +53,6 @@ struct Group {
     std::vector<Routine> routines;
 };
 
-std::string groupOf(const okt::Export& function) {
-    for (const okt::CatalogueEntry& entry : okt::catalogue())
-        if (entry.name == function.name) return std::string(entry.group);
-    return "Others";
-}
-
 std::string slug(std::string text) {
     for (char& c : text) c = c == ' ' ? '-' : static_cast<char>(std::tolower(static_cast<unsigned char>(c)));
     return text;
@@ -312,7 +306,7 @@ int main(int argc, char** argv) {
             if (static_cast<std::size_t>(length) == tableLength || !quick || length == 1 || length == 64)
                 routine.lengths.push_back(measure(*function, static_cast<std::size_t>(length), effort));
         routine.lengths.push_back(measure(*function, lengthBeyondCache(*function), effort));
-        const std::string group = groupOf(*function);
+        const std::string group = std::string(function->group);
         auto found = std::ranges::find(groups, group, &Group::name);
         if (found == groups.end()) found = groups.insert(groups.end(), {group, {}});
         found->routines.push_back(std::move(routine));

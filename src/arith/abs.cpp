@@ -6,6 +6,7 @@
 // in Real80, so that no square overflows or underflows and the result is rounded once. Where that is seen
 // to give the same bits and flags, the processor's root instruction takes the place of the seeded root.
 // Largest errors seen: Complex32 0.5000 ulp (correctly rounded in every sample), Complex64 0.5005 ulp.
+#include "exports/Abs.h"
 #include "arith/complex_parts.h"
 #include "arith/elementwise.h"
 #include "frame/inexact.h"
@@ -16,12 +17,10 @@ namespace okt {
 namespace {
 
 template <class T>
-OktStatus absReal(const T* src, T* dst, std::int32_t len) {
-    return plainFrame(len, src, dst, [=](OktStatus&) {
-        using Pattern = Unsigned<T>;
-        const auto clearSign = [](auto x) { return x & decltype(x)(static_cast<Pattern>(~Pattern{0}) >> 1); };
-        vectorLoop(clearSign, patterns(dst), static_cast<std::size_t>(len), patterns(src));
-    });
+void absReal(const T* src, T* dst, std::int32_t len, OktStatus&) {
+    using Pattern = Unsigned<T>;
+    const auto clearSign = [](auto x) { return x & decltype(x)(static_cast<Pattern>(~Pattern{0}) >> 1); };
+    vectorLoop(clearSign, patterns(dst), static_cast<std::size_t>(len), patterns(src));
 }
 
 template <int N>
@@ -89,19 +88,17 @@ bool rootOfFour(const Complex32* src, Real32* dst) {
     return true;
 }
 
-OktStatus absComplex32(const Complex32* src, Real32* dst, std::int32_t len) {
-    return x87Frame<53>(len, src, dst, [=](OktStatus& status) {
-        bool byInstruction = inexactStandsInNearest();
-        const auto tryFour = [&](const Complex32* from, Real32* to) {
-            if (byInstruction && rootOfFour(from, to)) [[likely]]
-                return true;
-            const bool done = modulusOfFour(from, to);
-            byInstruction = inexactStandsInNearest();
-            return done;
-        };
-        redoBlock<4>(
-            src, dst, len, tryFour, [](Complex32 z, OktStatus&) { return modulus(z); }, status);
-    });
+void absComplex32(const Complex32* src, Real32* dst, std::int32_t len, OktStatus& status) {
+    bool byInstruction = inexactStandsInNearest();
+    const auto tryFour = [&](const Complex32* from, Real32* to) {
+        if (byInstruction && rootOfFour(from, to)) [[likely]]
+            return true;
+        const bool done = modulusOfFour(from, to);
+        byInstruction = inexactStandsInNearest();
+        return done;
+    };
+    redoBlock<4>(
+        src, dst, len, tryFour, [](Complex32 z, OktStatus&) { return modulus(z); }, status);
 }
 
 // By the pattern: a compare of floats would count a subnormal as zero under the caller's denormals-are-zero.
@@ -172,9 +169,7 @@ void moduli(const Complex64* src, Real64* dst, std::int32_t len) {
     for (; i < len; ++i) storeModulusAsWritten(src + i, dst + i);
 }
 
-OktStatus absComplex64(const Complex64* src, Real64* dst, std::int32_t len) {
-    return x87Frame<64>(len, src, dst, [=](OktStatus&) { moduli(src, dst, len); });
-}
+void absComplex64(const Complex64* src, Real64* dst, std::int32_t len, OktStatus&) { moduli(src, dst, len); }
 
 }  // namespace
 

@@ -4,7 +4,6 @@
 // Real80 with a bound of the error.
 #pragma once
 
-#include "frame/frame.h"
 #include "frame/inexact.h"
 #include "lanes/interleaving.h"
 #include "lanes/lanes.h"
@@ -342,33 +341,32 @@ struct ProductBy {
 
 // A complex product. The path is chosen once an element.
 template <class Formulas>
-inline OktStatus complexProduct64(const Complex64* src1, const Complex64* src2, Complex64* dst, std::int32_t len) {
-    return x87Frame<64>(len, src1, src2, dst, [=](OktStatus&) {
-        const bool sourcesChange = interferes(src1, dst, 1) || interferes(src2, dst, 1);
-        const auto asWritten = [=](const Complex64* from1, const Complex64* from2, Complex64* to)
-            __attribute__((noinline)) {
-            const auto a = loadParts(from1);
-            const auto b = loadParts(from2);
-            const auto storeParts = [&](auto convert) {
-                auto x = convert(a);
-                auto y = convert(b);
-                storeReal(to, static_cast<Real64>(Formulas::re(x, y)));
-                if (sourcesChange) [[unlikely]] {
-                    x = convert(loadParts(from1));
-                    y = convert(loadParts(from2));
-                }
-                storeImaginary(to, static_cast<Real64>(Formulas::im(x, y)));
-            };
-            // In place a short source may change into a long one.
-            const bool compensates = !needsSimplePath(a, b) && (sourcesChange || !hasShortParts(a, b));
-            if (compensates)
-                storeParts(split);
-            else
-                storeParts(extended);
-            return compensates;
+inline void complexProduct64(const Complex64* src1, const Complex64* src2, Complex64* dst, std::int32_t len,
+                             OktStatus&) {
+    const bool sourcesChange = interferes(src1, dst, 1) || interferes(src2, dst, 1);
+    const auto asWritten = [=](const Complex64* from1, const Complex64* from2, Complex64* to)
+        __attribute__((noinline)) {
+        const auto a = loadParts(from1);
+        const auto b = loadParts(from2);
+        const auto storeParts = [&](auto convert) {
+            auto x = convert(a);
+            auto y = convert(b);
+            storeReal(to, static_cast<Real64>(Formulas::re(x, y)));
+            if (sourcesChange) [[unlikely]] {
+                x = convert(loadParts(from1));
+                y = convert(loadParts(from2));
+            }
+            storeImaginary(to, static_cast<Real64>(Formulas::im(x, y)));
         };
-        complexLoop64<ProductBy<Formulas>::template Of>(src1, src2, dst, len, asWritten);
-    });
+        // In place a short source may change into a long one.
+        const bool compensates = !needsSimplePath(a, b) && (sourcesChange || !hasShortParts(a, b));
+        if (compensates)
+            storeParts(split);
+        else
+            storeParts(extended);
+        return compensates;
+    };
+    complexLoop64<ProductBy<Formulas>::template Of>(src1, src2, dst, len, asWritten);
 }
 
 }  // namespace okt

@@ -8,6 +8,7 @@
 // Complex: the first source times the conjugate of the second, times the reciprocal of the second's squared
 // modulus. Complex32 in Real64; Complex64 in Real80 with compensated numerators. A zero divisor takes the course of the
 // IEEE operations; there is no status.
+#include "exports/Div.h"
 #include "arith/complex_parts.h"
 #include "frame/loops.h"
 #include "frame/status_flag.h"
@@ -49,19 +50,17 @@ bool mayWarn(F64<N> divisor) {
 }
 
 template <class T>
-OktStatus divReal(const T* src1, const T* src2, T* dst, std::int32_t len) {
-    return x87Frame<53>(len, src1, src2, dst, [=](OktStatus& status) {
-        packedElementLoop<4, 8>(
-            src1, src2, dst, len,
-            []<int N>(std::integral_constant<int, N>, const T* x, const T* y, T* quotient) {
-                const auto divisor = Vec<T, N>::load(y);
-                if (mayWarn(divisor)) [[unlikely]]
-                    return false;
-                (Vec<T, N>::load(x) / divisor).store(quotient);
-                return true;
-            },
-            [](T x, T y, OktStatus& s) { return divElement(x, y, s); }, status);
-    });
+void divReal(const T* src1, const T* src2, T* dst, std::int32_t len, OktStatus& status) {
+    packedElementLoop<4, 8>(
+        src1, src2, dst, len,
+        []<int N>(std::integral_constant<int, N>, const T* x, const T* y, T* quotient) {
+            const auto divisor = Vec<T, N>::load(y);
+            if (mayWarn(divisor)) [[unlikely]]
+                return false;
+            (Vec<T, N>::load(x) / divisor).store(quotient);
+            return true;
+        },
+        [](T x, T y, OktStatus& s) { return divElement(x, y, s); }, status);
 }
 
 template <class R>
@@ -77,9 +76,8 @@ Quotient<Ordered<V>> quotientBy(ComplexOf<Ordered<V>> b) {
     return {Ordered<V>{V(1.0)} / (b.re * b.re + imSquared)};
 }
 
-OktStatus divComplex32(const Complex32* src1, const Complex32* src2, Complex32* dst, std::int32_t len) {
-    return x87Frame<53>(len, src1, src2, dst,
-                        [=](OktStatus&) { complexLoop32(src1, src2, dst, len, [](auto b) { return quotientBy(b); }); });
+void divComplex32(const Complex32* src1, const Complex32* src2, Complex32* dst, std::int32_t len, OktStatus&) {
+    complexLoop32(src1, src2, dst, len, [](auto b) { return quotientBy(b); });
 }
 
 template <class R>
@@ -116,9 +114,8 @@ struct Quotient64 {
     return compensates;
 }
 
-OktStatus divComplex64(const Complex64* src1, const Complex64* src2, Complex64* dst, std::int32_t len) {
-    return x87Frame<64>(len, src1, src2, dst,
-                        [=](OktStatus&) { complexLoop64<Quotient64>(src1, src2, dst, len, divElement64); });
+void divComplex64(const Complex64* src1, const Complex64* src2, Complex64* dst, std::int32_t len, OktStatus&) {
+    complexLoop64<Quotient64>(src1, src2, dst, len, divElement64);
 }
 
 }  // namespace

@@ -1,7 +1,6 @@
 // What the functions of one IEEE operation an element share: complex arrays are arrays of reals of twice the length.
 #pragma once
 
-#include "frame/frame.h"
 #include "frame/vector_loop.h"
 
 namespace okt {
@@ -23,11 +22,9 @@ inline std::uint64_t* patterns(Real64* x) { return reinterpret_cast<std::uint64_
 
 // dst = operation(src1, src2) over real or complex arrays, part by part.
 template <class T, class Operation>
-inline OktStatus elementwise(const T* src1, const T* src2, T* dst, std::int32_t len, const Operation& operation) {
-    return plainFrame(len, src1, src2, dst, [=](OktStatus&) {
-        const std::size_t reals = static_cast<std::size_t>(len) * (sizeof(T) / sizeof(*parts(dst)));
-        vectorLoop(operation, parts(dst), reals, parts(src1), parts(src2));
-    });
+inline void elementwise(const T* src1, const T* src2, T* dst, std::int32_t len, const Operation& operation) {
+    const std::size_t reals = static_cast<std::size_t>(len) * (sizeof(T) / sizeof(*parts(dst)));
+    vectorLoop(operation, parts(dst), reals, parts(src1), parts(src2));
 }
 
 }  // namespace okt

@@ -1,6 +1,6 @@
 // Reciprocals: one IEEE division an element, under the caller's MXCSR. A zero of either sign, by its bits, warns; a
 // subnormal whose reciprocal overflows does not. Elements are divided side by side where none is a zero.
-#include "frame/frame.h"
+#include "exports/Inv.h"
 #include "frame/loops.h"
 #include "frame/status_flag.h"
 
@@ -33,19 +33,17 @@ bool hasZero(F64<N> x) {
 }
 
 template <class T>
-OktStatus inv(const T* src, T* dst, std::int32_t len) {
-    return x87Frame<53>(len, src, dst, [=](OktStatus& status) {
-        packedElementLoop<4, 8>(
-            src, dst, len,
-            []<int N>(std::integral_constant<int, N>, const T* from, T* to) {
-                const auto x = Vec<T, N>::load(from);
-                if (hasZero(x)) [[unlikely]]
-                    return false;
-                (Vec<T, N>(T{1}) / x).store(to);
-                return true;
-            },
-            [](T x, OktStatus& s) { return invElement(x, s); }, status);
-    });
+void inv(const T* src, T* dst, std::int32_t len, OktStatus& status) {
+    packedElementLoop<4, 8>(
+        src, dst, len,
+        []<int N>(std::integral_constant<int, N>, const T* from, T* to) {
+            const auto x = Vec<T, N>::load(from);
+            if (hasZero(x)) [[unlikely]]
+                return false;
+            (Vec<T, N>(T{1}) / x).store(to);
+            return true;
+        },
+        [](T x, OktStatus& s) { return invElement(x, s); }, status);
 }
 
 }  // namespace

@@ -1,7 +1,7 @@
 // Integer and fraction parts: the part towards zero by a mask on the pattern, the fraction by an exact subtraction.
 // A NaN comes out quiet in both; no other element raises a flag.
+#include "exports/Modf.h"
 #include "arith/integral_parts.h"
-#include "frame/frame.h"
 #include "frame/vector_loop.h"
 
 namespace okt {
@@ -50,20 +50,18 @@ bool worksInPasses(const T* src, const T* dst1, const T* dst2) {
 }
 
 template <class T>
-OktStatus modf(const T* src, T* dst1, T* dst2, std::int32_t len) {
-    return plainFrame(len, src, dst1, dst2, [=](OktStatus&) {
-        using Pass = Vec<T, 2 * registerLanes<T>>;
-        std::int32_t i = 0;
-        const auto some = [&]<class V>(V x) {
-            const auto [integer, fraction] = splitAtPoint(x);
-            integer.store(dst1 + i);
-            fraction.store(dst2 + i);
-            i += V::lanes;
-        };
-        if (worksInPasses(src, dst1, dst2))
-            while (i <= len - Pass::lanes) some(Pass::load(src + i));
-        while (i < len) some(Vec<T, 1>::load(src + i));
-    });
+void modf(const T* src, T* dst1, T* dst2, std::int32_t len, OktStatus&) {
+    using Pass = Vec<T, 2 * registerLanes<T>>;
+    std::int32_t i = 0;
+    const auto some = [&]<class V>(V x) {
+        const auto [integer, fraction] = splitAtPoint(x);
+        integer.store(dst1 + i);
+        fraction.store(dst2 + i);
+        i += V::lanes;
+    };
+    if (worksInPasses(src, dst1, dst2))
+        while (i <= len - Pass::lanes) some(Pass::load(src + i));
+    while (i < len) some(Vec<T, 1>::load(src + i));
 }
 
 }  // namespace

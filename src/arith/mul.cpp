@@ -1,6 +1,7 @@
 // Products. Real: one IEEE multiplication, of two NaNs the first source's comes through. Complex32: in
 // Real64, each part rounded once. Complex64: exact products and compensated sums in Real80, each part rounded
 // once, so that a part that cancels keeps all its bits; where plain sums are seen to come to the same, these.
+#include "exports/Mul.h"
 #include "arith/complex_parts.h"
 #include "arith/elementwise.h"
 
@@ -8,8 +9,8 @@ namespace okt {
 namespace {
 
 template <class T>
-OktStatus mulReal(const T* src1, const T* src2, T* dst, std::int32_t len) {
-    return elementwise(src1, src2, dst, len, [](auto a, auto b) { return mulOrdered(a, b); });
+void mulReal(const T* src1, const T* src2, T* dst, std::int32_t len, OktStatus&) {
+    elementwise(src1, src2, dst, len, [](auto a, auto b) { return mulOrdered(a, b); });
 }
 
 struct Times {
@@ -17,13 +18,8 @@ struct Times {
     static auto im(auto a, auto b) { return timesIm(a, b); }
 };
 
-OktStatus mulComplex32(const Complex32* src1, const Complex32* src2, Complex32* dst, std::int32_t len) {
-    return x87Frame<53>(len, src1, src2, dst,
-                        [=](OktStatus&) { complexLoop32(src1, src2, dst, len, [](auto) { return Times{}; }); });
-}
-
-OktStatus mulComplex64(const Complex64* src1, const Complex64* src2, Complex64* dst, std::int32_t len) {
-    return complexProduct64<Times>(src1, src2, dst, len);
+void mulComplex32(const Complex32* src1, const Complex32* src2, Complex32* dst, std::int32_t len, OktStatus&) {
+    complexLoop32(src1, src2, dst, len, [](auto) { return Times{}; });
 }
 
 }  // namespace
@@ -31,6 +27,6 @@ OktStatus mulComplex64(const Complex64* src1, const Complex64* src2, Complex64* 
 OKT_EXPORT(Mul, 32f, mulReal)
 OKT_EXPORT(Mul, 64f, mulReal)
 OKT_EXPORT(Mul, 32fc, mulComplex32)
-OKT_EXPORT(Mul, 64fc, mulComplex64)
+OKT_EXPORT(Mul, 64fc, complexProduct64<Times>)
 
 }  // namespace okt

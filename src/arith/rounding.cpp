@@ -8,7 +8,12 @@
 // Flags: only what is named here is raised. Ceil and Floor on Real32 set inexact when an element of magnitude 1 to 2^22
 // is no integer; Rint and NearbyInt set it on every call; a signalling NaN sets invalid on Real64.
 #include "arith/integral_parts.h"
-#include "frame/frame.h"
+#include "exports/Ceil.h"
+#include "exports/Floor.h"
+#include "exports/NearbyInt.h"
+#include "exports/Rint.h"
+#include "exports/Round.h"
+#include "exports/Trunc.h"
 #include "frame/vector_loop.h"
 
 namespace okt {
@@ -119,33 +124,31 @@ V roundByMode(V x) {
 }
 
 template <class T, class Round>
-OktStatus each(const T* src, T* dst, std::int32_t len, const Round& round) {
-    return plainFrame(len, src, dst, [=](OktStatus&) { vectorLoop(round, dst, static_cast<std::size_t>(len), src); });
+void each(const T* src, T* dst, std::int32_t len, const Round& round) {
+    vectorLoop(round, dst, static_cast<std::size_t>(len), src);
 }
 
 template <class T>
-OktStatus ceil(const T* src, T* dst, std::int32_t len) {
-    return each(src, dst, len, [](auto x) { return towards<Direction::up>(x); });
+void ceil(const T* src, T* dst, std::int32_t len, OktStatus&) {
+    each(src, dst, len, [](auto x) { return towards<Direction::up>(x); });
 }
 template <class T>
-OktStatus floor(const T* src, T* dst, std::int32_t len) {
-    return each(src, dst, len, [](auto x) { return towards<Direction::down>(x); });
+void floor(const T* src, T* dst, std::int32_t len, OktStatus&) {
+    each(src, dst, len, [](auto x) { return towards<Direction::down>(x); });
 }
 template <class T>
-OktStatus trunc(const T* src, T* dst, std::int32_t len) {
-    return each(src, dst, len, [](auto x) { return truncate(x); });
+void trunc(const T* src, T* dst, std::int32_t len, OktStatus&) {
+    each(src, dst, len, [](auto x) { return truncate(x); });
 }
 template <class T>
-OktStatus round(const T* src, T* dst, std::int32_t len) {
-    return each(src, dst, len, [](auto x) { return roundHalfAway(x); });
+void round(const T* src, T* dst, std::int32_t len, OktStatus&) {
+    each(src, dst, len, [](auto x) { return roundHalfAway(x); });
 }
 template <class T>
-OktStatus rint(const T* src, T* dst, std::int32_t len) {
-    return plainFrame(len, src, dst, [=](OktStatus&) {
-        // Every call sets inexact, whatever its elements are; that of the elements' own additions is then no news.
-        keepFlags(opaque(Real64{1.25}) + 0x1p52);
-        vectorLoop([](auto x) { return roundByMode(x); }, dst, static_cast<std::size_t>(len), src);
-    });
+void rint(const T* src, T* dst, std::int32_t len, OktStatus&) {
+    // Every call sets inexact, whatever its elements are; that of the elements' own additions is then no news.
+    keepFlags(opaque(Real64{1.25}) + 0x1p52);
+    vectorLoop([](auto x) { return roundByMode(x); }, dst, static_cast<std::size_t>(len), src);
 }
 
 }  // namespace

@@ -3,7 +3,7 @@
 // Apart from the block routines, since extended arithmetic and lanes have names in common.
 #pragma once
 
-#include "oktvm.h"
+#include "oktvm_types.h"
 
 namespace okt {
 

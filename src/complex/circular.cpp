@@ -3,6 +3,9 @@
 // Largest errors seen, in ulp of each part: Complex32 0.5000, Complex64 0.5013 (Tan next to a pole).
 #include "complex/hyperbolic_kernel.h"
 #include "complex/kernel_loop.h"
+#include "exports/Cos.h"
+#include "exports/Sin.h"
+#include "exports/Tan.h"
 
 namespace okt {
 

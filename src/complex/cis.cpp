@@ -6,8 +6,8 @@
 //   Complex64  real part 0.5077 ulp at 0x1.e0e693e759fc6p+12 and imaginary part 0.5106 ulp at -0x1.69677d4fbbd3dp+13
 //   below
 //              40000; 0.5223 ulp at -0x1.e745b187b59dfp+16 up to 2^17
+#include "exports/CIS.h"
 #include "complex/angle.h"
-#include "frame/frame.h"
 #include "frame/loops.h"
 #include "trig/sine_kernel.h"
 
@@ -90,31 +90,29 @@ bool apart(const S* src, const D* dst, std::int32_t len) {
 
 // An element loop, worked four elements side by side where they are plain: the very operations of cisElement.
 template <class S, class D>
-OktStatus cis(const S* src, D* dst, std::int32_t len) {
-    return x87Frame<53>(len, src, dst, [=](OktStatus&) {
-        const angle::Constants& c = inMemory(constants);
-        std::int32_t i = 0;
-        const auto one = [&] {
-            const auto [re, im] = cisElementOf(loadElement(src + i));
-            auto* part = reinterpret_cast<S*>(dst + i);
-            storeElement(part, re);
-            storeElement(part + 1, im);
-            ++i;
-        };
-        if (apart(src, dst, len)) [[likely]] {
-            while (i <= len - 4) {
-                const auto x = Vec<S, 4>::load(src + i);
-                if (arePlain(x)) [[likely]] {
-                    const auto [main, low] = cosineAndSine(angle::rows, angle::reduce<4>(c, toReal64(x)));
-                    storeParts(main + low, dst + i);
-                    i += 4;
-                } else {
-                    for (int k = 0; k < 4; ++k) one();
-                }
+void cis(const S* src, D* dst, std::int32_t len, OktStatus&) {
+    const angle::Constants& c = inMemory(constants);
+    std::int32_t i = 0;
+    const auto one = [&] {
+        const auto [re, im] = cisElementOf(loadElement(src + i));
+        auto* part = reinterpret_cast<S*>(dst + i);
+        storeElement(part, re);
+        storeElement(part + 1, im);
+        ++i;
+    };
+    if (apart(src, dst, len)) [[likely]] {
+        while (i <= len - 4) {
+            const auto x = Vec<S, 4>::load(src + i);
+            if (arePlain(x)) [[likely]] {
+                const auto [main, low] = cosineAndSine(angle::rows, angle::reduce<4>(c, toReal64(x)));
+                storeParts(main + low, dst + i);
+                i += 4;
+            } else {
+                for (int k = 0; k < 4; ++k) one();
             }
         }
-        while (i < len) one();
-    });
+    }
+    while (i < len) one();
 }
 
 }  // namespace

@@ -14,10 +14,10 @@
 //   Complex32 in Real64  0.5004 ulp at (-0x1.b97e36p+5, 0x1.58c362p+2) and (0x1.cb201ep+4, 0x1.08e0eep+4)
 //   Complex64            0.5105 ulp at (0x1.8e4b97af4f301p+8, 0x1.bd3220ec85f04p+8),
 //                        0.5133 ulp at (-0x1.78965c80ccd6p+8, -0x1.37d03a384b4ffp+4)
+#include "exports/Exp.h"
 #include "complex/angle.h"
 #include "complex/block_loop.h"
 #include "complex/exp_block_tables.h"
-#include "frame/frame.h"
 #include "lanes/constant.h"
 #include "lanes/lookup.h"
 #include "tables/power_pairs32.h"
@@ -286,16 +286,16 @@ struct Double {
 constexpr SingleConstants singleConstants;
 constexpr DoubleConstants doubleConstants;
 
-OktStatus expSingle(const Complex32* src, Complex32* dst, std::int32_t len) {
-    return x87Frame<64>(len, src, dst, [=](OktStatus&) { blocks(Single{inMemory(singleConstants)}, src, dst, len); });
+void expSingle(const Complex32* src, Complex32* dst, std::int32_t len, OktStatus&) {
+    blocks(Single{inMemory(singleConstants)}, src, dst, len);
 }
 
-OktStatus expWide(const Complex32* src, Complex32* dst, std::int32_t len) {
-    return x87Frame<64>(len, src, dst, [=](OktStatus&) { blocks(Wide{inMemory(doubleConstants)}, src, dst, len); });
+void expWide(const Complex32* src, Complex32* dst, std::int32_t len, OktStatus&) {
+    blocks(Wide{inMemory(doubleConstants)}, src, dst, len);
 }
 
-OktStatus expDouble(const Complex64* src, Complex64* dst, std::int32_t len) {
-    return x87Frame<64>(len, src, dst, [=](OktStatus&) { blocks(Double{inMemory(doubleConstants)}, src, dst, len); });
+void expDouble(const Complex64* src, Complex64* dst, std::int32_t len, OktStatus&) {
+    blocks(Double{inMemory(doubleConstants)}, src, dst, len);
 }
 
 }  // namespace

@@ -3,6 +3,9 @@
 // Largest errors seen, in ulp of each part: Complex32 0.5000, Complex64 0.5010 (Tanh at ordinary arguments).
 #include "complex/hyperbolic_kernel.h"
 #include "complex/kernel_loop.h"
+#include "exports/Cosh.h"
+#include "exports/Sinh.h"
+#include "exports/Tanh.h"
 
 namespace okt {
 

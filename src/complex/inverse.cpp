@@ -5,6 +5,12 @@
 // for Atan.
 #include "complex/inverse_kernel.h"
 #include "complex/kernel_loop.h"
+#include "exports/Acos.h"
+#include "exports/Acosh.h"
+#include "exports/Asin.h"
+#include "exports/Asinh.h"
+#include "exports/Atan.h"
+#include "exports/Atanh.h"
 
 namespace okt {
 

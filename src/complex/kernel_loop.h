@@ -8,7 +8,6 @@
 #include "complex/ext_common.h"
 #include "complex/kernel_common.h"
 #include "complex/parts.h"
-#include "frame/frame.h"
 
 #include <cstdint>
 
@@ -47,26 +46,19 @@ inline void storeNarrowed(Complex32* to, Complex64 z) { storeParts(to, narrowed(
 
 // Z is Complex32 or Complex64. The kernel takes one Complex64 for every source, or for the scalar, and gives one.
 template <auto Kernel, class Z>
-OktStatus kernelLoop(const Z* src, Z* dst, std::int32_t len) {
-    return x87Frame<64>(len, src, dst, [=](OktStatus&) {
-        for (std::int32_t i = 0; i < len; ++i) storeNarrowed(dst + i, Kernel(loadWidened(src + i)));
-    });
+void kernelLoop(const Z* src, Z* dst, std::int32_t len, OktStatus&) {
+    for (std::int32_t i = 0; i < len; ++i) storeNarrowed(dst + i, Kernel(loadWidened(src + i)));
 }
 
 template <auto Kernel, class Z>
-OktStatus kernelLoop(const Z* src1, const Z* src2, Z* dst, std::int32_t len) {
-    return x87Frame<64>(len, src1, src2, dst, [=](OktStatus&) {
-        for (std::int32_t i = 0; i < len; ++i)
-            storeNarrowed(dst + i, Kernel(loadWidened(src1 + i), loadWidened(src2 + i)));
-    });
+void kernelLoop(const Z* src1, const Z* src2, Z* dst, std::int32_t len, OktStatus&) {
+    for (std::int32_t i = 0; i < len; ++i) storeNarrowed(dst + i, Kernel(loadWidened(src1 + i), loadWidened(src2 + i)));
 }
 
 template <auto Kernel, class Z>
-OktStatus kernelLoop(const Z* src, Z scalar, Z* dst, std::int32_t len) {
-    return x87Frame<64>(len, src, dst, [=](OktStatus&) {
-        const Complex64 exponent = widened(scalar);
-        for (std::int32_t i = 0; i < len; ++i) storeNarrowed(dst + i, Kernel(loadWidened(src + i), exponent));
-    });
+void kernelLoop(const Z* src, Z scalar, Z* dst, std::int32_t len, OktStatus&) {
+    const Complex64 exponent = widened(scalar);
+    for (std::int32_t i = 0; i < len; ++i) storeNarrowed(dst + i, Kernel(loadWidened(src + i), exponent));
 }
 
 }  // namespace okt

@@ -18,9 +18,9 @@
 //   A24        0.5000, 0.5004 at (0x1.de23dep+34, 0x1.4552e4p+33)
 //   Complex64  0.5018 at (0x1.e4016c940dd0dp-1, -0x1.7a5b3270bf60ep-2), 0.5215 at (0x1.e8b6b0012d14ep+0,
 //              -0x1.a2a53fd964754p-1)
+#include "exports/Ln.h"
 #include "complex/block_loop.h"
 #include "complex/log_block_tables.h"
-#include "frame/frame.h"
 #include "lanes/constant.h"
 #include "lanes/double_double.h"
 #include "lanes/lookup.h"
@@ -133,20 +133,18 @@ inline F32<N> angleA11(const ConstantsA11& k, F32<N> re, F32<N> im) {
     return ((v | signOf(re)) + left) | signOf(im);
 }
 
-OktStatus lnc32A11(const Complex32* src, Complex32* dst, std::int32_t len) {
-    return doubleGuardFrame(len, src, dst, [=](OktStatus&) {
-        constexpr int N = 4;
-        const ConstantsA11& k = inMemory(constantsA11);
-        paddedBlocks<N>(src, dst, len, [&k](const Complex32* from, Complex32* to) OKT_INLINE {
-            const auto [re, im] = loadInterleaved<N>(partsOf(from));
-            const Squares<N> s = squares(widen(re), widen(im));
-            const Mask64<N> far = farFromOne(k, s.sum);
-            F32<N> L = lnFarA11(k, s.sum);
-            if (!all(far)) [[unlikely]]
-                L = lnMixedA11(s, far, L);
-            storeBlock(from, to, F32<N>(k.half32) * L, angleA11(k, re, im),
-                       flagged32(k, re, im, 0x01000000, 0x7CFFFFFF), lnByKernel);
-        });
+void lnc32A11(const Complex32* src, Complex32* dst, std::int32_t len, OktStatus&) {
+    constexpr int N = 4;
+    const ConstantsA11& k = inMemory(constantsA11);
+    paddedBlocks<N>(src, dst, len, [&k](const Complex32* from, Complex32* to) OKT_INLINE {
+        const auto [re, im] = loadInterleaved<N>(partsOf(from));
+        const Squares<N> s = squares(widen(re), widen(im));
+        const Mask64<N> far = farFromOne(k, s.sum);
+        F32<N> L = lnFarA11(k, s.sum);
+        if (!all(far)) [[unlikely]]
+            L = lnMixedA11(s, far, L);
+        storeBlock(from, to, F32<N>(k.half32) * L, angleA11(k, re, im), flagged32(k, re, im, 0x01000000, 0x7CFFFFFF),
+                   lnByKernel);
     });
 }
 
@@ -249,22 +247,20 @@ inline F32<N> zerosMadeClear(F32<N> part, Mask32<N> zero) {
     return zeroIf(zero, part) | signOf(part);
 }
 
-OktStatus lnc32A21(const Complex32* src, Complex32* dst, std::int32_t len) {
-    return x87Frame<64>(len, src, dst, [=](OktStatus&) {
-        constexpr int N = 4;
-        const ConstantsA21& k = inMemory(constantsA21);
-        paddedBlocks<N>(src, dst, len, [&k](const Complex32* from, Complex32* to) OKT_INLINE {
-            const auto [srcRe, srcIm] = loadInterleaved<N>(partsOf(from));
-            const Mask32<N> zeroRe = srcRe == F32<N>(0.0F), zeroIm = srcIm == F32<N>(0.0F);
-            const F32<N> re = zerosMadeClear(srcRe, zeroRe), im = zerosMadeClear(srcIm, zeroIm);
-            const Squares<N> s = squares(widen(re), widen(im));
-            const Mask64<N> far = farFromOne(k, s.sum);
-            F64<N> L = lnFarA21(k, s.sum);
-            if (!all(far)) [[unlikely]]
-                L = lnMixedA21(s, far, L);
-            storeBlock(from, to, narrow(F64<N>(k.half) * L), angleA21(k, re, im),
-                       (zeroRe | zeroIm) | flagged32(k, re, im, 0, 0x7F7FFFFF), lnByKernel);
-        });
+void lnc32A21(const Complex32* src, Complex32* dst, std::int32_t len, OktStatus&) {
+    constexpr int N = 4;
+    const ConstantsA21& k = inMemory(constantsA21);
+    paddedBlocks<N>(src, dst, len, [&k](const Complex32* from, Complex32* to) OKT_INLINE {
+        const auto [srcRe, srcIm] = loadInterleaved<N>(partsOf(from));
+        const Mask32<N> zeroRe = srcRe == F32<N>(0.0F), zeroIm = srcIm == F32<N>(0.0F);
+        const F32<N> re = zerosMadeClear(srcRe, zeroRe), im = zerosMadeClear(srcIm, zeroIm);
+        const Squares<N> s = squares(widen(re), widen(im));
+        const Mask64<N> far = farFromOne(k, s.sum);
+        F64<N> L = lnFarA21(k, s.sum);
+        if (!all(far)) [[unlikely]]
+            L = lnMixedA21(s, far, L);
+        storeBlock(from, to, narrow(F64<N>(k.half) * L), angleA21(k, re, im),
+                   (zeroRe | zeroIm) | flagged32(k, re, im, 0, 0x7F7FFFFF), lnByKernel);
     });
 }
 
@@ -367,25 +363,23 @@ inline F64<N> angleA24(const ConstantsA24& k, F32<N> re, F32<N> im) {
     return (arctan ^ signOf(widen(re))) + direction.angle().first;
 }
 
-OktStatus lnc32A24(const Complex32* src, Complex32* dst, std::int32_t len) {
-    return doubleGuardFrame(len, src, dst, [=](OktStatus&) {
-        constexpr int N = 4;
-        const ConstantsA24& k = inMemory(constantsA24);
-        paddedBlocks<N>(src, dst, len, [&k](const Complex32* from, Complex32* to) OKT_INLINE {
-            auto [re, im] = loadInterleaved<N>(partsOf(from));
-            const Mask32<N> flagged = flagged32(k, re, im, 0x00800000, 0x7F7FFFFF);
-            if (any(flagged)) [[unlikely]] {
-                re = select(flagged, F32<N>(2.0F), re);
-                im = select(flagged, F32<N>(2.0F), im);
-            }
-            const Squares<N> s = squares(widen(re), widen(im));
-            const Mask64<N> far = farFromOne(k, s.sum);
-            F64<N> L = lnFarA24(k, s.sum);
-            if (!all(far)) [[unlikely]]
-                L = lnMixedA24(s, far, L);
-            const F32<N> angle = narrow(angleA24(k, re, im)) | signOf(im);
-            storeBlock(from, to, narrow(F64<N>(k.half) * L), angle, flagged, lnByKernel);
-        });
+void lnc32A24(const Complex32* src, Complex32* dst, std::int32_t len, OktStatus&) {
+    constexpr int N = 4;
+    const ConstantsA24& k = inMemory(constantsA24);
+    paddedBlocks<N>(src, dst, len, [&k](const Complex32* from, Complex32* to) OKT_INLINE {
+        auto [re, im] = loadInterleaved<N>(partsOf(from));
+        const Mask32<N> flagged = flagged32(k, re, im, 0x00800000, 0x7F7FFFFF);
+        if (any(flagged)) [[unlikely]] {
+            re = select(flagged, F32<N>(2.0F), re);
+            im = select(flagged, F32<N>(2.0F), im);
+        }
+        const Squares<N> s = squares(widen(re), widen(im));
+        const Mask64<N> far = farFromOne(k, s.sum);
+        F64<N> L = lnFarA24(k, s.sum);
+        if (!all(far)) [[unlikely]]
+            L = lnMixedA24(s, far, L);
+        const F32<N> angle = narrow(angleA24(k, re, im)) | signOf(im);
+        storeBlock(from, to, narrow(F64<N>(k.half) * L), angle, flagged, lnByKernel);
     });
 }
 
@@ -497,29 +491,27 @@ inline F64<N> angle64(const Constants64& k, F64<N> re, F64<N> im, const Cut<N>& 
     return ((((arctanRest ^ signRe) + kRest) + head.lo) + head.hi) | signOf(im);
 }
 
-OktStatus lnc64(const Complex64* src, Complex64* dst, std::int32_t len) {
-    return doubleGuardFrame(len, src, dst, [=](OktStatus&) {
-        constexpr int N = 4;
-        const Constants64& k = inMemory(constants64);
-        paddedBlocks<N>(src, dst, len, [&k](const Complex64* from, Complex64* to) OKT_INLINE {
-            auto [re, im] = loadInterleaved<N>(partsOf(from));
-            // Upper words of 2^-450 and of the numbers just below 2^450.
-            const auto outOfRange = [&](F64<N> part) OKT_INLINE {
-                return outside(packHighWords(asBits(part)) & U32<N>(k.magnitude32), 0x23D00000, 0x5C0FFFFF);
-            };
-            const Mask32<N> flagged = outOfRange(re) | outOfRange(im);
-            if (any(flagged)) [[unlikely]] {
-                re = select(widen(flagged), F64<N>(2.0), re);
-                im = select(widen(flagged), F64<N>(2.0), im);
-            }
-            const Cut<N> a(k, re), b(k, im);
-            const Squares<N> s = squares(a.whole, b.whole);
-            const Mask64<N> far = farFromOne(k, s.sum);
-            F64<N> L = lnFar64(k, a, b, s);
-            if (!all(far)) [[unlikely]]
-                L = lnMixed64(a.whole, b.whole, far, L);
-            storeBlock(from, to, F64<N>(k.half) * L, angle64(k, re, im, a, b), flagged, lnByKernel);
-        });
+void lnc64(const Complex64* src, Complex64* dst, std::int32_t len, OktStatus&) {
+    constexpr int N = 4;
+    const Constants64& k = inMemory(constants64);
+    paddedBlocks<N>(src, dst, len, [&k](const Complex64* from, Complex64* to) OKT_INLINE {
+        auto [re, im] = loadInterleaved<N>(partsOf(from));
+        // Upper words of 2^-450 and of the numbers just below 2^450.
+        const auto outOfRange = [&](F64<N> part) OKT_INLINE {
+            return outside(packHighWords(asBits(part)) & U32<N>(k.magnitude32), 0x23D00000, 0x5C0FFFFF);
+        };
+        const Mask32<N> flagged = outOfRange(re) | outOfRange(im);
+        if (any(flagged)) [[unlikely]] {
+            re = select(widen(flagged), F64<N>(2.0), re);
+            im = select(widen(flagged), F64<N>(2.0), im);
+        }
+        const Cut<N> a(k, re), b(k, im);
+        const Squares<N> s = squares(a.whole, b.whole);
+        const Mask64<N> far = farFromOne(k, s.sum);
+        F64<N> L = lnFar64(k, a, b, s);
+        if (!all(far)) [[unlikely]]
+            L = lnMixed64(a.whole, b.whole, far, L);
+        storeBlock(from, to, F64<N>(k.half) * L, angle64(k, re, im, a, b), flagged, lnByKernel);
     });
 }
 

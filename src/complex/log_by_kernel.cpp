@@ -6,24 +6,14 @@
 #include "complex/by_kernel.h"
 #include "complex/kernel_loop.h"
 #include "complex/log_kernel.h"
+#include "exports/Log10.h"
 
 namespace okt {
 
 Complex32 lnByKernel(Complex32 z) { return narrowed(complexLogKernel(widened(z))); }
 Complex64 lnByKernel(Complex64 z) { return complexLogKernel(z); }
 
-namespace {
-
-OktStatus log10c32(const Complex32* src, Complex32* dst, std::int32_t len) {
-    return kernelLoop<complexLog10Kernel>(src, dst, len);
-}
-OktStatus log10c64(const Complex64* src, Complex64* dst, std::int32_t len) {
-    return kernelLoop<complexLog10Kernel>(src, dst, len);
-}
-
-}  // namespace
-
-OKT_EXPORT(Log10, 32fc, log10c32)
-OKT_EXPORT(Log10, 64fc, log10c64)
+OKT_EXPORT(Log10, 32fc, kernelLoop<complexLog10Kernel>)
+OKT_EXPORT(Log10, 64fc, kernelLoop<complexLog10Kernel>)
 
 }  // namespace okt

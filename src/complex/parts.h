@@ -1,7 +1,7 @@
 // The parts of complex elements, without asking for an alignment.
 #pragma once
 
-#include "oktvm.h"
+#include "oktvm_types.h"
 
 namespace okt {
 

@@ -7,8 +7,8 @@
 //
 // Largest errors seen: real part 0.5186 ulp at (0x1.ffff5cp-1,
 // -0x1.99fc28p-9), imaginary part 0.5186 at (-0x1.fffe6ap-1, 0x1.433e0ap-8).
+#include "exports/Sqrt.h"
 #include "complex/block_loop.h"
-#include "frame/frame.h"
 #include "lanes/constant.h"
 #include "lanes/seeds.h"
 
@@ -81,25 +81,23 @@ inline void finish(const Constants& k, const Started<N>& z, const Complex32* src
 
 // Every element goes through the packed steps, a flagged one too: the flags that it raises there count.
 // A block is begun while its predecessor is finished, since a block is one long chain of operations.
-OktStatus sqrtc32(const Complex32* src, Complex32* dst, std::int32_t len) {
-    return x87Frame<64>(len, src, dst, [=](OktStatus&) {
-        constexpr int N = 4;
-        const Constants& k = inMemory(constants);
-        std::int32_t i = 0;
-        if (len >= N) {
-            Started<N> present = start<N>(k, src);
-            for (; i < len - (2 * N - 1); i += N) {
-                const Started<N> next = start<N>(k, src + i + N);
-                finish(k, present, src + i, dst + i);
-                present = next;
-            }
+void sqrtc32(const Complex32* src, Complex32* dst, std::int32_t len, OktStatus&) {
+    constexpr int N = 4;
+    const Constants& k = inMemory(constants);
+    std::int32_t i = 0;
+    if (len >= N) {
+        Started<N> present = start<N>(k, src);
+        for (; i < len - (2 * N - 1); i += N) {
+            const Started<N> next = start<N>(k, src + i + N);
             finish(k, present, src + i, dst + i);
-            i += N;
+            present = next;
         }
-        if (i < len)
-            paddedBlock<N>(src + i, dst + i, len - i,
-                           [&k](const Complex32* from, Complex32* to) { finish(k, start<N>(k, from), from, to); });
-    });
+        finish(k, present, src + i, dst + i);
+        i += N;
+    }
+    if (i < len)
+        paddedBlock<N>(src + i, dst + i, len - i,
+                       [&k](const Complex32* from, Complex32* to) { finish(k, start<N>(k, from), from, to); });
 }
 
 }  // namespace

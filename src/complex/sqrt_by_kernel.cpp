@@ -5,19 +5,12 @@
 #include "complex/by_kernel.h"
 #include "complex/kernel_loop.h"
 #include "complex/root_kernel.h"
+#include "exports/Sqrt.h"
 
 namespace okt {
 
 Complex32 sqrtByKernel(Complex32 z) { return narrowed(complexSqrtKernel(widened(z))); }
 
-namespace {
-
-OktStatus sqrtc64(const Complex64* src, Complex64* dst, std::int32_t len) {
-    return kernelLoop<complexSqrtKernel>(src, dst, len);
-}
-
-}  // namespace
-
-OKT_EXPORT(Sqrt, 64fc, sqrtc64)
+OKT_EXPORT(Sqrt, 64fc, kernelLoop<complexSqrtKernel>)
 
 }  // namespace okt

@@ -9,7 +9,7 @@
 //
 // Largest errors seen: 0.5001 ulp on Real32, 0.5031 ulp on Real64 at -0x1.73bf3c490ec1fp+3.
 #include "erf/cdf_norm_tables.h"
-#include "frame/frame.h"
+#include "exports/CdfNorm.h"
 #include "frame/loops.h"
 #include "frame/status_flag.h"
 #include "lanes/constant.h"
@@ -332,12 +332,10 @@ inline bool shortBlock(const ShortConstants& k, const Real32* from, Real32* to) 
     return true;
 }
 
-OktStatus cdfNorm32(const Real32* src, Real32* dst, std::int32_t len) {
-    return x87Frame<53>(len, src, dst, [=](OktStatus& status) {
-        const ShortConstants& k = inMemory(shortConstants);
-        const auto tryBlock = [&k](const Real32* from, Real32* to) OKT_INLINE { return shortBlock(k, from, to); };
-        packedElementLoop<8>(src, dst, len, tryBlock, cdfNormElement<Real32>, status);
-    });
+void cdfNorm32(const Real32* src, Real32* dst, std::int32_t len, OktStatus& status) {
+    const ShortConstants& k = inMemory(shortConstants);
+    const auto tryBlock = [&k](const Real32* from, Real32* to) OKT_INLINE { return shortBlock(k, from, to); };
+    packedElementLoop<8>(src, dst, len, tryBlock, cdfNormElement<Real32>, status);
 }
 
 // ---------------------------------------------------------------------------------------------------------------------
@@ -438,28 +436,26 @@ bool cdfNormChunk(const Constants& k, const Real64* src, int count, Real64* dst)
     return true;
 }
 
-OktStatus cdfNorm64(const Real64* src, Real64* dst, std::int32_t len) {
-    return x87Frame<53>(len, src, dst, [=](OktStatus& status) {
-        const Constants& k = inMemory(constants);
-        const auto tryBlock = [&k](const Real64* from, Real64* to) OKT_INLINE {
-            const F64<8> x = F64<8>::load(from);
-            if (!allOrdinary(x)) [[unlikely]]
-                return false;
-            cdfNorm(k, x).store(to);
-            return true;
-        };
-        const auto blocks = [&](std::int32_t from, std::int32_t count) {
-            packedElementLoop<8>(src + from, dst + from, count, tryBlock, cdfNormElement<Real64>, status);
-        };
-        std::int32_t i = 0;
-        if (!smearsForward(src, dst, len, chunkLength)) [[likely]]
-            for (std::int32_t count; i <= len - 2 * block; i += count) {
-                count = len - i < chunkLength ? (len - i) / block * block : chunkLength;
-                if (!cdfNormChunk(k, src + i, count, dst + i)) [[unlikely]]
-                    blocks(i, count);
-            }
-        blocks(i, len - i);
-    });
+void cdfNorm64(const Real64* src, Real64* dst, std::int32_t len, OktStatus& status) {
+    const Constants& k = inMemory(constants);
+    const auto tryBlock = [&k](const Real64* from, Real64* to) OKT_INLINE {
+        const F64<8> x = F64<8>::load(from);
+        if (!allOrdinary(x)) [[unlikely]]
+            return false;
+        cdfNorm(k, x).store(to);
+        return true;
+    };
+    const auto blocks = [&](std::int32_t from, std::int32_t count) {
+        packedElementLoop<8>(src + from, dst + from, count, tryBlock, cdfNormElement<Real64>, status);
+    };
+    std::int32_t i = 0;
+    if (!smearsForward(src, dst, len, chunkLength)) [[likely]]
+        for (std::int32_t count; i <= len - 2 * block; i += count) {
+            count = len - i < chunkLength ? (len - i) / block * block : chunkLength;
+            if (!cdfNormChunk(k, src + i, count, dst + i)) [[unlikely]]
+                blocks(i, count);
+        }
+    blocks(i, len - i);
 }
 
 }  // namespace

@@ -7,9 +7,9 @@
 //   Real32  0.5119 ulp at 0x1.0b122p+1
 //   Real64  0.796 ulp at 0x1.16a1abd3ba013p+2 in [4, 4.5), 0.64 ulp elsewhere; 1.2043 ulp at -0x1.8694697e94ec1p-1021,
 //           next to the subnormal numbers
+#include "exports/Erf.h"
 #include "erf/erf_tables.h"
 #include "erf/split_step.h"
-#include "frame/frame.h"
 #include "frame/loops.h"
 #include "lanes/lookup.h"
 
@@ -38,16 +38,14 @@ inline F32<N> erf(F32<N> x) {
     return narrow(p) | signOf(x);
 }
 
-OktStatus erf32(const Real32* src, Real32* dst, std::int32_t len) {
-    return mxcsrFrame(dst, src, len, [=](OktStatus& status) {
-        redoBlock<4>(
-            src, dst, len,
-            [](const Real32* from, Real32* to) {
-                erf(F32<4>::load(from)).store(to);
-                return true;
-            },
-            [](Real32 x, OktStatus&) { return erf(F32x1(x)).raw; }, status);
-    });
+void erf32(const Real32* src, Real32* dst, std::int32_t len, OktStatus& status) {
+    redoBlock<4>(
+        src, dst, len,
+        [](const Real32* from, Real32* to) {
+            erf(F32<4>::load(from)).store(to);
+            return true;
+        },
+        [](Real32 x, OktStatus&) { return erf(F32x1(x)).raw; }, status);
 }
 
 // ---------------------------------------------------------------------------------------------------------------------
@@ -116,19 +114,17 @@ Real64 erfSubnormal(Real64 x) {
     return erf(F64x1(x)).raw;
 }
 
-OktStatus erf64(const Real64* src, Real64* dst, std::int32_t len) {
-    return mxcsrFrame(dst, src, len, [=](OktStatus& status) {
-        redoBlock<4>(
-            src, dst, len,
-            [](const Real64* from, Real64* to) {
-                const F64<4> x = F64<4>::load(from);
-                if (any(outsideMain(packHighWords(asBits(x)) & U32<4>(0x7FFFFFFF)))) [[unlikely]]
-                    return false;
-                erf(x).store(to);
-                return true;
-            },
-            erfElement64, status);
-    });
+void erf64(const Real64* src, Real64* dst, std::int32_t len, OktStatus& status) {
+    redoBlock<4>(
+        src, dst, len,
+        [](const Real64* from, Real64* to) {
+            const F64<4> x = F64<4>::load(from);
+            if (any(outsideMain(packHighWords(asBits(x)) & U32<4>(0x7FFFFFFF)))) [[unlikely]]
+                return false;
+            erf(x).store(to);
+            return true;
+        },
+        erfElement64, status);
 }
 
 }  // namespace

@@ -15,7 +15,7 @@
 // a relative error of 2.41e-9, in the cell [0.5, 0.5625) of w.
 #include "erf/erf_inv_tables.h"
 #include "erf/sorted_loop.h"
-#include "frame/frame.h"
+#include "exports/ErfInv.h"
 #include "frame/loops.h"
 #include "frame/status_flag.h"
 #include "lanes/constant.h"
@@ -135,33 +135,31 @@ inline F64<N> erfInvSmall(const Constants32& k, F64<N> x) {
 
 constexpr WordRange ordinary32{small32, one32};
 
-OktStatus erfInv32(const Real32* src, Real32* dst, std::int32_t len) {
-    return x87Frame<53>(len, src, dst, [=](OktStatus& status) {
-        const Constants32& k = inMemory(constants32);
-        SetAside<Real32> tails;
-        const auto tryBlock = [&](const Real32* from, Real32* to, std::int32_t place) OKT_INLINE {
-            const F32<8> x = F32<8>::load(from);
-            const U32<8> magnitude = asBits(abs(x));
-            if (!ordinary32.holdsAll(magnitude)) [[unlikely]]
-                return false;
-            const Mask32<8> tail = greaterSigned(magnitude, U32<8>(tail32 - 1));
-            const int tailBits = laneBits(tail);
-            if (tailBits != 0) {
-                Real32 block[8];
-                x.store(block);
-                tails.take(block, place, tailBits);
-                if (tailBits == 0xFF) return true;
-            }
-            const F64<8> wide = widen(zeroIf(tail, x));
-            const Mask64<8> small = widen(greaterSigned(U32<8>(middle32), magnitude));
-            narrow(select(small, erfInvSmall(k, wide), erfInvMiddle(k, wide))).store(to);
-            return true;
-        };
-        const auto finish = [&](Real32* chunk) OKT_INLINE {
-            tails.work<8>([&k](F32<8> x) { return narrow(erfInvTail(k, widen(x))); }, chunk);
-        };
-        sortedElementLoop(src, dst, len, tryBlock, finish, erfInvElement32, status);
-    });
+void erfInv32(const Real32* src, Real32* dst, std::int32_t len, OktStatus& status) {
+    const Constants32& k = inMemory(constants32);
+    SetAside<Real32> tails;
+    const auto tryBlock = [&](const Real32* from, Real32* to, std::int32_t place) OKT_INLINE {
+        const F32<8> x = F32<8>::load(from);
+        const U32<8> magnitude = asBits(abs(x));
+        if (!ordinary32.holdsAll(magnitude)) [[unlikely]]
+            return false;
+        const Mask32<8> tail = greaterSigned(magnitude, U32<8>(tail32 - 1));
+        const int tailBits = laneBits(tail);
+        if (tailBits != 0) {
+            Real32 block[8];
+            x.store(block);
+            tails.take(block, place, tailBits);
+            if (tailBits == 0xFF) return true;
+        }
+        const F64<8> wide = widen(zeroIf(tail, x));
+        const Mask64<8> small = widen(greaterSigned(U32<8>(middle32), magnitude));
+        narrow(select(small, erfInvSmall(k, wide), erfInvMiddle(k, wide))).store(to);
+        return true;
+    };
+    const auto finish = [&](Real32* chunk) OKT_INLINE {
+        tails.work<8>([&k](F32<8> x) { return narrow(erfInvTail(k, widen(x))); }, chunk);
+    };
+    sortedElementLoop(src, dst, len, tryBlock, finish, erfInvElement32, status);
 }
 
 // ---------------------------------------------------------------------------------------------------------------------
@@ -271,20 +269,18 @@ inline void erfInvFastBlock(const Real64* src, Real64* dst, OktStatus& status) {
         if (bits >> i & 1) storeElement(dst + i, erfInvFlagged(flaggedX[i], status));
 }
 
-OktStatus erfInv64Fast(const Real64* src, Real64* dst, std::int32_t len) {
-    return plainFrame(len, src, dst, [=](OktStatus& status) {
-        std::int32_t i = 0;
-        for (; i <= len - 8; i += 8) erfInvFastBlock<8>(src + i, dst + i, status);
-        if (len & 4) {
-            erfInvFastBlock<4>(src + i, dst + i, status);
-            i += 4;
-        }
-        if (len & 2) {
-            erfInvFastBlock<2>(src + i, dst + i, status);
-            i += 2;
-        }
-        if (len & 1) erfInvFastBlock<1>(src + i, dst + i, status);
-    });
+void erfInv64Fast(const Real64* src, Real64* dst, std::int32_t len, OktStatus& status) {
+    std::int32_t i = 0;
+    for (; i <= len - 8; i += 8) erfInvFastBlock<8>(src + i, dst + i, status);
+    if (len & 4) {
+        erfInvFastBlock<4>(src + i, dst + i, status);
+        i += 4;
+    }
+    if (len & 2) {
+        erfInvFastBlock<2>(src + i, dst + i, status);
+        i += 2;
+    }
+    if (len & 1) erfInvFastBlock<1>(src + i, dst + i, status);
 }
 
 // ---------------------------------------------------------------------------------------------------------------------
@@ -437,36 +433,34 @@ constexpr WordRange ordinary64{smallHigh, oneHigh};
     return x == 0 ? x : erfInvTiny(x, shortSplit<1>);
 }
 
-OktStatus erfInv64(const Real64* src, Real64* dst, std::int32_t len) {
-    return x87Frame<53>(len, src, dst, [=](OktStatus& status) {
-        const Constants64& k = inMemory(constants64);
-        SetAside<Real64> small, middle, tails;
-        const auto tryBlock = [&](const Real64* from, Real64* to, std::int32_t place) OKT_INLINE {
-            const F64<8> x = F64<8>::load(from);
-            const U32<8> high = packHighWords(asBits(x)) & U32<8>(0x7FFFFFFF);
-            if (!ordinary64.holdsAll(high)) [[unlikely]]
-                return false;
-            const int smallBits = laneBits(greaterSigned(U32<8>(middleHigh), high));
-            const int tailBits = laneBits(greaterSigned(high, U32<8>(tailHigh - 1)));
-            if ((smallBits | tailBits) != 0) {
-                Real64 block[8];
-                x.store(block);
-                if (smallBits != 0) small.take(block, place, smallBits);
-                if (tailBits != 0) tails.take(block, place, tailBits);
-                middle.take(block, place, 0xFF & ~(smallBits | tailBits));
-                return true;
-            }
-            erfInvMiddle(k, x.lo).store(to);
-            erfInvMiddle(k, x.hi).store(to + 4);
+void erfInv64(const Real64* src, Real64* dst, std::int32_t len, OktStatus& status) {
+    const Constants64& k = inMemory(constants64);
+    SetAside<Real64> small, middle, tails;
+    const auto tryBlock = [&](const Real64* from, Real64* to, std::int32_t place) OKT_INLINE {
+        const F64<8> x = F64<8>::load(from);
+        const U32<8> high = packHighWords(asBits(x)) & U32<8>(0x7FFFFFFF);
+        if (!ordinary64.holdsAll(high)) [[unlikely]]
+            return false;
+        const int smallBits = laneBits(greaterSigned(U32<8>(middleHigh), high));
+        const int tailBits = laneBits(greaterSigned(high, U32<8>(tailHigh - 1)));
+        if ((smallBits | tailBits) != 0) {
+            Real64 block[8];
+            x.store(block);
+            if (smallBits != 0) small.take(block, place, smallBits);
+            if (tailBits != 0) tails.take(block, place, tailBits);
+            middle.take(block, place, 0xFF & ~(smallBits | tailBits));
             return true;
-        };
-        const auto finish = [&](Real64* chunk) OKT_INLINE {
-            small.work<4>([&k](F64<4> x) { return erfInvSmall(k, x); }, chunk);
-            middle.work<4>([&k](F64<4> x) { return erfInvMiddle(k, x); }, chunk);
-            tails.work<4>([&k](F64<4> x) { return erfInvTail(k, x); }, chunk);
-        };
-        sortedElementLoop(src, dst, len, tryBlock, finish, erfInvElement64, status);
-    });
+        }
+        erfInvMiddle(k, x.lo).store(to);
+        erfInvMiddle(k, x.hi).store(to + 4);
+        return true;
+    };
+    const auto finish = [&](Real64* chunk) OKT_INLINE {
+        small.work<4>([&k](F64<4> x) { return erfInvSmall(k, x); }, chunk);
+        middle.work<4>([&k](F64<4> x) { return erfInvMiddle(k, x); }, chunk);
+        tails.work<4>([&k](F64<4> x) { return erfInvTail(k, x); }, chunk);
+    };
+    sortedElementLoop(src, dst, len, tryBlock, finish, erfInvElement64, status);
 }
 
 }  // namespace

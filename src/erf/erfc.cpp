@@ -11,9 +11,9 @@
 // Largest errors seen:
 //   Real32  0.5263 ulp at 0x1.19f382p+2
 //   Real64  0.561 ulp at 0x1.f5b9296736935p-3; 0.749 ulp in [26.5, 26.54], 0.999 ulp in the subnormal results
+#include "exports/Erfc.h"
 #include "erf/erf_tables.h"
 #include "erf/split_step.h"
-#include "frame/frame.h"
 #include "frame/loops.h"
 #include "lanes/constant.h"
 #include "lanes/lookup.h"
@@ -122,19 +122,17 @@ bool plain32(Real32 x) { return (asBits(x) & 0x7FFFFFFF) <= limit32; }
     return erfc(constants32, F32x1(magnitude < tiny32 ? 0 : x)).raw;
 }
 
-OktStatus erfc32(const Real32* src, Real32* dst, std::int32_t len) {
-    return mxcsrFrame(dst, src, len, [=](OktStatus& status) {
-        const Constants32& k = inMemory(constants32);
-        const auto tryBlock = [&k](const Real32* from, Real32* to) OKT_INLINE {
-            const F32<4> x = F32<4>::load(from);
-            if (any(greaterSigned(asBits(x) & U32<4>(0x7FFFFFFF), U32<4>(limit32)))) [[unlikely]]
-                return false;
-            erfc(k, x).store(to);
-            return true;
-        };
-        const auto main = [&k](Real32 x) { return erfc(k, F32x1(x)).raw; };
-        pairLoop<4>(src, dst, len, tryBlock, plain32, main, erfcElement32, status);
-    });
+void erfc32(const Real32* src, Real32* dst, std::int32_t len, OktStatus& status) {
+    const Constants32& k = inMemory(constants32);
+    const auto tryBlock = [&k](const Real32* from, Real32* to) OKT_INLINE {
+        const F32<4> x = F32<4>::load(from);
+        if (any(greaterSigned(asBits(x) & U32<4>(0x7FFFFFFF), U32<4>(limit32)))) [[unlikely]]
+            return false;
+        erfc(k, x).store(to);
+        return true;
+    };
+    const auto main = [&k](Real32 x) { return erfc(k, F32x1(x)).raw; };
+    pairLoop<4>(src, dst, len, tryBlock, plain32, main, erfcElement32, status);
 }
 
 // ---------------------------------------------------------------------------------------------------------------------
@@ -243,20 +241,18 @@ bool plain64(Real64 x) { return (highWord(x) & 0x7FFFFFFF) < limitHigh64; }
     return erfc(constants64, F64x1(high < tinyHigh64 ? 0 : x)).raw;
 }
 
-OktStatus erfc64(const Real64* src, Real64* dst, std::int32_t len) {
-    return mxcsrFrame(dst, src, len, [=](OktStatus& status) {
-        const Constants64& k = inMemory(constants64);
-        const auto tryBlock = [&k](const Real64* from, Real64* to) OKT_INLINE {
-            const F64<8> x = F64<8>::load(from);
-            const U32<8> high = packHighWords(asBits(x)) & U32<8>(0x7FFFFFFF);
-            if (any(greaterSigned(high, U32<8>(limitHigh64 - 1)))) [[unlikely]]
-                return false;
-            erfc(k, x).store(to);
-            return true;
-        };
-        const auto main = [&k](Real64 x) { return erfc(k, F64x1(x)).raw; };
-        pairLoop<8>(src, dst, len, tryBlock, plain64, main, erfcElement64, status);
-    });
+void erfc64(const Real64* src, Real64* dst, std::int32_t len, OktStatus& status) {
+    const Constants64& k = inMemory(constants64);
+    const auto tryBlock = [&k](const Real64* from, Real64* to) OKT_INLINE {
+        const F64<8> x = F64<8>::load(from);
+        const U32<8> high = packHighWords(asBits(x)) & U32<8>(0x7FFFFFFF);
+        if (any(greaterSigned(high, U32<8>(limitHigh64 - 1)))) [[unlikely]]
+            return false;
+        erfc(k, x).store(to);
+        return true;
+    };
+    const auto main = [&k](Real64 x) { return erfc(k, F64x1(x)).raw; };
+    pairLoop<8>(src, dst, len, tryBlock, plain64, main, erfcElement64, status);
 }
 
 }  // namespace

@@ -4,6 +4,7 @@
 //
 // Largest errors seen: 0.5001 ulp on Real32 and on Real64.
 #include "erf/normal_quantile.h"
+#include "exports/ErfcInv.h"
 
 namespace okt {
 namespace {

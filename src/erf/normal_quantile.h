@@ -19,7 +19,6 @@
 
 #include "erf/quantile_tables.h"
 #include "erf/sorted_loop.h"
-#include "frame/frame.h"
 #include "frame/loops.h"
 #include "frame/status_flag.h"
 #include "lanes/constant.h"
@@ -538,36 +537,34 @@ inline F64<N> tailOf(const Constants32& k, F64<N> p) {
 }
 
 template <class Function>
-inline OktStatus array32(const Real32* src, Real32* dst, std::int32_t len) {
-    return x87Frame<53>(len, src, dst, [=](OktStatus& status) {
-        const Constants32& k = inMemory(constants32);
-        SetAside<Real32> tails;
-        const auto tryBlock = [&](const Real32* from, Real32* to, std::int32_t place) OKT_INLINE {
-            const F32<8> x = F32<8>::load(from);
-            if (!ordinary32<Function>.holdsAll(asBits(x))) [[unlikely]]
-                return false;
-            const F64<8> t = Function::central(widen(x));
-            const Mask64<8> small = abs(t) < F64<8>(k.common.smallLimit);
-            const Mask64<8> central = abs(t) < F64<8>(k.common.middle);
-            if (!all(central)) {
-                Real32 block[8];
-                x.store(block);
-                tails.take(block, place, laneBits(~central));
-            }
-            // An element in the very middle is exact, so that the steps of others raise a flag only in their company.
-            if (any(central & ~small)) [[likely]] {
-                const F64<8> rational = middle32<Function>(k, select(central, t, F64<8>(0.5)));
-                narrow(select(small, series32<Function>(k, t), rational)).store(to);
-            } else if (any(small)) {
-                narrow(series32<Function>(k, zeroUnless(small, t))).store(to);
-            }
-            return true;
-        };
-        const auto finish = [&](Real32* chunk) OKT_INLINE {
-            tails.template work<8>([&k](F32<8> x) { return narrow(tailOf<Function>(k, widen(x))); }, chunk);
-        };
-        sortedElementLoop(src, dst, len, tryBlock, finish, element32<Function>, status);
-    });
+inline void array32(const Real32* src, Real32* dst, std::int32_t len, OktStatus& status) {
+    const Constants32& k = inMemory(constants32);
+    SetAside<Real32> tails;
+    const auto tryBlock = [&](const Real32* from, Real32* to, std::int32_t place) OKT_INLINE {
+        const F32<8> x = F32<8>::load(from);
+        if (!ordinary32<Function>.holdsAll(asBits(x))) [[unlikely]]
+            return false;
+        const F64<8> t = Function::central(widen(x));
+        const Mask64<8> small = abs(t) < F64<8>(k.common.smallLimit);
+        const Mask64<8> central = abs(t) < F64<8>(k.common.middle);
+        if (!all(central)) {
+            Real32 block[8];
+            x.store(block);
+            tails.take(block, place, laneBits(~central));
+        }
+        // An element in the very middle is exact, so that the steps of others raise a flag only in their company.
+        if (any(central & ~small)) [[likely]] {
+            const F64<8> rational = middle32<Function>(k, select(central, t, F64<8>(0.5)));
+            narrow(select(small, series32<Function>(k, t), rational)).store(to);
+        } else if (any(small)) {
+            narrow(series32<Function>(k, zeroUnless(small, t))).store(to);
+        }
+        return true;
+    };
+    const auto finish = [&](Real32* chunk) OKT_INLINE {
+        tails.template work<8>([&k](F32<8> x) { return narrow(tailOf<Function>(k, widen(x))); }, chunk);
+    };
+    sortedElementLoop(src, dst, len, tryBlock, finish, element32<Function>, status);
 }
 
 template <class Function, int N>
@@ -585,44 +582,42 @@ template <class Function, bool nearRow, int N>
 }
 
 template <class Function>
-inline OktStatus array64(const Real64* src, Real64* dst, std::int32_t len) {
-    return x87Frame<53>(len, src, dst, [=](OktStatus& status) {
-        const Constants64& k = inMemory(constants64);
-        SetAside<Real64> small, middle, near, far;
-        const auto tryBlock = [&](const Real64* from, Real64* to, std::int32_t place) OKT_INLINE {
-            const F64<8> x = F64<8>::load(from);
-            if (!ordinary64<Function>.holdsAll(packHighWords(asBits(x)))) [[unlikely]]
-                return false;
-            const F64<8> a = abs(Function::central(x));
-            const int smallBits = laneBits(a < F64<8>(k.common.smallLimit));
-            const int tailBits = laneBits(a >= F64<8>(k.common.middle));
-            if ((smallBits | tailBits) != 0) {
-                Real64 block[8];
-                x.store(block);
-                if (smallBits != 0) {
-                    if (any(x == F64<8>(Function::centre))) return false;  // exact, by the element routine
-                    small.take(block, place, smallBits);
-                }
-                if (tailBits != 0) {
-                    const int farBits = laneBits(Function::tailMass(x) < F64<8>(0x1p-53)) & tailBits;
-                    near.take(block, place, tailBits & ~farBits);
-                    if (farBits != 0) far.take(block, place, farBits);
-                }
-                middle.take(block, place, 0xFF & ~(smallBits | tailBits));
-                return true;
+inline void array64(const Real64* src, Real64* dst, std::int32_t len, OktStatus& status) {
+    const Constants64& k = inMemory(constants64);
+    SetAside<Real64> small, middle, near, far;
+    const auto tryBlock = [&](const Real64* from, Real64* to, std::int32_t place) OKT_INLINE {
+        const F64<8> x = F64<8>::load(from);
+        if (!ordinary64<Function>.holdsAll(packHighWords(asBits(x)))) [[unlikely]]
+            return false;
+        const F64<8> a = abs(Function::central(x));
+        const int smallBits = laneBits(a < F64<8>(k.common.smallLimit));
+        const int tailBits = laneBits(a >= F64<8>(k.common.middle));
+        if ((smallBits | tailBits) != 0) {
+            Real64 block[8];
+            x.store(block);
+            if (smallBits != 0) {
+                if (any(x == F64<8>(Function::centre))) return false;  // exact, by the element routine
+                small.take(block, place, smallBits);
             }
-            middle64<Function>(k, centralPair<Function>(x.lo)).store(to);
-            middle64<Function>(k, centralPair<Function>(x.hi)).store(to + 4);
+            if (tailBits != 0) {
+                const int farBits = laneBits(Function::tailMass(x) < F64<8>(0x1p-53)) & tailBits;
+                near.take(block, place, tailBits & ~farBits);
+                if (farBits != 0) far.take(block, place, farBits);
+            }
+            middle.take(block, place, 0xFF & ~(smallBits | tailBits));
             return true;
-        };
-        const auto finish = [&](Real64* chunk) OKT_INLINE {
-            small.template work<4>([&k](F64<4> p) { return series64<Function>(k, centralPair<Function>(p)); }, chunk);
-            middle.template work<4>([&k](F64<4> p) { return middle64<Function>(k, centralPair<Function>(p)); }, chunk);
-            near.template work<4>([&k](F64<4> p) { return tailOf<Function, true>(k, p); }, chunk);
-            far.template work<4>([&k](F64<4> p) { return tailOf<Function, false>(k, p); }, chunk);
-        };
-        sortedElementLoop(src, dst, len, tryBlock, finish, element64<Function>, status);
-    });
+        }
+        middle64<Function>(k, centralPair<Function>(x.lo)).store(to);
+        middle64<Function>(k, centralPair<Function>(x.hi)).store(to + 4);
+        return true;
+    };
+    const auto finish = [&](Real64* chunk) OKT_INLINE {
+        small.template work<4>([&k](F64<4> p) { return series64<Function>(k, centralPair<Function>(p)); }, chunk);
+        middle.template work<4>([&k](F64<4> p) { return middle64<Function>(k, centralPair<Function>(p)); }, chunk);
+        near.template work<4>([&k](F64<4> p) { return tailOf<Function, true>(k, p); }, chunk);
+        far.template work<4>([&k](F64<4> p) { return tailOf<Function, false>(k, p); }, chunk);
+    };
+    sortedElementLoop(src, dst, len, tryBlock, finish, element64<Function>, status);
 }
 
 }  // namespace okt::quantile

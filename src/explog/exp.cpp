@@ -6,8 +6,8 @@
 //   Real32  0.5683 ulp at 0x1.3bef32p+6; subnormal results 0.5137 ulp at -0x1.5db9dap+6; 1.0 ulp where the smallest
 //           subnormals are given as zero, below -103.27893829345703
 //   Real64  0.5265 ulp at -0x1.ee85d2881e58p-5; subnormal results 0.7563 ulp
+#include "exports/Exp.h"
 #include "explog/exp_tables.h"
-#include "frame/frame.h"
 #include "frame/loops.h"
 #include "lanes/constant.h"
 #include "lanes/lookup.h"
@@ -108,23 +108,21 @@ Real32 expSubnormal(Real32 x) {
     return expSubnormal(x);
 }
 
-OktStatus exp32(const Real32* src, Real32* dst, std::int32_t len) {
-    return mxcsrFrame(dst, src, len, [=](OktStatus& status) {
-        const Constants32* const c = &inMemory(constants32);
-        const auto begin = [=](std::ptrdiff_t i, F32<8>& r, Multiple32<8>& n) OKT_INLINE {
-            const F32<8> x = F32<8>::load(src + i);
-            const U32<8> magnitude = asBits(x) & U32<8>(0x7FFFFFFF);
-            if (any(greaterSigned(magnitude, U32<8>(boundLow32 - 1)))) [[unlikely]]
-                return false;
-            r = reduce(*c, x, n);
-            return true;
-        };
-        const auto finish = [=](std::ptrdiff_t i, F32<8> r, const Multiple32<8>& n) OKT_INLINE {
-            const F32<8> u = unscaled(*c, r, n);
-            scaled(u, n).store(dst + i);
-        };
-        redoBlockAhead<8, F32<8>, Multiple32<8>>(src, dst, len, begin, finish, expElement32, status);
-    });
+void exp32(const Real32* src, Real32* dst, std::int32_t len, OktStatus& status) {
+    const Constants32* const c = &inMemory(constants32);
+    const auto begin = [=](std::ptrdiff_t i, F32<8>& r, Multiple32<8>& n) OKT_INLINE {
+        const F32<8> x = F32<8>::load(src + i);
+        const U32<8> magnitude = asBits(x) & U32<8>(0x7FFFFFFF);
+        if (any(greaterSigned(magnitude, U32<8>(boundLow32 - 1)))) [[unlikely]]
+            return false;
+        r = reduce(*c, x, n);
+        return true;
+    };
+    const auto finish = [=](std::ptrdiff_t i, F32<8> r, const Multiple32<8>& n) OKT_INLINE {
+        const F32<8> u = unscaled(*c, r, n);
+        scaled(u, n).store(dst + i);
+    };
+    redoBlockAhead<8, F32<8>, Multiple32<8>>(src, dst, len, begin, finish, expElement32, status);
 }
 
 // ---------------------------------------------------------------------------------------------------------------------
@@ -217,21 +215,19 @@ Real64 powerOfTwo(const Multiple64<1>& n, int shift) {
     return u * powerOfTwo(n, 0);
 }
 
-OktStatus exp64(const Real64* src, Real64* dst, std::int32_t len) {
-    return mxcsrFrame(dst, src, len, [=](OktStatus& status) {
-        const Constants64& c = inMemory(constants64);
-        const auto tryBlock = [&c](const Real64* from, Real64* to) {
-            const F64<8> x = F64<8>::load(from);
-            const U32<8> high = packHighWords(asBits(x)) & U32<8>(0x7FFFFFFF);
-            if (any(greaterSigned(high, U32<8>(boundHigh64 - 1)))) [[unlikely]]
-                return false;
-            Multiple64<8> n;
-            const F64<8> r = reduce(c, x, n);
-            scaled(c, unscaled(c, r, n), n).store(to);
-            return true;
-        };
-        redoBlock<8>(src, dst, len, tryBlock, expElement64, status);
-    });
+void exp64(const Real64* src, Real64* dst, std::int32_t len, OktStatus& status) {
+    const Constants64& c = inMemory(constants64);
+    const auto tryBlock = [&c](const Real64* from, Real64* to) {
+        const F64<8> x = F64<8>::load(from);
+        const U32<8> high = packHighWords(asBits(x)) & U32<8>(0x7FFFFFFF);
+        if (any(greaterSigned(high, U32<8>(boundHigh64 - 1)))) [[unlikely]]
+            return false;
+        Multiple64<8> n;
+        const F64<8> r = reduce(c, x, n);
+        scaled(c, unscaled(c, r, n), n).store(to);
+        return true;
+    };
+    redoBlock<8>(src, dst, len, tryBlock, expElement64, status);
 }
 
 }  // namespace

@@ -10,6 +10,7 @@
 // Largest errors seen:
 //   Real32  0.5001 ulp
 //   Real64  0.5048 ulp; 1.933 ulp above 40.2, where the parts are summed without compensation
+#include "exports/Expm1.h"
 #include "explog/expm1_tables.h"
 #include "explog/packed_element_loop.h"
 #include "lanes/constant.h"
@@ -156,40 +157,36 @@ inline F64<N> ordinary(const Constants& c, F64<N> x, Mask64<N> small, bool anySm
     return result;
 }
 
-OktStatus expm1_32(const Real32* src, Real32* dst, std::int32_t len) {
-    return x87Frame<53>(len, src, dst, [=](OktStatus& status) {
-        const Constants& c = inMemory(constants);
-        const auto tryBlock = [&c](const Real32* from, Real32* to) {
-            const F32<8> x = F32<8>::load(from);
-            const U32<8> magnitude = asBits(x) & c.magnitude;
-            if (!c.ordinary32.holdsAll(magnitude)) [[unlikely]]
-                return false;
-            const F64<8> wide = widen(x);
-            const Mask32<8> small = greaterSigned(U32<8>(c.mainFirst32), magnitude);
-            narrow(ordinary<false>(c, wide, widen(small), any(small))).store(to);
-            return true;
-        };
-        const auto element = [](Real32 x, OktStatus& warning) {
-            return static_cast<Real32>(expm1Element<false>(static_cast<Real64>(x), warning));
-        };
-        packedWarningLoop<8>(src, dst, len, tryBlock, element, status);
-    });
+void expm1_32(const Real32* src, Real32* dst, std::int32_t len, OktStatus& status) {
+    const Constants& c = inMemory(constants);
+    const auto tryBlock = [&c](const Real32* from, Real32* to) {
+        const F32<8> x = F32<8>::load(from);
+        const U32<8> magnitude = asBits(x) & c.magnitude;
+        if (!c.ordinary32.holdsAll(magnitude)) [[unlikely]]
+            return false;
+        const F64<8> wide = widen(x);
+        const Mask32<8> small = greaterSigned(U32<8>(c.mainFirst32), magnitude);
+        narrow(ordinary<false>(c, wide, widen(small), any(small))).store(to);
+        return true;
+    };
+    const auto element = [](Real32 x, OktStatus& warning) {
+        return static_cast<Real32>(expm1Element<false>(static_cast<Real64>(x), warning));
+    };
+    packedWarningLoop<8>(src, dst, len, tryBlock, element, status);
 }
 
-OktStatus expm1_64(const Real64* src, Real64* dst, std::int32_t len) {
-    return x87Frame<53>(len, src, dst, [=](OktStatus& status) {
-        const Constants& c = inMemory(constants);
-        const auto tryBlock = [&c](const Real64* from, Real64* to) {
-            const F64<8> x = F64<8>::load(from);
-            const U32<8> high = packHighWords(asBits(x)) & c.magnitude;
-            if (!c.ordinary64.holdsAll(high)) [[unlikely]]
-                return false;
-            const Mask32<8> small = greaterSigned(U32<8>(c.mainFirst64), high);
-            ordinary<true>(c, x, widen(small), any(small)).store(to);
-            return true;
-        };
-        packedWarningLoop<8>(src, dst, len, tryBlock, expm1Element<true>, status);
-    });
+void expm1_64(const Real64* src, Real64* dst, std::int32_t len, OktStatus& status) {
+    const Constants& c = inMemory(constants);
+    const auto tryBlock = [&c](const Real64* from, Real64* to) {
+        const F64<8> x = F64<8>::load(from);
+        const U32<8> high = packHighWords(asBits(x)) & c.magnitude;
+        if (!c.ordinary64.holdsAll(high)) [[unlikely]]
+            return false;
+        const Mask32<8> small = greaterSigned(U32<8>(c.mainFirst64), high);
+        ordinary<true>(c, x, widen(small), any(small)).store(to);
+        return true;
+    };
+    packedWarningLoop<8>(src, dst, len, tryBlock, expm1Element<true>, status);
 }
 
 }  // namespace

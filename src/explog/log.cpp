@@ -14,7 +14,8 @@
 //   Ln     Real32 0.5661 ulp at 0x1.f9ffd2p-1, Real64 0.5631 ulp at 0x1.ffe11ded25f67p-1
 //   Log10  Real32 0.7493 ulp at 0x1.01d8bep+0, Real64 0.5737 ulp at 0x1.0010ebcb5ba7cp+0
 #include "explog/log_tables.h"
-#include "frame/frame.h"
+#include "exports/Ln.h"
+#include "exports/Log10.h"
 #include "frame/loops.h"
 #include "lanes/constant.h"
 #include "lanes/lookup.h"
@@ -35,19 +36,18 @@ struct Sums {
 // The loop of all four. `locate` tests a block and finds the places of its elements in the table, `logarithmAt` does
 // the rest; `element` is the whole of a single element.
 template <class T, class Place, class Constants>
-OktStatus logarithm(const T* src, T* dst, std::int32_t len, const Constants& constants, T (&element)(T, OktStatus&)) {
-    return mxcsrFrame(dst, src, len, [&, src, dst, len](OktStatus& status) {
-        const Constants* const k = &inMemory(constants);
-        const auto begin = [=](std::ptrdiff_t i, Nothing, Place& place) OKT_INLINE {
-            const auto x = Vec<T, 8>::load(src + i);
-            return locate(*k, x, place);
-        };
-        const auto finish = [=](std::ptrdiff_t i, Nothing, const Place& place) OKT_INLINE {
-            const auto x = Vec<T, 8>::load(src + i);
-            logarithmAt(*k, x, place).store(dst + i);
-        };
-        redoBlockAhead<8, Nothing, Place>(src, dst, len, begin, finish, element, status);
-    });
+void logarithm(const T* src, T* dst, std::int32_t len, const Constants& constants, T (&element)(T, OktStatus&),
+               OktStatus& status) {
+    const Constants* const k = &inMemory(constants);
+    const auto begin = [=](std::ptrdiff_t i, Nothing, Place& place) OKT_INLINE {
+        const auto x = Vec<T, 8>::load(src + i);
+        return locate(*k, x, place);
+    };
+    const auto finish = [=](std::ptrdiff_t i, Nothing, const Place& place) OKT_INLINE {
+        const auto x = Vec<T, 8>::load(src + i);
+        logarithmAt(*k, x, place).store(dst + i);
+    };
+    redoBlockAhead<8, Nothing, Place>(src, dst, len, begin, finish, element, status);
 }
 
 template <int N>
@@ -144,8 +144,8 @@ OKT_INLINE inline F32<8> logarithmAt(const LnConstants32& k, F32<8> x, const Row
     return lnMain32(k, b, offset, exponent32(b), lnNearOne(k, b));
 }
 
-OktStatus ln32(const Real32* src, Real32* dst, std::int32_t len) {
-    return logarithm<Real32, RowOffset<8>>(src, dst, len, lnConstants32, lnElement32);
+void ln32(const Real32* src, Real32* dst, std::int32_t len, OktStatus& status) {
+    logarithm<Real32, RowOffset<8>>(src, dst, len, lnConstants32, lnElement32, status);
 }
 
 // ---------------------------------------------------------------------------------------------------------------------
@@ -229,8 +229,8 @@ OKT_INLINE inline F32<8> logarithmAt(const Log10Constants32& k, F32<8> x, const 
     return log10Main32(k, asBits(x), offset).total();
 }
 
-OktStatus log10_32(const Real32* src, Real32* dst, std::int32_t len) {
-    return logarithm<Real32, RowOffset<8>>(src, dst, len, log10Constants32, log10Element32);
+void log10_32(const Real32* src, Real32* dst, std::int32_t len, OktStatus& status) {
+    logarithm<Real32, RowOffset<8>>(src, dst, len, log10Constants32, log10Element32, status);
 }
 
 // ---------------------------------------------------------------------------------------------------------------------
@@ -383,8 +383,8 @@ OKT_INLINE inline F64<8> logarithmAt(const Constants& k, F64<8> x, const LogPlac
 }
 
 template <class Constants>
-OktStatus log64(const Real64* src, Real64* dst, std::int32_t len) {
-    return logarithm<Real64, LogPlace64<8>>(src, dst, len, constants64<Constants>, logElement64<Constants>);
+void log64(const Real64* src, Real64* dst, std::int32_t len, OktStatus& status) {
+    logarithm<Real64, LogPlace64<8>>(src, dst, len, constants64<Constants>, logElement64<Constants>, status);
 }
 
 }  // namespace

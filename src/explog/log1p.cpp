@@ -9,6 +9,7 @@
 // Largest errors seen:
 //   Real32  0.5001 ulp
 //   Real64  0.5277 ulp
+#include "exports/Log1p.h"
 #include "explog/log1p_tables.h"
 #include "explog/packed_element_loop.h"
 #include "lanes/constant.h"
@@ -319,17 +320,15 @@ inline bool blockOfTable(const Constants& c, const Real64* from, Real64* to) {
     return true;
 }
 
-OktStatus log1p64(const Real64* src, Real64* dst, std::int32_t len) {
-    return x87Frame<53>(len, src, dst, [=](OktStatus& status) {
-        const Constants& c = inMemory(constants);
-        const auto tryBlock = [&c](const Real64* from, Real64* to) { return blockOfTable(c, from, to); };
-        const bool inOrder = smearsForward(src, dst, len, chunkLength);
-        for (std::int32_t i = 0, length; i < len; i += length) {
-            length = inOrder || len - i < chunkLength ? len - i : chunkLength;
-            if (inOrder || length < 12 || !chunkOfOrdinary(c, src + i, length, dst + i)) [[unlikely]]
-                packedWarningLoop<8>(src + i, dst + i, length, tryBlock, log1pElement, status);
-        }
-    });
+void log1p64(const Real64* src, Real64* dst, std::int32_t len, OktStatus& status) {
+    const Constants& c = inMemory(constants);
+    const auto tryBlock = [&c](const Real64* from, Real64* to) { return blockOfTable(c, from, to); };
+    const bool inOrder = smearsForward(src, dst, len, chunkLength);
+    for (std::int32_t i = 0, length; i < len; i += length) {
+        length = inOrder || len - i < chunkLength ? len - i : chunkLength;
+        if (inOrder || length < 12 || !chunkOfOrdinary(c, src + i, length, dst + i)) [[unlikely]]
+            packedWarningLoop<8>(src + i, dst + i, length, tryBlock, log1pElement, status);
+    }
 }
 
 // ---------------------------------------------------------------------------------------------------------------------
@@ -362,21 +361,19 @@ Real32 log1pElement32(Real32 x, OktStatus& warning) {
     return static_cast<Real32>(log1pElement(static_cast<Real64>(x), warning));
 }
 
-OktStatus log1p32(const Real32* src, Real32* dst, std::int32_t len) {
-    return x87Frame<53>(len, src, dst, [=](OktStatus& status) {
-        const ShortConstants& c = inMemory(shortConstants);
-        const auto tryBlock = [&c](const Real32* from, Real32* to) OKT_INLINE {
-            const F32<8> x = F32<8>::load(from);
-            if (!allOrdinary(c, x)) [[unlikely]]
-                return false;
-            const F64<8> result = log1pShort(c, widen(x));
-            if (!c.margin.settlesAll(result)) [[unlikely]]
-                return false;
-            narrow(result).store(to);
-            return true;
-        };
-        packedWarningLoop<8>(src, dst, len, tryBlock, log1pElement32, status);
-    });
+void log1p32(const Real32* src, Real32* dst, std::int32_t len, OktStatus& status) {
+    const ShortConstants& c = inMemory(shortConstants);
+    const auto tryBlock = [&c](const Real32* from, Real32* to) OKT_INLINE {
+        const F32<8> x = F32<8>::load(from);
+        if (!allOrdinary(c, x)) [[unlikely]]
+            return false;
+        const F64<8> result = log1pShort(c, widen(x));
+        if (!c.margin.settlesAll(result)) [[unlikely]]
+            return false;
+        narrow(result).store(to);
+        return true;
+    };
+    packedWarningLoop<8>(src, dst, len, tryBlock, log1pElement32, status);
 }
 
 }  // namespace

@@ -1,7 +1,6 @@
 // The element loop of families whose ordinary elements can be worked side by side and whose warnings raise IEEE flags.
 #pragma once
 
-#include "frame/frame.h"
 #include "frame/loops.h"
 #include "frame/status_flag.h"
 

@@ -17,9 +17,10 @@
 //   Real64  0.5128 ulp at 0x1.00a1c3bd5fd63p+0 ^ 0x1.859ec7709b808p+16; 0.916 ulp within 0.001 of 1, at
 //           0x1.001e442cd17e3p+0 ^ -0x1.3271b26bf5aaap+20; 0.99997 ulp next below 2^-1070, at
 //           0x1.85e091726b8p+285 ^ -0x1.dfd81b1d3e59dp+1
+#include "exports/Pow.h"
 #include "explog/pow_special.h"
 #include "explog/pow_tables.h"
-#include "frame/frame.h"
+#include "exports/Powx.h"
 #include "frame/loops.h"
 #include "lanes/constant.h"
 #include "lanes/lookup.h"
@@ -542,9 +543,8 @@ void powLoop(const Real64* src, const Exponents& y, Real64* dst, std::int32_t le
 }
 
 template <class T, class Exponents>
-OktStatus pow(const T* src1, const T* src2, T* dst, std::int32_t len) {
-    return mxcsrFrame(dst, src2, src1, len,
-                      [=](OktStatus& status) { powLoop(src1, Exponents{src2}, dst, len, status); });
+void pow(const T* src1, const T* src2, T* dst, std::int32_t len, OktStatus& status) {
+    powLoop(src1, Exponents{src2}, dst, len, status);
 }
 
 // One exponent that every element goes with through the element routine.
@@ -555,15 +555,13 @@ struct ElementsExponent {
 };
 
 template <class T, class OneExponent>
-OktStatus powx(const T* src, T y, T* dst, std::int32_t len) {
-    return mxcsrFrame(dst, src, len, [=](OktStatus& status) {
-        if (asBits(y) == asBits(T{2}))  // squares without any test: a NaN gives its product, and nothing warns
-            vectorLoop([](auto x) { return x * x; }, dst, static_cast<std::size_t>(len), src);
-        else if (OneExponent::serves(y))
-            powLoop(src, OneExponent(y), dst, len, status);
-        else
-            powElements(src, ElementsExponent<T>{y}, dst, 0, len, status);
-    });
+void powx(const T* src, T y, T* dst, std::int32_t len, OktStatus& status) {
+    if (asBits(y) == asBits(T{2}))  // squares without any test: a NaN gives its product, and nothing warns
+        vectorLoop([](auto x) { return x * x; }, dst, static_cast<std::size_t>(len), src);
+    else if (OneExponent::serves(y))
+        powLoop(src, OneExponent(y), dst, len, status);
+    else
+        powElements(src, ElementsExponent<T>{y}, dst, 0, len, status);
 }
 
 }  // namespace

@@ -1,7 +1,7 @@
 // The IEEE flag of a warning, made by a real arithmetic operation under the caller's MXCSR.
 #pragma once
 
-#include "oktvm.h"
+#include "oktvm_types.h"
 
 namespace okt {
 

@@ -3,7 +3,7 @@
 // root and the logarithm of one length. Every element takes the same steps, in lanes and alone.
 //
 // Largest errors seen: Real32 0.5002 ulp; Real64 0.515 ulp.
-#include "frame/frame.h"
+#include "exports/Acosh.h"
 #include "hyper/inverse_hyper.h"
 
 namespace okt {
@@ -47,18 +47,16 @@ Real32 acoshElement32(Real32 x, OktStatus& status) {
     return narrow(acoshSteps32(widen(F32<1>(x)))).raw;
 }
 
-OktStatus acosh32(const Real32* src, Real32* dst, std::int32_t len) {
-    return x87Frame<53>(len, src, dst, [=](OktStatus& status) {
-        const auto tryBlock = [](const Real32* from, Real32* to) {
-            const F32<8> x = F32<8>::load(from);
-            const U32<8> b = asBits(x);
-            if (!all(greaterSigned(b, U32<8>(0x3F800000)) & greaterSigned(U32<8>(0x7F800000), b))) [[unlikely]]
-                return false;
-            narrow(acoshSteps32(widen(x))).store(to);
-            return true;
-        };
-        packedElementLoop<8>(src, dst, len, tryBlock, acoshElement32, status);
-    });
+void acosh32(const Real32* src, Real32* dst, std::int32_t len, OktStatus& status) {
+    const auto tryBlock = [](const Real32* from, Real32* to) {
+        const F32<8> x = F32<8>::load(from);
+        const U32<8> b = asBits(x);
+        if (!all(greaterSigned(b, U32<8>(0x3F800000)) & greaterSigned(U32<8>(0x7F800000), b))) [[unlikely]]
+            return false;
+        narrow(acoshSteps32(widen(x))).store(to);
+        return true;
+    };
+    packedElementLoop<8>(src, dst, len, tryBlock, acoshElement32, status);
 }
 
 // ---------------------------------------------------------------------------------------------------------------------
@@ -127,10 +125,8 @@ bool acoshBlock(const Real64* src, Real64* dst) {
     return true;
 }
 
-OktStatus acosh64(const Real64* src, Real64* dst, std::int32_t len) {
-    return x87Frame<53>(len, src, dst, [=](OktStatus& status) {
-        chunkedElementLoop(src, dst, len, acoshChunk, acoshBlock, acoshElement64, status);
-    });
+void acosh64(const Real64* src, Real64* dst, std::int32_t len, OktStatus& status) {
+    chunkedElementLoop(src, dst, len, acoshChunk, acoshBlock, acoshElement64, status);
 }
 
 }  // namespace

@@ -7,7 +7,7 @@
 //
 // Largest errors: Real32 0.9294 ulp at 0x1.80b1f4p-1 (0.9244 at 0x1.33463ep-1 in the polynomial's part; all elements
 // tried); Real64 0.515 ulp seen.
-#include "frame/frame.h"
+#include "exports/Atanh.h"
 #include "hyper/inverse_hyper.h"
 
 namespace okt {
@@ -99,22 +99,20 @@ template <int N>
 // Every element takes both parts of the steps, which raise their flags, those of
 // 1 and beyond too; the special results replace theirs. An element alone stands
 // in all lanes of a register, where no compiler drops the part that is not used.
-OktStatus atanh32(const Real32* src, Real32* dst, std::int32_t len) {
-    return mxcsrFrame(dst, src, len, [=](OktStatus& status) {
-        std::int32_t i = 0;
-        for (; i <= len - 8; i += 8) {
-            const F32<8> x = F32<8>::load(src + i);
-            atanhSteps(x).store(dst + i);
-            if (anyOutside(x)) [[unlikely]]
-                atanhSpecial(x, 8, dst + i, status);
-        }
-        for (; i < len; ++i) {
-            const F32<4> x(loadElement(src + i));
-            storeElement(dst + i, atanhSteps(x)[0]);
-            if (anyOutside(x)) [[unlikely]]
-                atanhSpecial(x, 1, dst + i, status);
-        }
-    });
+void atanh32(const Real32* src, Real32* dst, std::int32_t len, OktStatus& status) {
+    std::int32_t i = 0;
+    for (; i <= len - 8; i += 8) {
+        const F32<8> x = F32<8>::load(src + i);
+        atanhSteps(x).store(dst + i);
+        if (anyOutside(x)) [[unlikely]]
+            atanhSpecial(x, 8, dst + i, status);
+    }
+    for (; i < len; ++i) {
+        const F32<4> x(loadElement(src + i));
+        storeElement(dst + i, atanhSteps(x)[0]);
+        if (anyOutside(x)) [[unlikely]]
+            atanhSpecial(x, 1, dst + i, status);
+    }
 }
 
 // ---------------------------------------------------------------------------------------------------------------------
@@ -177,18 +175,16 @@ Real64 atanhElement64(Real64 x, OktStatus& status) {
     return atanhSteps64(F64<1>(x)).raw;
 }
 
-OktStatus atanh64(const Real64* src, Real64* dst, std::int32_t len) {
-    return x87Frame<53>(len, src, dst, [=](OktStatus& status) {
-        const auto tryBlock = [](const Real64* from, Real64* to) {
-            const F64<4> x = F64<4>::load(from);
-            const U32<4> a = packHighWords(asBits(abs(x)));
-            if (any(greaterSigned(U32<4>(tiny64), a) | greaterSigned(a, U32<4>(0x3FEFFFFF)))) [[unlikely]]
-                return false;
-            atanhSteps64(x).store(to);
-            return true;
-        };
-        packedElementLoop<4>(src, dst, len, tryBlock, atanhElement64, status);
-    });
+void atanh64(const Real64* src, Real64* dst, std::int32_t len, OktStatus& status) {
+    const auto tryBlock = [](const Real64* from, Real64* to) {
+        const F64<4> x = F64<4>::load(from);
+        const U32<4> a = packHighWords(asBits(abs(x)));
+        if (any(greaterSigned(U32<4>(tiny64), a) | greaterSigned(a, U32<4>(0x3FEFFFFF)))) [[unlikely]]
+            return false;
+        atanhSteps64(x).store(to);
+        return true;
+    };
+    packedElementLoop<4>(src, dst, len, tryBlock, atanhElement64, status);
 }
 
 }  // namespace

@@ -6,7 +6,7 @@
 // Every element takes the same steps, in lanes and alone.
 //
 // Largest errors seen: Real32 0.6106 ulp at 0x1.049cdep+6; Real64 0.7566 ulp.
-#include "frame/frame.h"
+#include "exports/Cosh.h"
 #include "frame/status_flag.h"
 #include "hyper/sinh_cosh.h"
 
@@ -46,9 +46,8 @@ inline void coshPatch32(Real32 x, Real32& result, OktStatus& status) {
     }
 }
 
-OktStatus cosh32(const Real32* src, Real32* dst, std::int32_t len) {
-    return doubleGuardFrame(len, src, dst,
-                            [=](OktStatus& status) { patchedLoop(src, dst, len, coshSteps32, coshPatch32, status); });
+void cosh32(const Real32* src, Real32* dst, std::int32_t len, OktStatus& status) {
+    patchedLoop(src, dst, len, coshSteps32, coshPatch32, status);
 }
 
 // ---------------------------------------------------------------------------------------------------------------------
@@ -75,13 +74,11 @@ template <int N>
         coshSecondPass(a, dst, status);
 }
 
-OktStatus cosh64(const Real64* src, Real64* dst, std::int32_t len) {
-    return mxcsrFrame(dst, src, len, [=](OktStatus& status) {
-        const Constants64& c = inMemory(constants64);
-        std::int32_t i = 0;
-        for (; i <= len - 4; i += 4) coshLanes<4>(c, src + i, dst + i, status);
-        for (; i < len; ++i) coshLanes<1>(c, src + i, dst + i, status);
-    });
+void cosh64(const Real64* src, Real64* dst, std::int32_t len, OktStatus& status) {
+    const Constants64& c = inMemory(constants64);
+    std::int32_t i = 0;
+    for (; i <= len - 4; i += 4) coshLanes<4>(c, src + i, dst + i, status);
+    for (; i < len; ++i) coshLanes<1>(c, src + i, dst + i, status);
 }
 
 }  // namespace

@@ -1,7 +1,7 @@
 // Bit patterns of single elements, and element access that asks for no alignment.
 #pragma once
 
-#include "oktvm.h"
+#include "oktvm_types.h"
 
 #include <bit>
 #include <cstdint>

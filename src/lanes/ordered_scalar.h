@@ -1,7 +1,7 @@
 // Sums and products of two single values whose operands the compiler must not swap; see ordered.h.
 #pragma once
 
-#include "oktvm.h"
+#include "oktvm_types.h"
 
 namespace okt {
 

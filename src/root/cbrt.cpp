@@ -8,7 +8,8 @@
 //
 // Largest errors seen: Cbrt 0.9072 ulp at 0x1.f565acp2 (32f), 0.5137 at 0x1.17c08c123ef1cp2 (64f); InvCbrt 0.8706 at
 // 0x1.073bb2p0 (32f), 0.5381 at 0x1.000970c155303p0 (64f).
-#include "frame/frame.h"
+#include "exports/Cbrt.h"
+#include "exports/InvCbrt.h"
 #include "frame/loops.h"
 #include "root/cbrt_tables.h"
 
@@ -112,13 +113,11 @@ template <Root root, int N>
 }
 
 template <Root root>
-OktStatus root32(const Real32* src, Real32* dst, std::int32_t len) {
-    return mxcsrFrame(dst, src, len, [=](OktStatus& status) {
-        std::int32_t i = 0;
-        for (; i <= len - 16; i += 16) rootBlock<root, 16>(src + i, dst + i, status);
-        for (; i <= len - 4; i += 4) rootBlock<root, 4>(src + i, dst + i, status);
-        for (; i < len; ++i) rootBlock<root, 1>(src + i, dst + i, status);
-    });
+void root32(const Real32* src, Real32* dst, std::int32_t len, OktStatus& status) {
+    std::int32_t i = 0;
+    for (; i <= len - 16; i += 16) rootBlock<root, 16>(src + i, dst + i, status);
+    for (; i <= len - 4; i += 4) rootBlock<root, 4>(src + i, dst + i, status);
+    for (; i < len; ++i) rootBlock<root, 1>(src + i, dst + i, status);
 }
 
 // ---------------------------------------------------------------------------------------------------------------------
@@ -180,21 +179,19 @@ template <Root root>
 }
 
 template <Root root>
-OktStatus root64(const Real64* src, Real64* dst, std::int32_t len) {
-    return mxcsrFrame(dst, src, len, [=](OktStatus& status) {
-        laneBlocks<4, 8>(
-            len, len - 3,
-            [=]<int N>(std::integral_constant<int, N>, std::int32_t i) {
-                const auto x = F64<N>::load(src + i);
-                if (!allNormal(x)) return false;
-                rootSteps<root>(x).store(dst + i);
-                return true;
-            },
-            [&](std::int32_t i) {
-                const F64x1 x = F64x1::load(src + i);
-                (allNormal(x) ? rootSteps<root>(x) : F64x1(specialElement<root>(x.raw, status))).store(dst + i);
-            });
-    });
+void root64(const Real64* src, Real64* dst, std::int32_t len, OktStatus& status) {
+    laneBlocks<4, 8>(
+        len, len - 3,
+        [=]<int N>(std::integral_constant<int, N>, std::int32_t i) {
+            const auto x = F64<N>::load(src + i);
+            if (!allNormal(x)) return false;
+            rootSteps<root>(x).store(dst + i);
+            return true;
+        },
+        [&](std::int32_t i) {
+            const F64x1 x = F64x1::load(src + i);
+            (allNormal(x) ? rootSteps<root>(x) : F64x1(specialElement<root>(x.raw, status))).store(dst + i);
+        });
 }
 
 }  // namespace

@@ -8,7 +8,7 @@
 //
 // Largest errors seen: 0.5000 ulp (32f), 1.171 ulp at (0x1.0a166fc706213p0, 0x1.74e4387c7ed11p0) (64f, outside the two
 // bands).
-#include "frame/frame.h"
+#include "exports/Hypot.h"
 #include "frame/loops.h"
 #include "lanes/ordered.h"
 #include "root/seed_root.h"
@@ -113,15 +113,11 @@ bool hypotLanes(const Real64* src1, const Real64* src2, Real64* dst) {
 }
 
 template <class T>
-OktStatus hypot(const T* src1, const T* src2, T* dst, std::int32_t len) {
-    return x87Frame<53>(len, src1, src2, dst, [=](OktStatus& status) {
-        packedElementLoop<4, 8>(
-            src1, src2, dst, len,
-            []<int N>(std::integral_constant<int, N>, const T* x, const T* y, T* to) {
-                return hypotLanes<N>(x, y, to);
-            },
-            [](T x, T y, OktStatus& s) { return hypotElement(x, y, s); }, status);
-    });
+void hypot(const T* src1, const T* src2, T* dst, std::int32_t len, OktStatus& status) {
+    packedElementLoop<4, 8>(
+        src1, src2, dst, len,
+        []<int N>(std::integral_constant<int, N>, const T* x, const T* y, T* to) { return hypotLanes<N>(x, y, to); },
+        [](T x, T y, OktStatus& s) { return hypotElement(x, y, s); }, status);
 }
 
 }  // namespace

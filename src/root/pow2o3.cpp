@@ -6,7 +6,7 @@
 // Elements are worked side by side where all are normal.
 //
 // Largest errors seen: 0.5000 ulp (32f), 0.504 (64f).
-#include "frame/frame.h"
+#include "exports/Pow2o3.h"
 #include "frame/loops.h"
 #include "root/pow2o3_tables.h"
 
@@ -151,13 +151,11 @@ bool pow2o3Lanes(const Real64* src, Real64* dst) {
 }
 
 template <class T>
-OktStatus pow2o3(const T* src, T* dst, std::int32_t len) {
-    return x87Frame<53>(len, src, dst, [=](OktStatus& status) {
-        packedElementLoop<4, 8>(
-            src, dst, len,
-            []<int N>(std::integral_constant<int, N>, const T* from, T* to) { return pow2o3Lanes<N>(from, to); },
-            [](T x, OktStatus& s) { return pow2o3Element(x, s); }, status);
-    });
+void pow2o3(const T* src, T* dst, std::int32_t len, OktStatus& status) {
+    packedElementLoop<4, 8>(
+        src, dst, len,
+        []<int N>(std::integral_constant<int, N>, const T* from, T* to) { return pow2o3Lanes<N>(from, to); },
+        [](T x, OktStatus& s) { return pow2o3Element(x, s); }, status);
 }
 
 }  // namespace

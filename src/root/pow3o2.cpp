@@ -3,7 +3,7 @@
 // every intermediate stays in range. Elements are worked side by side where all are positive, normal and finite.
 //
 // Largest errors seen: 0.5000 ulp (32f), 0.5062 at 0x3FF70C98E29A08AF (64f; subnormal results 0.75).
-#include "frame/frame.h"
+#include "exports/Pow3o2.h"
 #include "frame/loops.h"
 #include "frame/status_flag.h"
 #include "root/seed_root.h"
@@ -92,19 +92,17 @@ bool allInRange(F64<N> x) {
 }
 
 template <class T>
-OktStatus pow3o2(const T* src, T* dst, std::int32_t len) {
-    return x87Frame<53>(len, src, dst, [=](OktStatus& status) {
-        packedElementLoop<4, 8>(
-            src, dst, len,
-            []<int N>(std::integral_constant<int, N>, const T* from, T* to) {
-                const auto x = Vec<T, N>::load(from);
-                if (!allInRange(x)) [[unlikely]]
-                    return false;
-                toElement(threeHalves<T>(toReal64(x), 0), T{}).store(to);
-                return true;
-            },
-            [](T x, OktStatus& s) { return pow3o2Element(x, s); }, status);
-    });
+void pow3o2(const T* src, T* dst, std::int32_t len, OktStatus& status) {
+    packedElementLoop<4, 8>(
+        src, dst, len,
+        []<int N>(std::integral_constant<int, N>, const T* from, T* to) {
+            const auto x = Vec<T, N>::load(from);
+            if (!allInRange(x)) [[unlikely]]
+                return false;
+            toElement(threeHalves<T>(toReal64(x), 0), T{}).store(to);
+            return true;
+        },
+        [](T x, OktStatus& s) { return pow3o2Element(x, s); }, status);
 }
 
 }  // namespace

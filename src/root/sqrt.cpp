@@ -9,7 +9,8 @@
 //
 // Largest errors seen: Sqrt 0.7608 ulp at 0x7E7FFFFF (32f), 0.5005 (64f; subnormal up to 0.75); InvSqrt 0.98454 at
 // 0x3F85B984 (32f), 0.5005 (64f). The last bit may follow the seed of another processor model.
-#include "frame/frame.h"
+#include "exports/Sqrt.h"
+#include "exports/InvSqrt.h"
 #include "frame/loops.h"
 #include "lanes/opaque.h"
 #include "lanes/ordered.h"
@@ -99,13 +100,11 @@ Real32 sqrtElement(Real32 x, OktStatus& status) {
     return root(x * 0x1p26f) * 0x1p-13f;
 }
 
-OktStatus sqrt32(const Real32* src, Real32* dst, std::int32_t len) {
-    return mxcsrFrame(dst, src, len, [=](OktStatus& status) {
-        laneBlocks<4, 16>(
-            len, len - 3,
-            [=]<int N>(std::integral_constant<int, N>, std::int32_t i) { return sqrtLanes<N>(src + i, dst + i); },
-            [&](std::int32_t i) { storeElement(dst + i, sqrtElement(loadElement(src + i), status)); });
-    });
+void sqrt32(const Real32* src, Real32* dst, std::int32_t len, OktStatus& status) {
+    laneBlocks<4, 16>(
+        len, len - 3,
+        [=]<int N>(std::integral_constant<int, N>, std::int32_t i) { return sqrtLanes<N>(src + i, dst + i); },
+        [&](std::int32_t i) { storeElement(dst + i, sqrtElement(loadElement(src + i), status)); });
 }
 
 // N lanes, one of them special, by root and division. Zeros warn first, then negative lanes, whatever their order.
@@ -133,20 +132,18 @@ void invSqrtBlock(const Real32* src, Real32* dst, OktStatus& status) {
         invSqrtSteps(x).store(dst);
 }
 
-OktStatus invSqrt32(const Real32* src, Real32* dst, std::int32_t len) {
-    return mxcsrFrame(dst, src, len, [=](OktStatus& status) {
-        std::int32_t i = 0;
-        for (; i <= len - 16; i += 16) {
-            const auto x = F32<16>::load(src + i);
-            if (any(outOfRange(asBits(x)))) [[unlikely]]
-                for (std::int32_t block = 0; block < 16; block += 4)
-                    invSqrtBlock<4>(src + i + block, dst + i + block, status);
-            else
-                invSqrtSteps(x).store(dst + i);
-        }
-        for (; i <= len - 4; i += 4) invSqrtBlock<4>(src + i, dst + i, status);
-        for (; i < len; ++i) invSqrtBlock<1>(src + i, dst + i, status);
-    });
+void invSqrt32(const Real32* src, Real32* dst, std::int32_t len, OktStatus& status) {
+    std::int32_t i = 0;
+    for (; i <= len - 16; i += 16) {
+        const auto x = F32<16>::load(src + i);
+        if (any(outOfRange(asBits(x)))) [[unlikely]]
+            for (std::int32_t block = 0; block < 16; block += 4)
+                invSqrtBlock<4>(src + i + block, dst + i + block, status);
+        else
+            invSqrtSteps(x).store(dst + i);
+    }
+    for (; i <= len - 4; i += 4) invSqrtBlock<4>(src + i, dst + i, status);
+    for (; i < len; ++i) invSqrtBlock<1>(src + i, dst + i, status);
 }
 
 // ---------------------------------------------------------------------------------------------------------------------
@@ -233,21 +230,19 @@ template <bool inverse, int N>
 }
 
 template <bool inverse>
-OktStatus rootOf64(const Real64* src, Real64* dst, std::int32_t len) {
-    return mxcsrFrame(dst, src, len, [=](OktStatus& status) {
-        laneBlocks<4, 16>(
-            len, len - 3,
-            [=]<int N>(std::integral_constant<int, N>, std::int32_t i) OKT_INLINE {
-                const auto x = F64<N>::load(src + i);
-                if (anyOutOfRange(x)) return false;
-                steps<inverse>(x).store(dst + i);
-                return true;
-            },
-            [&](std::int32_t i) {
-                const F64x1 x = F64x1::load(src + i);
-                (anyOutOfRange(x) ? F64x1(specialElement<inverse>(x.raw, status)) : steps<inverse>(x)).store(dst + i);
-            });
-    });
+void rootOf64(const Real64* src, Real64* dst, std::int32_t len, OktStatus& status) {
+    laneBlocks<4, 16>(
+        len, len - 3,
+        [=]<int N>(std::integral_constant<int, N>, std::int32_t i) OKT_INLINE {
+            const auto x = F64<N>::load(src + i);
+            if (anyOutOfRange(x)) return false;
+            steps<inverse>(x).store(dst + i);
+            return true;
+        },
+        [&](std::int32_t i) {
+            const F64x1 x = F64x1::load(src + i);
+            (anyOutOfRange(x) ? F64x1(specialElement<inverse>(x.raw, status)) : steps<inverse>(x)).store(dst + i);
+        });
 }
 
 }  // namespace

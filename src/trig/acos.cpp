@@ -3,7 +3,7 @@
 // from the approximation of its reciprocal by a series of five terms. No result depends on its neighbours.
 //
 // Largest errors seen: 0.7962 ulp at -0x1.1141d8p-1 (Real32), 0.7663 ulp at 0x1.fa19c7d120e62p-2 (Real64).
-#include "frame/frame.h"
+#include "exports/Acos.h"
 #include "lanes/seeds.h"
 #include "trig/half_angle.h"
 
@@ -53,12 +53,10 @@ inline half_angle::Outcome32<N> arccosine(const Constants32& k, F32<N> x) {
     return {((Q * u + (c - L)) + uh) * f + H, half_angle::beyondOne(squared)};
 }
 
-OktStatus acos32(const Real32* src, Real32* dst, std::int32_t len) {
-    return mxcsrFrame(dst, src, len, [=](OktStatus& status) {
-        const Constants32& k = inMemory(constants32);
-        const auto kernel = [&k]<int N>(F32<N> x) OKT_INLINE { return arccosine(k, x); };
-        half_angle::blocks<8>(src, dst, len, kernel, patch32, status);
-    });
+void acos32(const Real32* src, Real32* dst, std::int32_t len, OktStatus& status) {
+    const Constants32& k = inMemory(constants32);
+    const auto kernel = [&k]<int N>(F32<N> x) OKT_INLINE { return arccosine(k, x); };
+    half_angle::blocks<8>(src, dst, len, kernel, patch32, status);
 }
 
 struct Constants64 {
@@ -85,12 +83,10 @@ inline half_angle::Outcome64<N> arccosine(const Constants64& k, F64<N> x) {
     return {hi + -(A ^ sx), half_angle::reachesOne(a)};
 }
 
-OktStatus acos64(const Real64* src, Real64* dst, std::int32_t len) {
-    return mxcsrFrame(dst, src, len, [=](OktStatus& status) {
-        const Constants64& k = inMemory(constants64);
-        const auto kernel = [&k]<int N>(F64<N> x) OKT_INLINE { return arccosine(k, x); };
-        half_angle::blocks<4>(src, dst, len, kernel, patch64, status);
-    });
+void acos64(const Real64* src, Real64* dst, std::int32_t len, OktStatus& status) {
+    const Constants64& k = inMemory(constants64);
+    const auto kernel = [&k]<int N>(F64<N> x) OKT_INLINE { return arccosine(k, x); };
+    half_angle::blocks<4>(src, dst, len, kernel, patch64, status);
 }
 
 }  // namespace

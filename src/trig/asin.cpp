@@ -3,7 +3,7 @@
 // (Real64); no result depends on its neighbours.
 //
 // Largest errors seen: 0.8985 ulp at 0x1.095cbap-1 (Real32), 0.8420 ulp at -0x1.00ee0c2ff56b5p-1 (Real64).
-#include "frame/frame.h"
+#include "exports/Asin.h"
 #include "lanes/seeds.h"
 #include "trig/half_angle.h"
 
@@ -51,12 +51,10 @@ inline half_angle::Outcome32<N> arcsine(const Constants32& k, F32<N> x) {
     return {result, half_angle::beyondOne(squared)};
 }
 
-OktStatus asin32(const Real32* src, Real32* dst, std::int32_t len) {
-    return mxcsrFrame(dst, src, len, [=](OktStatus& status) {
-        const Constants32& k = inMemory(constants32);
-        const auto kernel = [&k]<int N>(F32<N> x) OKT_INLINE { return arcsine(k, x); };
-        half_angle::blocks<8>(src, dst, len, kernel, patch32, status);
-    });
+void asin32(const Real32* src, Real32* dst, std::int32_t len, OktStatus& status) {
+    const Constants32& k = inMemory(constants32);
+    const auto kernel = [&k]<int N>(F32<N> x) OKT_INLINE { return arcsine(k, x); };
+    half_angle::blocks<8>(src, dst, len, kernel, patch32, status);
 }
 
 struct Constants64 {
@@ -78,12 +76,10 @@ inline half_angle::Outcome64<N> arcsine(const Constants64& k, F64<N> x) {
     return {(((Su + (l + lo)) + (uh + c)) + c) | signOf(x), half_angle::reachesOne(a)};
 }
 
-OktStatus asin64(const Real64* src, Real64* dst, std::int32_t len) {
-    return mxcsrFrame(dst, src, len, [=](OktStatus& status) {
-        const Constants64& k = inMemory(constants64);
-        const auto kernel = [&k]<int N>(F64<N> x) OKT_INLINE { return arcsine(k, x); };
-        half_angle::blocks<4>(src, dst, len, kernel, patch64, status);
-    });
+void asin64(const Real64* src, Real64* dst, std::int32_t len, OktStatus& status) {
+    const Constants64& k = inMemory(constants64);
+    const auto kernel = [&k]<int N>(F64<N> x) OKT_INLINE { return arcsine(k, x); };
+    half_angle::blocks<4>(src, dst, len, kernel, patch64, status);
 }
 
 }  // namespace

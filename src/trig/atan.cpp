@@ -5,7 +5,7 @@
 // the same bits in a block and alone.
 //
 // Largest errors seen: 0.9516 ulp at 0x1.8c7706p+0 (Real32), 0.8498 ulp at 0x1.6084938483835p-1 (Real64).
-#include "frame/frame.h"
+#include "exports/Atan.h"
 #include "frame/loops.h"
 #include "lanes/constant.h"
 #include "trig/atan_intervals.h"
@@ -63,16 +63,14 @@ inline F32<N> arctangent(const Constants32& k, F32<N> x) {
     return (((p * z * t + chosen(k.tail)) + t) + chosen(k.head)) | signOf(x);
 }
 
-OktStatus atan32(const Real32* src, Real32* dst, std::int32_t len) {
-    return mxcsrFrame(dst, src, len, [=](OktStatus& status) {
-        const Constants32& k = inMemory(constants32);
-        const auto block = [&k](const Real32* from, Real32* to) {
-            arctangent(k, F32<8>::load(from)).store(to);
-            return true;
-        };
-        const auto element = [&k](Real32 x, OktStatus&) { return arctangent(k, F32x1(x)).raw; };
-        redoBlock<8>(src, dst, len, block, element, status);
-    });
+void atan32(const Real32* src, Real32* dst, std::int32_t len, OktStatus& status) {
+    const Constants32& k = inMemory(constants32);
+    const auto block = [&k](const Real32* from, Real32* to) {
+        arctangent(k, F32<8>::load(from)).store(to);
+        return true;
+    };
+    const auto element = [&k](Real32 x, OktStatus&) { return arctangent(k, F32x1(x)).raw; };
+    redoBlock<8>(src, dst, len, block, element, status);
 }
 
 // ---------------------------------------------------------------------------------------------------------------------
@@ -111,16 +109,14 @@ inline F64<N> arctangent(const Constants64& k, F64<N> x) {
     return ((((u + v) * t + interval.tail()) + t) + interval.head()) | signOf(x);
 }
 
-OktStatus atan64(const Real64* src, Real64* dst, std::int32_t len) {
-    return mxcsrFrame(dst, src, len, [=](OktStatus& status) {
-        const Constants64& k = inMemory(constants64);
-        const auto tryLanes = [&k]<int N>(std::integral_constant<int, N>, const Real64* from, Real64* to) OKT_INLINE {
-            arctangent(k, F64<N>::load(from)).store(to);
-            return true;
-        };
-        const auto element = [&k](Real64 x, OktStatus&) { return arctangent(k, F64x1(x)).raw; };
-        packedElementLoop<2, 8>(src, dst, len, tryLanes, element, status);
-    });
+void atan64(const Real64* src, Real64* dst, std::int32_t len, OktStatus& status) {
+    const Constants64& k = inMemory(constants64);
+    const auto tryLanes = [&k]<int N>(std::integral_constant<int, N>, const Real64* from, Real64* to) OKT_INLINE {
+        arctangent(k, F64<N>::load(from)).store(to);
+        return true;
+    };
+    const auto element = [&k](Real64 x, OktStatus&) { return arctangent(k, F64x1(x)).raw; };
+    packedElementLoop<2, 8>(src, dst, len, tryLanes, element, status);
 }
 
 }  // namespace

@@ -10,7 +10,8 @@
 //
 // Largest errors seen: main path 0.8195 ulp, 0.998 where the result is subnormal (Real32), 0.7461 (Real64); lane path
 // 0.5156 at y = 0x1.29cb140f45613p-3, x = 0x1.339fe2c7d4af3p+0.
-#include "frame/frame.h"
+#include "exports/Atan2.h"
+#include "exports/Arg.h"
 #include "frame/loops.h"
 #include "lanes/constant.h"
 #include "lanes/ordered.h"
@@ -437,25 +438,21 @@ void angles(const Load& load, T* dst, std::int32_t len) {
 }
 
 template <class T>
-OktStatus atan2(const T* src1, const T* src2, T* dst, std::int32_t len) {
-    return mxcsrFrame(dst, src2, src1, len, [=](OktStatus&) {
-        const auto load = [=]<int N>(std::integral_constant<int, N>, std::int32_t i) OKT_INLINE {
-            return Pair<Vec<T, N>>{Vec<T, N>::load(src1 + i), Vec<T, N>::load(src2 + i)};
-        };
-        angles(load, dst, len);
-    });
+void atan2(const T* src1, const T* src2, T* dst, std::int32_t len, OktStatus&) {
+    const auto load = [=]<int N>(std::integral_constant<int, N>, std::int32_t i) OKT_INLINE {
+        return Pair<Vec<T, N>>{Vec<T, N>::load(src1 + i), Vec<T, N>::load(src2 + i)};
+    };
+    angles(load, dst, len);
 }
 
 template <class Complex, class T>
-OktStatus arg(const Complex* src, T* dst, std::int32_t len) {
-    return mxcsrFrame(dst, src, len, [=](OktStatus&) {
-        const T* parts = reinterpret_cast<const T*>(src);
-        const auto load = [=]<int N>(std::integral_constant<int, N>, std::int32_t i) OKT_INLINE {
-            const auto [x, y] = loadInterleaved<N>(parts + std::ptrdiff_t{2} * i);
-            return Pair<Vec<T, N>>{y, x};
-        };
-        angles(load, dst, len);
-    });
+void arg(const Complex* src, T* dst, std::int32_t len, OktStatus&) {
+    const T* parts = reinterpret_cast<const T*>(src);
+    const auto load = [=]<int N>(std::integral_constant<int, N>, std::int32_t i) OKT_INLINE {
+        const auto [x, y] = loadInterleaved<N>(parts + std::ptrdiff_t{2} * i);
+        return Pair<Vec<T, N>>{y, x};
+    };
+    angles(load, dst, len);
 }
 
 }  // namespace

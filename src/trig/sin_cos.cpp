@@ -8,7 +8,7 @@
 // Largest errors seen:
 //   Real32  sine 0.5626 ulp at -0x1.6d45f6p+10, cosine 0.5619 ulp at -0x1.1e714ep+11
 //   Real64  sine 0.5408 ulp at -0x1.4ebd3f71b0494p+16, cosine 0.5370 ulp at 0x1.8bbdd0f0f84bp+0
-#include "frame/frame.h"
+#include "exports/SinCos.h"
 #include "frame/loops.h"
 #include "lanes/constant.h"
 #include "trig/sine_kernel.h"
@@ -131,62 +131,58 @@ inline bool fittedSineAndCosineOfStrip(const Fit& k, const Real32* src, Real32* 
     return true;
 }
 
-OktStatus sinCos32(const Real32* src, Real32* sines, Real32* cosines, std::int32_t len) {
-    return mxcsrFrame(cosines, sines, src, len, [=](OktStatus& status) {
-        const Fit& k = inMemory(fit);
-        const auto tryLanes = [=, &k]<int N>(std::integral_constant<int, N>, std::int32_t i) OKT_INLINE {
-            if constexpr (N == sine::stripLength) {
-                return fittedSineAndCosineOfStrip(k, src + i, sines + i, cosines + i);
-            } else {
-                const auto x = F32<N>::load(src + i);
-                if (!sine::inMainRange(x)) [[unlikely]]
-                    return N == 4 && hugeBlock(src + i, sines + i, cosines + i);
-                const QuarterTurn<N> angle = reduceToQuarterTurn(k, x, widen(x));
-                const auto result = fittedSineAndCosine(k, angle.r, angle.n);
-                result.sine.store(sines + i);
-                result.cosine.store(cosines + i);
-                return true;
-            }
-        };
-        const auto lane = [=, &status](std::int32_t i) {
-            const auto result = sinCosLane32(bits32(loadBits(src + i)), status);
-            storeElement(sines + i, result.sine);
-            storeElement(cosines + i, result.cosine);
-        };
-        laneBlocks<4, sine::stripLength, 16>(len, len & ~3, tryLanes, lane);
-    });
-}
-
-OktStatus sinCos64(const Real64* src, Real64* sines, Real64* cosines, std::int32_t len) {
-    return mxcsrFrame(cosines, sines, src, len, [=](OktStatus& status) {
-        const auto tryLanes = [=]<int N>(std::integral_constant<int, N>, std::int32_t i) OKT_INLINE {
-            using Steps = sine::Steps128;
-            const auto x = F64<N>::load(src + i);
+void sinCos32(const Real32* src, Real32* sines, Real32* cosines, std::int32_t len, OktStatus& status) {
+    const Fit& k = inMemory(fit);
+    const auto tryLanes = [=, &k]<int N>(std::integral_constant<int, N>, std::int32_t i) OKT_INLINE {
+        if constexpr (N == sine::stripLength) {
+            return fittedSineAndCosineOfStrip(k, src + i, sines + i, cosines + i);
+        } else {
+            const auto x = F32<N>::load(src + i);
             if (!sine::inMainRange(x)) [[unlikely]]
                 return N == 4 && hugeBlock(src + i, sines + i, cosines + i);
-            const auto& table = tables::sinCosTable128;
-            if constexpr (N > 4) {
-                const sine::ReducedInMemory<Steps, N, 2> a(x);
-                a.storeSums(sines + i, table);
-                a.storeSums(cosines + i, table, 1);
-            } else {
-                const sine::Reduced<N> a = sine::reduce<Steps>(x);
-                const sine::Series<N> poly = sine::series<Steps>(a.r);
-                const auto at = [&](int quarters) OKT_INLINE {
-                    return sine::summands(table, sine::rowOffset<Steps>(a.row, quarters), a.r, a.rl, poly).mainSum();
-                };
-                at(0).store(sines + i);
-                at(1).store(cosines + i);
-            }
+            const QuarterTurn<N> angle = reduceToQuarterTurn(k, x, widen(x));
+            const auto result = fittedSineAndCosine(k, angle.r, angle.n);
+            result.sine.store(sines + i);
+            result.cosine.store(cosines + i);
             return true;
-        };
-        const auto lane = [=, &status](std::int32_t i) {
-            const auto result = sinCosLane64(bits64(loadBits(src + i)), status);
-            storeElement(sines + i, result.sine);
-            storeElement(cosines + i, result.cosine);
-        };
-        laneBlocks<4, 8>(len, len & ~3, tryLanes, lane);
-    });
+        }
+    };
+    const auto lane = [=, &status](std::int32_t i) {
+        const auto result = sinCosLane32(bits32(loadBits(src + i)), status);
+        storeElement(sines + i, result.sine);
+        storeElement(cosines + i, result.cosine);
+    };
+    laneBlocks<4, sine::stripLength, 16>(len, len & ~3, tryLanes, lane);
+}
+
+void sinCos64(const Real64* src, Real64* sines, Real64* cosines, std::int32_t len, OktStatus& status) {
+    const auto tryLanes = [=]<int N>(std::integral_constant<int, N>, std::int32_t i) OKT_INLINE {
+        using Steps = sine::Steps128;
+        const auto x = F64<N>::load(src + i);
+        if (!sine::inMainRange(x)) [[unlikely]]
+            return N == 4 && hugeBlock(src + i, sines + i, cosines + i);
+        const auto& table = tables::sinCosTable128;
+        if constexpr (N > 4) {
+            const sine::ReducedInMemory<Steps, N, 2> a(x);
+            a.storeSums(sines + i, table);
+            a.storeSums(cosines + i, table, 1);
+        } else {
+            const sine::Reduced<N> a = sine::reduce<Steps>(x);
+            const sine::Series<N> poly = sine::series<Steps>(a.r);
+            const auto at = [&](int quarters) OKT_INLINE {
+                return sine::summands(table, sine::rowOffset<Steps>(a.row, quarters), a.r, a.rl, poly).mainSum();
+            };
+            at(0).store(sines + i);
+            at(1).store(cosines + i);
+        }
+        return true;
+    };
+    const auto lane = [=, &status](std::int32_t i) {
+        const auto result = sinCosLane64(bits64(loadBits(src + i)), status);
+        storeElement(sines + i, result.sine);
+        storeElement(cosines + i, result.cosine);
+    };
+    laneBlocks<4, 8>(len, len & ~3, tryLanes, lane);
 }
 
 }  // namespace

@@ -1,7 +1,6 @@
 // The loops of Sin and Cos, which differ in a table and in where the half turns are counted from.
 #pragma once
 
-#include "frame/frame.h"
 #include "frame/loops.h"
 #include "lanes/constant.h"
 #include "trig/sine_kernel.h"
@@ -77,51 +76,47 @@ template <class Function, class T>
 
 // `Function` has the Real64 loop's table, `halfTurns` and `centre` for the Real32 loop, and the lane paths.
 template <class Function>
-OktStatus loop64(const Real64* src, Real64* dst, std::int32_t len) {
-    return mxcsrFrame(dst, src, len, [=](OktStatus& status) {
-        const auto tryLanes = [=]<int N>(std::integral_constant<int, N>, std::int32_t i) OKT_INLINE {
-            const auto x = F64<N>::load(src + i);
-            if (!inMainRange(x)) [[unlikely]]
-                return N == 4 && hugeBlock<Function>(src + i, dst + i);
-            if constexpr (N > 4) {
-                ReducedInMemory<Steps64, N>(x).storeSums(dst + i, Function::table);
-            } else {
-                const Reduced<N> a = reduce<Steps64>(x);
-                summands(Function::table, rowOffset<Steps64>(a.row), a.r, a.rl, series<Steps64>(a.r))
-                    .mainSum()
-                    .store(dst + i);
-            }
-            return true;
-        };
-        const auto lane = [=, &status](std::int32_t i) {
-            storeElement(dst + i, Function::lane(bits64(loadBits(src + i)), status));
-        };
-        laneBlocks<4, 8>(len, len & ~3, tryLanes, lane);
-    });
+void loop64(const Real64* src, Real64* dst, std::int32_t len, OktStatus& status) {
+    const auto tryLanes = [=]<int N>(std::integral_constant<int, N>, std::int32_t i) OKT_INLINE {
+        const auto x = F64<N>::load(src + i);
+        if (!inMainRange(x)) [[unlikely]]
+            return N == 4 && hugeBlock<Function>(src + i, dst + i);
+        if constexpr (N > 4) {
+            ReducedInMemory<Steps64, N>(x).storeSums(dst + i, Function::table);
+        } else {
+            const Reduced<N> a = reduce<Steps64>(x);
+            summands(Function::table, rowOffset<Steps64>(a.row), a.r, a.rl, series<Steps64>(a.r))
+                .mainSum()
+                .store(dst + i);
+        }
+        return true;
+    };
+    const auto lane = [=, &status](std::int32_t i) {
+        storeElement(dst + i, Function::lane(bits64(loadBits(src + i)), status));
+    };
+    laneBlocks<4, 8>(len, len & ~3, tryLanes, lane);
 }
 
 template <class Function>
-OktStatus loop32(const Real32* src, Real32* dst, std::int32_t len) {
-    return mxcsrFrame(dst, src, len, [=](OktStatus& status) {
-        const Fit& k = inMemory(fit);
-        const auto tryLanes = [=, &k]<int N>(std::integral_constant<int, N>, std::int32_t i) OKT_INLINE {
-            if constexpr (N == stripLength) {
-                return fittedSineOfStrip<Function>(k, src + i, dst + i);
-            } else {
-                const auto x = F32<N>::load(src + i);
-                if (!inMainRange(x)) [[unlikely]]
-                    return N == 4 && hugeBlock<Function>(src + i, dst + i);
-                const HalfTurn<N> angle = reduceToHalfTurn<Function>(k, x, widen(x));
-                fittedSine(k, angle.r, angle.r * angle.r, angle.sign).store(dst + i);
-                return true;
-            }
-        };
-        const auto lane = [=, &status](std::int32_t i) {
-            storeElement(dst + i, Function::lane(bits32(loadBits(src + i)), status));
-        };
-        // A last block of one to four elements is a tail, also when it is whole.
-        laneBlocks<4, stripLength>(len, len - 4, tryLanes, lane);
-    });
+void loop32(const Real32* src, Real32* dst, std::int32_t len, OktStatus& status) {
+    const Fit& k = inMemory(fit);
+    const auto tryLanes = [=, &k]<int N>(std::integral_constant<int, N>, std::int32_t i) OKT_INLINE {
+        if constexpr (N == stripLength) {
+            return fittedSineOfStrip<Function>(k, src + i, dst + i);
+        } else {
+            const auto x = F32<N>::load(src + i);
+            if (!inMainRange(x)) [[unlikely]]
+                return N == 4 && hugeBlock<Function>(src + i, dst + i);
+            const HalfTurn<N> angle = reduceToHalfTurn<Function>(k, x, widen(x));
+            fittedSine(k, angle.r, angle.r * angle.r, angle.sign).store(dst + i);
+            return true;
+        }
+    };
+    const auto lane = [=, &status](std::int32_t i) {
+        storeElement(dst + i, Function::lane(bits32(loadBits(src + i)), status));
+    };
+    // A last block of one to four elements is a tail, also when it is whole.
+    laneBlocks<4, stripLength>(len, len - 4, tryLanes, lane);
 }
 
 inline constexpr Real32 oneOverPi32 = bits32(0x3EA2F983);  // 1/pi

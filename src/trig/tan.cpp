@@ -9,7 +9,7 @@
 // Largest errors seen:
 //   Real32  0.9356 ulp at 0x1.f044b6p+1; lane path 0.5000 ulp
 //   Real64  1.0357 ulp; 1.0329 ulp at 0x1.75001f024518ep+13
-#include "frame/frame.h"
+#include "exports/Tan.h"
 #include "frame/loops.h"
 #include "frame/status_flag.h"
 #include "trig/reduce_quarter_pi.h"
@@ -132,20 +132,18 @@ inline bool inMainRange(F64<N> x) {
     return !any(greaterSigned(magnitude + U32<N>(bias), U32<N>(0x40C90000u - 1 + bias)));
 }
 
-OktStatus tan64(const Real64* src, Real64* dst, std::int32_t len) {
-    return mxcsrFrame(dst, src, len, [=](OktStatus& status) {
-        const auto tryLanes = [=]<int N>(std::integral_constant<int, N>, std::int32_t i) OKT_INLINE {
-            const auto x = F64<N>::load(src + i);
-            if (!inMainRange(x)) [[unlikely]]
-                return N == 2 && hugeBlock(src + i, dst + i);
-            tangent<N>(x, NoRest(), U64<N>(0)).store(dst + i);
-            return true;
-        };
-        const auto lane = [=, &status](std::int32_t i) {
-            storeElement(dst + i, tanLane64(bits64(loadBits(src + i)), status));
-        };
-        laneBlocks<2, 4>(len, len & ~1, tryLanes, lane);
-    });
+void tan64(const Real64* src, Real64* dst, std::int32_t len, OktStatus& status) {
+    const auto tryLanes = [=]<int N>(std::integral_constant<int, N>, std::int32_t i) OKT_INLINE {
+        const auto x = F64<N>::load(src + i);
+        if (!inMainRange(x)) [[unlikely]]
+            return N == 2 && hugeBlock(src + i, dst + i);
+        tangent<N>(x, NoRest(), U64<N>(0)).store(dst + i);
+        return true;
+    };
+    const auto lane = [=, &status](std::int32_t i) {
+        storeElement(dst + i, tanLane64(bits64(loadBits(src + i)), status));
+    };
+    laneBlocks<2, 4>(len, len & ~1, tryLanes, lane);
 }
 
 // ---------------------------------------------------------------------------------------------------------------------
@@ -173,20 +171,18 @@ inline F32<N> fittedTangent(F32<N> x) {
     return narrow((s ^ exchange) / (c ^ exchange)) ^ asReal(parity);
 }
 
-OktStatus tan32(const Real32* src, Real32* dst, std::int32_t len) {
-    return mxcsrFrame(dst, src, len, [=](OktStatus& status) {
-        const auto tryLanes = [=]<int N>(std::integral_constant<int, N>, std::int32_t i) OKT_INLINE {
-            const auto x = F32<N>::load(src + i);
-            if (!sine::inMainRange(x)) [[unlikely]]
-                return N == 2 && hugeBlock(src + i, dst + i);
-            fittedTangent(x).store(dst + i);
-            return true;
-        };
-        const auto lane = [=, &status](std::int32_t i) {
-            storeElement(dst + i, tanLane32(bits32(loadBits(src + i)), status));
-        };
-        laneBlocks<2, 16>(len, len & ~1, tryLanes, lane);
-    });
+void tan32(const Real32* src, Real32* dst, std::int32_t len, OktStatus& status) {
+    const auto tryLanes = [=]<int N>(std::integral_constant<int, N>, std::int32_t i) OKT_INLINE {
+        const auto x = F32<N>::load(src + i);
+        if (!sine::inMainRange(x)) [[unlikely]]
+            return N == 2 && hugeBlock(src + i, dst + i);
+        fittedTangent(x).store(dst + i);
+        return true;
+    };
+    const auto lane = [=, &status](std::int32_t i) {
+        storeElement(dst + i, tanLane32(bits32(loadBits(src + i)), status));
+    };
+    laneBlocks<2, 16>(len, len & ~1, tryLanes, lane);
 }
 
 }  // namespace

@@ -111,7 +111,7 @@ std::vector<Inputs> pointsOf(const Reference& reference, std::size_t count) {
 }
 
 TEST(Reference, EveryRoutineOfTheCatalogueHasOne) {
-    for (const CatalogueEntry& entry : catalogue())
+    for (const Export& entry : exports())
         EXPECT_NE(findReference(entry.family, entry.type.ends_with('c')), nullptr) << entry.name;
 }
 

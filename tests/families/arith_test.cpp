@@ -1,6 +1,7 @@
 // Sums, differences, products, squares, moduli, conjugates and complex quotients.
 #include "tests/models/arith_model.h"
 
+#include "oktvm.h"
 #include "support/flags.h"
 #include "support/model_check.h"
 #include "support/rows.h"

@@ -2,6 +2,7 @@
 #include "tests/models/inverse_trig_model.h"
 
 #include "lanes/lanes.h"
+#include "oktvm.h"
 #include "support/flags.h"
 #include "support/model_check.h"
 #include "support/rows.h"

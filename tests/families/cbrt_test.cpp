@@ -1,6 +1,7 @@
 // Cube root and its reciprocal.
 #include "tests/models/cbrt_model.h"
 
+#include "oktvm.h"
 #include "support/flags.h"
 #include "support/model_check.h"
 #include "support/rows.h"

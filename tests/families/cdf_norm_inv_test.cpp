@@ -1,6 +1,7 @@
 // The normal quantile.
 #include "families/quantile_cases.h"
 
+#include "oktvm.h"
 #include "support/element_order.h"
 
 namespace okt::test {

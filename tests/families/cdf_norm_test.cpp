@@ -1,6 +1,7 @@
 // The normal distribution function.
 #include "tests/models/normal_model.h"
 
+#include "oktvm.h"
 #include "support/element_order.h"
 #include "support/flags.h"
 #include "support/model_check.h"

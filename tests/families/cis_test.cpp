@@ -1,6 +1,7 @@
 // Cosine and sine of a real number as the parts of a complex one.
 #include "tests/models/complex_exp_model.h"
 
+#include "oktvm.h"
 #include "support/flags.h"
 #include "support/model_check.h"
 #include "support/rows.h"

@@ -1,6 +1,7 @@
 // e to the power a + ib.
 #include "tests/models/complex_exp_model.h"
 
+#include "oktvm.h"
 #include "support/flags.h"
 #include "support/model_check.h"
 #include "support/rows.h"

@@ -5,6 +5,7 @@
 #include "complex_blocks.h"
 
 #include "complex/log_kernel.h"
+#include "oktvm.h"
 
 namespace okt::test {
 namespace {

@@ -3,6 +3,7 @@
 #include "tests/models/complex_sqrt_model.h"
 
 #include "complex_blocks.h"
+#include "oktvm.h"
 
 namespace okt::test {
 namespace {

@@ -1,6 +1,7 @@
 // Real quotients and reciprocals.
 #include "tests/models/division_model.h"
 
+#include "oktvm.h"
 #include "support/flags.h"
 #include "support/model_check.h"
 #include "support/rows.h"

@@ -1,6 +1,7 @@
 // The inverse error function: three routines.
 #include "tests/models/erf_inv_model.h"
 
+#include "oktvm.h"
 #include "support/flags.h"
 #include "support/model_check.h"
 #include "support/thresholds.h"

@@ -1,5 +1,6 @@
 // The inverse of the complementary error function.
 #include "families/quantile_cases.h"
+#include "oktvm.h"
 
 namespace okt::test {
 namespace {

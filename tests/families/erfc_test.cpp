@@ -1,6 +1,7 @@
 // The complementary error function.
 #include "tests/models/erf_model.h"
 
+#include "oktvm.h"
 #include "support/flags.h"
 #include "support/model_check.h"
 #include "support/thresholds.h"

@@ -1,6 +1,7 @@
 // e to the power x.
 #include "tests/models/exp_model.h"
 
+#include "oktvm.h"
 #include "support/flags.h"
 #include "support/guarded.h"
 #include "support/model_check.h"

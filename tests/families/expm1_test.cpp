@@ -1,6 +1,7 @@
 // e to the power x, minus 1.
 #include "tests/models/expm1_model.h"
 
+#include "oktvm.h"
 #include "support/flags.h"
 #include "support/model_check.h"
 #include "support/rounding.h"

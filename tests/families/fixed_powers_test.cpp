@@ -1,6 +1,7 @@
 // The powers 2/3 and 3/2.
 #include "tests/models/fixed_power_model.h"
 
+#include "oktvm.h"
 #include "support/flags.h"
 #include "support/model_check.h"
 #include "support/rows.h"

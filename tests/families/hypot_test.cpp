@@ -1,6 +1,7 @@
 // Hypotenuse.
 #include "tests/models/hypot_model.h"
 
+#include "oktvm.h"
 #include "support/flags.h"
 #include "support/model_check.h"
 #include "support/rows.h"

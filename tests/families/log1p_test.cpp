@@ -1,6 +1,7 @@
 // Natural logarithm of one plus x.
 #include "tests/models/log1p_model.h"
 
+#include "oktvm.h"
 #include "support/element_order.h"
 #include "support/flags.h"
 #include "support/model_check.h"

@@ -1,6 +1,7 @@
 // Natural and decimal logarithm.
 #include "tests/models/log_model.h"
 
+#include "oktvm.h"
 #include "support/flags.h"
 #include "support/model_check.h"
 #include "support/thresholds.h"

@@ -2,6 +2,7 @@
 #include "tests/models/pow_model.h"
 
 #include "families/pow_cases.h"
+#include "oktvm.h"
 #include "support/guarded.h"
 
 namespace okt::test {

@@ -2,6 +2,7 @@
 #include "tests/models/pow_model.h"
 
 #include "families/pow_cases.h"
+#include "oktvm.h"
 
 namespace okt::test {
 namespace {

@@ -1,6 +1,7 @@
 // Rounding to integers, and the split into integer and fraction.
 #include "tests/models/rounding_model.h"
 
+#include "oktvm.h"
 #include "support/flags.h"
 #include "support/model_check.h"
 #include "support/rows.h"

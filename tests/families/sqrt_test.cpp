@@ -1,6 +1,7 @@
 // Square root and its reciprocal.
 #include "tests/models/sqrt_model.h"
 
+#include "oktvm.h"
 #include "support/flags.h"
 #include "support/model_check.h"
 #include "support/rows.h"

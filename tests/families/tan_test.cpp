@@ -1,6 +1,7 @@
 // Tangent.
 #include "families/circular_checks.h"
 #include "models/trig_model.h"
+#include "oktvm.h"
 #include "support/flags.h"
 #include "support/model_check.h"
 #include "support/rows.h"

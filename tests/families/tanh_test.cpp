@@ -2,6 +2,7 @@
 #include "tests/models/hyper_model.h"
 
 #include "hyperbolic_elements.h"
+#include "oktvm.h"
 
 #include <cmath>
 

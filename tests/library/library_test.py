@@ -32,7 +32,7 @@ class SharedObject(unittest.TestCase):
         self.assertEqual((BUILD / "liboktvmmx.so").resolve().name, "liboktvmmx.so.6.1")
         self.assertIn("[liboktvmmx.so.6]", output("readelf", "-d", LIBRARY))
 
-    def test_exports_are_the_built_names_of_the_catalogue(self):
+    def test_exports_are_the_names_of_the_catalogue(self):
         lines = output("nm", "-D", "--defined-only", LIBRARY).splitlines()
         names = sorted(line.split()[-1] for line in lines)
         self.assertEqual(names, generate.exported_names(generate.load()))
@@ -67,9 +67,7 @@ class Derived(unittest.TestCase):
         names = [line.split()[0] for line in lines]
         self.assertEqual(names, sorted(names, key=str.encode))
         self.assertEqual([line.split()[1] for line in lines], [f"@{i}" for i in range(1, len(lines) + 1)])
-        everything = generate.exported_names(generate.load(), built_only=False)
-        self.assertEqual(len(everything), 391)
-        self.assertEqual((everything[0], everything[-1]), ("oktsAbs_32f_A24", "oktvmGetLibVersion"))
+        self.assertEqual((names[0], names[-1]), ("oktsAbs_32f_A24", "oktvmGetLibVersion"))
 
     def test_tables_are_what_their_generators_give(self):
         generators = sorted((ROOT / "tools/tables").glob("*_tables.py"))

@@ -7,7 +7,7 @@
 // the operands; in Real64 the written order decides, hence the ordered operations.
 #pragma once
 
-#include "oktvm.h"
+#include "oktvm_types.h"
 #include "tables/inv_root_seed.h"
 #include "tests/models/bits.h"
 #include "tests/models/modulus_classes.h"

@@ -1,7 +1,7 @@
 // Bit patterns of floating-point values and back.
 #pragma once
 
-#include "oktvm.h"
+#include "oktvm_types.h"
 
 #include <bit>
 #include <cstdint>

@@ -1,7 +1,7 @@
 // Models of Cbrt and InvCbrt. They run under round to nearest with subnormals honoured.
 #pragma once
 
-#include "oktvm.h"
+#include "oktvm_types.h"
 #include "root/cbrt_tables.h"
 #include "tests/models/bits.h"
 #include "tests/models/ordered.h"

@@ -1,7 +1,7 @@
 // Models of real Div and Inv. They run under the caller's MXCSR.
 #pragma once
 
-#include "oktvm.h"
+#include "oktvm_types.h"
 #include "tests/models/bits.h"
 #include "tests/models/ordered.h"
 #include "tests/models/status_flag.h"

@@ -2,7 +2,7 @@
 #pragma once
 
 #include "bits.h"
-#include "oktvm.h"
+#include "oktvm_types.h"
 
 #include <cstdint>
 

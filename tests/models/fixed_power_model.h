@@ -1,7 +1,7 @@
 // Models of Pow2o3 and Pow3o2. They run under the caller's MXCSR.
 #pragma once
 
-#include "oktvm.h"
+#include "oktvm_types.h"
 #include "root/pow2o3_tables.h"
 #include "tests/models/bits.h"
 #include "tests/models/ordered.h"

@@ -1,7 +1,7 @@
 // Models of Hypot. They run under the caller's MXCSR.
 #pragma once
 
-#include "oktvm.h"
+#include "oktvm_types.h"
 #include "tests/models/bits.h"
 #include "tests/models/modulus_classes.h"
 #include "tests/models/seed_root.h"

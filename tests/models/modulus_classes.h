@@ -1,7 +1,7 @@
 // The infinite and NaN parts of a modulus, which the hypotenuse treats alike.
 #pragma once
 
-#include "oktvm.h"
+#include "oktvm_types.h"
 #include "tests/models/bits.h"
 #include "tests/models/ordered.h"
 

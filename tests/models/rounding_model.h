@@ -4,7 +4,7 @@
 // significand. The functions are kept out of line, so that nothing of them moves across a change of MXCSR.
 #pragma once
 
-#include "oktvm.h"
+#include "oktvm_types.h"
 #include "tests/models/bits.h"
 #include "tests/models/ordered.h"
 

@@ -2,7 +2,7 @@
 // and the exact residual of a split, all in Real64.
 #pragma once
 
-#include "oktvm.h"
+#include "oktvm_types.h"
 #include "tables/inv_root_seed.h"
 #include "tests/models/bits.h"
 

@@ -2,7 +2,7 @@
 // They run under round to nearest with subnormals honoured.
 #pragma once
 
-#include "oktvm.h"
+#include "oktvm_types.h"
 #include "tests/models/bits.h"
 #include "tests/models/ordered.h"
 

@@ -1,7 +1,7 @@
 // The IEEE flag of a warning, made by a real operation as the frames with an x87 guard make it.
 #pragma once
 
-#include "oktvm.h"
+#include "oktvm_types.h"
 #include "tests/models/bits.h"
 #include "tests/models/ordered.h"
 

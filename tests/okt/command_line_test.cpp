@@ -81,12 +81,13 @@ TEST_F(CommandLine, UnknownNamesBringSuggestions) {
 }
 
 TEST_F(CommandLine, ListFilters) {
-    EXPECT_EQ(okt("list --names --family Add --built").out,
+    EXPECT_EQ(okt("list --names --family Add").out,
               "oktsAdd_32f_A24\noktsAdd_64f_A53\noktsAdd_32fc_A24\noktsAdd_64fc_A53\n");
     EXPECT_EQ(okt("list --names --family Sqr --type 64f").out, "oktsSqr_64f_A53\n");
     EXPECT_EQ(okt("list --names 'oktsdiv_32f_*'").out, "oktsDiv_32f_A11\noktsDiv_32f_A21\noktsDiv_32f_A24\n");
     EXPECT_CONTAINS(okt("list mulbyconj_64fc").out, "src1 src2 dst");
-    EXPECT_CONTAINS(okt("list").err, "390 of 390 names");
+    const std::string all = std::to_string(exports().size());
+    EXPECT_CONTAINS(okt("list").err, all + " of " + all + " names");
     EXPECT_EQ(okt("list nothing-like-this").out, "");
 }
 

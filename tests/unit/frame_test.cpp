@@ -59,30 +59,23 @@ void checkFrame(const RunFrame& runFrame, std::uint32_t clearedBits, int x87Targ
 
 Real64 array[1];
 
-TEST(Frame, PlainLeavesEverythingToTheCaller) {
-    checkFrame([](Seen& seen) { return plainFrame(1, array, array, [&](OktStatus&) { look(seen); }); }, 0, -1);
-}
-TEST(Frame, MxcsrClearsRoundingFlushToZeroAndDenormalsAreZero) {
-    checkFrame([](Seen& seen) { return mxcsrFrame(array, array, 1, [&](OktStatus&) { look(seen); }); }, 0xE040, -1);
-}
-TEST(Frame, X87At53BitsLeavesMxcsrToTheCaller) {
-    checkFrame([](Seen& seen) { return x87Frame<53>(1, array, array, [&](OktStatus&) { look(seen); }); }, 0, 0x0200);
-}
-TEST(Frame, X87At64BitsLeavesMxcsrToTheCaller) {
-    checkFrame([](Seen& seen) { return x87Frame<64>(1, array, array, [&](OktStatus&) { look(seen); }); }, 0, 0x0300);
-}
-TEST(Frame, DoubleGuardKeepsTheCallersDenormalsAreZero) {
-    checkFrame([](Seen& seen) { return doubleGuardFrame(1, array, array, [&](OktStatus&) { look(seen); }); }, 0xE000,
-               0x0300);
+template <class Frame>
+OktStatus lookIn(Seen& seen) {
+    return frame::call<Frame>([&](Real64*, std::int32_t, OktStatus&) { look(seen); }, 1, array);
 }
 
+TEST(Frame, PlainLeavesEverythingToTheCaller) { checkFrame(lookIn<frame::Plain>, 0, -1); }
+TEST(Frame, MxcsrClearsRoundingFlushToZeroAndDenormalsAreZero) { checkFrame(lookIn<frame::Mxcsr>, 0xE040, -1); }
+TEST(Frame, X87At53BitsLeavesMxcsrToTheCaller) { checkFrame(lookIn<frame::X87<53>>, 0, 0x0200); }
+TEST(Frame, X87At64BitsLeavesMxcsrToTheCaller) { checkFrame(lookIn<frame::X87<64>>, 0, 0x0300); }
+TEST(Frame, DoubleGuardKeepsTheCallersDenormalsAreZero) { checkFrame(lookIn<frame::DoubleGuard>, 0xE000, 0x0300); }
+
 TEST(Frame, ReturnsTheStatusThatTheBodyStoredLast) {
-    EXPECT_EQ(plainFrame(1, array, array,
-                         [](OktStatus& status) {
-                             status = oktStatusDomain;
-                             status = oktStatusSingularity;
-                         }),
-              oktStatusSingularity);
+    const auto body = [](Real64*, std::int32_t, OktStatus& status) {
+        status = oktStatusDomain;
+        status = oktStatusSingularity;
+    };
+    EXPECT_EQ(frame::call<frame::Plain>(body, 1, array), oktStatusSingularity);
 }
 
 TEST(StatusFlag, RaisesTheFlagOfItsCodeAndNothingForOtherCodes) {

@@ -118,10 +118,8 @@ private:
         const std::vector<std::string> grades = strings(table, "grade");
         if (types.empty()) fail(table, "no type");
         for (const std::string& type : types) {
-            const auto known = [&](const CatalogueEntry& entry) {
-                return entry.family == family && entry.type == type;
-            };
-            if (std::ranges::none_of(catalogue(), known))
+            const auto known = [&](const Export& entry) { return entry.family == family && entry.type == type; };
+            if (std::ranges::none_of(exports(), known))
                 fail(table, fmt::format("the catalogue has no {} on {}", family, type));
             for (const Export* function : routines(family, type, grades))
                 result.push_back(bound(table, *function, number));

@@ -3,7 +3,7 @@
 
     generate.py header  OUT   include/oktvm.h
     generate.py docs    OUT   docs/catalogue.md
-    generate.py build   DIR   exports.h, oktvm.map, oktvmmx.def, export_list.inc
+    generate.py build   DIR   exports/<Family>.h, oktvm.map, oktvmmx.def, export_list.inc, and the stamp `derived`
 
 A file is only rewritten when its contents change, so that nothing is rebuilt for no reason.
 """
@@ -18,12 +18,13 @@ TEMPLATE = pathlib.Path(__file__).resolve().parent / "oktvm.h.in"
 
 ELEMENT = {"32f": "Real32", "64f": "Real64", "32fc": "Complex32", "64fc": "Complex64"}
 PART = {"Complex32": "Real32", "Complex64": "Real64"}
+# Catalogue name of a frame: enumerator of the registry, class of src/frame/frame.h.
 FRAME = {
-    "plain": "plain",
-    "mxcsr": "mxcsr",
-    "x87-53": "x87_53",
-    "x87-64": "x87_64",
-    "double-guard": "doubleGuard",
+    "plain": ("plain", "Plain"),
+    "mxcsr": ("mxcsr", "Mxcsr"),
+    "x87-53": ("x87_53", "X87<53>"),
+    "x87-64": ("x87_64", "X87<64>"),
+    "double-guard": ("doubleGuard", "DoubleGuard"),
 }
 VERSION_QUERY = "oktvmGetLibVersion"
 COLUMNS = 120
@@ -39,12 +40,15 @@ class Routine:
         self.grades = row["grades"].split()
         self.frame = row["frame"]
         self.warnings = row["warnings"].split()
-        self.built = row["built"]
         self.seed = row.get("seed", False)
         element = ELEMENT[self.type]
-        # Abs and Arg of a complex source give a real destination, CIS of a real source a complex one.
-        self.source = PART[element] if self.family == "CIS" else element
-        self.destination = PART.get(element, element) if self.family in ("Abs", "Arg") else element
+        self.source = self.array("source", family, element)
+        self.destination = self.array("destination", family, element)
+
+    @staticmethod
+    def array(which, family, element):
+        """The type of the source or destination: the main array's, or its parts' where the family says "real"."""
+        return PART.get(element, element) if family.get(which) == "real" else element
 
     @property
     def names(self):
@@ -68,19 +72,19 @@ def load():
     return families
 
 
-def exported_names(families, built_only=True):
-    names = [n for f in families for r in f["rows"] if r.built or not built_only for n in r.names]
+def exported_names(families):
+    names = [n for f in families for r in f["rows"] for n in r.names]
     return sorted(names + [VERSION_QUERY], key=lambda name: name.encode())
 
 
 ARGUMENT_TEXT = {
-    "src": "source array of len {source}",
-    "src1": "first source array of len {source}",
-    "src2": "second source array of len {source}",
-    "scalar": "scalar {source}, the same for every element",
-    "dst": "destination array of len {destination}",
-    "dst1": "first destination array of len {destination}",
-    "dst2": "second destination array of len {destination}",
+    "src": "source array of len elements",
+    "src1": "first source array of len elements",
+    "src2": "second source array of len elements",
+    "scalar": "the same for every element",
+    "dst": "destination array of len elements",
+    "dst1": "first destination array of len elements",
+    "dst2": "second destination array of len elements",
     "len": "number of elements, 1 or more",
 }
 
@@ -96,8 +100,21 @@ def comment(text):
     return lines
 
 
-def doxygen(family, routine):
-    """The comment of the first name of a routine; the other grades refer to it."""
+def statuses(family):
+    """What the functions of a family return; a warning that not all types know is told with those that do."""
+    everywhere = ["oktStatusOk", "oktStatusBadLength", "oktStatusNullPointer"]
+    some = []
+    for warning in dict.fromkeys(w for r in family["rows"] for w in r.warnings):
+        types = list(dict.fromkeys(r.type for r in family["rows"] if warning in r.warnings))
+        if len(types) == len({r.type for r in family["rows"]}):
+            everywhere.append("oktStatus" + warning)
+        else:
+            some.append(f"on {' and '.join(types)} oktStatus{warning}")
+    return "; ".join([", ".join(everywhere), *some])
+
+
+def doxygen(family):
+    """The comment of a family, which stands at its first name; all others refer to it."""
     summary = family["summary"]
     if not summary.startswith("src"):  # an argument's name keeps its case
         summary = summary[0].upper() + summary[1:]
@@ -105,14 +122,12 @@ def doxygen(family, routine):
     if "doc" in family:
         lines += comment(family["doc"])
     lines.append(" *")
-    for parameter in routine.parameters():
+    for parameter in family["rows"][0].parameters():
         name = parameter.split()[-1]
         direction = "out" if name.startswith("dst") else "in"
-        what = ARGUMENT_TEXT[name].format(source=routine.source, destination=routine.destination)
-        lines.append(f" * @param[{direction}] {name} {what}")
-    statuses = ["oktStatusOk", "oktStatusBadLength", "oktStatusNullPointer"]
-    statuses += ["oktStatus" + warning for warning in routine.warnings]
-    lines.append(" * @return " + ", ".join(statuses))
+        lines.append(f" * @param[{direction}] {name} {ARGUMENT_TEXT[name]}")
+    returned = textwrap.wrap("@return " + statuses(family), COLUMNS - len(" * "))
+    lines += [" * " + line for line in returned]
     lines.append(" */")
     return lines
 
@@ -121,22 +136,17 @@ def header(families):
     body = []
     for group in dict.fromkeys(f["group"] for f in families):
         slug = "".join(word.capitalize() for word in group.split())
-        members = [f for f in families if f["group"] == group and any(r.built for r in f["rows"])]
-        if not members:
-            continue
         body += [f"/** @defgroup {slug} {group}", " *  @{ */", ""]
-        for family in members:
+        for family in (f for f in families if f["group"] == group):
+            described = family["rows"][0].names[0]
+            body += doxygen(family)
             for routine in family["rows"]:
-                if not routine.built:
-                    continue
-                body += doxygen(family, routine)
-                first = routine.names[0]
                 arguments = ", ".join(routine.parameters())
                 for name in routine.names:
-                    if name != first:
-                        body.append(f"/** @copydoc {first} */")
+                    if name != described:
+                        body.append(f"/** @copydoc {described} */")
                     body.append(f"OKT_API OktStatus {name}({arguments});")
-                body.append("")
+            body.append("")
         body += ["/** @} */", ""]
     return TEMPLATE.read_text().replace("@FUNCTIONS@", "\n".join(body).rstrip())
 
@@ -148,8 +158,7 @@ def docs(families):
         "",
         "<!-- Generated from catalogue/catalogue.toml; do not edit. -->",
         "",
-        f"{len(names)} of {len(exported_names(families, built_only=False))} exported names are built.",
-        "A cell names the grades of one routine; a cell in brackets is not built yet.",
+        f"{len(families)} families with {len(names) - 1} functions, and the version query. A cell names the grades of a routine.",
         "",
         "| Family | What it computes | Form | `32f` | `64f` | `32fc` | `64fc` | Warnings |",
         "| --- | --- | --- | --- | --- | --- | --- | --- |",
@@ -157,10 +166,7 @@ def docs(families):
     for family in families:
         cells = []
         for element in ELEMENT:
-            rows = [r for r in family["rows"] if r.type == element]
-            cell = ", ".join(
-                ("{}" if r.built else "({})").format(" ".join(r.grades) or "no grade") for r in rows
-            )
+            cell = ", ".join(" ".join(r.grades) or "no grade" for r in family["rows"] if r.type == element)
             cells.append(cell or "-")
         warnings = dict.fromkeys(w for r in family["rows"] for w in r.warnings)
         out.append(
@@ -171,24 +177,27 @@ def docs(families):
     return "\n".join(out) + "\n"
 
 
-def exports_macros(families):
-    """OKT_EXPORT(Family, type, routine) defines every name of a routine, one body for all of them."""
-    out = ["// Generated from catalogue/catalogue.toml; do not edit.", "#pragma once", ""]
-    for family in families:
-        for routine in family["rows"]:
-            key = f"{routine.family}_{routine.type}"
-            alone = sum(r.type == routine.type for r in family["rows"]) == 1
-            if not alone:
-                key += f"_{routine.grades[0]}"
-            first, *others = routine.names
-            parameters = ", ".join(routine.parameters())
-            arguments = ", ".join(p.split()[-1] for p in routine.parameters())
-            body = [
-                f'extern "C" OKT_API OktStatus {first}({parameters}) {{ return routine({arguments}); }}'
-            ]
-            body += [f'extern "C" OKT_API OktStatus {n}({parameters}) OKT_ALIAS({first});' for n in others]
-            out.append(f"#define OKT_EXPORT_{key}(routine) \\")
-            out.append(" \\\n".join("    " + line for line in body))
+def export_macros(family):
+    """OKT_EXPORT(Family, type, routine) defines every name of a routine: one body in the routine's frame for all."""
+    out = ["// Generated from catalogue/catalogue.toml; do not edit.", "#pragma once", "", '#include "frame/frame.h"', ""]
+    for routine in family["rows"]:
+        key = f"{routine.family}_{routine.type}"
+        alone = sum(r.type == routine.type for r in family["rows"]) == 1
+        if not alone:
+            key += f"_{routine.grades[0]}"
+        first, *others = routine.names
+        parameters = ", ".join(routine.parameters())
+        *arrays, _ = (p.split()[-1] for p in routine.parameters())
+        arguments = ", ".join(arrays)
+        body = [
+            f'extern "C" OKT_API OktStatus {first}({parameters}) {{',
+            f"    return okt::frame::call<okt::frame::{FRAME[routine.frame][1]}>(",
+            f"        [](auto&&... all) OKT_INLINE {{ routine(all...); }}, len, {arguments});",
+            "}",
+        ]
+        body += [f'extern "C" OKT_API OktStatus {n}({parameters}) OKT_ALIAS({first});' for n in others]
+        out.append(f"#define OKT_EXPORT_{key}(routine) \\")
+        out.append(" \\\n".join("    " + line for line in body))
     return "\n".join(out) + "\n"
 
 
@@ -203,37 +212,21 @@ def module_definition(families):
 
 
 def export_list(families):
-    """One OKT_EXPORT_ROW a built name, for the registry of the tests and tools."""
+    """One OKT_EXPORT_ROW a name, for the registry of the tests and tools."""
     out = ["// Generated from catalogue/catalogue.toml; do not edit."]
     routine_number = 0
     for family in families:
+        summary = family["summary"].replace('"', '\\"')
         for routine in family["rows"]:
-            if not routine.built:
-                continue
             for index, name in enumerate(routine.names):
                 grade = routine.grades[index] if routine.grades else ""
                 warnings = " | ".join("warns" + w for w in routine.warnings) or "warnsNothing"
                 out.append(
                     f'OKT_EXPORT_ROW({name}, "{routine.family}", "{routine.type}", "{grade}", {routine.form}, '
-                    f"{FRAME[routine.frame]}, {routine.source}, {routine.destination}, {warnings}, {routine_number}, "
-                    f"{'true' if routine.seed else 'false'})"
+                    f"{FRAME[routine.frame][0]}, {routine.source}, {routine.destination}, {warnings}, {routine_number}, "
+                    f"{'true' if routine.seed else 'false'}, \"{family['group']}\", \"{summary}\")"
                 )
             routine_number += 1
-    return "\n".join(out) + "\n"
-
-
-def all_names(families):
-    """One OKT_CATALOGUE_ROW a family and type, built or not, for listings."""
-    out = ["// Generated from catalogue/catalogue.toml; do not edit."]
-    for family in families:
-        for routine in family["rows"]:
-            for name in routine.names:
-                built = "true" if routine.built else "false"
-                summary = family["summary"].replace('"', '\\"')
-                out.append(
-                    f'OKT_CATALOGUE_ROW("{name}", "{routine.family}", "{routine.type}", "{family["group"]}", '
-                    f'"{routine.form}", "{routine.frame}", "{" ".join(routine.warnings)}", "{summary}", {built})'
-                )
     return "\n".join(out) + "\n"
 
 
@@ -255,11 +248,12 @@ def main(arguments):
         write(target, docs(families))
     elif kind == "build":
         directory = pathlib.Path(target)
-        write(directory / "exports.h", exports_macros(families))
+        for family in families:
+            write(directory / "exports" / f"{family['name']}.h", export_macros(family))
         write(directory / "oktvm.map", version_script(families))
         write(directory / "oktvmmx.def", module_definition(families))
         write(directory / "export_list.inc", export_list(families))
-        write(directory / "catalogue_list.inc", all_names(families))
+        (directory / "derived").touch()
     else:
         sys.exit(__doc__)
 

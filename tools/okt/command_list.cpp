@@ -16,47 +16,48 @@ namespace {
 
 struct ListOptions {
     std::string pattern, family, type, group, form, warns;
-    bool built = false, missing = false, namesOnly = false;
+    bool namesOnly = false;
 };
 
-std::string_view signature(std::string_view form) {
-    if (form == "B") return "src1 src2 dst";
-    if (form == "S") return "src scalar dst";
-    if (form == "D") return "src dst1 dst2";
-    return "src dst";
+std::string_view signature(Form form) {
+    switch (form) {
+        case Form::U: return "src dst";
+        case Form::B: return "src1 src2 dst";
+        case Form::S: return "src scalar dst";
+        case Form::D: return "src dst1 dst2";
+    }
+    return {};
 }
 
 int list(const ListOptions& options) {
-    std::vector<const CatalogueEntry*> chosen;
-    for (const CatalogueEntry& entry : catalogue()) {
+    std::vector<const Export*> chosen;
+    for (const Export& entry : exports()) {
         if (!options.pattern.empty() && !matches(options.pattern, entry.name)) continue;
         if (!options.family.empty() && !matchesWhole(options.family, entry.family)) continue;
         if (!options.type.empty() && options.type != entry.type) continue;
         if (!options.group.empty() && !matches(options.group, entry.group)) continue;
-        if (!options.form.empty() && options.form != entry.form) continue;
-        if (!options.warns.empty() && !matches(options.warns, entry.warnings)) continue;
-        if (options.built && !entry.built) continue;
-        if (options.missing && entry.built) continue;
+        if (!options.form.empty() && options.form != formName(entry.form)) continue;
+        if (!options.warns.empty() && !matches(options.warns, warningNames(entry.warnings))) continue;
         chosen.push_back(&entry);
     }
     if (options.namesOnly) {
-        for (const CatalogueEntry* entry : chosen) fmt::print("{}\n", entry->name);
+        for (const Export* entry : chosen) fmt::print("{}\n", entry->name);
         return exitOk;
     }
 
     std::size_t name = 4, warnings = 8;
-    for (const CatalogueEntry* entry : chosen) {
+    for (const Export* entry : chosen) {
         name = std::max(name, entry->name.size());
-        warnings = std::max(warnings, entry->warnings.size());
+        warnings = std::max(warnings, warningNames(entry->warnings).size());
     }
     if (!chosen.empty())
-        fmt::print("{:<{}}  {:<5}  {:<14}  {:<12}  {:<{}}  {}\n", "name", name, "built", "arguments", "frame",
-                   "warnings", warnings, "computes");
-    for (const CatalogueEntry* entry : chosen)
-        fmt::print("{:<{}}  {:<5}  {:<14}  {:<12}  {:<{}}  {}\n", entry->name, name, entry->built ? "yes" : "no",
-                   signature(entry->form), entry->frame, entry->warnings.empty() ? "-" : entry->warnings, warnings,
-                   entry->summary);
-    fmt::print(stderr, "{} of {} names\n", chosen.size(), catalogue().size());
+        fmt::print("{:<{}}  {:<14}  {:<12}  {:<{}}  {}\n", "name", name, "arguments", "frame", "warnings", warnings,
+                   "computes");
+    for (const Export* entry : chosen)
+        fmt::print("{:<{}}  {:<14}  {:<12}  {:<{}}  {}\n", entry->name, name, signature(entry->form),
+                   frameName(entry->frame), entry->warnings == warnsNothing ? "-" : warningNames(entry->warnings),
+                   warnings, entry->summary);
+    fmt::print(stderr, "{} of {} names\n", chosen.size(), exports().size());
     return exitOk;
 }
 
@@ -73,8 +74,6 @@ Command addList(CLI::App& app) {
         ->check(CLI::IsMember({"U", "B", "S", "D"}));
     command->add_option("--warns", options->warns, "A warning that the function can report")
         ->check(CLI::IsMember({"Overflow", "Underflow", "Singularity", "Domain"}, CLI::ignore_case));
-    auto* built = command->add_flag("--built", options->built, "Only what this library has");
-    command->add_flag("--missing", options->missing, "Only what this library does not have yet")->excludes(built);
     command->add_flag("--names", options->namesOnly, "Names alone, one a line");
     return [options] { return list(*options); };
 }

@@ -1,5 +1,6 @@
 // okt: the vector functions from the command line.
 #include "commands.h"
+#include "oktvm.h"
 #include "tool_error.h"
 #include "values.h"
 

@@ -108,9 +108,6 @@ std::vector<std::string_view> nearestNames(std::string_view typed, std::span<con
 
 const Export& requireExport(std::string_view name) {
     if (const Export* found = findExport(name)) return *found;
-    if (std::ranges::find(catalogue(), name, &CatalogueEntry::name) != catalogue().end())
-        fail(exitUsage, "{} is in the catalogue, but this library does not have it yet", name);
-
     std::vector<std::string_view> names;
     for (const Export& e : exports()) names.push_back(e.name);
     const auto nearest = nearestNames(name, names);

@@ -14,7 +14,7 @@ namespace okt::tool {
 std::vector<std::string_view> nearestNames(std::string_view typed, std::span<const std::string_view> names,
                                            std::size_t most = 3);
 
-// The built export of that name, or a ToolError that tells what the user may have meant.
+// The export of that name, or a ToolError that tells what the user may have meant.
 const Export& requireExport(std::string_view name);
 
 // Shell pattern with * and ?, case ignored, for the whole text.

@@ -1,14 +1,17 @@
 #include "registry.h"
 
 #include "caller.h"
+#include "oktvm.h"
 
 #include <algorithm>
+#include <iterator>
 
 namespace okt {
 namespace {
 
-constexpr Export builtExports[] = {
-#define OKT_EXPORT_ROW(function, family, type, grade, form, frame, source, destination, warnings, routine, seed) \
+constexpr Export allExports[] = {
+#define OKT_EXPORT_ROW(function, family, type, grade, form, frame, source, destination, warnings, routine, seed, \
+                       group, summary)                                                                           \
     {#function,                                                                                                  \
      family,                                                                                                     \
      type,                                                                                                       \
@@ -20,26 +23,20 @@ constexpr Export builtExports[] = {
      warnings,                                                                                                   \
      routine,                                                                                                    \
      seed,                                                                                                       \
+     group,                                                                                                      \
+     summary,                                                                                                    \
      &Caller<&function>::call},
 #include "export_list.inc"
 #undef OKT_EXPORT_ROW
 };
 
-constexpr CatalogueEntry allEntries[] = {
-#define OKT_CATALOGUE_ROW(...) {__VA_ARGS__},
-#include "catalogue_list.inc"
-#undef OKT_CATALOGUE_ROW
-};
-
 }  // namespace
 
-std::span<const Export> exports() { return builtExports; }
-
-std::span<const CatalogueEntry> catalogue() { return allEntries; }
+std::span<const Export> exports() { return allExports; }
 
 const Export* findExport(std::string_view name) {
-    const auto found = std::ranges::find(builtExports, name, &Export::name);
-    return found == std::end(builtExports) ? nullptr : found;
+    const auto found = std::ranges::find(allExports, name, &Export::name);
+    return found == std::end(allExports) ? nullptr : found;
 }
 
 std::string_view statusName(OktStatus status) {
@@ -53,6 +50,24 @@ std::string_view statusName(OktStatus status) {
         case oktStatusDomain: return "oktStatusDomain";
         default: return "unknown status";
     }
+}
+
+std::string_view formName(Form form) {
+    constexpr std::string_view names[] = {"U", "B", "S", "D"};
+    return names[static_cast<int>(form)];
+}
+
+std::string_view frameName(Frame frame) {
+    constexpr std::string_view names[] = {"plain", "mxcsr", "x87-53", "x87-64", "double-guard"};
+    return names[static_cast<int>(frame)];
+}
+
+std::string warningNames(unsigned warnings) {
+    std::string text;
+    constexpr std::string_view names[] = {"Overflow", "Underflow", "Singularity", "Domain"};
+    for (unsigned k = 0; k < std::size(names); ++k)
+        if ((warnings >> k & 1) != 0) text.append(text.empty() ? "" : " ").append(names[k]);
+    return text;
 }
 
 }  // namespace okt

@@ -1,10 +1,11 @@
 // The exported functions as data: what the tests, the benchmark and the command line tool run over.
 #pragma once
 
-#include "oktvm.h"
+#include "oktvm_types.h"
 
 #include <cstddef>
 #include <span>
+#include <string>
 #include <string_view>
 
 namespace okt {
@@ -45,7 +46,7 @@ struct Arguments {
     std::int32_t len = 0;
 };
 
-// One built export.
+// One exported function.
 struct Export {
     std::string_view name;    // oktsExp_64f_A53
     std::string_view family;  // Exp
@@ -54,21 +55,20 @@ struct Export {
     Form form;
     Frame frame;
     ElementType source, destination;
-    unsigned warnings;  // a set of Warnings
-    int routine;        // exports with the same number are one routine
-    bool seed;          // last bits follow the processor's approximate reciprocals
+    unsigned warnings;                // a set of Warnings
+    int routine;                      // exports with the same number are one routine
+    bool seed;                        // last bits follow the processor's approximate reciprocals
+    std::string_view group, summary;  // of the family
     OktStatus (*call)(const Arguments&);
 };
 
-// One name of the catalogue, built or not.
-struct CatalogueEntry {
-    std::string_view name, family, type, group, form, frame, warnings, summary;
-    bool built;
-};
-
-std::span<const Export> exports();            // built exports, families in catalogue order
-std::span<const CatalogueEntry> catalogue();  // all 390 names
+std::span<const Export> exports();  // families in the order of the catalogue
 const Export* findExport(std::string_view name);
 std::string_view statusName(OktStatus status);  // "oktStatusOk" and so on
+
+// As the catalogue writes them: "B", "x87-53", "Overflow Underflow".
+std::string_view formName(Form form);
+std::string_view frameName(Frame frame);
+std::string warningNames(unsigned warnings);
 
 }  // namespace okt
