@@ -1,4 +1,4 @@
-#include "oktvm.h"
+#include "oktvm_types.h"
 
 namespace {
 
@@ -15,4 +15,4 @@ constexpr OktLibraryVersion version = {
 
 }  // namespace
 
-extern "C" const OktLibraryVersion* oktvmGetLibVersion(void) { return &version; }
+extern "C" OKT_API const OktLibraryVersion* oktvmGetLibVersion(void) { return &version; }
