@@ -11,6 +11,7 @@
 #include "exports/Cbrt.h"
 #include "exports/InvCbrt.h"
 #include "frame/loops.h"
+#include "lanes/pattern.h"
 #include "root/cbrt_tables.h"
 
 namespace okt {
@@ -167,14 +168,13 @@ bool allNormal(F64<N> x) {
 template <Root root>
 [[gnu::noinline]] Real64 specialElement(Real64 x, OktStatus& status) {
     constexpr bool inverse = root == Root::invCbrt;
-    const std::uint64_t sign = asBits(x) & 0x8000000000000000, magnitude = asBits(x) ^ sign;
-    if (magnitude == 0) {
+    if (isZero(x)) {
         if constexpr (!inverse) return x + x;
         status = oktStatusSingularity;
-        return bits64(sign | 0x7FF0000000000000);
+        return withSign(infinity<Real64>(), x);
     }
-    if (magnitude < 0x0010000000000000) return rootSteps<root>(F64x1(x * 0x1p996)).raw * (inverse ? 0x1p332 : 0x1p-332);
-    if (inverse && magnitude == 0x7FF0000000000000) return bits64(sign);
+    if (isSubnormal(x)) return rootSteps<root>(F64x1(x * 0x1p996)).raw * (inverse ? 0x1p332 : 0x1p-332);
+    if (inverse && isInfinite(x)) return withSign(Real64{0}, x);
     return x + x;
 }
 

@@ -11,21 +11,17 @@
 #include "exports/Hypot.h"
 #include "frame/loops.h"
 #include "lanes/ordered.h"
+#include "lanes/pattern.h"
 #include "root/seed_root.h"
 
 namespace okt {
 namespace {
 
-bool isSpecial(Real32 x) { return (asBits(x) & 0x7F800000) == 0x7F800000; }
-bool isSpecial(Real64 x) { return (highWord(x) & 0x7FF00000) == 0x7FF00000; }
-bool isInfinite(Real32 x) { return (asBits(x) & 0x7FFFFFFF) == 0x7F800000; }
-bool isInfinite(Real64 x) { return (asBits(x) & 0x7FFFFFFFFFFFFFFF) == 0x7FF0000000000000; }
-
 // An infinity in either source gives plus infinity, also beside a NaN; of two NaNs the first comes through, quiet.
 template <class T>
 [[gnu::noinline, gnu::cold]] T ofSpecial(T x, T y) {
-    if (!isSpecial(x)) return y * y;
-    if (!isSpecial(y) || isInfinite(x)) return x * x;
+    if (isFinite(x)) return y * y;
+    if (isFinite(y) || isInfinite(x)) return x * x;
     return isInfinite(y) ? y * y : mulOrdered(x, y);
 }
 
@@ -48,7 +44,7 @@ Mask32<N> isSmall(F64<N> s) {
 }
 
 Real32 hypotElement(Real32 x, Real32 y, OktStatus&) {
-    if (isSpecial(x) || isSpecial(y)) return ofSpecial(x, y);
+    if (!isFinite(x) || !isFinite(y)) return ofSpecial(x, y);
     if (x == 0.0f && y == 0.0f) return 0.0f;
     const F64x1 s = sumOfSquares(widen(F32x1(x)), widen(F32x1(y)));
     const bool small = any(isSmall(s));
@@ -84,9 +80,8 @@ bool hypotLanes(const Real32* src1, const Real32* src2, Real32* dst) {
 }
 
 Real64 hypotElement(Real64 x, Real64 y, OktStatus&) {
-    if (isSpecial(x) || isSpecial(y)) return ofSpecial(x, y);
+    if (!isFinite(x) || !isFinite(y)) return ofSpecial(x, y);
     if (x == 0.0 && y == 0.0) return 0.0;
-    const auto biasedExponent = [](Real64 a) { return highWord(a) >> 20 & 0x7FF; };
     F64x1 s = sumOfSquares(F64x1(x), F64x1(y));
     Real64 unscale = 1.0;
     if (biasedExponent(x) < 500 && biasedExponent(y) < 500) {

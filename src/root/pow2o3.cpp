@@ -8,6 +8,7 @@
 // Largest errors seen: 0.5000 ulp (32f), 0.504 (64f).
 #include "exports/Pow2o3.h"
 #include "frame/loops.h"
+#include "lanes/pattern.h"
 #include "root/pow2o3_tables.h"
 
 namespace okt {
@@ -116,18 +117,16 @@ constexpr Real64 subnormalUp = 0x1p300;
 constexpr std::uint64_t subnormalBias = 100;
 
 Real32 pow2o3Element(Real32 x, OktStatus&) {
-    const std::uint32_t exponent = asBits(x) & 0x7F800000;
     const F64x1 wide = widen(F32x1(x));
-    if (exponent == 0x7F800000 || wide.raw == 0.0) return x * x;
+    if (!isFinite(x) || wide.raw == 0.0) return x * x;
     const F64x1 w = abs(wide);
-    return narrow(exponent == 0 ? twoThirds32(w * F64x1(subnormalUp), subnormalBias) : twoThirds32(w, 0)).raw;
+    return narrow(biasedExponent(x) == 0 ? twoThirds32(w * F64x1(subnormalUp), subnormalBias) : twoThirds32(w, 0)).raw;
 }
 
 Real64 pow2o3Element(Real64 x, OktStatus&) {
-    const std::uint32_t exponent = highWord(x) & 0x7FF00000;
-    if (exponent == 0x7FF00000 || x == 0.0) return x * x;
+    if (!isFinite(x) || x == 0.0) return x * x;
     const F64x1 w = abs(F64x1(x));
-    return (exponent == 0 ? twoThirds64(w * F64x1(subnormalUp), subnormalBias) : twoThirds64(w, 0)).raw;
+    return (biasedExponent(x) == 0 ? twoThirds64(w * F64x1(subnormalUp), subnormalBias) : twoThirds64(w, 0)).raw;
 }
 
 template <int N>

@@ -6,9 +6,8 @@
 #include "exports/Pow3o2.h"
 #include "frame/loops.h"
 #include "frame/status_flag.h"
+#include "lanes/pattern.h"
 #include "root/seed_root.h"
-
-#include <limits>
 
 namespace okt {
 namespace {
@@ -68,16 +67,13 @@ T belowZero(T x, OktStatus& status) {
 
 template <class T>
 T pow3o2Element(T x, OktStatus& status) {
-    constexpr auto infinity = asBits(std::numeric_limits<T>::infinity());
-    constexpr auto signBit = asBits(T{-0.0});
-    const auto pattern = asBits(x), magnitude = pattern & ~signBit;
-    if (magnitude >= infinity) return pattern == (infinity | signBit) ? belowZero(x, status) : x + x;
+    if (!isFinite(x)) return isInfinite(x) && isNegative(x) ? belowZero(x, status) : x + x;
     // By a comparison in Real64: with the caller's denormals-are-zero
     // set a subnormal, negative or not, comes out unchanged.
     const F64x1 wide = toReal64(Vec<T, 1>(x));
     if (wide.raw == 0.0) return x;
-    if (pattern & signBit) return belowZero(x, status);
-    const bool subnormal = (magnitude & infinity) == 0;
+    if (isNegative(x)) return belowZero(x, status);
+    const bool subnormal = biasedExponent(x) == 0;
     return toElement(threeHalves<T>(subnormal ? wide * F64x1(0x1p200) : wide, subnormal ? 100 : 0), x).raw;
 }
 

@@ -14,6 +14,7 @@
 #include "frame/loops.h"
 #include "lanes/opaque.h"
 #include "lanes/ordered.h"
+#include "lanes/pattern.h"
 #include "lanes/root_seed.h"
 
 namespace okt {
@@ -60,17 +61,14 @@ Mask32<N> outOfRange(U32<N> x) {
     return greaterSigned(x - U32<N>(0x80800000), U32<N>(0xFEFFFFFF));
 }
 template <int N>
-Mask32<N> isZero(U32<N> x) {
+Mask32<N> zeroLanes(U32<N> x) {
     return x + x == U32<N>(0);
 }
-
-bool isNaN(Real32 x) { return (asBits(x) & 0x7FFFFFFF) > 0x7F800000; }
-bool isNaN(Real64 x) { return (asBits(x) & 0x7FFFFFFFFFFFFFFF) > 0x7FF0000000000000; }
 
 // A zero's seed is the infinity; with a seed of 0 it passes through the steps, which lose at most its sign.
 template <int N>
 [[gnu::noinline, gnu::cold]] void sqrtWithZeros(F32<N> x, Real32* dst) {
-    const F32<N> y = zeroUnless(~isZero(asBits(x)), seedOf(x));
+    const F32<N> y = zeroUnless(~zeroLanes(asBits(x)), seedOf(x));
     (sqrtSteps(x, y) | signOf(x)).store(dst);
 }
 
@@ -79,7 +77,7 @@ template <int N>
     const auto x = F32<N>::load(src);
     const auto outside = outOfRange(asBits(x));
     if (any(outside)) [[unlikely]] {
-        if (any(outside & ~isZero(asBits(x)))) return false;
+        if (any(outside & ~zeroLanes(asBits(x)))) return false;
         sqrtWithZeros(x, dst);
         return true;
     }
@@ -91,11 +89,11 @@ Real32 sqrtElement(Real32 x, OktStatus& status) {
     const auto root = [](Real32 a) { return sqrtSteps(F32x1(a), seedOf(F32x1(a))).raw; };
     const std::uint32_t pattern = asBits(x);
     if (!outOfRange(U32<1>(pattern)).raw) return root(x);
-    if (pattern << 1 == 0 || pattern == 0x7F800000) return x;
+    if (isZero(x) || pattern == Format<Real32>::infinity) return x;
     if (isNaN(x)) return mulOrdered(x, 1.0f);  // quiet
-    if (pattern >> 31) {
+    if (isNegative(x)) {
         status = oktStatusDomain;
-        return bits32(0xFFC00000);
+        return asReal(Format<Real32>::nan);
     }
     return root(x * 0x1p26f) * 0x1p-13f;
 }
@@ -114,7 +112,7 @@ template <int N>
     const F32<N> t = withFlags(narrow(sqrt(wide) / wide));
     const U32<N> pattern = asBits(x);
     const U32<N> infinity(0x7F800000);
-    const Mask32<N> zero = isZero(pattern);
+    const Mask32<N> zero = zeroLanes(pattern);
     const F32<N> pole = asReal(infinity) | signOf(x);
     select(zero, pole, zeroUnless(~(pattern == infinity), t)).store(dst);
     if (any(zero)) status = oktStatusSingularity;
@@ -199,18 +197,17 @@ bool anyOutOfRange(F64<N> x) {
 // An out-of-range element. NaNs are told apart before the masks above could make an infinity of one.
 template <bool inverse>
 [[gnu::noinline]] Real64 specialElement(Real64 x, OktStatus& status) {
-    const std::uint64_t pattern = asBits(x);
     if (isNaN(x)) return mulOrdered(x, 1.0);  // quiet
-    if (pattern << 1 == 0) {
+    if (isZero(x)) {
         if constexpr (!inverse) return x;
         status = oktStatusSingularity;
-        return bits64(pattern | 0x7FF0000000000000);
+        return withSign(infinity<Real64>(), x);
     }
-    if (pattern >> 63) {
+    if (isNegative(x)) {
         status = oktStatusDomain;
-        return bits64(0xFFF8000000000000);
+        return asReal(Format<Real64>::nan);
     }
-    if (pattern == 0x7FF0000000000000) return inverse ? 0.0 : x;
+    if (isInfinite(x)) return inverse ? 0.0 : x;
 
     const F64x1 scaled = x * subnormalUp;
     if constexpr (inverse) return invSqrtSteps(scaled).raw * subnormalDown;
