@@ -6,6 +6,8 @@
 // in Real80, so that no square overflows or underflows and the result is rounded once. Where that is seen
 // to give the same bits and flags, the processor's root instruction takes the place of the seeded root.
 // Largest errors seen: Complex32 0.5000 ulp (correctly rounded in every sample), Complex64 0.5005 ulp.
+//
+// GCC: -fno-tree-slp-vectorize (?)
 #include "exports/Abs.h"
 #include "arith/complex_parts.h"
 #include "arith/elementwise.h"

@@ -8,6 +8,8 @@
 // Complex: the first source times the conjugate of the second, times the reciprocal of the second's squared
 // modulus. Complex32 in Real64; Complex64 in Real80 with compensated numerators. A zero divisor takes the course of the
 // IEEE operations; there is no status.
+//
+// GCC: -fno-tree-slp-vectorize (?)
 #include "exports/Div.h"
 #include "arith/complex_parts.h"
 #include "frame/loops.h"

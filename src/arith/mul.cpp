@@ -1,6 +1,8 @@
 // Products. Real: one IEEE multiplication, of two NaNs the first source's comes through. Complex32: in
 // Real64, each part rounded once. Complex64: exact products and compensated sums in Real80, each part rounded
 // once, so that a part that cancels keeps all its bits; where plain sums are seen to come to the same, these.
+//
+// GCC: -fno-tree-slp-vectorize (?)
 #include "exports/Mul.h"
 #include "arith/complex_parts.h"
 #include "arith/elementwise.h"

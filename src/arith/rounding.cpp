@@ -7,6 +7,8 @@
 //
 // Flags: only what is named here is raised. Ceil and Floor on Real32 set inexact when an element of magnitude 1 to 2^22
 // is no integer; Rint and NearbyInt set it on every call; a signalling NaN sets invalid on Real64.
+//
+// GCC: -fschedule-insns -fsched-pressure (?)
 #include "arith/integral_parts.h"
 #include "exports/Ceil.h"
 #include "exports/Floor.h"

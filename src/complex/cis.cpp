@@ -6,6 +6,8 @@
 //   Complex64  real part 0.5077 ulp at 0x1.e0e693e759fc6p+12 and imaginary part 0.5106 ulp at -0x1.69677d4fbbd3dp+13
 //   below
 //              40000; 0.5223 ulp at -0x1.e745b187b59dfp+16 up to 2^17
+//
+// GCC: -fschedule-insns -fsched-pressure --param=sched-pressure-algorithm=2 (?)
 #include "exports/CIS.h"
 #include "complex/angle.h"
 #include "frame/loops.h"

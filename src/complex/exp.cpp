@@ -14,6 +14,8 @@
 //   Complex32 in Real64  0.5004 ulp at (-0x1.b97e36p+5, 0x1.58c362p+2) and (0x1.cb201ep+4, 0x1.08e0eep+4)
 //   Complex64            0.5105 ulp at (0x1.8e4b97af4f301p+8, 0x1.bd3220ec85f04p+8),
 //                        0.5133 ulp at (-0x1.78965c80ccd6p+8, -0x1.37d03a384b4ffp+4)
+//
+// GCC: -fschedule-insns -fsched-pressure --param=sched-pressure-algorithm=2 (?)
 #include "exports/Exp.h"
 #include "complex/angle.h"
 #include "complex/block_loop.h"

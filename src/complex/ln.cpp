@@ -18,6 +18,8 @@
 //   A24        0.5000, 0.5004 at (0x1.de23dep+34, 0x1.4552e4p+33)
 //   Complex64  0.5018 at (0x1.e4016c940dd0dp-1, -0x1.7a5b3270bf60ep-2), 0.5215 at (0x1.e8b6b0012d14ep+0,
 //              -0x1.a2a53fd964754p-1)
+//
+// GCC: -fschedule-insns -fsched-pressure (?)
 #include "exports/Ln.h"
 #include "complex/block_loop.h"
 #include "complex/log_block_tables.h"

@@ -7,6 +7,8 @@
 //
 // Largest errors seen: real part 0.5186 ulp at (0x1.ffff5cp-1,
 // -0x1.99fc28p-9), imaginary part 0.5186 at (-0x1.fffe6ap-1, 0x1.433e0ap-8).
+//
+// GCC: -fschedule-insns -fsched-pressure --param=sched-pressure-algorithm=2 (?)
 #include "exports/Sqrt.h"
 #include "complex/block_loop.h"
 #include "lanes/constant.h"

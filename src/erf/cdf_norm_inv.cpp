@@ -3,6 +3,8 @@
 // An element loop, worked in lanes by range; the caller's MXCSR acts on all of it.
 //
 // Largest errors seen: 0.5001 ulp on Real32 and on Real64.
+//
+// GCC: -fschedule-insns -fsched-pressure (?)
 #include "erf/normal_quantile.h"
 #include "exports/CdfNormInv.h"
 

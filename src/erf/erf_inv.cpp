@@ -13,6 +13,8 @@
 //
 // Largest errors seen: Real32 0.5001 ulp; A50 0.5001 ulp; A26
 // a relative error of 2.41e-9, in the cell [0.5, 0.5625) of w.
+//
+// GCC: -fschedule-insns -fsched-pressure (?)
 #include "erf/erf_inv_tables.h"
 #include "erf/sorted_loop.h"
 #include "exports/ErfInv.h"

@@ -13,6 +13,8 @@
 // Largest errors, on Real32 of all elements, on Real64 of those seen:
 //   Ln     Real32 0.5661 ulp at 0x1.f9ffd2p-1, Real64 0.5631 ulp at 0x1.ffe11ded25f67p-1
 //   Log10  Real32 0.7493 ulp at 0x1.01d8bep+0, Real64 0.5737 ulp at 0x1.0010ebcb5ba7cp+0
+//
+// GCC: -fschedule-insns -fsched-pressure (?)
 #include "explog/log_tables.h"
 #include "exports/Ln.h"
 #include "exports/Log10.h"

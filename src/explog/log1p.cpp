@@ -9,6 +9,9 @@
 // Largest errors seen:
 //   Real32  0.5001 ulp
 //   Real64  0.5277 ulp
+//
+// GCC: -fno-tree-ter (?)
+// GCC: -fschedule-insns -fsched-pressure (?)
 #include "exports/Log1p.h"
 #include "explog/log1p_tables.h"
 #include "explog/packed_element_loop.h"

@@ -17,6 +17,9 @@
 //   Real64  0.5128 ulp at 0x1.00a1c3bd5fd63p+0 ^ 0x1.859ec7709b808p+16; 0.916 ulp within 0.001 of 1, at
 //           0x1.001e442cd17e3p+0 ^ -0x1.3271b26bf5aaap+20; 0.99997 ulp next below 2^-1070, at
 //           0x1.85e091726b8p+285 ^ -0x1.dfd81b1d3e59dp+1
+//
+// GCC: -fno-tree-ter (?)
+// GCC: -fschedule-insns -fsched-pressure --param=sched-pressure-algorithm=2 (?)
 #include "exports/Pow.h"
 #include "explog/pow_special.h"
 #include "explog/pow_tables.h"

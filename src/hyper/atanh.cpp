@@ -7,6 +7,8 @@
 //
 // Largest errors: Real32 0.9294 ulp at 0x1.80b1f4p-1 (0.9244 at 0x1.33463ep-1 in the polynomial's part; all elements
 // tried); Real64 0.515 ulp seen.
+//
+// GCC: -fschedule-insns -fsched-pressure (?)
 #include "exports/Atanh.h"
 #include "hyper/inverse_hyper.h"
 

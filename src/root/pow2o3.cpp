@@ -6,6 +6,8 @@
 // Elements are worked side by side where all are normal.
 //
 // Largest errors seen: 0.5000 ulp (32f), 0.504 (64f).
+//
+// GCC: -fschedule-insns -fsched-pressure (?)
 #include "exports/Pow2o3.h"
 #include "frame/loops.h"
 #include "lanes/pattern.h"

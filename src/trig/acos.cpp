@@ -3,6 +3,9 @@
 // from the approximation of its reciprocal by a series of five terms. No result depends on its neighbours.
 //
 // Largest errors seen: 0.7962 ulp at -0x1.1141d8p-1 (Real32), 0.7663 ulp at 0x1.fa19c7d120e62p-2 (Real64).
+//
+// GCC: -fschedule-insns -fsched-pressure (?)
+// GCC: -frename-registers (?)
 #include "exports/Acos.h"
 #include "lanes/seeds.h"
 #include "trig/half_angle.h"

@@ -3,6 +3,9 @@
 // (Real64); no result depends on its neighbours.
 //
 // Largest errors seen: 0.8985 ulp at 0x1.095cbap-1 (Real32), 0.8420 ulp at -0x1.00ee0c2ff56b5p-1 (Real64).
+//
+// GCC: -fschedule-insns -fsched-pressure (?)
+// GCC: -frename-registers (?)
 #include "exports/Asin.h"
 #include "lanes/seeds.h"
 #include "trig/half_angle.h"

@@ -5,6 +5,9 @@
 // the same bits in a block and alone.
 //
 // Largest errors seen: 0.9516 ulp at 0x1.8c7706p+0 (Real32), 0.8498 ulp at 0x1.6084938483835p-1 (Real64).
+//
+// GCC: -fschedule-insns -fsched-pressure (?)
+// GCC: -frename-registers (?)
 #include "exports/Atan.h"
 #include "frame/loops.h"
 #include "lanes/constant.h"

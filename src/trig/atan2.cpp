@@ -10,6 +10,9 @@
 //
 // Largest errors seen: main path 0.8195 ulp, 0.998 where the result is subnormal (Real32), 0.7461 (Real64); lane path
 // 0.5156 at y = 0x1.29cb140f45613p-3, x = 0x1.339fe2c7d4af3p+0.
+//
+// GCC: -fschedule-insns -fsched-pressure (?)
+// GCC: -frename-registers (?)
 #include "exports/Atan2.h"
 #include "exports/Arg.h"
 #include "frame/loops.h"

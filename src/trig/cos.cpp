@@ -4,6 +4,8 @@
 //   Real32  0.8011 ulp at 0x1.98107cp+1; lane path 0.5000 ulp
 //   Real64  0.5123 ulp at -0x1.1faef02918cdp+0 for |x| < 10, 0.5144 ulp at 0x1.195688af4bbdap+16 below 90112; lane
 //           path 0.5263 ulp between 90112 and 2^17
+//
+// GCC: -fno-tree-ter (?)
 #include "exports/Cos.h"
 #include "trig/sine_loops.h"
 

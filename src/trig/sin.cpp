@@ -4,6 +4,8 @@
 //   Real32  0.8011 ulp at 0x1.5e5d46p+3; lane path 0.5000 ulp
 //   Real64  0.5095 ulp at -0x1.cad4ad98cfab4p+1 for |x| < 10, 0.5160 ulp at -0x1.4b9f4dfe30c2ap+16 below 90112; lane
 //           path 0.5300 ulp between 90112 and 2^17
+//
+// GCC: -fno-tree-ter (?)
 #include "exports/Sin.h"
 #include "trig/sine_loops.h"
 
