@@ -1,4 +1,4 @@
-// MXCSR and the x87 control word: reading, setting for a scope, and the settings the tests walk through.
+// MXCSR and the x87 unit's words: reading, setting for a scope, and the settings the tests walk through.
 #pragma once
 
 #include <emmintrin.h>
@@ -47,6 +47,50 @@ public:
 private:
     ControlState saved_;
 };
+
+// All that a call may leave behind in the floating-point units besides values in registers that are free.
+struct FloatingState {
+    ControlState control;
+    std::uint16_t x87Flags = 0;  // the six exceptions and, above them, the fault of the register stack
+    std::uint16_t x87InUse = 0;  // a bit a register of the stack that holds a value
+    bool operator==(const FloatingState&) const = default;
+};
+
+namespace x87 {
+
+struct Environment {
+    std::uint32_t control, status, tags, pointers[4];
+};
+inline constexpr std::uint32_t exceptionsAndStackFault = 0x7F;
+
+// Storing an environment masks all exceptions, which is undone.
+inline Environment environment() {
+    Environment e;
+    asm volatile("fnstenv %0\n\tfldcw %0" : "=m"(e));
+    return e;
+}
+
+}  // namespace x87
+
+inline FloatingState floatingState() {
+    const std::uint32_t mxcsr = _mm_getcsr();
+    const x87::Environment e = x87::environment();
+    FloatingState state{{mxcsr, static_cast<std::uint16_t>(e.control)},
+                        static_cast<std::uint16_t>(e.status & x87::exceptionsAndStackFault)};
+    for (unsigned r = 0; r < 8; ++r)
+        if ((e.tags >> 2 * r & 3) != 3) state.x87InUse = static_cast<std::uint16_t>(state.x87InUse | 1 << r);
+    return state;
+}
+
+// The register stack is empty afterwards.
+inline void setFloatingState(const FloatingState& state) {
+    x87::Environment e = x87::environment();
+    e.control = (e.control & 0xFFFF0000) | state.control.x87;
+    e.status = (e.status & 0xFFFF0000) | state.x87Flags;
+    e.tags |= 0xFFFF;
+    asm volatile("fldenv %0" : : "m"(e) : "memory");
+    _mm_setcsr(state.control.mxcsr);
+}
 
 // Every rounding mode, flush-to-zero, denormals-are-zero, x87 precision and rounding, sticky flags clear and all set.
 inline std::vector<ControlState> allControlStates() {

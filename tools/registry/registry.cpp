@@ -25,7 +25,8 @@ constexpr Export allExports[] = {
      seed,                                                                                                       \
      group,                                                                                                      \
      summary,                                                                                                    \
-     &Caller<&function>::call},
+     &Caller<&function>::call,                                                                                   \
+     &Caller<&function>::callAt},
 #include "export_list.inc"
 #undef OKT_EXPORT_ROW
 };

@@ -46,6 +46,9 @@ struct Arguments {
     std::int32_t len = 0;
 };
 
+// An address to call; it says nothing of the function's type.
+using AnyFunction = void (*)();
+
 // One exported function.
 struct Export {
     std::string_view name;    // oktsExp_64f_A53
@@ -60,6 +63,7 @@ struct Export {
     bool seed;                        // last bits follow the processor's approximate reciprocals
     std::string_view group, summary;  // of the family
     OktStatus (*call)(const Arguments&);
+    OktStatus (*callAt)(AnyFunction, const Arguments&);  // the same export of another build of the library
 };
 
 std::span<const Export> exports();  // families in the order of the catalogue
