@@ -4,8 +4,11 @@
 
 #include "peers.h"
 
+#include <algorithm>
+#include <chrono>
 #include <cstddef>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace okt::bench {
@@ -35,6 +38,27 @@ struct Effort {
 };
 
 Comparison measure(const Export& function, std::size_t length, const Effort& effort = {});
+
+// Two ways to run the same arguments, in turns: the best seconds a call of each. Inline, so that nothing stands
+// between.
+template <class First, class Second>
+std::pair<double, double> alternately(const First& first, const Second& second, const Arguments& arguments, int rounds,
+                                      double secondsPerTurn = Effort{}.secondsPerTurn) {
+    const auto turn = [&](const auto& run, long calls) {
+        const auto start = std::chrono::steady_clock::now();
+        for (long i = 0; i < calls; ++i) run(arguments);
+        return std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count() /
+               static_cast<double>(calls);
+    };
+    long calls = 1;
+    while (turn(first, calls) * static_cast<double>(calls) < secondsPerTurn) calls *= 2;
+    std::pair<double, double> best = {turn(first, calls), turn(second, calls)};
+    for (int round = 1; round < rounds; ++round) {
+        best.first = std::min(best.first, turn(first, calls));
+        best.second = std::min(best.second, turn(second, calls));
+    }
+    return best;
+}
 
 // One export for each routine that is built: grades that share a routine are measured once, by the highest.
 std::vector<const Export*> routines();
