@@ -1,10 +1,11 @@
 // The C library's functions called element by element, as a program without a vector library would do it; complex
-// functions through std::complex, which calls cexp, clog and so on. Compiled without vectorisation.
+// functions through std::complex, which calls cexp, clog and so on, and has the language's own products and quotients,
+// with its rules for infinities. Compiled without vectorisation.
+#include "formulas.h"
 #include "loops.h"
 
-#include <cmath>
-#include <complex>
-#include <numbers>
+#include <cstdint>
+#include <vector>
 
 namespace okt::bench {
 namespace {
@@ -26,90 +27,41 @@ void divisionLoop(const Arguments& a) {
     lastStatus = status;
 }
 
+template <class Real>
+constexpr auto quotientWithZeroTest = &divisionLoop<Real, false>;
+template <class Real>
+constexpr auto reciprocalWithZeroTest = &divisionLoop<Real, true>;
+
 }  // namespace
+}  // namespace okt::bench
 
-std::vector<Peer> libmPeers() {
-    Rows rows("libm");
-    rows.unary("Acos", "acos", [](auto x) { return std::acos(x); });
-    rows.unary("Acosh", "acosh", [](auto x) { return std::acosh(x); });
-    rows.unary("Asin", "asin", [](auto x) { return std::asin(x); });
-    rows.unary("Asinh", "asinh", [](auto x) { return std::asinh(x); });
-    rows.unary("Atan", "atan", [](auto x) { return std::atan(x); });
-    rows.binary("Atan2", "atan2", [](auto y, auto x) { return std::atan2(y, x); });
-    rows.unary("Atanh", "atanh", [](auto x) { return std::atanh(x); });
-    rows.unary("Cbrt", "cbrt", [](auto x) { return std::cbrt(x); });
-    rows.unary("CdfNorm", "0.5 erfc(-x/sqrt 2)",
-               []<class T>(T x) { return T(0.5) * std::erfc(-x * (std::numbers::sqrt2_v<T> / 2)); });
-    rows.unary("Ceil", "ceil", [](auto x) { return std::ceil(x); });
-    rows.unary("Cos", "cos", [](auto x) { return std::cos(x); });
-    rows.unary("Cosh", "cosh", [](auto x) { return std::cosh(x); });
-    rows.unary("Erf", "erf", [](auto x) { return std::erf(x); });
-    rows.unary("Erfc", "erfc", [](auto x) { return std::erfc(x); });
-    rows.unary("Exp", "exp", [](auto x) { return std::exp(x); });
-    rows.unary("Expm1", "expm1", [](auto x) { return std::expm1(x); });
-    rows.unary("Floor", "floor", [](auto x) { return std::floor(x); });
-    rows.binary("Hypot", "hypot", [](auto x, auto y) { return std::hypot(x, y); });
-    rows.unary("InvCbrt", "1 / cbrt", [](auto x) { return 1 / std::cbrt(x); });
-    rows.unary("InvSqrt", "1 / sqrt", [](auto x) { return 1 / std::sqrt(x); });
-    rows.unary("Ln", "log", [](auto x) { return std::log(x); });
-    rows.unary("Log10", "log10", [](auto x) { return std::log10(x); });
-    rows.unary("Log1p", "log1p", [](auto x) { return std::log1p(x); });
-    rows.twoResults("Modf", "modf", [](auto x, auto* whole, auto* fraction) { *fraction = std::modf(x, whole); });
-    rows.unary("NearbyInt", "nearbyint", [](auto x) { return std::nearbyint(x); });
-    rows.binary("Pow", "pow", [](auto x, auto y) { return std::pow(x, y); });
-    rows.unary("Pow2o3", "cbrt(x)^2", [](auto x) {
-        const auto root = std::cbrt(x);
-        return root * root;
-    });
-    rows.unary("Pow3o2", "x sqrt(x)", [](auto x) { return x * std::sqrt(x); });
-    rows.withScalar("Powx", "pow", [](auto x, auto y) { return std::pow(x, y); });
-    rows.unary("Rint", "rint", [](auto x) { return std::rint(x); });
-    rows.unary("Round", "round", [](auto x) { return std::round(x); });
-    rows.unary("Sin", "sin", [](auto x) { return std::sin(x); });
-    rows.twoResults("SinCos", "sin, cos", [](auto x, auto* sine, auto* cosine) {
-        *sine = std::sin(x);
-        *cosine = std::cos(x);
-    });
-    rows.unary("Sinh", "sinh", [](auto x) { return std::sinh(x); });
-    rows.unary("Sqrt", "sqrt", [](auto x) { return std::sqrt(x); });
-    rows.unary("Tan", "tan", [](auto x) { return std::tan(x); });
-    rows.unary("Tanh", "tanh", [](auto x) { return std::tanh(x); });
-    rows.unary("Trunc", "trunc", [](auto x) { return std::trunc(x); });
+namespace okt::formulas {
+namespace {
 
-    rows.complexToReal("Abs", "cabs", [](auto z) { return std::abs(z); });
-    rows.complexToReal("Arg", "carg", [](auto z) { return std::arg(z); });
-    rows.realToComplex("CIS", "sin, cos", [](auto x) { return std::complex(std::cos(x), std::sin(x)); });
-    rows.complexUnary("Acos", "cacos", [](auto z) { return std::acos(z); });
-    rows.complexUnary("Acosh", "cacosh", [](auto z) { return std::acosh(z); });
-    rows.complexUnary("Asin", "casin", [](auto z) { return std::asin(z); });
-    rows.complexUnary("Asinh", "casinh", [](auto z) { return std::asinh(z); });
-    rows.complexUnary("Atan", "catan", [](auto z) { return std::atan(z); });
-    rows.complexUnary("Atanh", "catanh", [](auto z) { return std::atanh(z); });
-    rows.complexUnary("Cos", "ccos", [](auto z) { return std::cos(z); });
-    rows.complexUnary("Cosh", "ccosh", [](auto z) { return std::cosh(z); });
-    rows.complexUnary("Exp", "cexp", [](auto z) { return std::exp(z); });
-    rows.complexUnary("Ln", "clog", [](auto z) { return std::log(z); });
-    rows.complexUnary("Log10", "clog / log 10", [](auto z) { return std::log10(z); });
-    rows.complexUnary("Sin", "csin", [](auto z) { return std::sin(z); });
-    rows.complexUnary("Sinh", "csinh", [](auto z) { return std::sinh(z); });
-    rows.complexUnary("Sqrt", "csqrt", [](auto z) { return std::sqrt(z); });
-    rows.complexUnary("Tan", "ctan", [](auto z) { return std::tan(z); });
-    rows.complexUnary("Tanh", "ctanh", [](auto z) { return std::tanh(z); });
-    rows.complexBinary("Pow", "cpow", [](auto z, auto w) { return std::pow(z, w); });
-    rows.complexWithScalar("Powx", "cpow", [](auto z, auto w) { return std::pow(z, w); });
-    // The language's own products and quotients, with its rules for infinities.
-    rows.complexBinary("Mul", "z * w", [](auto z, auto w) { return z * w; });
-    rows.complexBinary("MulByConj", "z * conj(w)", [](auto z, auto w) { return z * std::conj(w); });
-    rows.complexBinary("Div", "z / w", [](auto z, auto w) { return z / w; });
+using namespace bench;
 
-    std::vector<Peer> peers = rows.take();
-    Rows scalar("scalar loop");
-    scalar.add("Div", "32f", "a / b with zero test", &divisionLoop<float, false>);
-    scalar.add("Div", "64f", "a / b with zero test", &divisionLoop<double, false>);
-    scalar.add("Inv", "32f", "1 / x with zero test", &divisionLoop<float, true>);
-    scalar.add("Inv", "64f", "1 / x with zero test", &divisionLoop<double, true>);
-    for (const Peer& peer : scalar.take()) peers.push_back(peer);
-    return peers;
+#define OKT_LIBM(family, type, shape, part, source, result, arguments, ...)   \
+    {family, type, "libm", #__VA_ARGS__, [] {                                 \
+         using T [[maybe_unused]] = part;                                     \
+         const auto formula = [] arguments -> result { return __VA_ARGS__; }; \
+         return &shape##Loop<source, result, decltype(formula)>;              \
+     }()},
+#define OKT_SCALAR_LOOP(family, type, name, ...) {family, type, "scalar loop", name, __VA_ARGS__},
+
+std::vector<Peer> peers() {
+    return {
+#include "peers_libm.inc"
+    };
 }
+
+#undef OKT_LIBM
+#undef OKT_SCALAR_LOOP
+
+}  // namespace
+}  // namespace okt::formulas
+
+namespace okt::bench {
+
+std::vector<Peer> libmPeers() { return formulas::peers(); }
 
 }  // namespace okt::bench

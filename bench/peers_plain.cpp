@@ -1,50 +1,41 @@
 // Arithmetic as plain loops that the compiler makes vector code of, for SSE2 like the library itself, and copies that
 // move the same arrays without computing anything: what memory and caches allow.
+#include "formulas.h"
 #include "peers.h"
 
 #include <cmath>
+#include <cstddef>
 #include <cstdint>
 #include <cstring>
+#include <functional>
+#include <vector>
 
 namespace okt::bench {
 namespace {
 
-// Loops are spelled out, one function each: the restricted pointers must be locals for the compiler to believe them.
-#define OKT_PLAIN_UNARY(name, expression)                                \
-    template <class Real>                                                \
-    void name(const Arguments& a) {                                      \
-        const Real* __restrict__ src = static_cast<const Real*>(a.src1); \
-        Real* __restrict__ dst = static_cast<Real*>(a.dst1);             \
-        for (std::int32_t i = 0; i < a.len; ++i) {                       \
-            const Real x = src[i];                                       \
-            dst[i] = expression;                                         \
-        }                                                                \
-    }
+// The restricted pointers must be locals for the compiler to believe them.
+template <class Real, class F>
+void unaryPlain(const Arguments& a) {
+    const Real* __restrict__ src = static_cast<const Real*>(a.src1);
+    Real* __restrict__ dst = static_cast<Real*>(a.dst1);
+    for (std::int32_t i = 0; i < a.len; ++i) dst[i] = F{}(src[i], Real{});
+}
 
-#define OKT_PLAIN_BINARY(name, Real, reals, expression)                   \
-    template <class Real>                                                 \
-    void name(const Arguments& a) {                                       \
-        const Real* __restrict__ src1 = static_cast<const Real*>(a.src1); \
-        const Real* __restrict__ src2 = static_cast<const Real*>(a.src2); \
-        Real* __restrict__ dst = static_cast<Real*>(a.dst1);              \
-        const std::ptrdiff_t count = std::ptrdiff_t{a.len} * (reals);     \
-        for (std::ptrdiff_t i = 0; i < count; ++i) {                      \
-            const Real x = src1[i], y = src2[i];                          \
-            dst[i] = expression;                                          \
-        }                                                                 \
-    }
+// `Reals` is the number of reals of an element.
+template <class Real, class F, int Reals = 1>
+void binaryPlain(const Arguments& a) {
+    const Real* __restrict__ src1 = static_cast<const Real*>(a.src1);
+    const Real* __restrict__ src2 = static_cast<const Real*>(a.src2);
+    Real* __restrict__ dst = static_cast<Real*>(a.dst1);
+    const std::ptrdiff_t count = std::ptrdiff_t{a.len} * Reals;
+    for (std::ptrdiff_t i = 0; i < count; ++i) dst[i] = F{}(src1[i], src2[i]);
+}
 
-OKT_PLAIN_UNARY(absolute, std::fabs(x))
-OKT_PLAIN_UNARY(square, x* x)
-OKT_PLAIN_UNARY(reciprocal, 1 / x)
-OKT_PLAIN_BINARY(sum, Real, 1, x + y)
-OKT_PLAIN_BINARY(difference, Real, 1, x - y)
-OKT_PLAIN_BINARY(product, Real, 1, x* y)
-OKT_PLAIN_BINARY(quotient, Real, 1, x / y)
-OKT_PLAIN_BINARY(complexSum, Real, 2, x + y)
-OKT_PLAIN_BINARY(complexDifference, Real, 2, x - y)
-OKT_PLAIN_BINARY(copyBoth, Bits, 1, x | y)
-OKT_PLAIN_BINARY(copyBothPairs, Bits, 2, x | y)
+// Complex sums are sums of reals.
+template <class Real>
+constexpr auto sum = &binaryPlain<Real, std::plus<Real>, 2>;
+template <class Real>
+constexpr auto difference = &binaryPlain<Real, std::minus<Real>, 2>;
 
 template <class Real>
 void conjugate(const Arguments& a) {
@@ -57,7 +48,7 @@ void conjugate(const Arguments& a) {
 }
 
 template <class Real>
-void modulus(const Arguments& a) {
+void textbookModulus(const Arguments& a) {
     const Real* __restrict__ src = static_cast<const Real*>(a.src1);
     Real* __restrict__ dst = static_cast<Real*>(a.dst1);
     for (std::ptrdiff_t i = 0; i < a.len; ++i) {
@@ -68,7 +59,7 @@ void modulus(const Arguments& a) {
 
 // The textbook formulas, without care for overflow and cancellation.
 template <class Real, int Sign>
-void complexProduct(const Arguments& a) {
+void productLoop(const Arguments& a) {
     const Real* __restrict__ src1 = static_cast<const Real*>(a.src1);
     const Real* __restrict__ src2 = static_cast<const Real*>(a.src2);
     Real* __restrict__ dst = static_cast<Real*>(a.dst1);
@@ -80,7 +71,12 @@ void complexProduct(const Arguments& a) {
 }
 
 template <class Real>
-void complexQuotient(const Arguments& a) {
+constexpr auto textbookProduct = &productLoop<Real, 1>;
+template <class Real>
+constexpr auto textbookProductByConjugate = &productLoop<Real, -1>;
+
+template <class Real>
+void textbookQuotient(const Arguments& a) {
     const Real* __restrict__ src1 = static_cast<const Real*>(a.src1);
     const Real* __restrict__ src2 = static_cast<const Real*>(a.src2);
     Real* __restrict__ dst = static_cast<Real*>(a.dst1);
@@ -92,45 +88,45 @@ void complexQuotient(const Arguments& a) {
     }
 }
 
-template <class Element>
+template <class Real, int Reals>
 void copyOne(const Arguments& a) {
-    std::memcpy(a.dst1, a.src1, static_cast<std::size_t>(a.len) * sizeof(Element));
+    std::memcpy(a.dst1, a.src1, static_cast<std::size_t>(a.len) * Reals * sizeof(Real));
 }
+
+template <class Word, int Reals>
+constexpr auto copyBoth = &binaryPlain<Word, std::bit_or<Word>, Reals>;
 
 }  // namespace
+}  // namespace okt::bench
 
-std::vector<Peer> plainPeers() {
-    std::vector<Peer> peers;
-    const auto both = [&](std::string_view family, bool isComplex, std::string_view library, std::string_view function,
-                          void (*single)(const Arguments&), void (*wide)(const Arguments&)) {
-        peers.push_back({family, isComplex ? "32fc" : "32f", library, function, single});
-        peers.push_back({family, isComplex ? "64fc" : "64f", library, function, wide});
+namespace okt::formulas {
+namespace {
+
+using namespace bench;
+
+#define OKT_PLAIN_FORMULA(family, type, shape, part, ...)                                                           \
+    {family, type, "plain loop", #__VA_ARGS__, [] {                                                                 \
+         const auto formula = []([[maybe_unused]] part x, [[maybe_unused]] part y) -> part { return __VA_ARGS__; }; \
+         return &shape##Plain<part, decltype(formula)>;                                                             \
+     }()},
+#define OKT_PLAIN_LOOP(family, type, name, ...) {family, type, "plain loop", name, __VA_ARGS__},
+#define OKT_COPY(family, type, label, ...) {family, type, "copy", label, __VA_ARGS__},
+
+std::vector<Peer> peers() {
+    return {
+#include "peers_plain.inc"
     };
-    constexpr std::string_view loop = "plain loop", copy = "copy";
-    both("Abs", false, loop, "|x|", absolute<float>, absolute<double>);
-    both("Abs", true, loop, "sqrt(re^2 + im^2)", modulus<float>, modulus<double>);
-    both("Add", false, loop, "x + y", sum<float>, sum<double>);
-    both("Add", true, loop, "x + y", complexSum<float>, complexSum<double>);
-    both("Conj", true, loop, "re, -im", conjugate<float>, conjugate<double>);
-    both("Div", false, loop, "x / y", quotient<float>, quotient<double>);
-    both("Div", true, loop, "textbook quotient", complexQuotient<float>, complexQuotient<double>);
-    both("Inv", false, loop, "1 / x", reciprocal<float>, reciprocal<double>);
-    both("Mul", false, loop, "x y", product<float>, product<double>);
-    both("Mul", true, loop, "textbook product", complexProduct<float, 1>, complexProduct<double, 1>);
-    both("MulByConj", true, loop, "textbook product", complexProduct<float, -1>, complexProduct<double, -1>);
-    both("Sqr", false, loop, "x x", square<float>, square<double>);
-    both("Sub", false, loop, "x - y", difference<float>, difference<double>);
-    both("Sub", true, loop, "x - y", complexDifference<float>, complexDifference<double>);
-
-    both("Abs", false, copy, "memcpy", copyOne<float>, copyOne<double>);
-    both("Sqr", false, copy, "memcpy", copyOne<float>, copyOne<double>);
-    both("Conj", true, copy, "memcpy", copyOne<Complex32>, copyOne<Complex64>);
-    for (const std::string_view family : {"Add", "Sub", "Mul"})
-        both(family, false, copy, "two arrays read, one written", copyBoth<std::uint32_t>, copyBoth<std::uint64_t>);
-    for (const std::string_view family : {"Add", "Sub"})
-        both(family, true, copy, "two arrays read, one written", copyBothPairs<std::uint32_t>,
-             copyBothPairs<std::uint64_t>);
-    return peers;
 }
+
+#undef OKT_PLAIN_FORMULA
+#undef OKT_PLAIN_LOOP
+#undef OKT_COPY
+
+}  // namespace
+}  // namespace okt::formulas
+
+namespace okt::bench {
+
+std::vector<Peer> plainPeers() { return formulas::peers(); }
 
 }  // namespace okt::bench

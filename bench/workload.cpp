@@ -11,6 +11,7 @@ namespace {
 
 struct FamilyRanges {
     std::string_view family;
+    bool complex;
     Ranges ranges;
 };
 
@@ -18,50 +19,10 @@ constexpr Range even(double low, double high) { return {Spread::even, low, high}
 constexpr Range logarithmic(double low, double high) { return {Spread::logarithmic, low, high}; }
 constexpr Range bothSigns(double low, double high) { return {Spread::logarithmicBothSigns, low, high}; }
 
-// Families that are not named here take -10 to 10.
-constexpr FamilyRanges realRanges[] = {
-    {"Acos", {even(-1, 1), {}}},
-    {"Acosh", {logarithmic(1, 1000), {}}},
-    {"Asin", {even(-1, 1), {}}},
-    {"Atanh", {even(-0.99, 0.99), {}}},
-    {"Cbrt", {bothSigns(1e-3, 1e3), {}}},
-    {"CdfNorm", {even(-5, 5), {}}},
-    {"CdfNormInv", {even(0.001, 0.999), {}}},
-    {"Ceil", {even(-1000, 1000), {}}},
-    {"Div", {even(-10, 10), logarithmic(0.1, 10)}},
-    {"Erf", {even(-4, 4), {}}},
-    {"Erfc", {even(-4, 8), {}}},
-    {"ErfInv", {even(-0.99, 0.99), {}}},
-    {"ErfcInv", {even(0.01, 1.99), {}}},
-    {"Exp", {even(-30, 30), {}}},
-    {"Floor", {even(-1000, 1000), {}}},
-    {"Hypot", {bothSigns(1e-2, 1e2), bothSigns(1e-2, 1e2)}},
-    {"Inv", {bothSigns(1e-3, 1e3), {}}},
-    {"InvCbrt", {bothSigns(1e-3, 1e3), {}}},
-    {"InvSqrt", {logarithmic(1e-3, 1e3), {}}},
-    {"Ln", {logarithmic(1e-6, 1e6), {}}},
-    {"Log10", {logarithmic(1e-6, 1e6), {}}},
-    {"Log1p", {logarithmic(1e-3, 1e3), {}}},
-    {"Modf", {even(-1000, 1000), {}}},
-    {"NearbyInt", {even(-1000, 1000), {}}},
-    {"Pow", {logarithmic(0.1, 10), even(-10, 10)}},
-    {"Pow2o3", {bothSigns(1e-3, 1e3), {}}},
-    {"Pow3o2", {logarithmic(1e-3, 1e3), {}}},
-    {"Powx", {logarithmic(0.1, 10), {}, 2.6}},
-    {"Rint", {even(-1000, 1000), {}}},
-    {"Round", {even(-1000, 1000), {}}},
-    {"Sqrt", {logarithmic(1e-3, 1e3), {}}},
-    {"Tanh", {even(-5, 5), {}}},
-    {"Trunc", {even(-1000, 1000), {}}},
-};
-
-// Families that are not named here take both parts from -10 to 10.
-constexpr FamilyRanges complexRanges[] = {
-    {"Acos", {even(-2, 2), {}}},  {"Acosh", {even(-2, 2), {}}}, {"Asin", {even(-2, 2), {}}},
-    {"Asinh", {even(-2, 2), {}}}, {"Atan", {even(-2, 2), {}}},  {"Atanh", {even(-2, 2), {}}},
-    {"Cos", {even(-5, 5), {}}},   {"Cosh", {even(-5, 5), {}}},  {"Pow", {even(-3, 3), even(-3, 3)}},
-    {"Powx", {even(-3, 3), {}}},  {"Sin", {even(-5, 5), {}}},   {"Sinh", {even(-5, 5), {}}},
-    {"Tan", {even(-5, 5), {}}},   {"Tanh", {even(-5, 5), {}}},
+constexpr FamilyRanges familyRanges[] = {
+#define OKT_BENCHMARK_RANGES(family, complex, src1, src2, scalar) {family, complex, {src1, src2, scalar}},
+#include "benchmark_ranges.inc"
+#undef OKT_BENCHMARK_RANGES
 };
 
 // A fixed sequence: every run measures the same arguments.
@@ -113,13 +74,8 @@ void fill(void* to, std::size_t length, ElementType type, const Range& range, Ra
 }  // namespace
 
 Ranges rangesOf(std::string_view family, bool complexElements) {
-    if (complexElements) {
-        for (const FamilyRanges& row : complexRanges)
-            if (row.family == family) return row.ranges;
-    } else {
-        for (const FamilyRanges& row : realRanges)
-            if (row.family == family) return row.ranges;
-    }
+    for (const FamilyRanges& row : familyRanges)
+        if (row.family == family && row.complex == complexElements) return row.ranges;
     return {};
 }
 

@@ -11,6 +11,8 @@ namespace okt::bench {
 // How arguments are spread: evenly, or evenly in their logarithm, alone or with either sign.
 enum class Spread { even, logarithmic, logarithmicBothSigns };
 
+inline constexpr double usualScalar = 1.7;
+
 struct Range {
     Spread spread = Spread::even;
     double low = -10, high = 10;
@@ -18,10 +20,11 @@ struct Range {
 
 struct Ranges {
     Range src1, src2;
-    double scalar = 1.7;
+    double scalar = usualScalar;
 };
 
-// Ordinary arguments of the family; both parts of a complex argument are drawn from src1 or src2.
+// What the family's descriptor asks the benchmark to draw; both parts of a complex argument are drawn from src1 or
+// src2.
 Ranges rangesOf(std::string_view family, bool complexElements);
 
 // Arrays for one function at one length. Destinations are written once, so that their memory is there.

@@ -288,30 +288,38 @@ TEST_F(BoundsText, DeclareOneEntryForEachRoutine) {
         bound = [0.5, 0.75]
         element = 1
         reason = "one addition"
-        [[range]]
+    )");
+    ASSERT_EQ(bounds.size(), 2u);
+    EXPECT_EQ(bounds[0].function->name, "oktsAdd_32f_A24");
+    EXPECT_EQ(bounds[1].function->name, "oktsAdd_32fc_A24");
+    EXPECT_EQ(bounds[1].name, "moderate");
+    EXPECT_EQ(bounds[1].block, (PartBounds{0.5, 0.75}));
+    EXPECT_EQ(bounds[1].element, (PartBounds{1, 1}));
+}
+
+TEST_F(BoundsText, RecordedInputsComeFirstAndScalarsInGroups) {
+    const auto bounds = load(R"(
         family = "Powx"
+        [real]
+        reference = "compiled elsewhere"
+        [[range]]
         type = "64f"
         src = "log 0.1 10"
         scalar = "list 0.5 2"
         block = 0.6
         worst = ["0x3FF8000000000000, 3.5", "2 0x1p-3"]
     )");
-    ASSERT_EQ(bounds.size(), 3u);
-    EXPECT_EQ(bounds[0].function->name, "oktsAdd_32f_A24");
-    EXPECT_EQ(bounds[1].function->name, "oktsAdd_32fc_A24");
-    EXPECT_EQ(bounds[1].name, "moderate");
-    EXPECT_EQ(bounds[1].block, (PartBounds{0.5, 0.75}));
-    EXPECT_EQ(bounds[1].element, (PartBounds{1, 1}));
-    EXPECT_EQ(bounds[2].function->name, "oktsPowx_64f_A53");
-    EXPECT_EQ(bounds[2].name, "range2");
-    EXPECT_FALSE(bounds[2].element.has_value());
-    ASSERT_EQ(bounds[2].worst.size(), 2u);
-    EXPECT_EQ(bounds[2].worst[0], (Inputs{1.5, 3.5}));
-    const PointSet points = pointsOf(bounds[2], 600);
+    ASSERT_EQ(bounds.size(), 1u);
+    EXPECT_EQ(bounds[0].function->name, "oktsPowx_64f_A53");
+    EXPECT_EQ(bounds[0].name, "range1");
+    EXPECT_FALSE(bounds[0].element.has_value());
+    ASSERT_EQ(bounds[0].worst.size(), 2u);
+    EXPECT_EQ(bounds[0].worst[0], (Inputs{1.5, 3.5}));
+    const PointSet points = pointsOf(bounds[0], 600);
     EXPECT_EQ(points.inputs().size(), 602u);
     EXPECT_EQ(points.inputs()[1], (Inputs{2, 0.125}));
     EXPECT_EQ(points.groups().size(), 5u);
-    EXPECT_TRUE(excesses(bounds[2], measure(points, Path::block)).empty());
+    EXPECT_TRUE(excesses(bounds[0], measure(points, Path::block)).empty());
 }
 
 TEST_F(BoundsText, ExcessesNameEverythingOneNeeds) {

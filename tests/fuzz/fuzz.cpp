@@ -2,25 +2,7 @@
 // export must give what its scalar model gives where it has one, the same bits at every alignment, leave its
 // sources and the control registers alone, and stay inside its arrays, which the address sanitizer watches.
 #include "caller.h"
-#include "models/arith_model.h"
-#include "models/atan2_model.h"
-#include "models/cbrt_model.h"
-#include "models/complex_exp_model.h"
-#include "models/complex_log_model.h"
-#include "models/complex_sqrt_model.h"
-#include "models/division_model.h"
-#include "models/erf_inv_model.h"
-#include "models/erf_model.h"
-#include "models/explog_model.h"
-#include "models/fixed_power_model.h"
-#include "models/hyper_model.h"
-#include "models/hypot_model.h"
-#include "models/inverse_trig_model.h"
-#include "models/normal_model.h"
-#include "models/quantile_model.h"
-#include "models/rounding_model.h"
-#include "models/sqrt_model.h"
-#include "models/trig_model.h"
+#include "family_models.inc"  // the headers of all models
 #include "registry.h"
 #include "support/control_state.h"
 
@@ -39,54 +21,20 @@ using okt::Export;
 using Bytes = std::vector<std::byte>;
 
 struct Model {
-    std::string_view name;  // family and type, and the grade where the grades are not one routine
+    std::string_view name;  // of the export
     OktStatus (*call)(const Arguments&);
 };
 
-#define OKT_MODEL(name) \
-    Model { #name, &okt::Caller < &okt::model::name> ::call }
-#define OKT_REAL_MODELS(family) OKT_MODEL(family##_32f), OKT_MODEL(family##_64f)
-#define OKT_COMPLEX_MODELS(family) OKT_MODEL(family##_32fc), OKT_MODEL(family##_64fc)
-
+// The models that tests/models has, found by their names.
 const Model models[] = {
-    OKT_COMPLEX_MODELS(Abs),       OKT_COMPLEX_MODELS(Mul),
-    OKT_COMPLEX_MODELS(MulByConj), OKT_COMPLEX_MODELS(Div),
-    OKT_COMPLEX_MODELS(Arg),       OKT_REAL_MODELS(Acos),
-    OKT_REAL_MODELS(Asin),         OKT_REAL_MODELS(Atan),
-    OKT_REAL_MODELS(Atan2),        OKT_REAL_MODELS(Cbrt),
-    OKT_REAL_MODELS(CdfNorm),      OKT_REAL_MODELS(CdfNormInv),
-    OKT_REAL_MODELS(Ceil),         OKT_REAL_MODELS(Cos),
-    OKT_REAL_MODELS(Cosh),         OKT_REAL_MODELS(Div),
-    OKT_REAL_MODELS(Erf),          OKT_REAL_MODELS(Erfc),
-    OKT_REAL_MODELS(ErfcInv),      OKT_REAL_MODELS(ErfInv),
-    OKT_REAL_MODELS(Exp),          OKT_REAL_MODELS(Expm1),
-    OKT_REAL_MODELS(Floor),        OKT_REAL_MODELS(Hypot),
-    OKT_REAL_MODELS(Inv),          OKT_REAL_MODELS(InvCbrt),
-    OKT_REAL_MODELS(InvSqrt),      OKT_REAL_MODELS(Ln),
-    OKT_REAL_MODELS(Log10),        OKT_REAL_MODELS(Log1p),
-    OKT_REAL_MODELS(Modf),         OKT_REAL_MODELS(NearbyInt),
-    OKT_REAL_MODELS(Pow),          OKT_REAL_MODELS(Pow2o3),
-    OKT_REAL_MODELS(Pow3o2),       OKT_REAL_MODELS(Powx),
-    OKT_REAL_MODELS(Rint),         OKT_REAL_MODELS(Round),
-    OKT_REAL_MODELS(Sin),          OKT_REAL_MODELS(SinCos),
-    OKT_REAL_MODELS(Sinh),         OKT_REAL_MODELS(Sqrt),
-    OKT_REAL_MODELS(Tan),          OKT_REAL_MODELS(Tanh),
-    OKT_REAL_MODELS(Trunc),        OKT_MODEL(Atanh_32f),
-    OKT_MODEL(ErfInv_64f_A26),     OKT_COMPLEX_MODELS(CIS),
-    OKT_MODEL(Exp_32fc_A11),       OKT_MODEL(Exp_32fc_A24),
-    OKT_MODEL(Exp_64fc),           {"Exp_32fc_A21", &okt::Caller<&okt::model::Exp_32fc_A11>::call},
-    OKT_MODEL(Ln_32fc_A11),        OKT_MODEL(Ln_32fc_A21),
-    OKT_MODEL(Sqrt_32fc),
+#define OKT_MODEL_ROW(name, function) {#name, &okt::Caller<&okt::model::function>::call},
+#include "family_models.inc"
+#undef OKT_MODEL_ROW
 };
 
 const Model* modelOf(const Export& f) {
-    const std::string_view name = f.name.substr(std::string_view("okts").size());
-    const auto named = [](std::string_view wanted) {
-        return std::ranges::find_if(models, [&](const Model& m) { return m.name == wanted; });
-    };
-    auto found = named(name);
-    if (found == std::end(models)) found = named(name.substr(0, name.rfind('_')));
-    return found == std::end(models) ? nullptr : &*found;
+    const auto found = std::ranges::find(models, f.name, &Model::name);
+    return found == std::end(models) ? nullptr : found;
 }
 
 [[noreturn]] void fail(const Export& f, const char* what) {

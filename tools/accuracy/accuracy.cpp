@@ -149,42 +149,12 @@ ElementType inputPart(const Export& function) { return partOf(function.source); 
 ElementType resultPart(const Export& function) { return partOf(function.destination); }
 
 std::vector<std::string> ordinaryRanges(const Export& function) {
-    struct Row {
-        std::string_view family;
-        std::vector<std::string> real, complex;
-    };
-    static const Row rows[] = {
-        {"Acos", {"uniform -1 1"}, {}},
-        {"Acosh", {"log 1 1e6"}, {}},
-        {"Asin", {"uniform -1 1"}, {}},
-        {"Atanh", {"uniform -1 1"}, {}},
-        {"CdfNorm", {"uniform -12 8"}, {}},
-        {"CdfNormInv", {"uniform 1e-7 0.9999999"}, {}},
-        {"Cosh", {"uniform -80 80"}, {"uniform -20 20"}},
-        {"Erf", {"uniform -6 6"}, {}},
-        {"Erfc", {"uniform -6 9"}, {}},
-        {"ErfcInv", {"uniform 1e-7 1.9999999"}, {}},
-        {"ErfInv", {"uniform -0.9999999 0.9999999"}, {}},
-        {"Exp", {"uniform -80 80"}, {"uniform -20 20"}},
-        {"Expm1", {"uniform -20 80"}, {}},
-        {"InvSqrt", {"log 1e-30 1e30"}, {}},
-        {"Ln", {"log 1e-30 1e30"}, {"log 1e-6 1e6 both"}},
-        {"Log10", {"log 1e-30 1e30"}, {"log 1e-6 1e6 both"}},
-        {"Log1p", {"uniform -0.99 100"}, {}},
-        {"Pow", {"log 1e-3 1e3", "uniform -10 10"}, {"log 1e-2 1e2 both", "uniform -3 3"}},
-        {"Pow3o2", {"log 1e-20 1e20"}, {}},
-        {"Powx", {"log 1e-3 1e3", "uniform -10 10"}, {"log 1e-2 1e2 both", "uniform -3 3"}},
-        {"Sinh", {"uniform -80 80"}, {"uniform -20 20"}},
-        {"Sqrt", {"log 1e-30 1e30"}, {"log 1e-6 1e6 both"}},
-        {"Tanh", {"uniform -10 10"}, {"uniform -5 5"}},
-    };
-    const bool complex = isComplex(function.source);
-    for (const Row& row : rows) {
-        const auto& ranges = complex ? row.complex : row.real;
-        if (row.family == function.family && !ranges.empty()) return ranges;
-    }
-    const bool twoArguments = function.form == Form::B || function.form == Form::S;
-    return std::vector<std::string>(twoArguments ? 2 : 1, "log 1e-3 1e3 both");
+    const std::size_t arguments = function.form == Form::B || function.form == Form::S ? 2 : 1;
+    const std::vector<std::string_view>& told = referenceOf(function).ordinary;
+    std::vector<std::string> ranges(told.begin(), told.end());
+    if (ranges.empty()) ranges.emplace_back("log 1e-3 1e3 both");
+    ranges.resize(arguments, ranges.front());
+    return ranges;
 }
 
 PointSet::PointSet(const Export& function, const std::vector<std::string>& ranges, std::size_t count,

@@ -31,7 +31,7 @@ std::string_view pathName(Path path);
 // The real inputs of one element: parts of src1, then of src2 or the scalar.
 using Inputs = std::array<double, maxInputs>;
 
-// Ranges that cover the ordinary use of a function, for a caller who names none: one text per argument.
+// The ranges that the function's descriptor calls ordinary, for a caller who names none: one text per argument.
 std::vector<std::string> ordinaryRanges(const Export& function);
 
 // The number of real inputs of an element, and the type of their parts.

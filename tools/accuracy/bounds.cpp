@@ -29,7 +29,7 @@ public:
     }
 
     std::vector<Bound> read() {
-        checkKeys(table_, {"family", "range"});
+        checkKeys(table_, {"family", "real", "complex", "range"});  // the tables are compiled
         const std::string family = string(table_, "family").value_or("");
         const toml::array* ranges = table_["range"].as_array();
         if (!ranges) fail(table_, "no [[range]]");
@@ -110,10 +110,9 @@ private:
         return result;
     }
 
-    void readRange(const toml::table& table, const std::string& fileFamily, int number, std::vector<Bound>& result) {
-        checkKeys(table, {"family", "type", "grade", "name", "src", "src1", "src2", "scalar", "bound", "block",
-                          "element", "of_modulus", "floor", "worst", "reason"});
-        const std::string family = string(table, "family").value_or(fileFamily);
+    void readRange(const toml::table& table, const std::string& family, int number, std::vector<Bound>& result) {
+        checkKeys(table, {"type", "grade", "name", "src", "src1", "src2", "scalar", "bound", "block", "element",
+                          "of_modulus", "floor", "worst", "reason"});
         const std::vector<std::string> types = strings(table, "type");
         const std::vector<std::string> grades = strings(table, "grade");
         if (types.empty()) fail(table, "no type");

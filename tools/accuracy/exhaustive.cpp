@@ -1,5 +1,6 @@
 #include "exhaustive.h"
 
+#include "quick_reference.h"
 #include "ulp.h"
 
 #include <fmt/format.h>
@@ -19,88 +20,8 @@ namespace {
 
 using Quick = long double;
 
-constexpr Quick rootTwo = 1.41421356237309504880168872420969808L;
-constexpr Quick halfRootPi = 0.886226925452758013649083741670572591L;
-
-// The inverse functions by one Newton step from the computed value y: if y is right to single precision the step is
-// right to twice that, and if it is not the step shows it.
-Quick erfcInvFrom(Quick y, Quick q) {
-    const Quick tail = std::erfc(y);
-    return y + std::log(tail / q) * tail * halfRootPi * std::exp(y * y);
-}
-Quick erfInvFrom(Quick y, Quick x) { return y - (std::erf(y) - x) * halfRootPi * std::exp(y * y); }
-
-// A computed value so wrong that the step from it fails has 0 for its reference, which shows as a large error.
-Quick orZero(Quick value) { return std::isfinite(value) ? value : 0; }
-
-Quick erfInv(Quick y, Quick x) {
-    if (!(std::abs(x) < 1)) return std::numeric_limits<Quick>::quiet_NaN();
-    if (std::abs(x) <= 0.5L) return orZero(erfInvFrom(y, x));
-    return std::copysign(orZero(erfcInvFrom(std::abs(y), 1 - std::abs(x))), x);
-}
-Quick erfcInv(Quick y, Quick v) {
-    if (!(0 < v && v < 2)) return std::numeric_limits<Quick>::quiet_NaN();
-    if (v < 0.5L) return orZero(erfcInvFrom(y, v));
-    if (v > 1.5L) return -orZero(erfcInvFrom(-y, 2 - v));
-    return orZero(erfInvFrom(y, 1 - v));
-}
-
-struct QuickReference {
-    std::string_view family;
-    void (*evaluate)(Quick x, const float* computed, Quick* out);
-};
-
-#define OKT_QUICK(body) []([[maybe_unused]] Quick x, [[maybe_unused]] const float* y, Quick* out) { out[0] = (body); }
-
-const QuickReference quickReferences[] = {
-    {"Abs", OKT_QUICK(std::abs(x))},
-    {"Acos", OKT_QUICK(std::acos(x))},
-    {"Acosh", OKT_QUICK(std::acosh(x))},
-    {"Asin", OKT_QUICK(std::asin(x))},
-    {"Asinh", OKT_QUICK(std::asinh(x))},
-    {"Atan", OKT_QUICK(std::atan(x))},
-    {"Atanh", OKT_QUICK(std::atanh(x))},
-    {"Cbrt", OKT_QUICK(std::cbrt(x))},
-    {"CdfNorm", OKT_QUICK(std::erfc(-x / rootTwo) / 2)},
-    {"CdfNormInv", OKT_QUICK(-rootTwo* erfcInv(-y[0] / rootTwo, 2 * x))},
-    {"Ceil", OKT_QUICK(std::ceil(x))},
-    {"CIS", [](Quick x, const float*, Quick* out) { out[0] = std::cos(x), out[1] = std::sin(x); }},
-    {"Cos", OKT_QUICK(std::cos(x))},
-    {"Cosh", OKT_QUICK(std::cosh(x))},
-    {"Erf", OKT_QUICK(std::erf(x))},
-    {"Erfc", OKT_QUICK(std::erfc(x))},
-    {"ErfcInv", OKT_QUICK(erfcInv(y[0], x))},
-    {"ErfInv", OKT_QUICK(erfInv(y[0], x))},
-    {"Exp", OKT_QUICK(std::exp(x))},
-    {"Expm1", OKT_QUICK(std::expm1(x))},
-    {"Floor", OKT_QUICK(std::floor(x))},
-    {"Inv", OKT_QUICK(1 / x)},
-    {"InvCbrt", OKT_QUICK(1 / std::cbrt(x))},
-    {"InvSqrt", OKT_QUICK(1 / std::sqrt(x))},
-    {"Ln", OKT_QUICK(std::log(x))},
-    {"Log10", OKT_QUICK(std::log10(x))},
-    {"Log1p", OKT_QUICK(std::log1p(x))},
-    {"Modf", [](Quick x, const float*, Quick* out) { out[0] = std::trunc(x), out[1] = x - out[0]; }},
-    {"NearbyInt", OKT_QUICK(std::rint(x))},
-    {"Pow2o3", OKT_QUICK(std::cbrt(x* x))},
-    {"Pow3o2", OKT_QUICK(x* std::sqrt(x))},
-    {"Rint", OKT_QUICK(std::rint(x))},
-    {"Round", OKT_QUICK(std::round(x))},
-    {"Sin", OKT_QUICK(std::sin(x))},
-    {"SinCos", [](Quick x, const float*, Quick* out) { out[0] = std::sin(x), out[1] = std::cos(x); }},
-    {"Sinh", OKT_QUICK(std::sinh(x))},
-    {"Sqr", OKT_QUICK(x* x)},
-    {"Sqrt", OKT_QUICK(std::sqrt(x))},
-    {"Tan", OKT_QUICK(std::tan(x))},
-    {"Tanh", OKT_QUICK(std::tanh(x))},
-    {"Trunc", OKT_QUICK(std::trunc(x))},
-};
-
-#undef OKT_QUICK
-
-const QuickReference* findQuickReference(const Export& function) {
-    const auto found = std::ranges::find(quickReferences, function.family, &QuickReference::family);
-    return found == std::end(quickReferences) ? nullptr : found;
+const QuickReference* quickReferenceOf(const Export& function) {
+    return findQuickReference(function.family, function.type.ends_with('c'));
 }
 
 // Error in ulp of the exact value's binade, as ulpError has it.
@@ -144,7 +65,7 @@ public:
         : function_(function),
           options_(options),
           reference_(referenceOf(function)),
-          quick_(*findQuickReference(function)) {
+          quick_(*quickReferenceOf(function)) {
         result_.parts = reference_.parts;
         total_ = static_cast<std::uint64_t>(options.to) - options.from + 1;
     }
@@ -225,7 +146,7 @@ private:
         computed[1] = isComplex(function_.destination) ? arrays.dst1[2 * i + 1] : arrays.dst2[i];
         Quick exact[maxParts] = {};
         bool finite = std::isfinite(x);
-        if (finite) quick_.evaluate(x, computed, exact);
+        if (finite) quick_.evaluate(x, 0, computed, exact);
         for (int k = 0; k < result_.parts; ++k) finite = finite && std::isfinite(static_cast<float>(exact[k]));
         if (!finite) {
             ++own.skipped;
@@ -277,12 +198,13 @@ private:
 
 bool canRunExhaustively(const Export& function) {
     return function.source == ElementType::Real32 && (function.form == Form::U || function.form == Form::D) &&
-           findQuickReference(function) != nullptr;
+           quickReferenceOf(function) != nullptr;
 }
 
 ExhaustiveResult runExhaustively(const Export& function, const ExhaustiveOptions& options) {
     if (!canRunExhaustively(function))
-        throw std::invalid_argument(fmt::format("{} has no single Real32 source", function.name));
+        throw std::invalid_argument(
+            fmt::format("{} has no single Real32 source, or no quick reference", function.name));
     if (options.to < options.from) throw std::invalid_argument("the range of bit patterns is empty");
     return ExhaustiveRun(function, options).run();
 }

@@ -28,7 +28,7 @@ struct ExhaustiveResult {
     double quickReferenceError = 0;
 };
 
-// Functions of one Real32 source.
+// Functions of one Real32 source with a quick reference.
 bool canRunExhaustively(const Export& function);
 ExhaustiveResult runExhaustively(const Export& function, const ExhaustiveOptions& options);
 std::string describe(const Export& function, const ExhaustiveOptions& options, const ExhaustiveResult& result);

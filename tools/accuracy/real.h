@@ -51,6 +51,11 @@ public:
         function(result.value_, a.value_, MPFR_RNDN);
         return result;
     }
+    static Real apply(int (*function)(mpfr_ptr, mpfr_srcptr), const Real& a) {  // mpfr_trunc and its like
+        Real result;
+        function(result.value_, a.value_);
+        return result;
+    }
     static Real apply(int (*function)(mpfr_ptr, mpfr_srcptr, mpfr_srcptr, mpfr_rnd_t), const Real& a, const Real& b) {
         Real result;
         function(result.value_, a.value_, b.value_, MPFR_RNDN);
@@ -73,37 +78,82 @@ private:
     mpfr_prec_t saved_;
 };
 
-// The functions bear the names of <cmath>.
+// MPFR's functions of one argument and of two, by MPFR's names; those of <cmath> are the same where both have one.
 #define OKT_REAL_UNARY(name) \
     inline Real name(const Real& a) { return Real::apply(mpfr_##name, a); }
+#define OKT_REAL_BINARY(name) \
+    inline Real name(const Real& a, const Real& b) { return Real::apply(mpfr_##name, a, b); }
 OKT_REAL_UNARY(abs)
 OKT_REAL_UNARY(sqrt)
+OKT_REAL_UNARY(rec_sqrt)
 OKT_REAL_UNARY(cbrt)
 OKT_REAL_UNARY(exp)
+OKT_REAL_UNARY(exp2)
+OKT_REAL_UNARY(exp10)
 OKT_REAL_UNARY(expm1)
 OKT_REAL_UNARY(log)
-OKT_REAL_UNARY(log1p)
+OKT_REAL_UNARY(log2)
 OKT_REAL_UNARY(log10)
+OKT_REAL_UNARY(log1p)
 OKT_REAL_UNARY(sin)
 OKT_REAL_UNARY(cos)
 OKT_REAL_UNARY(tan)
+OKT_REAL_UNARY(sec)
+OKT_REAL_UNARY(csc)
+OKT_REAL_UNARY(cot)
 OKT_REAL_UNARY(asin)
 OKT_REAL_UNARY(acos)
 OKT_REAL_UNARY(atan)
 OKT_REAL_UNARY(sinh)
 OKT_REAL_UNARY(cosh)
 OKT_REAL_UNARY(tanh)
+OKT_REAL_UNARY(sech)
+OKT_REAL_UNARY(csch)
+OKT_REAL_UNARY(coth)
 OKT_REAL_UNARY(asinh)
 OKT_REAL_UNARY(acosh)
 OKT_REAL_UNARY(atanh)
 OKT_REAL_UNARY(erf)
 OKT_REAL_UNARY(erfc)
+OKT_REAL_UNARY(gamma)
+OKT_REAL_UNARY(lngamma)
+OKT_REAL_UNARY(digamma)
+OKT_REAL_UNARY(zeta)
+OKT_REAL_UNARY(eint)
+OKT_REAL_UNARY(li2)
+OKT_REAL_UNARY(ai)
+OKT_REAL_UNARY(j0)
+OKT_REAL_UNARY(j1)
+OKT_REAL_UNARY(y0)
+OKT_REAL_UNARY(y1)
+OKT_REAL_UNARY(frac)
+OKT_REAL_UNARY(ceil)
+OKT_REAL_UNARY(floor)
+OKT_REAL_UNARY(trunc)
+OKT_REAL_UNARY(round)
+OKT_REAL_UNARY(roundeven)
+OKT_REAL_BINARY(pow)
+OKT_REAL_BINARY(atan2)
+OKT_REAL_BINARY(hypot)
+OKT_REAL_BINARY(copysign)
+OKT_REAL_BINARY(fmod)
+OKT_REAL_BINARY(remainder)
+OKT_REAL_BINARY(dim)
+OKT_REAL_BINARY(agm)
+#if MPFR_VERSION >= MPFR_VERSION_NUM(4, 2, 0)
+OKT_REAL_UNARY(sinpi)
+OKT_REAL_UNARY(cospi)
+OKT_REAL_UNARY(tanpi)
+OKT_REAL_UNARY(asinpi)
+OKT_REAL_UNARY(acospi)
+OKT_REAL_UNARY(atanpi)
+OKT_REAL_UNARY(exp2m1)
+OKT_REAL_UNARY(exp10m1)
+OKT_REAL_UNARY(log2p1)
+OKT_REAL_UNARY(log10p1)
+#endif
 #undef OKT_REAL_UNARY
-
-inline Real pow(const Real& a, const Real& b) { return Real::apply(mpfr_pow, a, b); }
-inline Real atan2(const Real& y, const Real& x) { return Real::apply(mpfr_atan2, y, x); }
-inline Real hypot(const Real& x, const Real& y) { return Real::apply(mpfr_hypot, x, y); }
-inline Real copysign(const Real& a, const Real& sign) { return Real::apply(mpfr_copysign, a, sign); }
+#undef OKT_REAL_BINARY
 
 // a*b + c*d and a*b - c*d with one rounding of the exact sum.
 inline Real sumOfProducts(const Real& a, const Real& b, const Real& c, const Real& d) {

@@ -12,18 +12,26 @@ struct Complex {
     Real re, im;
 };
 
-Complex inputAt(const Real* in, int first) { return {in[first], in[first + 1]}; }
-
-void store(Real* out, Complex z) {
-    out[0] = std::move(z.re);
-    out[1] = std::move(z.im);
-}
-
 Real square(const Real& x) { return x * x; }
 
 // i*z and -i*z: exact, and they keep the signs of zeros.
 Complex timesI(const Complex& z) { return {-z.im, z.re}; }
 Complex timesMinusI(const Complex& z) { return {z.im, -z.re}; }
+
+Complex conj(const Complex& z) { return {z.re, -z.im}; }
+Complex operator+(const Complex& a, const Complex& b) { return {a.re + b.re, a.im + b.im}; }
+Complex operator-(const Complex& a, const Complex& b) { return {a.re - b.re, a.im - b.im}; }
+Complex operator*(const Complex& a, const Complex& b) {
+    return {differenceOfProducts(a.re, b.re, a.im, b.im), sumOfProducts(a.re, b.im, a.im, b.re)};
+}
+Complex operator/(const Complex& a, const Complex& b) {
+    const Complex product = a * conj(b);
+    const Real norm = sumOfProducts(b.re, b.re, b.im, b.im);
+    return {product.re / norm, product.im / norm};
+}
+
+Real abs(const Complex& z) { return hypot(z.re, z.im); }
+Real arg(const Complex& z) { return atan2(z.im, z.re); }
 
 // The root with the larger part comes from a sum of terms of one sign, the other part from their product.
 Complex sqrt(const Complex& z) {
@@ -45,7 +53,13 @@ Real logModulus(const Complex& z) {
     return scaled(log1p((square(larger) - 1.0) + square(smaller)), -1);
 }
 
-Complex log(const Complex& z) { return {logModulus(z), atan2(z.im, z.re)}; }
+Complex log(const Complex& z) { return {logModulus(z), arg(z)}; }
+
+Complex log10(const Complex& z) {
+    const Complex w = log(z);
+    const Real log10e = 1.0 / log(Real(10.0));
+    return {w.re * log10e, w.im * log10e};
+}
 
 Complex exp(const Complex& z) {
     const Real modulus = exp(z.re);
@@ -54,6 +68,8 @@ Complex exp(const Complex& z) {
 
 Complex sinh(const Complex& z) { return {sinh(z.re) * cos(z.im), cosh(z.re) * sin(z.im)}; }
 Complex cosh(const Complex& z) { return {cosh(z.re) * cos(z.im), sinh(z.re) * sin(z.im)}; }
+Complex sin(const Complex& z) { return timesMinusI(sinh(timesI(z))); }
+Complex cos(const Complex& z) { return cosh(timesI(z)); }
 
 // (sinh x cosh x + i sin y cos y) / (sinh^2 x + cos^2 y). Beyond |x| = 400 the denominator is e^2|x|/4 to more than
 // 1000 bits, and e^2|x| itself might leave even MPFR's exponent range.
@@ -64,6 +80,8 @@ Complex tanh(const Complex& z) {
     const Real denominator = square(s) + square(cos(z.im));
     return {s * cosh(z.re) / denominator, sinCos / denominator};
 }
+
+Complex tan(const Complex& z) { return timesMinusI(tanh(timesI(z))); }
 
 // Arc functions after Kahan, from the roots of 1 - z and 1 + z. 1 - x and 1 + x lose nothing: they are exact where
 // they cancel. In every product below the two terms have one sign.
@@ -94,10 +112,8 @@ Complex atanh(const Complex& z) {
     return {copysign(re, z.re), im};
 }
 
-Complex multiply(const Complex& a, const Complex& b) {
-    return {differenceOfProducts(a.re, b.re, a.im, b.im), sumOfProducts(a.re, b.im, a.im, b.re)};
-}
-Complex conj(const Complex& z) { return {z.re, -z.im}; }
+Complex asinh(const Complex& z) { return timesMinusI(asin(timesI(z))); }
+Complex atan(const Complex& z) { return timesMinusI(atanh(timesI(z))); }
 
 bool agree(const Real& a, const Real& b, int bits) {
     if (!a.isFinite() || !b.isFinite() || a == b) return true;
@@ -117,7 +133,7 @@ Complex pow(const Complex& a, const Complex& b) {
     Complex last;
     for (mpfr_prec_t bits : {256, 512, 1024, 2048}) {
         const PrecisionScope scope(bits);
-        Complex next = exp(multiply(b, log(a)));
+        Complex next = exp(b * log(a));
         if (bits > 256 && agree(last.re, next.re, 170) && agree(last.im, next.im, 170)) return next;
         last = std::move(next);
     }
@@ -187,115 +203,12 @@ Real erfcInvTail(const Real& q) {
 
 Real nan() { return Real(0.0) / Real(0.0); }
 
-template <Complex (*Function)(const Complex&)>
-void complex(const Real* in, Real* out) {
-    store(out, Function(inputAt(in, 0)));
+// A result of one part, and one of two: the parts of a complex number or of two destinations.
+void store(Real* out, Real value) { out[0] = std::move(value); }
+void store(Real* out, Complex parts) {
+    out[0] = std::move(parts.re);
+    out[1] = std::move(parts.im);
 }
-
-// mpfr_trunc and its like have no rounding argument.
-template <int (*Function)(mpfr_ptr, mpfr_srcptr)>
-void integral(const Real* in, Real* out) {
-    out[0] = Real();
-    Function(out[0].get(), in[0].get());
-}
-
-#define OKT_ONE_PART(body) [](const Real* in, Real* out) { out[0] = (body); }
-#define OKT_TWO_PARTS(body) [](const Real* in, Real* out) { store(out, (body)); }
-
-const Reference table[] = {
-    {"Abs", false, 1, 1, OKT_ONE_PART(abs(in[0]))},
-    {"Abs", true, 2, 1, OKT_ONE_PART(hypot(in[0], in[1]))},
-    {"Acos", false, 1, 1, OKT_ONE_PART(acos(in[0]))},
-    {"Acos", true, 2, 2, complex<acos>},
-    {"Acosh", false, 1, 1, OKT_ONE_PART(acosh(in[0]))},
-    {"Acosh", true, 2, 2, complex<acosh>},
-    {"Add", false, 2, 1, OKT_ONE_PART(in[0] + in[1])},
-    {"Add", true, 4, 2, OKT_TWO_PARTS((Complex{in[0] + in[2], in[1] + in[3]}))},
-    {"Arg", true, 2, 1, OKT_ONE_PART(atan2(in[1], in[0]))},
-    {"Asin", false, 1, 1, OKT_ONE_PART(asin(in[0]))},
-    {"Asin", true, 2, 2, complex<asin>},
-    {"Asinh", false, 1, 1, OKT_ONE_PART(asinh(in[0]))},
-    {"Asinh", true, 2, 2, OKT_TWO_PARTS(timesMinusI(asin(timesI(inputAt(in, 0)))))},
-    {"Atan", false, 1, 1, OKT_ONE_PART(atan(in[0]))},
-    {"Atan", true, 2, 2, OKT_TWO_PARTS(timesMinusI(atanh(timesI(inputAt(in, 0)))))},
-    {"Atan2", false, 2, 1, OKT_ONE_PART(atan2(in[0], in[1]))},
-    {"Atanh", false, 1, 1, OKT_ONE_PART(atanh(in[0]))},
-    {"Atanh", true, 2, 2, complex<atanh>},
-    {"Cbrt", false, 1, 1, OKT_ONE_PART(cbrt(in[0]))},
-    {"CdfNorm", false, 1, 1, OKT_ONE_PART(cdfNorm(in[0]))},
-    {"CdfNormInv", false, 1, 1, OKT_ONE_PART(cdfNormInv(in[0]))},
-    {"Ceil", false, 1, 1, integral<mpfr_ceil>},
-    {"CIS", true, 1, 2, OKT_TWO_PARTS((Complex{cos(in[0]), sin(in[0])}))},
-    {"Conj", true, 2, 2, complex<conj>},
-    {"Cos", false, 1, 1, OKT_ONE_PART(cos(in[0]))},
-    {"Cos", true, 2, 2, OKT_TWO_PARTS(cosh(timesI(inputAt(in, 0))))},
-    {"Cosh", false, 1, 1, OKT_ONE_PART(cosh(in[0]))},
-    {"Cosh", true, 2, 2, complex<cosh>},
-    {"Div", false, 2, 1, OKT_ONE_PART(in[0] / in[1])},
-    {"Div", true, 4, 2,
-     [](const Real* in, Real* out) {
-         const Complex product = multiply(inputAt(in, 0), conj(inputAt(in, 2)));
-         const Real norm = sumOfProducts(in[2], in[2], in[3], in[3]);
-         store(out, {product.re / norm, product.im / norm});
-     }},
-    {"Erf", false, 1, 1, OKT_ONE_PART(erf(in[0]))},
-    {"Erfc", false, 1, 1, OKT_ONE_PART(erfc(in[0]))},
-    {"ErfcInv", false, 1, 1, OKT_ONE_PART(erfcInv(in[0]))},
-    {"ErfInv", false, 1, 1, OKT_ONE_PART(erfInv(in[0]))},
-    {"Exp", false, 1, 1, OKT_ONE_PART(exp(in[0]))},
-    {"Exp", true, 2, 2, complex<exp>},
-    {"Expm1", false, 1, 1, OKT_ONE_PART(expm1(in[0]))},
-    {"Floor", false, 1, 1, integral<mpfr_floor>},
-    {"Hypot", false, 2, 1, OKT_ONE_PART(hypot(in[0], in[1]))},
-    {"Inv", false, 1, 1, OKT_ONE_PART(1.0 / in[0])},
-    {"InvCbrt", false, 1, 1, OKT_ONE_PART(1.0 / cbrt(in[0]))},
-    {"InvSqrt", false, 1, 1, OKT_ONE_PART(1.0 / sqrt(in[0]))},
-    {"Ln", false, 1, 1, OKT_ONE_PART(log(in[0]))},
-    {"Ln", true, 2, 2, complex<log>},
-    {"Log10", false, 1, 1, OKT_ONE_PART(log10(in[0]))},
-    {"Log10", true, 2, 2,
-     [](const Real* in, Real* out) {
-         const Complex w = log(inputAt(in, 0));
-         const Real log10e = 1.0 / log(Real(10.0));
-         store(out, {w.re * log10e, w.im * log10e});
-     }},
-    {"Log1p", false, 1, 1, OKT_ONE_PART(log1p(in[0]))},
-    {"Modf", false, 1, 2,
-     [](const Real* in, Real* out) {
-         integral<mpfr_trunc>(in, out);
-         out[1] = copysign(in[0] - out[0], in[0]);
-     }},
-    {"Mul", false, 2, 1, OKT_ONE_PART(in[0] * in[1])},
-    {"Mul", true, 4, 2, OKT_TWO_PARTS(multiply(inputAt(in, 0), inputAt(in, 2)))},
-    {"MulByConj", true, 4, 2, OKT_TWO_PARTS(multiply(inputAt(in, 0), conj(inputAt(in, 2))))},
-    {"NearbyInt", false, 1, 1, integral<mpfr_roundeven>},
-    {"Pow", false, 2, 1, OKT_ONE_PART(pow(in[0], in[1]))},
-    {"Pow", true, 4, 2, OKT_TWO_PARTS(pow(inputAt(in, 0), inputAt(in, 2)))},
-    {"Pow2o3", false, 1, 1, OKT_ONE_PART(cbrt(square(in[0])))},
-    {"Pow3o2", false, 1, 1, OKT_ONE_PART(sqrt(square(in[0]) * in[0]))},
-    {"Powx", false, 2, 1, OKT_ONE_PART(pow(in[0], in[1]))},
-    {"Powx", true, 4, 2, OKT_TWO_PARTS(pow(inputAt(in, 0), inputAt(in, 2)))},
-    {"Rint", false, 1, 1, integral<mpfr_roundeven>},
-    {"Round", false, 1, 1, integral<mpfr_round>},
-    {"Sin", false, 1, 1, OKT_ONE_PART(sin(in[0]))},
-    {"Sin", true, 2, 2, OKT_TWO_PARTS(timesMinusI(sinh(timesI(inputAt(in, 0)))))},
-    {"SinCos", false, 1, 2, OKT_TWO_PARTS((Complex{sin(in[0]), cos(in[0])}))},
-    {"Sinh", false, 1, 1, OKT_ONE_PART(sinh(in[0]))},
-    {"Sinh", true, 2, 2, complex<sinh>},
-    {"Sqr", false, 1, 1, OKT_ONE_PART(square(in[0]))},
-    {"Sqrt", false, 1, 1, OKT_ONE_PART(sqrt(in[0]))},
-    {"Sqrt", true, 2, 2, complex<sqrt>},
-    {"Sub", false, 2, 1, OKT_ONE_PART(in[0] - in[1])},
-    {"Sub", true, 4, 2, OKT_TWO_PARTS((Complex{in[0] - in[2], in[1] - in[3]}))},
-    {"Tan", false, 1, 1, OKT_ONE_PART(tan(in[0]))},
-    {"Tan", true, 2, 2, OKT_TWO_PARTS(timesMinusI(tanh(timesI(inputAt(in, 0)))))},
-    {"Tanh", false, 1, 1, OKT_ONE_PART(tanh(in[0]))},
-    {"Tanh", true, 2, 2, complex<tanh>},
-    {"Trunc", false, 1, 1, integral<mpfr_trunc>},
-};
-
-#undef OKT_ONE_PART
-#undef OKT_TWO_PARTS
 
 }  // namespace
 
@@ -322,12 +235,36 @@ Real cdfNorm(const Real& x) {
 
 Real cdfNormInv(const Real& p) { return -(sqrt(Real(2.0)) * erfcInv(scaled(p, 1))); }
 
-std::span<const Reference> references() { return table; }
+#define OKT_ARGUMENTS_X [[maybe_unused]] const Real& x = in[0];
+#define OKT_ARGUMENTS_XY OKT_ARGUMENTS_X [[maybe_unused]] const Real& y = in[1];
+#define OKT_ARGUMENTS_Z [[maybe_unused]] const Complex z{in[0], in[1]};
+#define OKT_ARGUMENTS_ZW OKT_ARGUMENTS_Z [[maybe_unused]] const Complex w{in[2], in[3]};
+#define OKT_TEXTS(...) \
+    { __VA_ARGS__ }
+#define OKT_REFERENCE(family, complex, inputs, parts, domain, ordinary, arguments, ...)                    \
+    {family, complex, inputs, parts, OKT_TEXTS domain, OKT_TEXTS ordinary, [](const Real* in, Real* out) { \
+         OKT_ARGUMENTS_##arguments;                                                                        \
+         store(out, __VA_ARGS__);                                                                          \
+     }},
+
+std::span<const Reference> references() {
+    static const Reference table[] = {
+#include "references.inc"
+    };
+    return table;
+}
+
+#undef OKT_REFERENCE
+#undef OKT_TEXTS
+#undef OKT_ARGUMENTS_ZW
+#undef OKT_ARGUMENTS_Z
+#undef OKT_ARGUMENTS_XY
+#undef OKT_ARGUMENTS_X
 
 const Reference* findReference(std::string_view family, bool complex) {
-    const auto found = std::ranges::find_if(
-        table, [&](const Reference& row) { return row.family == family && row.complex == complex; });
-    return found == std::end(table) ? nullptr : found;
+    for (const Reference& row : references())
+        if (row.family == family && row.complex == complex) return &row;
+    return nullptr;
 }
 
 const Reference& referenceOf(const Export& function) {

@@ -1,4 +1,4 @@
-// The exact results of all families, as numbers of high precision.
+// The exact results of all families, as numbers of high precision, by the formulas of their descriptors.
 //
 // Each formula is chosen so that no step loses significant bits, whatever the arguments: every part of a result has
 // a relative error below 2^-170 (the working precision is 192 bits). Complex Pow and Powx, where that is not possible
@@ -11,6 +11,7 @@
 
 #include <span>
 #include <string_view>
+#include <vector>
 
 namespace okt::accuracy {
 
@@ -24,6 +25,10 @@ struct Reference {
     bool complex;  // the element type code is 32fc or 64fc
     int inputs;    // number of real inputs of an element
     int parts;     // number of real parts of its result
+    // Arguments in the domain, moderate and extreme ones, that the reference is tried with: one range for all
+    // arguments, or one for each, divided by " ; ". Without any, ranges that serve functions defined everywhere.
+    std::vector<std::string_view> domain;
+    std::vector<std::string_view> ordinary;  // a range for each argument, or one; may be empty
     void (*evaluate)(const Real* in, Real* out);
 };
 
