@@ -13,6 +13,7 @@
 #include "arith/elementwise.h"
 #include "frame/inexact.h"
 #include "frame/loops.h"
+#include "lanes/pattern.h"
 #include "root/seed_root.h"
 
 namespace okt {
@@ -35,23 +36,16 @@ F64<N> modulusOfFinite(F64<N> re, F64<N> im) {
     return asReal(zeroUnless(~zero, asBits(root)));
 }
 
-bool isSpecial(Real32 x) { return (asBits(x) & 0x7F800000) == 0x7F800000; }
-bool isInfinite(Real32 x) { return (asBits(x) & 0x7FFFFFFF) == 0x7F800000; }
-bool isSpecial(Real64 x) { return (highWord(x) & 0x7FF00000) == 0x7FF00000; }
-bool isInfinite(Real64 x) { return (asBits(x) & 0x7FFFFFFFFFFFFFFF) == 0x7FF0000000000000; }
-
 // An infinite part makes the modulus infinite, also beside a NaN; otherwise a NaN part makes it a NaN.
 template <class T>
 T modulusOfSpecial(T re, T im) {
-    if (isSpecial(re)) {
-        if (!isSpecial(im) || isInfinite(re)) return re * re;
-        return isInfinite(im) ? im * im : mulOrdered(re, im);
-    }
-    return im * im;
+    if (isFinite(re)) return im * im;
+    if (isFinite(im) || isInfinite(re)) return re * re;
+    return isInfinite(im) ? im * im : mulOrdered(re, im);
 }
 
 [[gnu::noinline]] Real32 modulus(Complex32 z) {
-    if (isSpecial(z.re) || isSpecial(z.im)) return modulusOfSpecial(z.re, z.im);
+    if (!isFinite(z.re) || !isFinite(z.im)) return modulusOfSpecial(z.re, z.im);
     return narrow(modulusOfFinite(widen(F32x1(z.re)), widen(F32x1(z.im)))).raw;
 }
 
@@ -103,9 +97,6 @@ void absComplex32(const Complex32* src, Real32* dst, std::int32_t len, OktStatus
         src, dst, len, tryFour, [](Complex32 z, OktStatus&) { return modulus(z); }, status);
 }
 
-// By the pattern: a compare of floats would count a subnormal as zero under the caller's denormals-are-zero.
-bool isZero(Real64 x) { return asBits(x) << 1 == 0; }
-
 // By fields: any exponent, any significand.
 Real64 rootAsWritten(Real80 sum) {
     const Real80Bits s = asBits(sum);
@@ -118,7 +109,8 @@ Real64 rootAsWritten(Real80 sum) {
 }
 
 Real64 modulusAsWritten(Complex64 z) {
-    if (isSpecial(z.re) || isSpecial(z.im)) return modulusOfSpecial(z.re, z.im);
+    if (!isFinite(z.re) || !isFinite(z.im)) return modulusOfSpecial(z.re, z.im);
+    // By the patterns: a compare of floats would count a subnormal as zero under the caller's denormals-are-zero.
     if (isZero(z.re) && isZero(z.im)) return 0.0;
     const Real80 x = z.re, y = z.im;
     return rootAsWritten(x * x + y * y);

@@ -9,6 +9,7 @@
 #include "lanes/lanes.h"
 #include "lanes/lookup.h"
 #include "lanes/ordered.h"
+#include "lanes/pattern.h"
 #include "lanes/real80.h"
 
 #include <cstdint>
@@ -163,14 +164,9 @@ inline Real80 operator-(Product x, Product y) {
 inline ComplexOf<Real80> extended(ComplexOf<Real64> z) { return {opaque<Real80>(z.re), opaque<Real80>(z.im)}; }
 inline ComplexOf<Split> split(ComplexOf<Real64> z) { return {Split(z.re), Split(z.im)}; }
 
-inline bool isZeroOrNotFinite(Real64 x) {
-    const std::uint64_t magnitude = asBits(x) & 0x7FFFFFFFFFFFFFFF;
-    return magnitude - 1 >= 0x7FEFFFFFFFFFFFFF;  // a zero wraps around
-}
-
-// Elements with such a part take plain extended arithmetic.
+// Elements with a zero, an infinity or a NaN take plain extended arithmetic.
 inline bool needsSimplePath(ComplexOf<Real64> a, ComplexOf<Real64> b) {
-    return isZeroOrNotFinite(a.re) || isZeroOrNotFinite(a.im) || isZeroOrNotFinite(b.re) || isZeroOrNotFinite(b.im);
+    return !isFiniteNonzero(a.re) || !isFiniteNonzero(a.im) || !isFiniteNonzero(b.re) || !isFiniteNonzero(b.im);
 }
 
 // With significands of at most 31 bits every split is exact and without a low piece, and so is

@@ -14,16 +14,14 @@
 #include "arith/complex_parts.h"
 #include "frame/loops.h"
 #include "frame/status_flag.h"
+#include "lanes/pattern.h"
 
 namespace okt {
 namespace {
 
-bool isFinite(Real32 x) { return (asBits(x) & 0x7F800000) != 0x7F800000; }
-bool isFinite(Real64 x) { return (highWord(x) & 0x7FF00000) != 0x7FF00000; }
-
 Real32 divElement(Real32 x, Real32 y, OktStatus& status) {
     const Real32 quotient = x / y;
-    if (asBits(y) << 1 == 0 && isFinite(x)) {
+    if (isZero(y) && isFinite(x)) {
         status = oktStatusSingularity;
         raiseStatusFlag32(status);
     }

@@ -4,8 +4,7 @@
 
 #include "lanes/lanes.h"
 #include "lanes/ordered.h"
-
-#include <limits>
+#include "lanes/pattern.h"
 
 namespace okt {
 
@@ -38,21 +37,18 @@ struct Parts {
     using U = Vec<Unsigned<T>, V::lanes>;
     using M = Mask<8 * sizeof(T), V::lanes>;
 
-    static constexpr Unsigned<T> signBit = Unsigned<T>{1} << (8 * sizeof(T) - 1);
-
     U bits, sign, magnitude;
     M belowOne;  // |x| < 1
     M big;       // |x| >= firstInteger, infinity or NaN
     U low;       // the lowest bit of the pattern that stays, between the two; 0 elsewhere
 
-    explicit Parts(V x) : bits(asBits(x)), sign(bits & U(signBit)), magnitude(bits ^ sign) {
+    explicit Parts(V x) : bits(asBits(x)), sign(bits & U(Format<T>::sign)), magnitude(bits ^ sign) {
         constexpr T base = firstInteger<T>;
         belowOne = isBelow(magnitude, T{1});
         big = ~isBelow(magnitude, base);
         // For the exponent k and n fraction bits it stands at n - k. 2^(n - k) added to 2^n, which is exact, sets
         // it in the sum's pattern (for k = 0 the sum is the next power of two, whose pattern is larger by bit n).
-        constexpr auto infinity = asBits(std::numeric_limits<T>::infinity());
-        const U power = U(asBits(base) + asBits(T{1})) - (magnitude & U(infinity));
+        const U power = U(asBits(base) + Format<T>::one) - (magnitude & U(Format<T>::infinity));
         low = asBits(asReal(zeroUnless(~(belowOne | big), power)) + V(base)) - U(asBits(base));
     }
 

@@ -3,6 +3,7 @@
 #include "exports/Inv.h"
 #include "frame/loops.h"
 #include "frame/status_flag.h"
+#include "lanes/pattern.h"
 
 namespace okt {
 namespace {
@@ -13,7 +14,7 @@ void raiseSingularity(Real64) { raiseStatusFlag64(oktStatusSingularity); }
 template <class T>
 T invElement(T x, OktStatus& status) {
     const T reciprocal = T{1} / x;
-    if (asBits(x) << 1 == 0) {
+    if (isZero(x)) {
         status = oktStatusSingularity;
         raiseSingularity(x);
     }

@@ -13,12 +13,12 @@ struct Split {
 };
 
 template <int N>
-Mask32<N> isNaN(U32<N> magnitude) {
-    return greaterSigned(magnitude, U32<N>(0x7F800000));
+Mask32<N> nanLanes(U32<N> magnitude) {
+    return greaterSigned(magnitude, U32<N>(Format<Real32>::infinity));
 }
 template <int N>
-Mask64<N> isNaN(U64<N> magnitude) {
-    return isPositive(magnitude - U64<N>(0x7FF0000000000000));
+Mask64<N> nanLanes(U64<N> magnitude) {
+    return isPositive(magnitude - U64<N>(Format<Real64>::infinity));
 }
 
 template <class V>
@@ -34,9 +34,9 @@ Split<V> splitAtPoint(V x) {
     const Parts p(x);
     const U t = p.truncated();
     const V difference = asReal(zeroUnless(~(p.belowOne | p.big), p.bits)) - asReal(t);
-    const U fraction = (asBits(difference) & U(~Parts<V>::signBit)) | zeroUnless(p.belowOne, p.bits);
+    const U fraction = (asBits(difference) & U(~Format<typename V::Element>::sign)) | zeroUnless(p.belowOne, p.bits);
     const Split<V> split{asReal(t | p.sign | zeroUnless(p.big, p.bits)), asReal(fraction | p.sign)};
-    const auto nan = isNaN(p.magnitude);
+    const auto nan = nanLanes(p.magnitude);
     if (any(nan)) [[unlikely]]
         return withNaNs(x, split, nan);
     return split;

@@ -28,7 +28,7 @@ enum class Direction { up, down };
 template <Direction direction, class V>
 auto movesAway(const Parts<V>& x) {
     using U = typename Parts<V>::U;
-    return isPositive(direction == Direction::up ? x.bits : x.bits ^ U(Parts<V>::signBit));
+    return isPositive(direction == Direction::up ? x.bits : x.bits ^ U(Format<typename V::Element>::sign));
 }
 
 // Below 1 the result is a one or a zero of the element's sign.
@@ -103,16 +103,15 @@ template <class V>
 V roundByMode(V x) {
     using T = typename V::Element;
     using U = typename Parts<V>::U;
-    constexpr T smallestNormal = sizeof(T) == 8 ? T(0x1p-1022) : T(0x1p-126f);
     const U bits = asBits(x);
-    const U sign = bits & U(Parts<V>::signBit);
+    const U sign = bits & U(Format<T>::sign);
     const U magnitude = bits ^ sign;
     const auto big = ~isBelow(magnitude, firstInteger<T>);
-    const auto tiny = isBelow(magnitude, smallestNormal);
+    const auto tiny = isBelow(magnitude, smallestNormal<T>());
     U worked = zeroUnless(~big, magnitude);
     // A subnormal is worked as a normal number, so that denormals-are-zero does not act and no denormal flag is raised.
     if (any(tiny)) [[unlikely]]
-        worked = select(tiny & isPositive(magnitude), U(asBits(smallestNormal)), worked);
+        worked = select(tiny & isPositive(magnitude), U(Format<T>::hidden), worked);
     const V shift = asReal(sign | U(asBits(firstInteger<T>)));
     const V t = (asReal(worked | sign) + shift) - shift;
     const U pass = [&] {
@@ -122,7 +121,7 @@ V roundByMode(V x) {
             return zeroUnless(big, bits);
     }();
     // The sign of a zero is the element's in every mode. A big lane's t is a zero.
-    return asReal((asBits(t) & U(~Parts<V>::signBit)) | sign | pass);
+    return asReal((asBits(t) & U(~Format<T>::sign)) | sign | pass);
 }
 
 template <class T, class Round>
