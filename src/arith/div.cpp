@@ -23,7 +23,7 @@ Real32 divElement(Real32 x, Real32 y, OktStatus& status) {
     const Real32 quotient = x / y;
     if (isZero(y) && isFinite(x)) {
         status = oktStatusSingularity;
-        raiseStatusFlag32(status);
+        raiseStatusFlag(status);
     }
     return quotient;
 }
@@ -32,7 +32,7 @@ Real64 divElement(Real64 x, Real64 y, OktStatus& status) {
     const Real64 quotient = x / y;
     if (isFinite(x) && isFinite(y) && y == 0.0) {
         status = oktStatusSingularity;
-        raiseStatusFlag64(status);
+        raiseStatusFlag(status);
     }
     return quotient;
 }

@@ -8,15 +8,12 @@
 namespace okt {
 namespace {
 
-void raiseSingularity(Real32) { raiseStatusFlag32(oktStatusSingularity); }
-void raiseSingularity(Real64) { raiseStatusFlag64(oktStatusSingularity); }
-
 template <class T>
 T invElement(T x, OktStatus& status) {
     const T reciprocal = T{1} / x;
     if (isZero(x)) {
         status = oktStatusSingularity;
-        raiseSingularity(x);
+        raiseStatusFlag(status);
     }
     return reciprocal;
 }

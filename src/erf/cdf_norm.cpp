@@ -241,9 +241,6 @@ bool cdfNormFinite(Real64 x, Real64& result) {
     return true;
 }
 
-void raiseUnderflow(Real32) { raiseStatusFlag32(oktStatusUnderflow); }
-void raiseUnderflow(Real64) { raiseStatusFlag64(oktStatusUnderflow); }
-
 template <class T>
 [[gnu::noinline]] T cdfNormElement(T x, OktStatus& status) {
     using Pattern = Unsigned<T>;
@@ -254,7 +251,7 @@ template <class T>
     Real64 result;
     if (!cdfNormFinite<T>(static_cast<Real64>(x), result)) {
         status = oktStatusUnderflow;
-        raiseUnderflow(x);
+        raiseStatusFlag(status);
     }
     return static_cast<T>(result);
 }

@@ -444,9 +444,6 @@ inline ExponentAndFraction<1> partsOf(const Constants& k, F64<1> u) {
 // ---------------------------------------------------------------------------------------------------------------------
 // Elements
 
-inline void raise(OktStatus code, Real32) { raiseStatusFlag32(code); }
-inline void raise(OktStatus code, Real64) { raiseStatusFlag64(code); }
-
 template <class T>
 inline T zeroByZero() {
     const T zero = opaque(T{0});
@@ -478,7 +475,7 @@ inline bool outsideDomain(T x, T& result, OktStatus& status) {
         }
     }
     status = code;
-    raise(code, x);
+    raiseStatusFlag(code);
     return true;
 }
 

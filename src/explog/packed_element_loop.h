@@ -18,7 +18,7 @@ inline void packedWarningLoop(const T* src, T* dst, std::int32_t len, const TryB
         const T result = element(x, warning);
         if (warning != oktStatusOk) [[unlikely]] {
             elementStatus = warning;
-            sizeof(T) == 4 ? raiseStatusFlag32(warning) : raiseStatusFlag64(warning);
+            raiseStatusFlag(warning);
         }
         return result;
     };

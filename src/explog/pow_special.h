@@ -59,10 +59,7 @@ T specialPower(T x, T y, OktStatus& status) {
     const auto real = [](Word pattern) { return std::bit_cast<T>(pattern); };
     const auto outsideDomain = [&](Word pattern) {
         status = oktStatusDomain;
-        if constexpr (sizeof(T) == 4)
-            raiseStatusFlag32(oktStatusDomain);
-        else
-            raiseStatusFlag64(oktStatusDomain);
+        raiseStatusFlag(oktStatusDomain);
         return real(pattern);
     };
 

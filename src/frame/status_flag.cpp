@@ -1,13 +1,13 @@
 #include "frame/status_flag.h"
 
-#include "lanes/bits.h"
+#include "lanes/pattern.h"
 
 namespace okt {
 
-void raiseStatusFlag64(OktStatus code) {
+void raiseStatusFlag(OktStatus code) {
     switch (code) {
         case oktStatusOverflow: {
-            const Real64 largest = opaque(bits64(0x7FEFFFFFFFFFFFFF));
+            const Real64 largest = opaque(largestFinite<Real64>());
             keepFlags(largest * largest);  // overflow, inexact
             break;
         }
@@ -21,7 +21,5 @@ void raiseStatusFlag64(OktStatus code) {
         default: break;
     }
 }
-
-void raiseStatusFlag32(OktStatus code) { raiseStatusFlag64(code); }
 
 }  // namespace okt

@@ -5,9 +5,7 @@
 
 namespace okt {
 
-// Overflow, underflow, divide-by-zero or invalid for the four warning codes; any other code does nothing. A routine on
-// Real32 calls the first, one on Real64 the second.
-void raiseStatusFlag32(OktStatus code);
-void raiseStatusFlag64(OktStatus code);
+// Overflow, underflow, divide-by-zero or invalid for the four warning codes; any other code does nothing.
+void raiseStatusFlag(OktStatus code);
 
 }  // namespace okt

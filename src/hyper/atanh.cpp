@@ -170,7 +170,7 @@ Real64 atanhElement64(Real64 x, OktStatus& status) {
     if (a > one64) return outsideDomain<Real64>(status);
     if (a == one64) {
         status = oktStatusSingularity;
-        raiseStatusFlag64(status);
+        raiseStatusFlag(status);
         return x / opaque(Real64{0});  // an infinity with the sign of x
     }
     if (a >> 32 < tiny64) return x;

@@ -42,7 +42,7 @@ inline void coshPatch32(Real32 x, Real32& result, OktStatus& status) {
         result = bits32(0x7F800000);
         if (a == 0x7F800000) return;
         status = oktStatusOverflow;
-        raiseStatusFlag32(status);
+        raiseStatusFlag(status);
     }
 }
 

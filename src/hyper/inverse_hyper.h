@@ -107,7 +107,7 @@ inline V lnShort(V number) {
 template <class T>
 inline T outsideDomain(OktStatus& status) {
     status = oktStatusDomain;
-    sizeof(T) == 4 ? raiseStatusFlag32(status) : raiseStatusFlag64(status);
+    raiseStatusFlag(status);
     return opaque(T{0}) / opaque(T{0});
 }
 

@@ -48,7 +48,7 @@ inline void sinhPatch32(Real32 x, Real32& result, OktStatus& status) {
         result = bits32((asBits(x) & 0x80000000) | 0x7F800000);
         if (a == 0x7F800000) return;
         status = oktStatusOverflow;
-        raiseStatusFlag32(status);
+        raiseStatusFlag(status);
     }
 }
 

@@ -256,7 +256,7 @@ inline bool isFinite(Real64 x) { return biasedExponent(x) != 0x7FF; }
 inline Real64 ofNonFinite(Real64 x, OktStatus& status) {
     const Real64 result = x - x;
     if (isInfinite(x)) {
-        raiseStatusFlag64(oktStatusDomain);
+        raiseStatusFlag(oktStatusDomain);
         status = oktStatusDomain;
     }
     return result;
@@ -264,7 +264,7 @@ inline Real64 ofNonFinite(Real64 x, OktStatus& status) {
 
 // The Real32 lane paths give an infinity of either sign this NaN.
 inline Real32 ofInfinity32(OktStatus& status) {
-    raiseStatusFlag32(oktStatusDomain);
+    raiseStatusFlag(oktStatusDomain);
     status = oktStatusDomain;
     return bits32(0xFFC00000);
 }
