@@ -1,8 +1,8 @@
 // Sine, cosine and tangent of complex elements: quarter turns of the hyperbolic functions, one element at a time.
 //
 // Largest errors seen, in ulp of each part: Complex32 0.5000, Complex64 0.5013 (Tan next to a pole).
-#include "complex/hyperbolic_kernel.h"
-#include "complex/kernel_loop.h"
+#include "complex/element_loop.h"
+#include "complex/sinh_element.h"
 #include "exports/Cos.h"
 #include "exports/Sin.h"
 #include "exports/Tan.h"

@@ -9,7 +9,7 @@
 //
 // GCC: -fschedule-insns -fsched-pressure --param=sched-pressure-algorithm=2 (?)
 #include "exports/CIS.h"
-#include "complex/angle.h"
+#include "complex/cosine_and_sine.h"
 #include "frame/loops.h"
 #include "trig/sine_kernel.h"
 

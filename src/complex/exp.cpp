@@ -17,9 +17,9 @@
 //
 // GCC: -fschedule-insns -fsched-pressure --param=sched-pressure-algorithm=2 (?)
 #include "exports/Exp.h"
-#include "complex/angle.h"
 #include "complex/block_loop.h"
-#include "complex/exp_block_tables.h"
+#include "complex/cosine_and_sine.h"
+#include "complex/exp_tables.h"
 #include "lanes/constant.h"
 #include "lanes/lookup.h"
 #include "tables/power_pairs32.h"

@@ -1,7 +1,7 @@
 // Exponentials of single elements, those that the block routines are not made for.
 #include "complex/by_kernel.h"
-#include "complex/exp_kernel.h"
-#include "complex/kernel_loop.h"
+#include "complex/element_loop.h"
+#include "complex/exp_element.h"
 
 namespace okt {
 

@@ -1,8 +1,8 @@
 // Hyperbolic functions of complex elements, one at a time: products of sinh x, cosh x, sin y and cos y.
 //
 // Largest errors seen, in ulp of each part: Complex32 0.5000, Complex64 0.5010 (Tanh at ordinary arguments).
-#include "complex/hyperbolic_kernel.h"
-#include "complex/kernel_loop.h"
+#include "complex/element_loop.h"
+#include "complex/sinh_element.h"
 #include "exports/Cosh.h"
 #include "exports/Sinh.h"
 #include "exports/Tanh.h"

@@ -3,8 +3,8 @@
 // Largest errors seen, in ulp of each part: Complex32 0.5000, Complex64 0.5010 for Acos, Acosh, Asin and Asinh, 0.5418
 // for Atanh at (0.0075000855608894, -0.01279356387172431), where the logarithm is of a quotient just above 1.03, and
 // for Atan.
-#include "complex/inverse_kernel.h"
-#include "complex/kernel_loop.h"
+#include "complex/acos_element.h"
+#include "complex/element_loop.h"
 #include "exports/Acos.h"
 #include "exports/Acosh.h"
 #include "exports/Asin.h"

@@ -22,7 +22,7 @@
 // GCC: -fschedule-insns -fsched-pressure (?)
 #include "exports/Ln.h"
 #include "complex/block_loop.h"
-#include "complex/log_block_tables.h"
+#include "complex/ln_tables.h"
 #include "lanes/constant.h"
 #include "lanes/double_double.h"
 #include "lanes/lookup.h"

@@ -4,8 +4,8 @@
 // Largest error seen of the decimal logarithm: 0.5244 ulp in the real part at (0x1.03cca3ea386fdp+0,
 // -0x1.47d4a81725c7cp-4), beside the branch for |z|^2 near 1, where the square's rounding to 64 bits tells.
 #include "complex/by_kernel.h"
-#include "complex/kernel_loop.h"
-#include "complex/log_kernel.h"
+#include "complex/element_loop.h"
+#include "complex/ln_element.h"
 #include "exports/Log10.h"
 
 namespace okt {

@@ -3,8 +3,8 @@
 // Largest errors seen, in ulp of the modulus, for parts up to 3: Complex32 0.5000, Complex64 17.3: a product up to
 // 15 in magnitude carries its rounding errors into the exponential.
 #include "exports/Pow.h"
-#include "complex/kernel_loop.h"
-#include "complex/root_kernel.h"
+#include "complex/element_loop.h"
+#include "complex/sqrt_element.h"
 #include "exports/Powx.h"
 
 namespace okt {

@@ -3,8 +3,8 @@
 //
 // Largest error seen: 0.5006 ulp.
 #include "complex/by_kernel.h"
-#include "complex/kernel_loop.h"
-#include "complex/root_kernel.h"
+#include "complex/element_loop.h"
+#include "complex/sqrt_element.h"
 #include "exports/Sqrt.h"
 
 namespace okt {

@@ -1,9 +1,9 @@
 // The extended-precision kernels behind the complex functions, against MPFR: at most 0.75 ulp of the 64-bit significand
 // over their whole ranges, each tier by itself, and the reduction by quarter turns for every exponent.
-#include "complex/ext_exp.h"
-#include "complex/ext_inverse.h"
-#include "complex/ext_log.h"
-#include "complex/ext_trig.h"
+#include "extended/atan.h"
+#include "extended/exp.h"
+#include "extended/ln.h"
+#include "extended/sin_cos.h"
 #include "real.h"
 
 #include <gtest/gtest.h>

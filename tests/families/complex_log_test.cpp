@@ -4,7 +4,7 @@
 
 #include "complex_blocks.h"
 
-#include "complex/log_kernel.h"
+#include "complex/ln_element.h"
 #include "oktvm.h"
 
 namespace okt::test {

@@ -1,6 +1,6 @@
 // Pow and Powx of complex elements: the exponential kernel on the product of the exponent and the logarithm kernel's
 // result, in plain Real64.
-#include "complex/root_kernel.h"
+#include "complex/sqrt_element.h"
 #include "families/complex_cells.h"
 
 namespace okt::test {

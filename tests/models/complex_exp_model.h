@@ -1,7 +1,7 @@
 // Models of the complex exponential and of CIS.
 #pragma once
 
-#include "complex/exp_block_tables.h"
+#include "complex/exp_tables.h"
 #include "complex_support.h"
 #include "reduction_model.h"
 #include "tables/exp32_table.h"

@@ -1,7 +1,7 @@
 // Models of the complex logarithm's block routines for Complex32, the fast one and the middle one.
 #pragma once
 
-#include "complex/log_block_tables.h"
+#include "complex/ln_tables.h"
 #include "complex_support.h"
 
 #include <emmintrin.h>

@@ -2,9 +2,9 @@
 // results are checked by themselves, widened before and narrowed after it.
 #pragma once
 
-#include "complex/exp_kernel.h"
-#include "complex/log_kernel.h"
-#include "complex/root_kernel.h"
+#include "complex/exp_element.h"
+#include "complex/ln_element.h"
+#include "complex/sqrt_element.h"
 #include "explog_support.h"
 
 namespace okt::model::complex {

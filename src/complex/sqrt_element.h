@@ -1,8 +1,8 @@
 // Principal square root and general power, one element.
 #pragma once
 
-#include "complex/exp_kernel.h"
-#include "complex/log_kernel.h"
+#include "complex/exp_element.h"
+#include "complex/ln_element.h"
 
 namespace okt {
 

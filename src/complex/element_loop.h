@@ -5,9 +5,9 @@
 // There is no status: what happens shows in the results and in the flags.
 #pragma once
 
-#include "complex/ext_common.h"
-#include "complex/kernel_common.h"
+#include "complex/element.h"
 #include "complex/parts.h"
+#include "extended/pair.h"
 
 #include <cstdint>
 

@@ -5,8 +5,8 @@
 // or nearly so, plus a small low part.
 #pragma once
 
-#include "complex/complex_tables.h"
-#include "complex/ext_bits.h"
+#include "extended/extended_tables.h"
+#include "extended/sign_exponent.h"
 
 #include <cstddef>
 #include <utility>

@@ -6,7 +6,7 @@
 // cosh 0.58 at -0.498337368612, tanh 0.66 at -0.474513494259.
 #pragma once
 
-#include "complex/ext_common.h"
+#include "extended/pair.h"
 
 namespace okt {
 

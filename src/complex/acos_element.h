@@ -4,9 +4,9 @@
 // is a/A, the other part is acosh A, and near the branch cuts both come from A - 1 and A - a without cancellation.
 #pragma once
 
-#include "complex/ext_inverse.h"
-#include "complex/ext_log.h"
-#include "complex/kernel_common.h"
+#include "complex/element.h"
+#include "extended/atan.h"
+#include "extended/ln.h"
 
 namespace okt {
 

@@ -8,7 +8,7 @@
 // 0.56159181173866.
 #pragma once
 
-#include "complex/ext_common.h"
+#include "extended/pair.h"
 
 #include <algorithm>
 

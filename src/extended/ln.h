@@ -6,7 +6,7 @@
 // acosh 0.53 at 1.22946168755, atanh 0.54 at -0.23530774312.
 #pragma once
 
-#include "complex/ext_common.h"
+#include "extended/pair.h"
 
 #include <array>
 

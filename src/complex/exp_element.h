@@ -1,9 +1,9 @@
 // e^(a + ib) = e^a*(cos b + i*sin b), one element.
 #pragma once
 
-#include "complex/ext_exp.h"
-#include "complex/ext_trig.h"
-#include "complex/kernel_common.h"
+#include "complex/element.h"
+#include "extended/exp.h"
+#include "extended/sin_cos.h"
 
 namespace okt {
 

@@ -4,7 +4,7 @@
 // result is rounded once, when it becomes a Real64.
 #pragma once
 
-#include "complex/ext_bits.h"
+#include "extended/sign_exponent.h"
 #include "lanes/ordered_scalar.h"
 
 #include <bit>

@@ -1,9 +1,9 @@
 // Hyperbolic and trigonometric functions, one element. The trigonometric ones are quarter turns of the hyperbolic.
 #pragma once
 
-#include "complex/ext_exp.h"
-#include "complex/ext_trig.h"
-#include "complex/kernel_common.h"
+#include "complex/element.h"
+#include "extended/exp.h"
+#include "extended/sin_cos.h"
 
 namespace okt {
 

@@ -4,9 +4,9 @@
 // squares.
 #pragma once
 
-#include "complex/ext_inverse.h"
-#include "complex/ext_log.h"
-#include "complex/kernel_common.h"
+#include "complex/element.h"
+#include "extended/atan.h"
+#include "extended/ln.h"
 
 namespace okt {
 

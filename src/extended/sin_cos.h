@@ -6,7 +6,7 @@
 // tangent 0.51.
 #pragma once
 
-#include "complex/ext_common.h"
+#include "extended/pair.h"
 
 namespace okt {
 
