@@ -14,6 +14,7 @@
 #include "frame/loops.h"
 #include "lanes/constant.h"
 #include "lanes/lookup.h"
+#include "lanes/pattern.h"
 #include "tables/power_pairs32.h"
 
 namespace okt {
@@ -85,13 +86,12 @@ Real32 expSubnormal(Real32 x) {
 
 [[gnu::noinline, gnu::cold]] Real32 expElement32(Real32 x, OktStatus& status) {
     const std::uint32_t b = asBits(x);
-    const std::uint32_t a = b & 0x7FFFFFFF;
-    const bool negative = a != b;
-    if (a > 0x7F800000) return x + x;  // a NaN, quieted, sign and payload kept
-    if (a == 0x7F800000) return negative ? Real32{0} : x;
+    const bool negative = isNegative(x);
+    if (isNaN(x)) return x + x;  // quieted, sign and payload kept
+    if (isInfinite(x)) return negative ? Real32{0} : x;
     Multiple32<1> n;
     const auto unscaledPower = [&] { return unscaled(constants32, reduce(constants32, F32x1(x), n), n); };
-    if (a < boundLow32) return scaled(unscaledPower(), n).raw;
+    if (magnitudeBits(x) < boundLow32) return scaled(unscaledPower(), n).raw;
     if (!negative) {
         if (b >= overflow32) {
             status = oktStatusOverflow;
@@ -188,34 +188,33 @@ inline F64<N> scaled(const Constants64& c, F64<N> u, const Multiple64<N>& n) {
     return asReal(asBits(u) + ((U64<N>(n) & c.scaleOfN) << 46));
 }
 
-// 2^(k + shift), where the sum is within the normal exponents.
-Real64 powerOfTwo(const Multiple64<1>& n, int shift) {
-    const auto k = static_cast<std::int32_t>(static_cast<std::uint32_t>(n.lane[0])) >> 6;
-    return bits64(static_cast<std::uint64_t>(k + shift + 1023) << 52);
+// The k of the element's power of two.
+std::int32_t exponentOf(const Multiple64<1>& n) {
+    return static_cast<std::int32_t>(static_cast<std::uint32_t>(n.lane[0])) >> 6;
 }
 
 // No operation touches a NaN or a value whose result is zero or infinite: no flag is raised for them.
 [[gnu::noinline, gnu::cold]] Real64 expElement64(Real64 x, OktStatus& status) {
-    const std::uint64_t magnitude = asBits(x) & 0x7FFFFFFFFFFFFFFF;
-    if (magnitude > 0x7FF0000000000000) return bits64(~std::uint64_t{0});
-    if (magnitude == 0x7FF0000000000000) return x < 0 ? Real64{0} : x;
+    if (isNaN(x)) return bits64(~std::uint64_t{0});
+    if (isInfinite(x)) return isNegative(x) ? Real64{0} : x;
     if (x <= zeroBound64) {
         status = oktStatusUnderflow;
         return 0;
     }
     if (x >= overflow64) {
         status = oktStatusOverflow;
-        return bits64(0x7FF0000000000000);
+        return infinity<Real64>();
     }
     Multiple64<1> n;
     const F64x1 r = reduce(constants64, F64x1(x), n);
     const Real64 u = unscaled(constants64, r, n).raw;
     if (x <= subnormalBound64) {
         status = oktStatusUnderflow;
-        return (u * powerOfTwo(n, 1022)) * bits64(0x0010000000000000);  // rounded once, by the last factor 2^-1022
+        return (u * powerOfTwo<Real64>(exponentOf(n) + 1022)) *
+               smallestNormal<Real64>();  // rounded once, by the last factor 2^-1022
     }
     if (x >= topBinade64) return (u * bits64(0x7FE0000000000000)) * Real64{2};  // 2^1024 is no Real64
-    return u * powerOfTwo(n, 0);
+    return u * powerOfTwo<Real64>(exponentOf(n));
 }
 
 void exp64(const Real64* src, Real64* dst, std::int32_t len, OktStatus& status) {

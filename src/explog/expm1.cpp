@@ -17,6 +17,7 @@
 #include "explog/packed_element_loop.h"
 #include "lanes/constant.h"
 #include "lanes/lookup.h"
+#include "lanes/pattern.h"
 
 namespace okt {
 namespace {
@@ -111,18 +112,17 @@ inline F64<N> polynomial(const Constants& c, F64<N> x) {
 // 86.64 and more in magnitude, infinities and NaNs.
 template <bool corrected>
 Real64 bigElement(Real64 x, OktStatus& warning) {
-    const std::uint64_t magnitude = asBits(x) & 0x7FFFFFFFFFFFFFFF;
-    const bool negative = magnitude != asBits(x);
-    if (!negative && magnitude <= asBits(limit)) {
+    const bool negative = isNegative(x);
+    if (!negative && magnitudeBits(x) <= asBits(limit)) {
         const auto [eh, el, w] = reduce<corrected>(constants, F64x1(x));
         const auto [tl, th] = gatherPairsByLowBits<7, Real64>(tables::expm1Table, w);
         const auto e = static_cast<std::int32_t>(static_cast<std::uint32_t>(w.lane[0]) + 64) >> 7;
         const F64x1 sum = (eh + el) * th + (eh + el) * tl;
-        const Real64 scale = bits64(static_cast<std::uint64_t>(e + 511) << 52);  // in two steps, as e may be 1024
+        const auto scale = powerOfTwo<Real64>(e - 512);  // in two steps, as e may be 1024
         return (sum.raw * scale) * Real64{0x1p512};
     }
-    if (magnitude > 0x7FF0000000000000) return x;  // a NaN, as it stands
-    if (magnitude == 0x7FF0000000000000) return negative ? Real64{-1} : x;
+    if (isNaN(x)) return x;  // as it stands
+    if (isInfinite(x)) return negative ? Real64{-1} : x;
     if (negative) return opaque(Real64{-1}) + tiny;
     warning = oktStatusOverflow;
     return opaque(huge) * opaque(huge);
@@ -145,7 +145,7 @@ template <bool corrected>
         return minusOne(constants, parts).raw;
     }
     if (ix >= 0x3C600000) return polynomial(constants, F64x1(x)).raw;
-    if ((asBits(x) & 0x7FFFFFFFFFFFFFFF) == 0) return x;
+    if (isZero(x)) return x;
     return x + opaque(tiny) * opaque(tiny);  // x, inexact and underflow
 }
 

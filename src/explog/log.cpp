@@ -21,12 +21,13 @@
 #include "frame/loops.h"
 #include "lanes/constant.h"
 #include "lanes/lookup.h"
+#include "lanes/pattern.h"
 
 namespace okt {
 namespace {
 
-constexpr Real32 minusInf32 = bits32(0xFF800000);
-constexpr Real64 minusInf64 = bits64(0xFFF0000000000000);
+constexpr Real32 minusInf32 = negated(infinity<Real32>());
+constexpr Real64 minusInf64 = negated(infinity<Real64>());
 
 // The pieces of a result, log x = small + large; the element routine corrects the small one for a scaled argument.
 template <class V>
@@ -119,7 +120,7 @@ Real32 lnSingle32(std::uint32_t b, F32x1 e, Mask32<1> nearOne) {
 [[gnu::noinline, gnu::cold]] Real32 lnElement32(Real32 x, OktStatus& status) {
     const std::uint32_t b = asBits(x);
     if (b - 0x00800000 < 0x7F000000) return lnSingle32(b, exponent32(U32<1>(b)), lnNearOne(lnConstants32, U32<1>(b)));
-    if ((b & 0x7FFFFFFF) == 0) {
+    if (isZero(x)) {
         status = oktStatusSingularity;
         return minusInf32;
     }
@@ -130,7 +131,7 @@ Real32 lnSingle32(std::uint32_t b, F32x1 e, Mask32<1> nearOne) {
         const F32x1 e = toReal32(U32<1>((scaled >> 23) - (127 + 23)));
         return lnSingle32(scaled, e, Mask32<1>{false});
     }
-    if ((b & 0x7FFFFFFF) > 0x7F800000 || b == 0x7F800000) return x;  // untouched: a signalling NaN stays one
+    if (isNaN(x) || b == Format<Real32>::infinity) return x;  // untouched: a signalling NaN stays one
     status = oktStatusDomain;
     return bits32(0x7FFC0000);
 }
@@ -203,19 +204,19 @@ Sums<F32x1> log10Single32(Real32 x) {
 [[gnu::noinline, gnu::cold]] Real32 log10Element32(Real32 x, OktStatus& status) {
     const std::uint32_t b = asBits(x);
     if (b - 0x00800000 < 0x7F000000) return log10Single32(x).total().raw;
-    if ((b & 0x7FFFFFFF) == 0) {
+    if (isZero(x)) {
         status = oktStatusSingularity;
         return minusInf32;
     }
-    if ((b & 0x7FFFFFFF) > 0x7F800000) {
+    if (isNaN(x)) {
         keepFlags(opaque(x) * opaque(Real32{1}));  // invalid for a signalling NaN, which stays one
         return x;
     }
-    if (b == 0x7F800000) return x;
-    if (b >= 0x80000000) {
+    if (isNegative(x)) {
         status = oktStatusDomain;
-        return bits32(0xFFC00000);
+        return asReal(Format<Real32>::nan);
     }
+    if (isInfinite(x)) return x;
     const Real32 scaled = x * Real32{0x1p23f};
     const auto sums = log10Single32(scaled);
     return (sums.small.raw - bits32(0x40DD8EDE)) + sums.large.raw;  // 23 log10 2
@@ -350,22 +351,20 @@ Sums<F64x1> logSingle64(Real64 x) {
 
 template <class Constants>
 [[gnu::noinline, gnu::cold]] Real64 logElement64(Real64 x, OktStatus& status) {
-    const std::uint64_t b = asBits(x);
-    const std::uint64_t magnitude = b & 0x7FFFFFFFFFFFFFFF;
-    if (magnitude > 0x7FF0000000000000) {
+    if (isNaN(x)) {
         keepFlags(opaque(x) * opaque(Real64{1}));  // invalid for a signalling NaN, which stays one
         return x;
     }
-    if (magnitude == 0) {
+    if (isZero(x)) {
         status = oktStatusSingularity;
         return minusInf64;
     }
-    if (b != magnitude) {
+    if (isNegative(x)) {
         status = oktStatusDomain;
-        return bits64(0xFFF8000000000000);
+        return asReal(Format<Real64>::nan);
     }
-    if (b == 0x7FF0000000000000) return x;
-    if (b >= 0x0010000000000000) return logSingle64<Constants>(x).total().raw;
+    if (isInfinite(x)) return x;
+    if (!isSubnormal(x)) return logSingle64<Constants>(x).total().raw;
     const Real64 scaled = x * Real64{0x1p52};
     const auto sums = logSingle64<Constants>(scaled);
     return (sums.small.raw - Constants::scaledBy52) + sums.large.raw;

@@ -18,6 +18,7 @@
 #include "lanes/constant.h"
 #include "lanes/lookup.h"
 #include "lanes/narrowing.h"
+#include "lanes/pattern.h"
 
 namespace okt {
 namespace {
@@ -204,10 +205,10 @@ inline F64<N> leastRange(const Constants& c, F64<N> x) {
     const std::uint32_t hx = highWord(x);
     const std::uint32_t ix = hx & 0x7FFFFFFF;
     if (ix >= 0x7FF00000) {
-        if (asBits(x) == 0x7FF0000000000000) return x;
-        if (asBits(x) != 0xFFF0000000000000) return opaque(x) * opaque(Real64{1});  // a NaN, quieted
+        if (isNaN(x)) return opaque(x) * opaque(Real64{1});  // quieted
+        if (!isNegative(x)) return x;
         warning = oktStatusDomain;
-        return opaque(bits64(0x7FF0000000000000)) * opaque(Real64{0});  // the processor's NaN, raises invalid
+        return opaque(infinity<Real64>()) * opaque(Real64{0});  // the processor's NaN, raises invalid
     }
     if (hx >= 0xBFF00000) {
         if (asBits(x) == 0xBFF0000000000000) {
@@ -215,14 +216,14 @@ inline F64<N> leastRange(const Constants& c, F64<N> x) {
             return opaque(Real64{-1}) / opaque(Real64{0});  // -Inf, raises divide-by-zero
         }
         warning = oktStatusDomain;
-        return opaque(bits64(0x7FF0000000000000)) * opaque(Real64{0});
+        return opaque(infinity<Real64>()) * opaque(Real64{0});
     }
     if (ix >= 0x43600000) return hugeRange(x);
     if (ix >= 0x3FB24000) return tableRange(constants, F64x1(x)).raw;
     if (ix >= 0x3F900000) return mediumRange(constants, F64x1(x)).raw;
     if (ix >= 0x3F200000) return smallRange(constants, F64x1(x)).raw;
     if (ix >= 0x3C600000) return leastRange(constants, F64x1(x)).raw;
-    if ((asBits(x) & 0x7FFFFFFFFFFFFFFF) == 0) return x;
+    if (isZero(x)) return x;
     return x - opaque(tiny) * opaque(tiny);  // x, inexact and underflow
 }
 

@@ -27,6 +27,7 @@
 #include "frame/loops.h"
 #include "lanes/constant.h"
 #include "lanes/lookup.h"
+#include "lanes/pattern.h"
 #include "tables/power_pairs32.h"
 
 namespace okt {
@@ -114,7 +115,7 @@ struct OneExponent32 {
     Real32 y;
     Constant64 widened;
     explicit OneExponent32(Real32 exponent) : y(exponent), widened(exponent) {}
-    static bool serves(Real32 y) { return magnitudeBits(y) < Pattern<Real32>::infinity; }
+    static bool serves(Real32 y) { return isFinite(y); }
     Real32 at(std::ptrdiff_t) const { return y; }
     template <int N>
     F64<N> wide(std::ptrdiff_t) const {
@@ -326,7 +327,6 @@ template <int N>
 
 std::int32_t nOf(Real64 w) { return static_cast<std::int32_t>(lowWord(w + constants64.shift.lane[0])); }
 
-Real64 powerOfTwo(std::int32_t k) { return bits64(static_cast<std::uint64_t>(k + 1023) << 52); }
 Real64 cut(Real64 x, std::uint64_t kept) { return bits64(asBits(x) & kept); }
 
 // Results around and below the smallest normal number, with one rounding into the subnormals.
@@ -334,7 +334,7 @@ Real64 subnormalPower(const Exp2<1>& p, Real64 low, std::int32_t k, Real64 sign)
     const Constants64& c = constants64;
     const Real64 hi = p.hi.raw, lo = p.lo.raw, z = p.z.raw, rest = p.rest.raw;
     const Real64 f = sign * bits64(0x3900000000000000);  // ±2^-111
-    const Real64 g = powerOfTwo(k + 111);
+    const Real64 g = powerOfTwo<Real64>(k + 111);
     if ((highWord((hi * g) * f) & 0x7FFFFFFF) > 0x00100000) {
         const Real64 zLow = low - (z - p.zHigh.raw);
         const F64x1 v(z);
@@ -359,10 +359,9 @@ bool exponentsFit(Real64 leading, Real64 y) {
 // what the logarithm and its product with y have raised.
 Real64 generalPower(Real64 x, Real64 y, Real64 sign) {
     const Constants64& c = constants64;
-    const std::uint64_t signBit = asBits(sign) & Pattern<Real64>::sign;
-    const Real64 infinity = bits64(signBit | Pattern<Real64>::infinity), zero = bits64(signBit);
+    const Real64 infinite = withSign(infinity<Real64>(), sign), zero = withSign(Real64{0}, sign);
 
-    Real64 a = bits64(magnitudeBits(x));
+    Real64 a = magnitude(x);
     std::uint32_t exponentLess = 0;
     if (highWord(a) < 0x00100000) {
         a = a * bits64(0x4330000000000000);  // 2^52
@@ -371,19 +370,19 @@ Real64 generalPower(Real64 x, Real64 y, Real64 sign) {
     const U32<1> high(highWord(a));
     const Log2<1> log = log2Of(c, F64x1(a), high, exponentFor(c, high) - U32<1>(exponentLess));
     keepFlags(log.low.raw);  // of the whole logarithm, whether it is put to use or not
-    if (!exponentsFit(log.leading.raw, y)) return isNegative(log.leading.raw) == isNegative(y) ? infinity : zero;
+    if (!exponentsFit(log.leading.raw, y)) return isNegative(log.leading.raw) == isNegative(y) ? infinite : zero;
 
     const Halves<1> halves = halvesOf(c, F64x1(y));
     const F64x1 w = productHigh(c, halves, log.high);
     const F64x1 low = productLow(c, halves, log);
     keepFlags(low.raw);
     const std::int32_t k = nOf(w.raw) >> 7;
-    if (k > 1024) return infinity;
+    if (k > 1024) return infinite;
     if (k < -1075) return zero;
     const Exp2<1> p = exp2Of(c, w, low);
     const Real64 u = (p.rest + p.hi).raw;
-    if (k >= 1023) return (u * powerOfTwo(k - 1)) * (2 * sign);  // 2^1024 is no Real64
-    if (k >= -963) return (u * powerOfTwo(k)) * sign;
+    if (k >= 1023) return (u * powerOfTwo<Real64>(k - 1)) * (2 * sign);  // 2^1024 is no Real64
+    if (k >= -963) return (u * powerOfTwo<Real64>(k)) * sign;
     return subnormalPower(p, low.raw, k, sign);
 }
 
