@@ -19,6 +19,7 @@
 #include "lanes/double_double.h"
 #include "lanes/lookup.h"
 #include "lanes/narrowing.h"
+#include "lanes/pattern.h"
 
 namespace okt {
 namespace {
@@ -226,7 +227,7 @@ Real64 subnormalCdfNorm(Real64 x) {
 // A finite element, in Real64 for both types. False: the result has underflowed.
 template <class T>
 bool cdfNormFinite(Real64 x, Real64& result) {
-    if (((highWord(x) >> 20) & 0x7FF) < tinyHigh >> 20) {
+    if (biasedExponent(x) < static_cast<int>(tinyHigh >> 20)) {
         result = 0.5 + x;
     } else if (x > upperLimit<T>) {
         result = 1.0 - opaque(tiny);  // inexact
@@ -243,11 +244,8 @@ bool cdfNormFinite(Real64 x, Real64& result) {
 
 template <class T>
 [[gnu::noinline]] T cdfNormElement(T x, OktStatus& status) {
-    using Pattern = Unsigned<T>;
-    constexpr Pattern infinity = sizeof(T) == 4 ? Pattern{0x7F800000} : static_cast<Pattern>(0x7FF0000000000000);
-    const Pattern magnitude = asBits(x) & ~Pattern{0} >> 1;
-    if (magnitude > infinity) return x * x;
-    if (magnitude == infinity) return asBits(x) == magnitude ? T{1} : T{0};
+    if (isNaN(x)) return x * x;
+    if (isInfinite(x)) return isNegative(x) ? T{0} : T{1};
     Real64 result;
     if (!cdfNormFinite<T>(static_cast<Real64>(x), result)) {
         status = oktStatusUnderflow;

@@ -14,6 +14,7 @@
 #include "erf/split_step.h"
 #include "frame/loops.h"
 #include "lanes/lookup.h"
+#include "lanes/pattern.h"
 
 namespace okt {
 namespace {
@@ -31,7 +32,7 @@ inline F32<N> erf(F32<N> x) {
     const RowPerLane<N> c(tables::erfRows32, offset.lane);
 
     const U32<N> magnitude = bits & U32<N>(0x7FFFFFFF);
-    const F64<N> t = widen(zeroIf(magnitude == U32<N>(0x7F800000), asReal(magnitude)));
+    const F64<N> t = widen(zeroIf(magnitude == U32<N>(Format<Real32>::infinity), asReal(magnitude)));
 
     const auto [c4, c5] = c.pair(4);
     const auto [c2, c3] = c.pair(2);
@@ -100,7 +101,7 @@ Real64 erfSubnormal(Real64 x) {
     constexpr Real64 slope = bits64(0x3FF20DD750429B6D);
     constexpr Real64 slopeHi = bits64(0x3FF20DD750000000);
     constexpr Real64 slopeLo = bits64(0x3E10A6DB446B8EA4);
-    if ((asBits(x) & 0x7FFFFFFFFFFFFFFF) < 0x0000010000000000) return x * slope;
+    if (magnitudeBits(x) < 0x0000010000000000) return x * slope;
     const auto [yh, yl] = maskSplit(F64x1(x * 0x1p200));
     const F64x1 a = F64x1(slopeHi) * yh;
     const F64x1 b = yh * F64x1(slopeLo) + yl * F64x1(slope);
@@ -109,10 +110,9 @@ Real64 erfSubnormal(Real64 x) {
 }
 
 [[gnu::noinline, gnu::cold]] Real64 erfElement64(Real64 x, OktStatus&) {
-    const std::uint64_t magnitude = asBits(x) & 0x7FFFFFFFFFFFFFFF;
-    if (magnitude > 0x7FF0000000000000) return x;  // a NaN, bit for bit
-    if (magnitude == 0x7FF0000000000000) return asBits(x) == magnitude ? 1.0 : -1.0;
-    if (magnitude < 0x0010000000000000) return erfSubnormal(x);
+    if (isNaN(x)) return x;  // bit for bit
+    if (isInfinite(x)) return isNegative(x) ? -1.0 : 1.0;
+    if (biasedExponent(x) == 0) return erfSubnormal(x);
     return erf(F64x1(x)).raw;
 }
 

@@ -24,6 +24,7 @@
 #include "lanes/double_double.h"
 #include "lanes/lanes.h"
 #include "lanes/lookup.h"
+#include "lanes/pattern.h"
 
 namespace okt {
 namespace {
@@ -31,17 +32,13 @@ namespace {
 // |x| >= 1, infinite or a NaN.
 template <class T>
 T outsideDomain(T x, OktStatus& status) {
-    using Pattern = Unsigned<T>;
-    constexpr Pattern one = sizeof(T) == 4 ? Pattern{0x3F800000} : static_cast<Pattern>(0x3FF0000000000000);
-    constexpr Pattern infinity = sizeof(T) == 4 ? Pattern{0x7F800000} : static_cast<Pattern>(0x7FF0000000000000);
-    const Pattern magnitude = asBits(x) & ~Pattern{0} >> 1;
-    if (magnitude > infinity) return x * x;
+    if (isNaN(x)) return x * x;
     T result;
-    if (magnitude == one) {
+    if (magnitudeBits(x) == Format<T>::one) {
         result = x / opaque(T{0});
         status = oktStatusSingularity;
     } else {
-        result = opaque(std::bit_cast<T>(infinity)) * opaque(T{0});
+        result = opaque(infinity<T>()) * opaque(T{0});
         status = oktStatusDomain;
     }
     raiseStatusFlag(status);
@@ -121,7 +118,7 @@ inline F64<N> erfInvSmall(const Constants32& k, F64<N> x) {
 }
 
 [[gnu::noinline]] Real32 erfInvElement32(Real32 x, OktStatus& status) {
-    const std::uint32_t magnitude = asBits(x) & 0x7FFFFFFF;
+    const std::uint32_t magnitude = magnitudeBits(x);
     if (magnitude >= one32) return outsideDomain(x, status);
     if (magnitude == 0) return x;
     const F64<1> wide = widen(F32<1>(x));

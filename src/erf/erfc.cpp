@@ -19,6 +19,7 @@
 #include "frame/loops.h"
 #include "lanes/constant.h"
 #include "lanes/lookup.h"
+#include "lanes/pattern.h"
 
 namespace okt {
 namespace {
@@ -112,14 +113,14 @@ inline F32<1> erfc(const Constants32& k, F32<1> x) {
     return narrow(erfcOfRow(k, widen(x), &offset));
 }
 
-bool plain32(Real32 x) { return (asBits(x) & 0x7FFFFFFF) <= limit32; }
+bool plain32(Real32 x) { return magnitudeBits(x) <= limit32; }
 
 [[gnu::noinline, gnu::cold]] Real32 erfcElement32(Real32 x, OktStatus& status) {
-    const std::uint32_t magnitude = asBits(x) & 0x7FFFFFFF;
-    const bool negative = asBits(x) != magnitude;
-    if (magnitude > 0x7F800000) return x * Real32{2};  // a NaN, quieted
+    const std::uint32_t magnitude = magnitudeBits(x);
+    const bool negative = isNegative(x);
+    if (isNaN(x)) return x * Real32{2};  // quieted
     if (negative && magnitude >= two32) return 2;
-    if (!negative && magnitude >= underflow32 && magnitude < 0x7F800000) status = oktStatusUnderflow;
+    if (!negative && magnitude >= underflow32 && isFinite(x)) status = oktStatusUnderflow;
     if (magnitude > limit32) return 0;
     return erfc(constants32, F32x1(magnitude < tiny32 ? 0 : x)).raw;
 }
@@ -233,12 +234,11 @@ inline F64<N> erfc(const Constants64& k, F64<N> x) {
 bool plain64(Real64 x) { return (highWord(x) & 0x7FFFFFFF) < limitHigh64; }
 
 [[gnu::noinline, gnu::cold]] Real64 erfcElement64(Real64 x, OktStatus& status) {
-    const std::uint64_t magnitude = asBits(x) & 0x7FFFFFFFFFFFFFFF;
     const std::uint32_t high = highWord(x) & 0x7FFFFFFF;
-    const bool negative = asBits(x) != magnitude;
-    if (magnitude > 0x7FF0000000000000) return x * x;  // a NaN, quieted
+    const bool negative = isNegative(x);
+    if (isNaN(x)) return x * x;  // quieted
     if (negative && high >= lastHigh64) return 2;
-    if (!negative && magnitude > underflow64 && magnitude < 0x7FF0000000000000) status = oktStatusUnderflow;
+    if (!negative && magnitudeBits(x) > underflow64 && isFinite(x)) status = oktStatusUnderflow;
     if (high > lastHigh64) return 0;
     return erfc(constants64, F64x1(high < tinyHigh64 ? 0 : x)).raw;
 }

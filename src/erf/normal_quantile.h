@@ -24,6 +24,7 @@
 #include "lanes/constant.h"
 #include "lanes/double_double.h"
 #include "lanes/lookup.h"
+#include "lanes/pattern.h"
 
 namespace okt::quantile {
 
@@ -453,15 +454,12 @@ inline T zeroByZero() {
 // Elements that have no finite result. False: x is inside the domain.
 template <class Function, class T>
 inline bool outsideDomain(T x, T& result, OktStatus& status) {
-    using Pattern = Unsigned<T>;
-    constexpr Pattern infinity = sizeof(T) == 4 ? Pattern{0x7F800000} : static_cast<Pattern>(0x7FF0000000000000);
-    const Pattern magnitude = asBits(x) & ~Pattern{0} >> 1;
-    if (magnitude > infinity) {
+    if (isNaN(x)) {
         result = x * x;
         return true;
     }
     OktStatus code = oktStatusDomain;
-    if (magnitude == infinity) {
+    if (isInfinite(x)) {
         result = zeroByZero<T>();
     } else {
         const Real64 p = x;

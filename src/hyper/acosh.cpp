@@ -7,6 +7,7 @@
 // GCC: -fschedule-insns -fsched-pressure (?)
 #include "exports/Acosh.h"
 #include "hyper/inverse_hyper.h"
+#include "lanes/pattern.h"
 
 namespace okt {
 namespace {
@@ -42,10 +43,10 @@ inline V acoshSteps32(V x) {
 }
 
 Real32 acoshElement32(Real32 x, OktStatus& status) {
-    const std::uint32_t b = asBits(x), a = b & 0x7FFFFFFF;
-    if (a > 0x7F800000 || b == 0x7F800000) return x + x;  // a NaN, quieted; +Inf
-    if (b != a || a < 0x3F800000) return outsideDomain<Real32>(status);
-    if (a == 0x3F800000) return 0;
+    using F = Format<Real32>;
+    if (isNaN(x) || asBits(x) == F::infinity) return x + x;  // a NaN, quieted; +Inf
+    if (isNegative(x) || asBits(x) < F::one) return outsideDomain<Real32>(status);
+    if (asBits(x) == F::one) return 0;
     return narrow(acoshSteps32(widen(F32<1>(x)))).raw;
 }
 
@@ -82,15 +83,13 @@ inline V acoshFrom(V x, V logarithm) {
     return any(small) ? select(small, acoshSmall(x), logarithm) : logarithm;
 }
 
-constexpr std::uint64_t one = 0x3FF0000000000000;
-constexpr std::uint64_t infinity = 0x7FF0000000000000;
 constexpr std::uint32_t huge64 = 0x41B00000;  // upper word of 2^28
 
 Real64 acoshElement64(Real64 x, OktStatus& status) {
-    const std::uint64_t b = asBits(x), a = b & 0x7FFFFFFFFFFFFFFF;
-    if (a > infinity || b == infinity) return x + x;
-    if (b != a || a < one) return outsideDomain<Real64>(status);
-    if (a == one) return 0;
+    using F = Format<Real64>;
+    if (isNaN(x) || asBits(x) == F::infinity) return x + x;
+    if (isNegative(x) || asBits(x) < F::one) return outsideDomain<Real64>(status);
+    if (asBits(x) == F::one) return 0;
     if (highWord(x) >= huge64) return lnOfDouble(x).raw;
     return acoshFrom(F64<1>(x), lnOf(plusRoot<-1>(F64<1>(x)))).raw;
 }

@@ -7,6 +7,7 @@
 // GCC: -fschedule-insns -fsched-pressure (?)
 #include "exports/Asinh.h"
 #include "hyper/inverse_hyper.h"
+#include "lanes/pattern.h"
 
 namespace okt {
 namespace {
@@ -49,9 +50,8 @@ inline V asinhSteps32(V x) {
 }
 
 Real32 asinhElement32(Real32 x, OktStatus&) {
-    const std::uint32_t a = asBits(x) & 0x7FFFFFFF;
-    if (a >= 0x7F800000) return x + x;  // an infinity or a NaN, quieted
-    if (a < tiny32) return x;
+    if (!isFinite(x)) return x + x;  // an infinity or a NaN, quieted
+    if (magnitudeBits(x) < tiny32) return x;
     return narrow(asinhSteps32(widen(F32<1>(x)))).raw;
 }
 
@@ -75,7 +75,7 @@ constexpr std::uint32_t huge64 = 0x41B00000;  // of 2^28
 
 Real64 asinhElement64(Real64 x, OktStatus&) {
     const std::uint32_t a = highWord(x) & 0x7FFFFFFF;
-    if (a >= 0x7FF00000) return x + x;
+    if (!isFinite(x)) return x + x;
     if (a < tiny64) return x;
     const F64<1> magnitude = abs(F64<1>(x));
     if (a >= huge64) return (lnOfDouble(magnitude) | signOf(F64<1>(x))).raw;

@@ -11,6 +11,7 @@
 // GCC: -fschedule-insns -fsched-pressure (?)
 #include "exports/Atanh.h"
 #include "hyper/inverse_hyper.h"
+#include "lanes/pattern.h"
 
 namespace okt {
 namespace {
@@ -84,15 +85,15 @@ template <int N>
     alignas(16) std::uint32_t pattern[N];
     asBits(x).store(pattern);
     for (int i = 0; i < count; ++i) {
-        const std::uint32_t b = pattern[i], a = b & 0x7FFFFFFF;
+        const std::uint32_t b = pattern[i], a = b & ~Format<Real32>::sign;
         if (a < one32) continue;
-        if (a > 0x7F800000) {
+        if (a > Format<Real32>::infinity) {
             storeBits(dst + i, b);  // a NaN, as it is
         } else if (a == one32) {
-            storeBits(dst + i, (b ^ a) | 0x7F800000);
+            storeBits(dst + i, (b ^ a) | Format<Real32>::infinity);
             status = oktStatusSingularity;
         } else {
-            storeBits(dst + i, 0xFFC00000);
+            storeBits(dst + i, Format<Real32>::nan);
             status = oktStatusDomain;
         }
     }
@@ -165,8 +166,8 @@ inline V atanhSteps64(V x) {
 }
 
 Real64 atanhElement64(Real64 x, OktStatus& status) {
-    const std::uint64_t a = asBits(x) & 0x7FFFFFFFFFFFFFFF;
-    if (a > 0x7FF0000000000000) return x + x;  // a NaN, quieted
+    const std::uint64_t a = magnitudeBits(x);
+    if (isNaN(x)) return x + x;  // quieted
     if (a > one64) return outsideDomain<Real64>(status);
     if (a == one64) {
         status = oktStatusSingularity;

@@ -9,6 +9,7 @@
 #include "exports/Cosh.h"
 #include "frame/status_flag.h"
 #include "hyper/sinh_cosh.h"
+#include "lanes/pattern.h"
 
 namespace okt {
 namespace {
@@ -31,16 +32,17 @@ inline Real32 coshSteps32(Real32 x) {
 }
 
 inline void coshPatch32(Real32 x, Real32& result, OktStatus& status) {
-    const std::uint32_t a = asBits(x) & 0x7FFFFFFF;
-    if (a >= 0x00800000 && a < overflowLimit32) [[likely]]
+    constexpr std::uint32_t leastNormal = Format<Real32>::hidden;
+    const std::uint32_t a = magnitudeBits(x);
+    if (a >= leastNormal && a < overflowLimit32) [[likely]]
         return;
-    if (a < 0x00800000) {
+    if (a < leastNormal) {
         result = 1;
-    } else if (a > 0x7F800000) {
+    } else if (isNaN(x)) {
         result = x + x;
     } else {
-        result = bits32(0x7F800000);
-        if (a == 0x7F800000) return;
+        result = infinity<Real32>();
+        if (isInfinite(x)) return;
         status = oktStatusOverflow;
         raiseStatusFlag(status);
     }

@@ -10,6 +10,7 @@
 #include "exports/Sinh.h"
 #include "frame/status_flag.h"
 #include "hyper/sinh_cosh.h"
+#include "lanes/pattern.h"
 
 #include <limits>
 
@@ -37,16 +38,16 @@ inline Real32 sinhSteps32(Real32 x) {
 }
 
 inline void sinhPatch32(Real32 x, Real32& result, OktStatus& status) {
-    const std::uint32_t a = asBits(x) & 0x7FFFFFFF;
+    const std::uint32_t a = magnitudeBits(x);
     if (a >= tiny32 && a < overflowLimit32) [[likely]]
         return;
     if (a < tiny32) {
         result = x;
-    } else if (a > 0x7F800000) {
+    } else if (isNaN(x)) {
         result = x + x;
     } else {
-        result = bits32((asBits(x) & 0x80000000) | 0x7F800000);
-        if (a == 0x7F800000) return;
+        result = withSign(infinity<Real32>(), x);
+        if (isInfinite(x)) return;
         status = oktStatusOverflow;
         raiseStatusFlag(status);
     }

@@ -5,6 +5,7 @@
 #include "hyper/sinh_cosh_tables.h"
 #include "lanes/constant.h"
 #include "lanes/lookup.h"
+#include "lanes/pattern.h"
 #include "lanes/real80.h"
 
 namespace okt::sinh_cosh {
@@ -103,7 +104,6 @@ inline constexpr std::uint32_t secondPass64 = 0x40862336;             // upper w
 inline constexpr std::uint64_t scaledLimit64 = 0x40862336F49C3C50;    // 708.4018337446123
 inline constexpr std::uint64_t unscaledLimit64 = 0x408633C378987900;  // 710.4704448615958
 inline constexpr std::uint64_t overflowLimit64 = 0x408633CE8FB9F87E;  // 710.475860073944
-inline constexpr std::uint64_t infinity64 = 0x7FF0000000000000;
 
 // The magnitude of a result for a large argument, or for an infinity or a NaN (all ones); the caller puts the sign in.
 // From 708.4018 on the powers that are scaled already are scaled once more: the result is an infinity, without a
@@ -111,10 +111,10 @@ inline constexpr std::uint64_t infinity64 = 0x7FF0000000000000;
 inline std::uint64_t secondPass(Real64 magnitude, Real64 stored, OktStatus& status) {
     const std::uint64_t a = asBits(magnitude);
     if (a < scaledLimit64) return asBits(stored);
-    if (a > infinity64) return ~std::uint64_t{0};
+    if (isNaN(magnitude)) return ~std::uint64_t{0};
     if (a >= overflowLimit64) {
-        if (a != infinity64) status = oktStatusOverflow;
-        return infinity64;
+        if (isFinite(magnitude)) status = oktStatusOverflow;
+        return Format<Real64>::infinity;
     }
     const Constants64& c = constants64;
     const auto [r, plus, plusTail, minus, minusTail] = reduced<1>(c, magnitude);

@@ -13,6 +13,7 @@
 #include "exports/Tanh.h"
 #include "hyper/tanh_tables.h"
 #include "lanes/lookup.h"
+#include "lanes/pattern.h"
 
 namespace okt {
 namespace {
@@ -27,19 +28,15 @@ std::uint64_t selected(bool infinite, bool nan, std::uint64_t result, std::uint6
 template <int N>
 [[gnu::noinline, gnu::cold]] void selectSpecial(const Real32* x, Real32* dst) {
     for (int i = 0; i < N; ++i) {
-        const std::uint32_t magnitude = asBits(x[i]) & 0x7FFFFFFF;
-        if (magnitude < 0x7F800000) continue;
+        if (isFinite(x[i])) continue;
         const auto wide = asBits(static_cast<Real64>(x[i]));
-        storeElement(dst + i, static_cast<Real32>(bits64(selected(true, magnitude > 0x7F800000, 0, wide))));
+        storeElement(dst + i, static_cast<Real32>(bits64(selected(true, isNaN(x[i]), 0, wide))));
     }
 }
 template <int N>
 [[gnu::noinline, gnu::cold]] void selectSpecial(const Real64* x, Real64* dst) {
-    for (int i = 0; i < N; ++i) {
-        const std::uint64_t magnitude = asBits(x[i]) & 0x7FFFFFFFFFFFFFFF;
-        const bool infinite = magnitude == 0x7FF0000000000000, nan = magnitude > 0x7FF0000000000000;
-        storeBits(dst + i, selected(infinite, nan, loadBits(dst + i), asBits(x[i])));
-    }
+    for (int i = 0; i < N; ++i)
+        storeBits(dst + i, selected(isInfinite(x[i]), isNaN(x[i]), loadBits(dst + i), asBits(x[i])));
 }
 
 // The byte offset of each lane's row.
