@@ -5,7 +5,28 @@
 #include "explog_support.h"
 #include "tables/exp32_table.h"
 
+#include <algorithm>
+
 namespace okt::model {
+
+namespace explog {
+
+// Blocks of eight: where all eight elements lie in the main range, they take the main path; elements of any other block
+// and behind the last whole one go one at a time, in order.
+template <class T, class InMainRange, class MainPath, class Element>
+OktStatus blocksOfEight(const T* src, T* dst, std::int32_t len, const InMainRange& inMainRange,
+                        const MainPath& mainPath, const Element& element) {
+    OktStatus status = oktStatusOk;
+    std::int32_t at = 0;
+    for (; len - at >= 8; at += 8) {
+        const bool passes = std::all_of(src + at, src + at + 8, inMainRange);
+        for (std::int32_t i = at; i < at + 8; ++i) dst[i] = passes ? mainPath(src[i]) : element(src[i], status);
+    }
+    for (; at < len; ++at) dst[at] = element(src[at], status);
+    return status;
+}
+
+}  // namespace explog
 
 namespace exp32 {
 
@@ -95,18 +116,7 @@ inline Real32 element(Real32 x, OktStatus& status) {
 }  // namespace exp32
 
 inline OktStatus Exp_32f(const Real32* src, Real32* dst, std::int32_t len) {
-    OktStatus status = oktStatusOk;
-    std::int32_t at = 0;
-    for (; len - at >= 8; at += 8) {
-        bool passes = true;
-        for (int lane = 0; lane < 8; ++lane) passes = passes && exp32::inMainRange(src[at + lane]);
-        for (int lane = 0; lane < 8; ++lane) {
-            const Real32 x = src[at + lane];
-            dst[at + lane] = passes ? exp32::mainPath(x) : exp32::element(x, status);
-        }
-    }
-    for (; at < len; ++at) dst[at] = exp32::element(src[at], status);
-    return status;
+    return explog::blocksOfEight(src, dst, len, exp32::inMainRange, exp32::mainPath, exp32::element);
 }
 
 namespace exp64 {
@@ -157,7 +167,7 @@ inline Real64 mainPath(Real64 x) {
 
 inline bool inMainRange(Real64 x) { return highMagnitude(x) < boundHigh64; }
 
-inline Real64 fixUp(Real64 x, OktStatus& status) {
+inline Real64 element(Real64 x, OktStatus& status) {
     const std::uint64_t magnitude = asBits(x) & 0x7FFFFFFFFFFFFFFF;
     if (magnitude > 0x7FF0000000000000) return fromBits(std::uint64_t{0xFFFFFFFFFFFFFFFF});
     if (magnitude == 0x7FF0000000000000) return magnitude == asBits(x) ? x : 0.0;
@@ -185,24 +195,7 @@ inline Real64 fixUp(Real64 x, OktStatus& status) {
 }  // namespace exp64
 
 inline OktStatus Exp_64f(const Real64* src, Real64* dst, std::int32_t len) {
-    OktStatus status = oktStatusOk;
-    std::int32_t at = 0;
-    std::int32_t needed = 8;  // a loop that is under way has begun the next block and leaves when less than two remain
-    while (len - at >= needed) {
-        bool passes = true;
-        for (int lane = 0; lane < 8; ++lane) passes = passes && exp64::inMainRange(src[at + lane]);
-        for (int lane = 0; lane < 8; ++lane) {
-            const Real64 x = src[at + lane];
-            dst[at + lane] = passes ? exp64::mainPath(x) : exp64::fixUp(x, status);
-        }
-        at += 8;
-        needed = passes ? 16 : 8;
-    }
-    for (; at < len; ++at) {
-        const Real64 x = src[at];
-        dst[at] = exp64::inMainRange(x) ? exp64::mainPath(x) : exp64::fixUp(x, status);
-    }
-    return status;
+    return explog::blocksOfEight(src, dst, len, exp64::inMainRange, exp64::mainPath, exp64::element);
 }
 
 }  // namespace okt::model
