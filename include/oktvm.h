@@ -11,9 +11,25 @@
  * 32fc, the grades of one family and type are one routine and give the same bits.
  *
  * Errors (negative) are found before anything is done and leave the destination untouched. Warnings (positive)
- * mean that all elements were computed; when several elements warn, the last one in the array decides the status.
+ * mean that all elements were computed; when several elements warn, the last one in the array decides the status
+ * (InvSqrt on 32f has an exception).
  *
- * MXCSR and the x87 control word are, after each call, what they were before it.
+ * After each call the x87 control word and the control bits of MXCSR (rounding, flush-to-zero, denormals-are-zero,
+ * exception masks) are what they were before it. The sticky exception flags are not: a call clears none, but may raise
+ * some. What a function's text says of flags holds for a caller with the settings that threads start with. Beyond that,
+ * steps on the way to a result may raise inexact, underflow and denormal. There are three kinds of functions:
+ *
+ * - Acos, Asin, Atan, Atan2, Cbrt, Cos, Erf, Erfc, Exp, InvCbrt, InvSqrt, Ln, Log10, Pow, Powx, Sin, SinCos, Sqrt, Tan
+ *   and Tanh on real elements, Atanh on 32f, Cosh and Sinh on 64f, and Arg compute under round to nearest, without
+ *   flush-to-zero and denormals-are-zero. Where the caller's MXCSR has another setting, it is changed for the call and
+ *   then put back as it was, flags included, so that those the call raised are gone. Where it has none, MXCSR is not
+ *   written, and the flags stay.
+ * - Cosh and Sinh on 32f, Ln in A11 and A24 of 32fc and on 64fc do the same, but for the caller's denormals-are-zero,
+ *   which stays in force and alone makes no flag disappear.
+ * - All others leave MXCSR alone: its settings act on their arithmetic, and the flags that they raise stay.
+ *
+ * Where a text speaks of extended precision, flags are raised in the x87 status word, too, and stay there. Exceptions
+ * are meant to be masked: with an unmasked one, the step that raises it traps.
  *
  * Generated from catalogue/catalogue.toml by tools/catalogue/generate.py; do not edit.
  */
@@ -44,9 +60,9 @@ OKT_API const OktLibraryVersion* oktvmGetLibVersion(void);
  * Real elements: the sign bit cleared by an integer operation; a signalling NaN stays signalling and no flag is raised.
  *
  * Complex elements: sqrt(re^2 + im^2), the root from a seed table, three multiplicative steps and one correction by an
- * exact split; on 32fc in Real64, on 64fc with 64 significand bits, so that no square overflows or underflows, and
- * rounded once. Largest errors seen: 0.5000001 ulp on 32fc, 0.5005 ulp on 64fc. An infinite part gives plus infinity,
- * also beside a NaN; otherwise a NaN part gives a NaN. Only the last rounding can overflow. No status.
+ * exact split; on 32fc in Real64, on 64fc in extended precision, so that no square overflows or underflows, and rounded
+ * once. Largest errors seen: 0.5000001 ulp on 32fc, 0.5005 ulp on 64fc. An infinite part gives plus infinity, also
+ * beside a NaN; otherwise a NaN part gives a NaN. Only the last rounding can overflow. No status.
  *
  * dst may be src where both have real elements.
  *
@@ -323,8 +339,9 @@ OKT_API OktStatus oktsSub_64fc_A53(const Complex64* src1, const Complex64* src2,
  *
  * Special values: 1 gives +0 and -1 gives pi rounded, zeros give pi/2. An element beyond 1 in magnitude, infinities
  * among them, gives a NaN (0xFFC00000, 0xFFF8000000000000) and oktStatusDomain. A NaN raises no warning; on 32f it
- * comes through bit for bit, a signalling one too, on 64f it comes out quiet with its sign inverted. On 32f the sticky
- * invalid flag tells nothing: 1 and -1 raise it as well.
+ * comes through bit for bit, a signalling one too, on 64f it comes out quiet with its sign inverted. The sticky invalid
+ * flag tells nothing: on 32f 1 and -1, zeros and elements below 2^-127 in magnitude raise it as well, on both types a
+ * NaN does, and on 64f an element just beyond 1 does not.
  *
  * Complex elements: from half the sum and half the difference of the distances from two branch points (T. E. Hull, T.
  * F. Fairgrieve and P. T. P. Tang, Implementing the complex arcsine and arccosine functions using exception handling,
@@ -373,8 +390,9 @@ OKT_API OktStatus oktsAcos_64fc_A53(const Complex64* src, Complex64* dst, int32_
  *
  * Special values: zeros give themselves, 1 and -1 give pi/2 and -pi/2 rounded. An element beyond 1 in magnitude,
  * infinities among them, gives a NaN (0xFFC00000, 0xFFF8000000000000) and oktStatusDomain. A NaN raises no warning; on
- * 32f it comes through bit for bit, a signalling one too, on 64f it comes out quiet. On 32f the sticky invalid flag
- * tells nothing: elements below 1/2 raise it as well.
+ * 32f it comes through bit for bit, a signalling one too, on 64f it comes out quiet. The sticky invalid flag tells
+ * nothing: on 32f elements below 1/2 in magnitude, 1 and -1 raise it as well, on both types a NaN does, and an element
+ * just beyond 1 does not.
  *
  * Complex elements: -i asinh(i z), one at a time in extended precision, whatever the caller's x87 precision is. The
  * branch cuts run along the real axis from 1 and -1 outwards, the sign of a zero imaginary part choosing the side.
@@ -467,9 +485,10 @@ OKT_API OktStatus oktsAtan_64fc_A53(const Complex64* src, Complex64* dst, int32_
  * and pi added in two parts: largest errors seen 0.82 ulp on 32f (1.0 ulp where the result is subnormal) and 0.75 ulp
  * on 64f. A block with an element whose magnitude is not within 2^-125 and 0x7D000000 (32f) or 2^-1020 and 2^993 (64f)
  * goes through a careful path as a whole: 0.501 ulp on 32f, 0.52 ulp on 64f, 0.73 ulp where both are subnormal. The two
- * paths differ in the last bit for some 4 % of ordinary elements, so that neighbours and the length of the call are
- * visible in results: 64f has blocks of two as far as len AND 0xFFFFFFF0 reaches, 32f blocks of four as far as len AND
- * 0xFFFFFFF4 does, and the other elements go one at a time. The last bit may also differ on another processor model.
+ * paths differ in the last bit for 5 to 9 % of elements with sources of like size, and for 1 % where these are many
+ * orders apart, so that neighbours and the length of the call are visible in results: 64f has blocks of two as far as
+ * len AND 0xFFFFFFF0 reaches, 32f blocks of four as far as len AND 0xFFFFFFF4 does, and the other elements go one at a
+ * time. The last bit may also differ on another processor model.
  *
  * Special values are those of the C function: atan2(+-0, +0) = +-0, atan2(+-0, -0) = +-pi, atan2(+-inf, +inf) = +-pi/4,
  * atan2(+-inf, -inf) = +-3pi/4, and so on. A NaN comes out quiet with sign and payload, src1's where both are NaNs.
@@ -502,8 +521,9 @@ OKT_API OktStatus oktsAtan2_64f_A53(const Real64* src1, const Real64* src2, Real
  * precision; elements of 64f below 90112 use a table of 64 angles a turn, whose sines and cosines are held as head and
  * tail, and Taylor series between them (P. T. P. Tang, Table-lookup algorithms for elementary functions and their error
  * analysis, ARITH 10, 1991). Errors below 0.81 ulp on 32f and 0.526 ulp on 64f. A block of four with an element beyond
- * these bounds goes element by element through a path of its own, 0.501 ulp on 32f and 0.531 ulp on 64f, so that
- * results may depend on the neighbours in the last bit.
+ * these bounds, an infinity or a NaN goes element by element through a path of its own, 0.501 ulp on 32f and 0.531 ulp
+ * on 64f. The paths differ in the last bit for some 10 % of ordinary elements on 32f and 0.02 % on 64f, so that results
+ * depend on the neighbours.
  *
  * Arguments from 2^17 up are reduced with as much of 4/pi as they need (M. H. Payne and R. N. Hanek, Radian reduction
  * for trigonometric functions, SIGNUM Newsletter 18, 1983), to a relative error below 2^-58. At a few arguments with
@@ -557,8 +577,9 @@ OKT_API OktStatus oktsCos_64fc_A53(const Complex64* src, Complex64* dst, int32_t
  * precision; elements of 64f below 90112 use a table of 64 angles a turn, whose sines and cosines are held as head and
  * tail, and Taylor series between them (P. T. P. Tang, Table-lookup algorithms for elementary functions and their error
  * analysis, ARITH 10, 1991). Errors below 0.81 ulp on 32f and 0.526 ulp on 64f. A block of four with an element beyond
- * these bounds goes element by element through a path of its own, 0.501 ulp on 32f and 0.531 ulp on 64f, so that
- * results may depend on the neighbours in the last bit.
+ * these bounds, an infinity or a NaN goes element by element through a path of its own, 0.501 ulp on 32f and 0.531 ulp
+ * on 64f. The paths differ in the last bit for some 10 % of ordinary elements on 32f and 0.02 % on 64f, so that results
+ * depend on the neighbours.
  *
  * Arguments from 2^17 up are reduced with as much of 4/pi as they need (M. H. Payne and R. N. Hanek, Radian reduction
  * for trigonometric functions, SIGNUM Newsletter 18, 1983), to a relative error below 2^-58. At a few arguments with
@@ -612,8 +633,10 @@ OKT_API OktStatus oktsSin_64fc_A53(const Complex64* src, Complex64* dst, int32_t
  * through two polynomials in double precision; elements of 64f below 90112 use a table of 128 angles a turn, whose
  * sines and cosines are held as head and tail, and Taylor series between them (P. T. P. Tang, Table-lookup algorithms
  * for elementary functions and their error analysis, ARITH 10, 1991). Errors below 0.57 ulp on 32f and 0.542 ulp on
- * 64f. A block of four with an element beyond these bounds goes element by element through the path that Sin and Cos
- * have for it, 0.501 ulp on 32f and 0.531 ulp on 64f. The results are not always those of Sin and Cos in the last bit.
+ * 64f. A block of four with an element beyond these bounds, an infinity or a NaN goes element by element through the
+ * path that Sin and Cos have for it, 0.501 ulp on 32f and 0.531 ulp on 64f. The paths differ in the last bit of a
+ * result for some 3 % of ordinary elements on 32f and 0.8 % on 64f, so that results depend on the neighbours. The
+ * results are not always those of Sin and Cos in the last bit.
  *
  * Arguments from 2^17 up are reduced with as much of 4/pi as they need (M. H. Payne and R. N. Hanek, Radian reduction
  * for trigonometric functions, SIGNUM Newsletter 18, 1983), to a relative error below 2^-58. At a few arguments with
@@ -650,8 +673,9 @@ OKT_API OktStatus oktsSinCos_64f_A53(const Real64* src, Real64* dst1, Real64* ds
  *
  * Real elements of 32f up to 10000 are reduced by multiples of pi/2 and put through a quotient of two polynomials in
  * double precision. Elements of 64f use expansions about 32 angles a period; next to a pole the reciprocal of the
- * distance is split off and carried to double-double precision. Errors below 0.94 ulp on 32f (0.501 ulp in a pair with
- * an element beyond 10000) and 1.04 ulp on 64f.
+ * distance is split off and carried to double-double precision. Errors below 0.94 ulp on 32f and 1.04 ulp on 64f. On
+ * 32f a pair with an element beyond 10000, an infinity or a NaN goes through another path, 0.501 ulp. The paths differ
+ * in the last bit for some 18 % of ordinary elements, so that results depend on the neighbour.
  *
  * Arguments from 12800 up on 64f and in the pairs beyond 10000 on 32f are reduced with as much of 4/pi as they need (M.
  * H. Payne and R. N. Hanek, Radian reduction for trigonometric functions, SIGNUM Newsletter 18, 1983), to a relative
@@ -807,8 +831,8 @@ OKT_API OktStatus oktsAsinh_64fc_A53(const Complex64* src, Complex64* dst, int32
  *
  * Special values: a zero gives itself; 1 and -1 give an infinity with their sign and oktStatusSingularity; elements
  * beyond give a NaN and oktStatusDomain. A NaN gives itself, made quiet on 64f and untouched on 32f, where a signalling
- * NaN stays signalling. On 64f the warnings raise their IEEE flags, and the caller's rounding mode, flush-to-zero and
- * denormals-are-zero act on the arithmetic.
+ * NaN stays signalling. On 64f the warnings raise their IEEE flags; on 32f 1 and -1 do, while the flags of elements
+ * beyond 1 tell nothing. On 64f the caller's rounding mode, flush-to-zero and denormals-are-zero act on the arithmetic.
  *
  * Complex elements: a quarter of the logarithm of the ratio of the squared distances from -1 and 1, or half the real
  * function where the two are close, and half the angle of (1 - |z|^2, 2y), one at a time in extended precision,
@@ -858,7 +882,8 @@ OKT_API OktStatus oktsAtanh_64fc_A53(const Complex64* src, Complex64* dst, int32
  * oktStatusOverflow: on 32f from 89.41599 on, and on 64f from 710.475860073944 on. On 64f every |src| from
  * 708.4018337446123 up to, but not including, 710.4704448615958 gives an infinity without a warning; between
  * 710.4704448615958 and the overflow the results are finite again. A NaN comes back quiet with sign and payload on 32f;
- * on 64f every NaN gives the pattern of all ones. On 32f an overflow raises the overflow flag.
+ * on 64f every NaN gives the pattern of all ones. On 32f an overflow raises the overflow flag; on 64f the flags of
+ * magnitudes from 708.4018337446123 on tell nothing, and infinities raise invalid.
  *
  * Complex elements x + iy: (cosh x cos y, sinh x sin y), one at a time in extended precision, whatever the caller's x87
  * precision is. Errors of each part below 0.501 ulp on 32fc and 0.502 ulp on 64fc, for imaginary parts of any size.
@@ -910,7 +935,7 @@ OKT_API OktStatus oktsCosh_64fc_A53(const Complex64* src, Complex64* dst, int32_
  * 710.475860073944 on. On 64f every |src| from 708.4018337446123 up to, but not including, 710.4704448615958 gives an
  * infinity without a warning; between 710.4704448615958 and the overflow the results are finite again. A NaN comes back
  * quiet with sign and payload on 32f; on 64f every NaN gives the pattern of all ones. On 32f an overflow raises the
- * overflow flag.
+ * overflow flag; on 64f the flags of magnitudes from 708.4018337446123 on tell nothing, and infinities raise invalid.
  *
  * Complex elements x + iy: (sinh x cos y, cosh x sin y), one at a time in extended precision, whatever the caller's x87
  * precision is. Errors of each part below 0.501 ulp on 32fc and 0.502 ulp on 64fc, for imaginary parts of any size.
@@ -958,8 +983,8 @@ OKT_API OktStatus oktsSinh_64fc_A53(const Complex64* src, Complex64* dst, int32_
  * ulp elsewhere.
  *
  * Special values: a zero gives itself, an infinity 1 with its sign; so does every |src| from 10 up on 32f and from 20
- * up on 64f. A NaN gives itself, made quiet on 32f and untouched on 64f, where a signalling NaN stays signalling. No
- * element warns.
+ * up on 64f. A NaN gives itself, made quiet on 32f and untouched on 64f, where a signalling NaN stays signalling. On
+ * 32f every NaN raises invalid, on 64f infinities do. No element warns.
  *
  * Complex elements x + iy: (sinh x cosh x, sin y cos y) over sinh^2 x + cos^2 y, one at a time in extended precision,
  * whatever the caller's x87 precision is. Errors of each part below 0.501 ulp on 32fc and 0.502 ulp on 64fc, for
@@ -1034,11 +1059,12 @@ OKT_API OktStatus oktsCbrt_64f_A53(const Real64* src, Real64* dst, int32_t len);
  * @brief Square root of src1 squared plus src2 squared, for each element.
  *
  * Without a root or a division, under the caller's MXCSR: a seed from a table, three multiplicative steps and an exact
- * correction. On 32f in Real64, errors below 0.5001 ulp. On 64f below 1.3 ulp but for two bands, which are settled
- * behaviour: where the larger biased exponent is 500 to 511 nothing is scaled, the sum of squares can be subnormal and
- * the result is then about 2^-511 whatever the sources (1e-157 and 0 give 1.0548e-154); and where the sum of squares
- * overflows, for equal sources from 9.4807519e153 on, for one large source from 1.3407807929942597e154 on, the result
- * is 2^512 (1.3407807929942597e154).
+ * correction. On 32f in Real64, errors below 0.5001 ulp; the sum of squares is also rounded to Real32, which raises
+ * overflow where the result is 2^64 or more, such as of (1e20, 1e20), and underflow where it is below 2^-63. On 64f
+ * below 1.3 ulp but for two bands, which are settled behaviour: where the larger biased exponent is 500 to 511 nothing
+ * is scaled, the sum of squares can be subnormal and the result is then about 2^-511 whatever the sources (1e-157 and 0
+ * give 1.0548e-154); and where the sum of squares overflows, for equal sources from 9.4807519e153 on, for one large
+ * source from 1.3407807929942597e154 on, the result is 2^512 (1.3407807929942597e154).
  *
  * An infinity in either source gives plus infinity, also beside a NaN; two zeros give +0; of two NaNs that of src1
  * comes out, quiet. No status.
@@ -1097,12 +1123,13 @@ OKT_API OktStatus oktsInvCbrt_64f_A53(const Real64* src, Real64* dst, int32_t le
  * the approximation of another processor model.
  *
  * Special values: a zero gives the infinity of its sign and oktStatusSingularity, plus infinity gives +0, a NaN itself,
- * quiet; an element below zero gives the NaN 0xFFC00000 (64f: 0xFFF8000000000000) and oktStatusDomain.
+ * quiet; an element below zero gives the NaN 0xFFC00000 (64f: 0xFFF8000000000000) and oktStatusDomain. On 32f zeros,
+ * elements below zero and plus infinity raise invalid, on 64f none of them raises a flag.
  *
  * On 32f, elements are worked in blocks of four from the start of the array, the last len % 4 elements alone. A block
  * with an element that is not positive, normal and finite is computed by root and division, with errors below 0.5001
- * ulp; so the last bit of an element can depend on its neighbours in the block. Inside one block an element below zero
- * decides over a zero, whatever their order.
+ * ulp; so the last bit of an element can depend on its neighbours in the block: some 10 % of ordinary elements change.
+ * Inside one block an element below zero decides over a zero, whatever their order.
  *
  * dst may be src.
  *
@@ -1143,15 +1170,16 @@ OKT_API OktStatus oktsInvSqrt_64f_A53(const Real64* src, Real64* dst, int32_t le
  * subnormal.
  *
  * On 32f an element beside one outside the main range (a negative, zero or subnormal base, a result below 2^-126 or
- * above 2^126) may differ in its last bit from the same element elsewhere. On 64f this happens for results between
- * 2^-964 and 2^-963 only.
+ * above 2^126) may differ in its last bit from the same element elsewhere; some 1 % of ordinary elements do. On 64f
+ * this happens for results between 2^-964 and 2^-963 only.
  *
  * Complex elements: e^(src2 ln src1), one at a time in extended precision, whatever the caller's x87 precision is, with
  * the logarithm and its product with the exponent rounded to Real64, four products and two sums without compensation.
  * The relative error of the result grows with the size of that product, up to 0.501 ulp of the modulus on 32fc and 20
  * on 64fc for parts up to 3; one part alone may be less accurate. There are no special cases: zero bases, integer or
  * real exponents and infinities take the same road, so that a zero base gives what the product with the infinite
- * logarithm gives. There is no status on complex elements.
+ * logarithm gives. There is no status on complex elements, and the flags of intermediate results stay: on 64fc a
+ * product with an exponent near the end of the range may raise overflow although the result is finite.
  *
  * dst may be src1 or src2. Nothing behind the ends of the sources is read.
  *
@@ -1737,7 +1765,9 @@ OKT_API OktStatus oktsCIS_64fc_A53(const Real64* src, Complex64* dst, int32_t le
  * two times +0; +Inf with either gives +Inf and a NaN. An infinite b with a finite a gives two default NaNs, a NaN b
  * that NaN in both parts. A NaN a comes through in both parts, but an imaginary zero stays, and of two NaNs the
  * imaginary part gets b. Every NaN comes back quiet. A complex call never warns; a subnormal part raises the IEEE
- * underflow flag. Rounding mode, flush-to-zero and denormals-are-zero of the caller act on the blocks.
+ * underflow flag. An element that is computed once more goes through the steps of its block as well, whose flags stay:
+ * on A11 and A21 (1, 1e24) raises overflow and an infinite real part invalid. Rounding mode, flush-to-zero and
+ * denormals-are-zero of the caller act on the blocks.
  *
  * dst may be src. The source is only read, and nothing behind its end is read.
  *
@@ -1779,10 +1809,10 @@ OKT_API OktStatus oktsExp_64fc_A53(const Complex64* src, Complex64* dst, int32_t
  * arithmetic, ACM TOMS 18, 1992), and a compensated subtraction. Both types are computed in Real64 under the caller's
  * MXCSR; 32f is rounded once. Errors below 0.5001 ulp on 32f; on 64f below 0.505 ulp, 1.95 ulp above 40.2.
  *
- * Special values: zeros give themselves, without a flag; what is below 2^-57 in magnitude gives itself, inexact; +Inf
- * gives +Inf, -Inf gives -1. A NaN comes back as it is on 64f, a signalling one too, and quiet on 32f. Above
- * 709.782712893384 the result is +Inf with oktStatusOverflow, on both types: an element of 32f from 88.73 to there
- * gives +Inf with the IEEE overflow flag alone, and oktStatusOk.
+ * Special values: zeros give themselves, without a flag; what is below 2^-57 in magnitude gives itself and raises
+ * underflow and inexact; +Inf gives +Inf, -Inf gives -1. A NaN comes back as it is on 64f, a signalling one too, and
+ * quiet on 32f. Above 709.782712893384 the result is +Inf with oktStatusOverflow, on both types: an element of 32f from
+ * 88.73 to there gives +Inf with the IEEE overflow flag alone, and oktStatusOk.
  *
  * dst may be src.
  *
@@ -1920,9 +1950,9 @@ OKT_API OktStatus oktsLog10_64fc_A53(const Complex64* src, Complex64* dst, int32
  * applied to src and 1 apart, so that the rounding of their sum does not enter. Both types are computed in Real64 under
  * the caller's MXCSR; 32f is rounded once. Errors below 0.5001 ulp on 32f and 0.53 ulp on 64f.
  *
- * Special values: zeros give themselves, without a flag; what is below 2^-57 in magnitude gives itself, inexact; +Inf
- * gives +Inf. -1 gives -Inf and oktStatusSingularity; what is below, -Inf too, gives a NaN with the sign set and
- * oktStatusDomain; both raise the IEEE flag of their warning. A NaN comes back quiet.
+ * Special values: zeros give themselves, without a flag; what is below 2^-57 in magnitude gives itself and raises
+ * underflow and inexact; +Inf gives +Inf. -1 gives -Inf and oktStatusSingularity; what is below, -Inf too, gives a NaN
+ * with the sign set and oktStatusDomain; both raise the IEEE flag of their warning. A NaN comes back quiet.
  *
  * dst may be src.
  *

@@ -41,6 +41,40 @@ TEST_P(ControlStateOf, LeavesTheControlRegistersAsItFoundThem) {
     }
 }
 
+// Sets the sticky flags of the x87 unit, all masked.
+void setX87Flags(std::uint16_t flags) {
+    struct {
+        std::uint32_t control, status, rest[5];
+    } environment;
+    asm volatile("fnstenv %0" : "=m"(environment));
+    environment.control |= stickyFlags;
+    environment.status = (environment.status & ~stickyFlags) | flags;
+    asm volatile("fldenv %0" : : "m"(environment));
+}
+std::uint16_t x87Flags() {
+    std::uint16_t status;
+    asm volatile("fnstsw %0" : "=a"(status));
+    return status & stickyFlags;
+}
+
+// Which functions the header says to raise flags of the x87 unit: all that work in extended precision.
+TEST_P(ControlStateOf, RaisesFlagsOfTheX87UnitInExtendedPrecisionAloneAndClearsNone) {
+    const Export& f = *GetParam();
+    const bool extended = f.frame == Frame::x87_64 || f.frame == Frame::doubleGuard;
+    const ScopedControlState scope({defaultMxcsr, 0x037F});
+    std::uint16_t raised = 0;
+    for (const std::uint64_t seed : {310, 311, 312, 313}) {
+        const Sources sources = mixedSources(f, 67, seed);
+        setX87Flags(0);
+        call(f, sources, 67);
+        raised |= x87Flags();
+        setX87Flags(stickyFlags);
+        call(f, sources, 67);
+        EXPECT_EQ(x87Flags(), stickyFlags);
+    }
+    EXPECT_EQ(raised != 0, extended);
+}
+
 TEST_P(ControlStateOf, ComputesTheSameUnderEverySettingItsGuardCovers) {
     const Export& f = *GetParam();
     const std::int32_t len = 67;

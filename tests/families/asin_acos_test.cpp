@@ -192,6 +192,23 @@ TEST(AsinAcos, AloneAnElementRaisesTheFlagsOfABlock) {
     EXPECT_EQ(flagsAlone(oktsAsin_32f_A24, 0.25F), flagInvalid | flagInexact);  // 0 times the root's infinite seed
 }
 
+// On Real32 a zero meets the infinite approximation of its reciprocal or reciprocal root, in a half of the arithmetic
+// that is void or not.
+TEST(AsinAcos, TheInvalidFlagTellsNothing) {
+    const Real32 nan32 = bits32(0x7FC00000);
+    const Real64 nan64 = bits64(0x7FF8000000000000);
+    expectFlag<Real32>(oktsAcos_32f_A24, flagInvalid, true,
+                       {0.0F, -0.0F, 0x1p-149F, -0x1.fffff8p-128F, 1.0F, -1.0F, 1.5F, -HUGE_VALF, nan32});
+    expectFlag<Real32>(oktsAcos_32f_A24, flagInvalid, false, {0x1p-127F, 0x1p-20F, 0.25F, -0.75F});
+    expectFlag<Real32>(oktsAsin_32f_A24, flagInvalid, true,
+                       {0.0F, 0x1p-149F, -0.25F, 0x1.fffffep-2F, 1.0F, -1.0F, nan32});
+    expectFlag<Real32>(oktsAsin_32f_A24, flagInvalid, false, {0.5F, -0.75F, 1.5F});
+    for (const auto f : {oktsAsin_64f_A53, oktsAcos_64f_A53}) {
+        expectFlag<Real64>(f, flagInvalid, true, {nan64, HUGE_VAL, 2.0});
+        expectFlag<Real64>(f, flagInvalid, false, {0.0, 0.25, -1.0, 1.125});
+    }
+}
+
 TEST(AsinAcos, InPlace) {
     const auto inPlace = []<class T>(OktStatus (*f)(const T*, T*, std::int32_t), T) {
         std::vector<T> array(37), expected(37);

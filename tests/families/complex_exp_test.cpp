@@ -436,5 +436,18 @@ TEST(Exp, ComplexQuietNaNsAndInfinitiesBesideOrdinaryPartsRaiseNothingInTheKerne
     }
 }
 
+// The block's steps see the element before it is computed once more.
+TEST(Exp, ComplexElementsBeyondTheBlocksRangeInSinglePrecisionLeaveTheFlagsOfItsSteps) {
+    const auto flags = [](auto f, Complex32 z) { return flagsAlone<Complex32>(f, z) & (flagOverflow | flagInvalid); };
+    for (const auto f : {oktsExp_32fc_A11, oktsExp_32fc_A21}) {
+        EXPECT_EQ(flags(f, {1.0F, 1e24F}), flagOverflow);
+        EXPECT_EQ(flags(f, {1.0F, 20000.0F}), 0u);
+        EXPECT_EQ(flags(f, {HUGE_VALF, 1.0F}), flagInvalid);
+        EXPECT_EQ(flags(f, {-HUGE_VALF, 0.0F}), flagInvalid);
+    }
+    EXPECT_EQ(flags(oktsExp_32fc_A24, {1.0F, 1e24F}), 0u);
+    EXPECT_EQ(flags(oktsExp_32fc_A24, {HUGE_VALF, 1.0F}), 0u);
+}
+
 }  // namespace
 }  // namespace okt::test

@@ -2,6 +2,7 @@
 // result, in plain Real64.
 #include "complex/sqrt_element.h"
 #include "families/complex_cells.h"
+#include "oktvm.h"
 
 namespace okt::test {
 namespace {
@@ -214,6 +215,15 @@ void expectSameUnderEveryX87() {
             for (std::size_t i = 0; i < a.size(); ++i)
                 EXPECT_TRUE(sameElement(result[i], usual[i])) << text(a[i], b[i]);
         }
+}
+
+// The product with the logarithm overflows to a real part of minus infinity.
+TEST(ComplexPow, AFiniteResultMayRaiseOverflow) {
+    const Complex64 base{-3.25, -0.5}, exponent{0.0, -1.79e308};
+    Complex64 result;
+    EXPECT_TRUE(flagsRaised([&] { oktsPow_64fc_A53(&base, &exponent, &result, 1); }) & flagOverflow);
+    EXPECT_EQ(result.re, 0.0);
+    EXPECT_EQ(result.im, 0.0);
 }
 
 TEST(ComplexPow, EveryX87State) {

@@ -96,6 +96,15 @@ TEST(Expm1, OnlyAnElementBeyondTheRangeOfReal64Warns) {
     EXPECT_EQ(statusOf(oktsExpm1_64f_A53, {1, 709, 100, -800, 2}), oktStatusOk);
 }
 
+TEST(Expm1, AnElementThatGivesItselfRaisesUnderflowUnlessItIsZero) {
+    for (const std::uint32_t flag : {flagUnderflow, flagInexact}) {
+        expectFlag<Real32>(oktsExpm1_32f_A24, flag, true, {0x1p-58F, -0x1p-100F, 0x1p-149F});
+        expectFlag<Real64>(oktsExpm1_64f_A53, flag, true, {0x1p-58, -0x1p-1000, 0x1p-1074});
+        expectFlag<Real64>(oktsExpm1_64f_A53, flag, false, {0.0, -0.0});
+    }
+    expectFlag<Real64>(oktsExpm1_64f_A53, flagUnderflow, false, {0x1p-57, -0x1p-57});
+}
+
 TEST(Expm1, Flags) {
     const auto flags32 = [](std::uint32_t b) { return flagsAlone(oktsExpm1_32f_A24, bits32(b)); };
     const auto flags64 = [](std::uint64_t b) { return flagsAlone(oktsExpm1_64f_A53, bits64(b)); };

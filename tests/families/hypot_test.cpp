@@ -30,6 +30,19 @@ TEST(Hypot, RaisesTheFlagsOfTheModel) {
     expectModelFlags(oktsHypot_64f_A53, model::Hypot_64f);
 }
 
+TEST(Hypot, OnReal32TheSumOfSquaresRaisesTheFlagsOfAReal32) {
+    const auto flags = [](Real32 x, Real32 y) {
+        Real32 result;
+        return flagsRaised([&] { oktsHypot_32f_A24(&x, &y, &result, 1); }) & (flagOverflow | flagUnderflow);
+    };
+    EXPECT_EQ(flags(1e20F, 1e20F), flagOverflow);
+    EXPECT_EQ(flags(0x1p64F, 0.0F), flagOverflow);
+    EXPECT_EQ(flags(0x1.fffffep63F, 0.0F), 0u);
+    EXPECT_EQ(flags(0x1p-63F, 0.0F), 0u);
+    EXPECT_EQ(flags(0x1.fffffep-64F, 0.0F), flagUnderflow);
+    EXPECT_EQ(flags(1e-20F, -1e-20F), flagUnderflow);
+}
+
 // Roots at and beside a Real32 or a midpoint between two, where the processor's root
 // must not stand in for the steps: multiples of Pythagorean triples, one source
 // zero, and second sources that lift the first by half a unit in the last place.

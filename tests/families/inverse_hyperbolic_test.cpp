@@ -301,6 +301,13 @@ TEST(Atanh, FlagsAreThoseOfTheModel) {
     expectModelFlagsByDefault<Real32>(oktsAtanh_32f_A24, model::Atanh_32f, unitInterval<Real32>);
 }
 
+TEST(Atanh, PolesRaiseDivideByZero) {
+    expectFlag<Real32>(oktsAtanh_32f_A24, flagDivideByZero, true, {1.0F, -1.0F});
+    expectFlag<Real32>(oktsAtanh_32f_A24, flagInvalid, false, {1.0F, 2.0F, -5.0F});  // outside the domain, too
+    expectFlag<Real64>(oktsAtanh_64f_A53, flagDivideByZero, true, {1.0, -1.0});
+    expectFlag<Real64>(oktsAtanh_64f_A53, flagInvalid, true, {2.0, -5.0, HUGE_VAL});
+}
+
 TEST(Atanh, TheLaterWarningDecides) {
     for (const std::size_t len : {3u, 8u, 70u}) {
         std::vector<Real32> src(len, 0.5f);

@@ -130,6 +130,15 @@ TEST(Log1p, AnElementsResultDoesNotDependOnItsNeighbours) {
         EXPECT_TRUE(sameBits(alone(oktsLog1p_64f_A53, src[i]).value, asBits(dst[i]))) << src[i];
 }
 
+TEST(Log1p, AnElementThatGivesItselfRaisesUnderflowUnlessItIsZero) {
+    for (const std::uint32_t flag : {flagUnderflow, flagInexact}) {
+        expectFlag<Real32>(oktsLog1p_32f_A24, flag, true, {0x1p-58F, -0x1p-100F, 0x1p-149F});
+        expectFlag<Real64>(oktsLog1p_64f_A53, flag, true, {0x1p-58, -0x1p-1000, 0x1p-1074});
+        expectFlag<Real64>(oktsLog1p_64f_A53, flag, false, {0.0, -0.0});
+    }
+    expectFlag<Real64>(oktsLog1p_64f_A53, flagUnderflow, false, {0x1p-57, -0x1p-57});
+}
+
 TEST(Log1p, Flags) {
     const auto flags32 = [](std::uint32_t b) { return flagsAlone(oktsLog1p_32f_A24, bits32(b)); };
     const auto flags64 = [](std::uint64_t b) { return flagsAlone(oktsLog1p_64f_A53, bits64(b)); };

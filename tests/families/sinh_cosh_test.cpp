@@ -193,6 +193,19 @@ TEST(Cosh, FlagsAreThoseOfTheModel) {
     expectModelFlagsByDefault<Real64>(oktsCosh_64f_A53, model::Cosh_64f, elements64);
 }
 
+TEST(SinhCosh, OnReal64TheFlagsOfInfiniteResultsTellNothing) {
+    for (const auto f : {oktsSinh_64f_A53, oktsCosh_64f_A53}) {
+        expectFlag<Real64>(f, flagInvalid, true, {HUGE_VAL, -HUGE_VAL});
+        expectFlag<Real64>(f, flagOverflow, true, {708.5, -708.5});
+        expectFlag<Real64>(f, flagOverflow, false, {1000.0, -1e30, 700.0});
+    }
+    for (const auto f : {oktsSinh_32f_A24, oktsCosh_32f_A24}) {
+        expectFlag<Real32>(f, flagOverflow, true, {90.0F, -90.0F, 1e30F});
+        expectFlag<Real32>(f, flagOverflow, false, {89.0F, HUGE_VALF});
+        expectFlag<Real32>(f, flagInvalid, false, {90.0F, HUGE_VALF, -HUGE_VALF});
+    }
+}
+
 TEST(SinhCosh, TheCallersControlStateDoesNotMatter) {
     Random random(8);
     const std::vector<Real32> src32 = strewn(random, 60, elements32, 5);

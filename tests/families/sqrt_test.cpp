@@ -206,6 +206,12 @@ TEST(Sqrt, NegativeElementsRaiseNoFlag) {
     EXPECT_EQ(flagsAlone(oktsSqrt_64f_A53, bits64(0x7FF8000000000001)), 0u);
 }
 
+TEST(InvSqrt, SpecialElementsRaiseInvalidOnReal32Alone) {
+    expectFlag<Real32>(oktsInvSqrt_32f_A24, flagInvalid, true, {0.0F, -0.0F, inf32, -1.0F, -inf32});
+    expectFlag<Real32>(oktsInvSqrt_32f_A24, flagInvalid, false, {0x1p-149F, 2.0F});
+    expectFlag<Real64>(oktsInvSqrt_64f_A53, flagInvalid | flagDivideByZero, false, {0.0, -0.0, inf64, -1.0, -inf64});
+}
+
 TEST(Sqrt, ABlockAndALoneElementGiveTheSameBits) {
     Random random(8);
     for (int i = 0; i < 3000; ++i) {

@@ -126,6 +126,13 @@ TEST(Tanh, InPlace) {
     expectInPlace<Real64>(oktsTanh_64f_A53, elements64);
 }
 
+TEST(Tanh, NaNsOnReal32AndInfinitiesOnReal64RaiseInvalid) {
+    expectFlag<Real32>(oktsTanh_32f_A24, flagInvalid, true, {bits32(0x7FC00000), bits32(0xFFC12345)});
+    expectFlag<Real32>(oktsTanh_32f_A24, flagInvalid, false, {0.0F, 1.0F, HUGE_VALF});
+    expectFlag<Real64>(oktsTanh_64f_A53, flagInvalid, true, {HUGE_VAL, -HUGE_VAL});
+    expectFlag<Real64>(oktsTanh_64f_A53, flagInvalid, false, {bits64(0x7FF8000000000000), 0.0, -1.0, 1e300});
+}
+
 TEST(Tanh, FlagsAreThoseOfTheModel) {
     expectModelFlagsByDefault<Real32>(oktsTanh_32f_A24, model::Tanh_32f, elements32);
     expectModelFlagsByDefault<Real64>(oktsTanh_64f_A53, model::Tanh_64f, elements64);

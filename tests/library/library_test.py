@@ -62,6 +62,14 @@ class Derived(unittest.TestCase):
         self.assertEqual((ROOT / "include/oktvm.h").read_text(), generate.header(families))
         self.assertEqual((ROOT / "docs/catalogue.md").read_text(), generate.docs(families))
 
+    def test_header_tells_which_functions_set_mxcsr(self):
+        families = generate.load()
+        head = generate.header(families).split("*/")[0].replace("\n * ", " ")
+        for start, frame in ((" - Acos,", "mxcsr"), (" - Cosh and", "double-guard")):
+            sentence = head[head.index(start):].split(".")[0]
+            named = {family["name"] for family in families} & set(re.findall(r"\w+", sentence))
+            self.assertEqual(named, {f["name"] for f in families for r in f["routines"] if r["frame"] == frame})
+
     def test_all_names_have_ordinals_in_byte_order(self):
         lines = generate.module_definition(generate.load()).splitlines()[1:]
         names = [line.split()[0] for line in lines]

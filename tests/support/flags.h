@@ -49,6 +49,19 @@ std::uint32_t flagsAlone(OktStatus (*f)(const S*, D*, std::int32_t), S x, std::u
     return flagsRaised([&] { f(&x, &result, 1); }, control);
 }
 
+// Whether each of the elements raises the flag, alone and in an array of its like that is worked in blocks.
+template <class T>
+void expectFlag(OktStatus (*f)(const T*, T*, std::int32_t), std::uint32_t flag, bool raised,
+                std::initializer_list<std::type_identity_t<T>> elements) {
+    for (const T& x : elements)
+        for (const std::size_t len : {1u, 19u}) {
+            std::vector<T> src(len), dst(len);
+            for (T& element : src) std::memcpy(&element, &x, sizeof x);
+            const std::uint32_t flags = flagsRaised([&] { f(src.data(), dst.data(), static_cast<std::int32_t>(len)); });
+            EXPECT_EQ((flags & flag) != 0, raised) << std::hexfloat << x << ", flags " << std::hex << flags;
+        }
+}
+
 template <class S>
 std::string patternsOf(const std::vector<S>& values) {
     std::string text;
