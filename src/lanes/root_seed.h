@@ -1,4 +1,4 @@
-// The processor's approximation of 1/sqrt carried to Real64.
+// The approximation of 1/sqrt carried to Real64.
 #pragma once
 
 #include "lanes/seeds.h"
@@ -11,7 +11,7 @@ template <int N>
 inline F64<N> rsqrtSeed(F64<N> x) {
     const U32<N> high = packHighWords(asBits(x));
     const U32<N> significand = (packHighWords(asBits(x) << 3) & U32<N>(0x00FFFFFF)) ^ U32<N>(0x00800000);
-    const U32<N> r = asBits(rsqrtSeed(asReal(significand + U32<N>(0x3F800000))));
+    const U32<N> r = asBits(rsqrtSeedOfNormal(asReal(significand + U32<N>(0x3F800000))));
     const U32<N> evenExponent = (high - U32<N>(0x00100000)) & U32<N>(0xFFE00000);
     return asReal(withHighWords((r >> 3) + U32<N>(0x57F00000) - (evenExponent >> 1)));
 }

@@ -34,7 +34,7 @@ template <int N>
 
 template <int N>
 [[gnu::always_inline]] inline F32<N> seedOf(F32<N> x) {
-    return rsqrtSeed(x) & U32<N>(splitMask32);
+    return rsqrtSeedOfNormal(x) & U32<N>(splitMask32);
 }
 
 template <int N>
@@ -65,7 +65,7 @@ Mask32<N> zeroLanes(U32<N> x) {
     return x + x == U32<N>(0);
 }
 
-// A zero's seed is the infinity; with a seed of 0 it passes through the steps, which lose at most its sign.
+// With a seed of 0 a zero passes through the steps, which lose at most its sign.
 template <int N>
 [[gnu::noinline, gnu::cold]] void sqrtWithZeros(F32<N> x, Real32* dst) {
     const F32<N> y = zeroUnless(~zeroLanes(asBits(x)), seedOf(x));

@@ -365,7 +365,7 @@ inline bool inRange(const Constants32& k, F32<N> y, F32<N> x) {
 // n/d in Real64: r near 1/d, v = d·r, and 1/v = (1 + (1 - v)^2)·(1 + (1 - v)).
 template <int N>
 inline F64<N> quotient(const Constants32& k, F32<N> n, F32<N> d) {
-    const F64<N> r = widen(recipSeed(d));
+    const F64<N> r = widen(recipSeedOfNormal(d));
     const F64<N> v = r * widen(d);
     const F64<N> rest = k.two - v;
     return (v * v + (rest - v)) * rest * r * widen(n);

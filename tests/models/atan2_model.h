@@ -1,11 +1,11 @@
 // Models of Atan2 on 32f and 64f and of Arg on 32fc and 64fc.
 #pragma once
 
+#include "tests/models/approximations.h"
 #include "tests/models/bits.h"
 #include "trig/atan_pair_table.h"
 #include "trig/atan_tables.h"
 
-#include <immintrin.h>
 #include <initializer_list>
 
 namespace okt::model {
@@ -26,7 +26,6 @@ inline bool isNaN(Real64 v) { return asBits(magnitude(v)) > 0x7FF0000000000000u;
 inline bool isInfinite(Real64 v) { return asBits(magnitude(v)) == 0x7FF0000000000000u; }
 inline bool isZero(Real64 v) { return asBits(magnitude(v)) == 0; }
 inline Real64 quiet(Real64 v) { return fromBits(asBits(v) | std::uint64_t{0x0008000000000000}); }
-inline Real32 approximateInverse(Real32 v) { return _mm_cvtss_f32(_mm_rcp_ss(_mm_set_ss(v))); }
 inline Real64 splitMasked(Real64 v) { return fromBits(asBits(v) & 0xFFFFFFFFF8000000u); }
 
 // The high half of v.

@@ -3,8 +3,8 @@
 
 #include "complex/ln_tables.h"
 #include "complex_support.h"
+#include "tests/models/approximations.h"
 
-#include <emmintrin.h>
 #include <algorithm>
 #include <cmath>
 
@@ -67,7 +67,7 @@ inline Real32 fastImaginary(Complex32 z) {
     const Real32 den = flat ? A : B;
     const Real32 num = flat ? B : -A;
     const Real32 base = flat ? 0.0F : halfPi;
-    const Real32 rcp = _mm_cvtss_f32(_mm_rcp_ss(_mm_set_ss(den)));
+    const Real32 rcp = approximateInverse(den);
     const Real32 t = num * ((2.0F - den * rcp) * rcp);
     const Real32 w = t * t;
     const Real32 y = w * w;

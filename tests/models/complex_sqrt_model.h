@@ -2,8 +2,8 @@
 #pragma once
 
 #include "complex_support.h"
+#include "tests/models/approximations.h"
 
-#include <emmintrin.h>
 #include <cmath>
 
 namespace okt::model {
@@ -14,12 +14,12 @@ using namespace complex;
 
 inline bool passes(Real32 x) { return asSigned(magnitude(x) + 0x00800000U) > 0x01000000; }
 
-// The processor's estimate of 1/sqrt(v), with all its bits.
+// The estimate of 1/sqrt(v), with all its bits.
 inline Real64 seed(Real64 v) {
     const std::uint64_t pattern = asBits(v);
     const std::uint64_t significand = (pattern & 0x001FFFFFFFFFFFFF) + (std::uint64_t{0x07E00000} << 32);
     const Real32 reduced = fromBits(static_cast<std::uint32_t>(significand >> 29));
-    const Real32 estimate = _mm_cvtss_f32(_mm_rsqrt_ss(_mm_set_ss(reduced)));
+    const Real32 estimate = approximateInverseRoot(reduced);
     const std::uint64_t halfExponent = (pattern >> 1) & 0x3FF0000000000000;
     return fromBits((std::uint64_t{asBits(estimate)} << 29) - (halfExponent - 0x57F0000000000000));
 }

@@ -1,6 +1,7 @@
 // Models of Asin, Acos and Atan on 32f and 64f.
 #pragma once
 
+#include "tests/models/approximations.h"
 #include "tests/models/bits.h"
 #include "trig/atan_tables.h"
 
@@ -11,8 +12,6 @@ namespace okt::model {
 
 namespace inverse_trig {
 
-inline Real32 approximateInvRoot(Real32 x) { return _mm_cvtss_f32(_mm_rsqrt_ss(_mm_set_ss(x))); }
-inline Real32 approximateInverse(Real32 x) { return _mm_cvtss_f32(_mm_rcp_ss(_mm_set_ss(x))); }
 inline Real32 packedRoot(Real32 x) { return _mm_cvtss_f32(_mm_sqrt_ss(_mm_set_ss(x))); }
 
 inline Real64 real64(std::uint64_t pattern) { return fromBits(pattern); }
@@ -60,7 +59,7 @@ inline Real32 asin32(Real32 x, OktStatus& status) {
     const Real32 Q = asinPolynomial32(z);
     Real32 u = a, uh = a, c = 0.0f, L = 0.0f, H = 0.0f, f = 1.0f;
     if (big) {
-        const Real32 g = approximateInvRoot(h);
+        const Real32 g = approximateInverseRoot(h);
         const Real32 hg = h * g;
         const Real32 s = (hg * -0.5f) * (hg * g - 3.0f);
         u = s;
@@ -139,7 +138,7 @@ inline Halved halved64(Real64 a) {
     if (big) {
         // Reciprocal root of q.
         const std::uint32_t top = (std::uint32_t(asBits(q) >> 29) & 0x00FFFFFFu) ^ 0x00800000u;
-        const Real32 r = approximateInvRoot(fromBits(top + 0x3F800000u));
+        const Real32 r = approximateInverseRoot(fromBits(top + 0x3F800000u));
         const std::uint32_t upperQ = std::uint32_t(asBits(q) >> 32);
         const std::uint32_t upperY = (asBits(r) >> 3) + 0x57F00000u - (((upperQ - 0x00100000u) & 0xFFE00000u) >> 1);
         const Real64 y = fromBits(std::uint64_t{upperY} << 32);

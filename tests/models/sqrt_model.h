@@ -1,8 +1,9 @@
-// Models of real Sqrt and InvSqrt: the processor's approximate reciprocal root, refined by one series.
+// Models of real Sqrt and InvSqrt: an approximate reciprocal root, refined by one series.
 // They run under round to nearest with subnormals honoured.
 #pragma once
 
 #include "oktvm_types.h"
+#include "tests/models/approximations.h"
 #include "tests/models/bits.h"
 #include "tests/models/ordered.h"
 
@@ -15,8 +16,6 @@ namespace squareroot {
 
 inline constexpr std::uint32_t splitMask32 = 0xFFFF8000;
 inline constexpr std::uint64_t splitMask64 = 0xFFFFFFFF00000000;
-
-inline Real32 approximateInverseRoot(Real32 x) { return _mm_cvtss_f32(_mm_rsqrt_ss(_mm_set_ss(x))); }
 
 // Positive, normal and finite.
 inline bool inRange(Real32 x) {
