@@ -24,8 +24,8 @@ struct Parts {
 
 // One element, any. What the frame leaves of the caller's MXCSR acts on it.
 Parts cisElement(Real64 x) {
-    if (!sine::isFinite(x)) {
-        const Real64 nan = sine::isInfinite(x) ? x * opaque(0.0) : x * x;
+    if (!isFinite(x)) {
+        const Real64 nan = isInfinite(x) ? x * opaque(0.0) : x * x;
         return {nan, nan};
     }
     if (sine::isTiny(x)) {

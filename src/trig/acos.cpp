@@ -7,6 +7,7 @@
 // GCC: -fschedule-insns -fsched-pressure (?)
 // GCC: -frename-registers (?)
 #include "exports/Acos.h"
+#include "lanes/pattern.h"
 #include "lanes/seeds.h"
 #include "trig/half_angle.h"
 
@@ -26,7 +27,7 @@ struct Constants32 {
 constexpr Constants32 constants32;
 
 // 0 and pi at the ends; NaNs as they are.
-constexpr half_angle::Patch<std::uint32_t> patch32{0, 0x40490FDB, 0xFFC00000, 0, 0};
+constexpr half_angle::Patch<std::uint32_t> patch32{0, 0x40490FDB, Format<Real32>::nan, 0, 0};
 
 template <int N>
 inline half_angle::Outcome32<N> arccosine(const Constants32& k, F32<N> x) {
@@ -71,8 +72,8 @@ struct Constants64 {
 };
 constexpr Constants64 constants64;
 
-constexpr half_angle::Patch<std::uint64_t> patch64{0, 0x400921FB54442D18, 0xFFF8000000000000, half_angle::quietBit,
-                                                   half_angle::signBit};
+constexpr half_angle::Patch<std::uint64_t> patch64{0, 0x400921FB54442D18, Format<Real64>::nan, Format<Real64>::quiet,
+                                                   Format<Real64>::sign};
 
 template <int N>
 inline half_angle::Outcome64<N> arccosine(const Constants64& k, F64<N> x) {

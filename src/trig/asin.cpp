@@ -7,6 +7,7 @@
 // GCC: -fschedule-insns -fsched-pressure (?)
 // GCC: -frename-registers (?)
 #include "exports/Asin.h"
+#include "lanes/pattern.h"
 #include "lanes/seeds.h"
 #include "trig/half_angle.h"
 
@@ -27,7 +28,7 @@ struct Constants32 {
 constexpr Constants32 constants32;
 
 // pi/2 at the ends; NaNs as they are.
-constexpr half_angle::Patch<std::uint32_t> patch32{0x3FC90FDB, 0xBFC90FDB, 0xFFC00000, 0, 0};
+constexpr half_angle::Patch<std::uint32_t> patch32{0x3FC90FDB, 0xBFC90FDB, Format<Real32>::nan, 0, 0};
 
 template <int N>
 inline half_angle::Outcome32<N> arcsine(const Constants32& k, F32<N> x) {
@@ -67,8 +68,8 @@ struct Constants64 {
 };
 constexpr Constants64 constants64;
 
-constexpr half_angle::Patch<std::uint64_t> patch64{0x3FF921FB54442D18, 0xBFF921FB54442D18, 0xFFF8000000000000,
-                                                   half_angle::quietBit, 0};
+constexpr half_angle::Patch<std::uint64_t> patch64{0x3FF921FB54442D18, 0xBFF921FB54442D18, Format<Real64>::nan,
+                                                   Format<Real64>::quiet, 0};
 
 template <int N>
 inline half_angle::Outcome64<N> arcsine(const Constants64& k, F64<N> x) {

@@ -18,6 +18,7 @@
 #include "frame/loops.h"
 #include "lanes/constant.h"
 #include "lanes/ordered.h"
+#include "lanes/pattern.h"
 #include "lanes/seeds.h"
 #include "trig/atan_intervals.h"
 #include "trig/atan_pair_table.h"
@@ -37,11 +38,6 @@ constexpr Real64 halfPiTail = 6.123233995736766e-17;
 
 // Constants whose sum is rounded at run time, for the inexact flag.
 inline Real64 summed(Real64 head, Real64 tail) { return opaque(head) + tail; }
-
-constexpr Real64 magnitude(Real64 v) { return bits64(asBits(v) & 0x7FFFFFFFFFFFFFFF); }
-constexpr std::uint64_t signBit(Real64 v) { return asBits(v) & 0x8000000000000000; }
-constexpr Real64 withSign(Real64 v, std::uint64_t sign) { return bits64(asBits(v) | sign); }
-constexpr int biasedExponent(Real64 v) { return static_cast<int>(asBits(v) >> 52 & 0x7FF); }
 
 // The upper half of the significand.
 inline Real64 split(Real64 v) {
@@ -113,7 +109,7 @@ inline Quotient reduced(Real64 a, Real64 b, Real64 c) {
 }
 
 Real64 generalAngle(Real64 y, Real64 x) {
-    const bool negative = signBit(x) != 0;
+    const bool negative = isNegative(x);
     const Real64 q = magnitude(y) / magnitude(x);
 
     // Both by the same power of two: a about 1.
@@ -129,7 +125,7 @@ Real64 generalAngle(Real64 y, Real64 x) {
     } else {
         a = bits64((asBits(a) & 0x000FFFFFFFFFFFFF) | 0x3FF0000000000000);
     }
-    const Real64 b = magnitude(x) * bits64(static_cast<std::uint64_t>(1023 - k) << 52);
+    const Real64 b = magnitude(x) * powerOfTwo<Real64>(-k);
 
     Parts angle;
     if (q < 0.125) {
@@ -157,7 +153,7 @@ Real64 generalAngle(Real64 y, Real64 x) {
     const Real64 S = U + base;
     const Real64 rest = U - S;
     const Real64 e2 = (base + rest) + (U - (S + rest));
-    return withSign(((low + e2) + baseTail) + S, signBit(y));
+    return withSign(((low + e2) + baseTail) + S, y);
 }
 
 // y/x so small that the angle is the quotient; the square makes it inexact. Whether the result is subnormal is decided
@@ -166,38 +162,34 @@ template <class T>
 Real64 smallAngle(Real64 y, Real64 x) {
     const Real64 q = magnitude(y) / magnitude(x);
     const T stored = static_cast<T>(q);
-    constexpr auto exponentField = sizeof(T) == 4 ? 0x7F800000 : 0x7FF0000000000000;
     Real64 angle;
-    if ((asBits(stored) & exponentField) == 0)
+    if (biasedExponent(stored) == 0)
         angle = static_cast<Real64>(stored + stored * stored);
     else
         angle = q * (1.0 + q);
-    return withSign(angle, signBit(y));
+    return withSign(angle, y);
 }
 
 // T is the element type.
 template <class T>
 [[gnu::noinline, gnu::cold]] Real64 angle(Real64 y, Real64 x) {
-    const std::uint64_t sy = signBit(y);
-    const std::uint64_t ay = asBits(magnitude(y)), ax = asBits(magnitude(x));
-    constexpr std::uint64_t infinity = 0x7FF0000000000000;
-    const bool negative = signBit(x) != 0;
+    const bool negative = isNegative(x);
 
-    if (ay > infinity || ax > infinity) return addOrdered(y, x);  // a NaN: y's if both are
-    if (ay == infinity) {
-        if (ax != infinity) return withSign(summed(halfPi, halfPiTail), sy);
+    if (isNaN(y) || isNaN(x)) return addOrdered(y, x);  // y's if both are
+    if (isInfinite(y)) {
+        if (isFinite(x)) return withSign(summed(halfPi, halfPiTail), y);
         return withSign(negative ? summed(2.356194490192345, 9.184850993605148e-17)
                                  : summed(0.7853981633974483, 3.061616997868383e-17),
-                        sy);
+                        y);
     }
-    if (ax == infinity) return withSign(negative ? summed(pi, piTail) : 0.0, sy);
-    if (ay == 0) return negative ? withSign(summed(pi, piTail), sy) : y;
-    if (ax == 0) return withSign(summed(halfPi, halfPiTail), sy);
+    if (isInfinite(x)) return withSign(negative ? summed(pi, piTail) : 0.0, y);
+    if (isZero(y)) return negative ? withSign(summed(pi, piTail), y) : y;
+    if (isZero(x)) return withSign(summed(halfPi, halfPiTail), y);
 
     const int d = biasedExponent(y) - biasedExponent(x);
-    if (d < -53) return negative ? withSign(summed(pi, piTail), sy) : smallAngle<T>(y, x);
-    if (d >= 74) return withSign(summed(halfPi, halfPiTail), sy);
-    if (d >= 54) return withSign((halfPiTail - x / magnitude(y)) + halfPi, sy);
+    if (d < -53) return negative ? withSign(summed(pi, piTail), y) : smallAngle<T>(y, x);
+    if (d >= 74) return withSign(summed(halfPi, halfPiTail), y);
+    if (d >= 54) return withSign((halfPiTail - x / magnitude(y)) + halfPi, y);
     return generalAngle(y, x);
 }
 

@@ -7,21 +7,22 @@
 //
 // GCC: -fno-tree-ter (?)
 #include "exports/Cos.h"
+#include "lanes/pattern.h"
 #include "trig/sine_loops.h"
 
 namespace okt {
 namespace {
 
 [[gnu::noinline]] Real64 cosLane64(Real64 x, OktStatus& status) {
-    if (!sine::isFinite(x)) return sine::ofNonFinite(x, status);
+    if (!isFinite(x)) return sine::ofNonFinite(x, status);
     if (sine::isTiny(x)) return sine::cosineOfTiny(x);
     return sine::laneAngle(x).cosine().raw;
 }
 
 [[gnu::noinline]] Real32 cosLane32(Real32 x, OktStatus& status) {
-    if (sine::isInfinite(x)) return sine::ofInfinity32(status);
+    if (isInfinite(x)) return sine::ofInfinity32(status);
     const Real64 wide = x;
-    if (!sine::isFinite(wide)) return static_cast<Real32>(wide * wide);
+    if (!isFinite(wide)) return static_cast<Real32>(wide * wide);
     if (sine::isTiny(wide)) return static_cast<Real32>(sine::cosineOfTiny(wide));
     return static_cast<Real32>(sine::laneAngle(wide).cosine().raw);
 }

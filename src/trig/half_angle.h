@@ -5,6 +5,7 @@
 
 #include "lanes/constant.h"
 #include "lanes/opaque.h"
+#include "lanes/pattern.h"
 #include "lanes/root_seed.h"
 #include "oktvm_types.h"
 
@@ -112,9 +113,6 @@ inline Mask32<N> reachesOne(F64<N> a) {
 
 // ---------------------------------------------------------------------------------------------------------------------
 
-inline constexpr std::uint64_t quietBit = 0x0008000000000000;
-inline constexpr std::uint64_t signBit = 0x8000000000000000;
-
 // Results of a function's flagged elements.
 template <class Bits>
 struct Patch {
@@ -128,17 +126,15 @@ template <class T, int N>
 [[gnu::noinline, gnu::cold]] void patchLanes(int flagged, Vec<T, N> x, T* dst, const Patch<Unsigned<T>>& patch,
                                              OktStatus& status) {
     using Bits = Unsigned<T>;
-    constexpr Bits sign = Bits{1} << (8 * sizeof(T) - 1);
-    constexpr Bits one = std::bit_cast<Bits>(T{1});
-    constexpr Bits infinity = sizeof(T) == 4 ? Bits{0x7F800000} : static_cast<Bits>(0x7FF0000000000000);
+    using F = Format<T>;
     alignas(16) Bits patterns[N];
     asBits(x).store(patterns);
     for (int i = 0; i < N; ++i) {
-        const Bits a = patterns[i] & ~sign;
-        if ((flagged >> i & 1) == 0 || a < one) continue;
-        if (a == one) {
+        const Bits a = patterns[i] & ~F::sign;
+        if ((flagged >> i & 1) == 0 || a < F::one) continue;
+        if (a == F::one) {
             storeBits(dst + i, a == patterns[i] ? patch.atOne : patch.atMinusOne);
-        } else if (a > infinity) {
+        } else if (a > F::infinity) {
             storeBits(dst + i, (patterns[i] | patch.nanSet) ^ patch.nanFlip);
         } else {
             storeBits(dst + i, patch.beyond);

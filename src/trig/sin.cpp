@@ -7,21 +7,22 @@
 //
 // GCC: -fno-tree-ter (?)
 #include "exports/Sin.h"
+#include "lanes/pattern.h"
 #include "trig/sine_loops.h"
 
 namespace okt {
 namespace {
 
 [[gnu::noinline]] Real64 sinLane64(Real64 x, OktStatus& status) {
-    if (!sine::isFinite(x)) return sine::ofNonFinite(x, status);
+    if (!isFinite(x)) return sine::ofNonFinite(x, status);
     if (sine::isTiny(x)) return sine::sineOfTiny(x);
     return sine::laneAngle(x).sine().raw;
 }
 
 [[gnu::noinline]] Real32 sinLane32(Real32 x, OktStatus& status) {
-    if (sine::isInfinite(x)) return sine::ofInfinity32(status);
+    if (isInfinite(x)) return sine::ofInfinity32(status);
     const Real64 wide = x;
-    if (!sine::isFinite(wide)) return static_cast<Real32>(wide * wide);
+    if (!isFinite(wide)) return static_cast<Real32>(wide * wide);
     if (sine::isTiny(wide)) return x;  // a zero: no other Real32 is as small
     return static_cast<Real32>(sine::laneAngle(wide).sine().raw);
 }

@@ -13,6 +13,7 @@
 #include "exports/SinCos.h"
 #include "frame/loops.h"
 #include "lanes/constant.h"
+#include "lanes/pattern.h"
 #include "trig/sine_kernel.h"
 
 namespace okt {
@@ -24,7 +25,7 @@ struct SineAndCosine {
 };
 
 [[gnu::noinline, gnu::cold]] SineAndCosine<Real64> sinCosLane64(Real64 x, OktStatus& status) {
-    if (!sine::isFinite(x)) {
+    if (!isFinite(x)) {
         const Real64 result = sine::ofNonFinite(x, status);
         return {result, result};
     }
@@ -34,7 +35,7 @@ struct SineAndCosine {
 }
 
 [[gnu::noinline, gnu::cold]] SineAndCosine<Real32> sinCosLane32(Real32 x, OktStatus& status) {
-    if (sine::isInfinite(x)) {
+    if (isInfinite(x)) {
         const Real32 result = sine::ofInfinity32(status);
         return {result, result};
     }

@@ -11,6 +11,7 @@
 #include "frame/status_flag.h"
 #include "lanes/lanes.h"
 #include "lanes/lookup.h"
+#include "lanes/pattern.h"
 #include "tables/sin_cos_table.h"
 #include "trig/reduce_quarter_pi.h"
 #include "trig/sin_cos_tables.h"
@@ -225,8 +226,6 @@ private:
     }
 };
 
-inline std::uint32_t biasedExponent(Real64 x) { return highWord(x) >> 20 & 0x7FF; }
-
 // For finite x; below 2^-252 the functions have steps of their own.
 inline LaneAngle<1> laneAngle(Real64 x) {
     QuarterPiReduction reduction{x, 0.0, 0};
@@ -248,10 +247,6 @@ inline Real64 sineOfTiny(Real64 x) {
 }
 inline Real64 cosineOfTiny(Real64 x) { return 1.0 - abs(F64<1>(x)).raw; }
 
-inline bool isInfinite(Real32 x) { return (asBits(x) & 0x7FFFFFFF) == 0x7F800000; }
-inline bool isInfinite(Real64 x) { return (asBits(x) & 0x7FFFFFFFFFFFFFFF) == 0x7FF0000000000000; }
-inline bool isFinite(Real64 x) { return biasedExponent(x) != 0x7FF; }
-
 // An infinity has no sine: the default NaN with invalid raised, and the status. A NaN comes back quiet.
 inline Real64 ofNonFinite(Real64 x, OktStatus& status) {
     const Real64 result = x - x;
@@ -266,7 +261,7 @@ inline Real64 ofNonFinite(Real64 x, OktStatus& status) {
 inline Real32 ofInfinity32(OktStatus& status) {
     raiseStatusFlag(oktStatusDomain);
     status = oktStatusDomain;
-    return bits32(0xFFC00000);
+    return asReal(Format<Real32>::nan);
 }
 
 }  // namespace okt::sine

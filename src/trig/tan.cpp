@@ -15,6 +15,7 @@
 #include "exports/Tan.h"
 #include "frame/loops.h"
 #include "frame/status_flag.h"
+#include "lanes/pattern.h"
 #include "trig/reduce_quarter_pi.h"
 #include "trig/sine_kernel.h"
 #include "trig/tan_table.h"
@@ -104,11 +105,11 @@ inline Real64 tangentOfFinite(Real64 x) {
 }
 
 [[gnu::noinline]] Real64 tanLane64(Real64 x, OktStatus& status) {
-    return sine::isFinite(x) ? tangentOfFinite(x) : sine::ofNonFinite(x, status);
+    return isFinite(x) ? tangentOfFinite(x) : sine::ofNonFinite(x, status);
 }
 
 [[gnu::noinline]] Real32 tanLane32(Real32 x, OktStatus& status) {
-    if (sine::isInfinite(x)) return sine::ofInfinity32(status);
+    if (isInfinite(x)) return sine::ofInfinity32(status);
     return static_cast<Real32>(tanLane64(x, status));
 }
 
