@@ -68,7 +68,7 @@ struct AngleAndLogarithm {
 };
 
 OKT_EXT AngleAndLogarithm acosParts(Real64 x, Real64 y) {
-    Distances d = distances(absReal64(x), absReal64(y));
+    Distances d = distances(magnitude(x), magnitude(y));
     Logarithm start = startLogarithm(d);
     Real80 angle;
     if (d.a < 0xA4467381D7DBF488p-64L * d.A) {  // 0.6417
@@ -77,17 +77,17 @@ OKT_EXT AngleAndLogarithm acosParts(Real64 x, Real64 y) {
         Real80 v = otherLeg(d);
         angle = atan2Ext(d.a > 1.0 ? d.b * v : v, d.a);
     }
-    if (signOf(x)) {
+    if (isNegative(x)) {
         angle = 0xC90FDAA22168C235p-62L - angle;
     }
     return {angle, finishLogarithm(start, d)};
 }
 
 // Real part of acos or imaginary part of acosh where that is 0 or pi, and where it is pi/4 or 3*pi/4.
-inline Real64 halfTurn(Real64 x) { return signOf(x) ? pi64 : 0.0; }
-inline Real64 diagonal(Real64 x) { return signOf(x) ? threeQuarterPi64 : quarterPi64; }
+inline Real64 halfTurn(Real64 x) { return isNegative(x) ? pi64 : 0.0; }
+inline Real64 diagonal(Real64 x) { return isNegative(x) ? threeQuarterPi64 : quarterPi64; }
 
-inline bool isBelowOne(Real64 x) { return exponentField(x) < 0x3FF; }
+inline bool isBelowOne(Real64 x) { return biasedExponent(x) < 0x3FF; }
 
 // A zero, infinite or NaN part.
 inline Complex64 complexAcosSpecial(Real64 x, Real64 y) {
@@ -96,20 +96,20 @@ inline Complex64 complexAcosSpecial(Real64 x, Real64 y) {
     }
     if (isNaN(y)) {
         Real64 square = squared(y);
-        return isNaN(x) ? Complex64{squared(x), square} : Complex64{square, isInf(x) ? squared(x) : square};
+        return isNaN(x) ? Complex64{squared(x), square} : Complex64{square, isInfinite(x) ? squared(x) : square};
     }
     if (isNaN(x)) {
         Real64 square = squared(x);
-        return isInf(y) ? Complex64{x + 0.0, 0.0 - y} : Complex64{square, square};
+        return isInfinite(y) ? Complex64{x + 0.0, 0.0 - y} : Complex64{square, square};
     }
     if (isZero(y)) {
         if (isBelowOne(x)) {
             return {narrow(acosExt(x)), negated(y)};
         }
-        return {halfTurn(x), withSign(narrow(acoshExt(absReal64(x))), negated(y))};
+        return {halfTurn(x), withSign(narrow(acoshExt(magnitude(x))), negated(y))};
     }
-    if (isInf(x)) {
-        return {isInf(y) ? diagonal(x) : halfTurn(x), withSign(squared(x), negated(y))};
+    if (isInfinite(x)) {
+        return {isInfinite(y) ? diagonal(x) : halfTurn(x), withSign(squared(x), negated(y))};
     }
     return {halfPi64, 0.0 - y};
 }
@@ -117,23 +117,23 @@ inline Complex64 complexAcosSpecial(Real64 x, Real64 y) {
 inline Complex64 complexAcoshSpecial(Real64 x, Real64 y) {
     if (isNaN(y)) {
         Real64 square = squared(y);
-        return {isNaN(x) || isInf(x) ? squared(x) : square, square};
+        return {isNaN(x) || isInfinite(x) ? squared(x) : square, square};
     }
     if (isNaN(x)) {
         Real64 square = squared(x);
-        return isInf(y) ? Complex64{squared(y), x + 0.0} : Complex64{square, square};
+        return isInfinite(y) ? Complex64{squared(y), x + 0.0} : Complex64{square, square};
     }
     if (isZero(y)) {
         if (isBelowOne(x)) {
             return {0.0, withSign(narrow(acosExt(x)), y)};
         }
-        return {narrow(acoshExt(absReal64(x))), withSign(halfTurn(x), y)};
+        return {narrow(acoshExt(magnitude(x))), withSign(halfTurn(x), y)};
     }
     if (isZero(x)) {
-        return {narrow(asinhExt(absReal64(y))), narrow(atan2Ext(y, x))};
+        return {narrow(asinhExt(magnitude(y))), narrow(atan2Ext(y, x))};
     }
-    if (isInf(x)) {
-        return {squared(x), withSign(isInf(y) ? diagonal(x) : halfTurn(x), y)};
+    if (isInfinite(x)) {
+        return {squared(x), withSign(isInfinite(y) ? diagonal(x) : halfTurn(x), y)};
     }
     return {squared(y), withSign(halfPi64, y)};
 }
@@ -144,27 +144,27 @@ inline Complex64 complexAsinhSpecial(Real64 x, Real64 y) {
     }
     if (isNaN(y)) {
         Real64 square = squared(y);
-        return {isNaN(x) ? squared(x) : isInf(x) ? x : square, square};
+        return {isNaN(x) ? squared(x) : isInfinite(x) ? x : square, square};
     }
     if (isNaN(x)) {
         Real64 square = squared(x);
-        return {isInf(y) ? squared(y) : square, square};
+        return {isInfinite(y) ? squared(y) : square, square};
     }
     if (isZero(x)) {
         if (isBelowOne(y)) {
             return {x, narrow(asinExt(y))};
         }
-        return {narrow(acoshExt(absReal64(y)) * Real80{withSign(1.0, x)}), withSign(halfPi64, y)};
+        return {narrow(acoshExt(magnitude(y)) * Real80{withSign(1.0, x)}), withSign(halfPi64, y)};
     }
-    if (isInf(x)) {
-        return {x, withSign(isInf(y) ? quarterPi64 : 0.0, y)};
+    if (isInfinite(x)) {
+        return {x, withSign(isInfinite(y) ? quarterPi64 : 0.0, y)};
     }
-    return {withSign(__builtin_inf(), x), withSign(halfPi64, y)};
+    return {withSign(infinity<Real64>(), x), withSign(halfPi64, y)};
 }
 
 // pi/2 with the sign of y, and the inexact flag.
 inline Real64 halfPiOf(Real64 y) {
-    keepFlags(opaque(halfPi64) + smallestNormal64);
+    keepFlags(opaque(halfPi64) + smallestNormal<Real64>());
     return withSign(halfPi64, y);
 }
 
@@ -211,7 +211,7 @@ inline Complex64 complexAtanhSpecial(Real64 x, Real64 y) {
     Real64 zero = withSign(0.0, x);
     if (isNaN(x)) {
         Real64 square = squared(x);
-        if (isInf(y)) {
+        if (isInfinite(y)) {
             return {0.0, halfPiOf(y)};
         }
         Real64 fourth = square * square;
@@ -221,13 +221,13 @@ inline Complex64 complexAtanhSpecial(Real64 x, Real64 y) {
         Real64 square = squared(y);
         return isFiniteNonzero(x) ? Complex64{square, square} : Complex64{zero, narrow(atanExt(y))};
     }
-    if (isInf(y)) {
+    if (isInfinite(y)) {
         if (isSubnormal(x)) {
             keepFlags(opaque(0.5) + x);
         }
         return {zero, narrow(atanExt(y))};
     }
-    if (isInf(x)) {
+    if (isInfinite(x)) {
         if (isSubnormal(y)) {
             keepFlags(opaque(0.5) + y);
         }
@@ -237,7 +237,7 @@ inline Complex64 complexAtanhSpecial(Real64 x, Real64 y) {
         return {x, narrow(atanExt(y))};
     }
     // y is a zero
-    if (magnitudeOf(x) <= 0x3FF0000000000000U) {
+    if (magnitudeBits(x) <= 0x3FF0000000000000U) {
         return {narrow(atanhExt(x)), y};
     }
     Real80 wide = x;
@@ -252,7 +252,7 @@ inline Complex64 complexAcosKernel(Complex64 z) {
     }
     auto [angle, logarithm] = ext::acosParts(z.re, z.im);
     Real64 im = narrow(logarithm);
-    return closed({narrow(angle), signOf(z.im) ? im : negated(im)});
+    return closed({narrow(angle), isNegative(z.im) ? im : negated(im)});
 }
 
 inline Complex64 complexAcoshKernel(Complex64 z) {
@@ -268,7 +268,7 @@ inline Complex64 complexAsinhKernel(Complex64 z) {
         return closed(ext::complexAsinhSpecial(z.re, z.im));
     }
     // The roles of the parts are exchanged.
-    ext::Distances d = ext::distances(absReal64(z.im), absReal64(z.re));
+    ext::Distances d = ext::distances(magnitude(z.im), magnitude(z.re));
     ext::Logarithm start = ext::startLogarithm(d);
     Real80 angle;
     if (d.a <= 0xE666666666666666p-64L * d.A) {  // 0.9
@@ -284,15 +284,15 @@ inline Complex64 complexAtanhKernel(Complex64 z) {
     if (!isFiniteNonzero(z.re) || !isFiniteNonzero(z.im)) [[unlikely]] {
         return closed(ext::complexAtanhSpecial(z.re, z.im));
     }
-    Real80 x = z.re, y = absReal64(z.im);
+    Real80 x = z.re, y = magnitude(z.im);
     Real80 x2 = x * x, y2 = y * y;
     Real80 d = (1.0 - x2) - y2;
-    if (exponentField(z.re) < 0x3FF + 500 && exponentField(z.im) < 0x3FF + 500) [[likely]] {
+    if (biasedExponent(z.re) < 0x3FF + 500 && biasedExponent(z.im) < 0x3FF + 500) [[likely]] {
         Real64 d64 = narrow(d);
-        Real64 y64 = bits64(magnitudeOf(z.im) + (std::uint64_t{1} << 52));  // 2|y| where it is not tiny
-        int apart = exponentField(y64) - exponentField(d64);
+        Real64 y64 = bits64(magnitudeBits(z.im) + (std::uint64_t{1} << 52));  // 2|y| where it is not tiny
+        int apart = biasedExponent(y64) - biasedExponent(d64);
         ext::SquaredDistances distances = ext::squaredDistances(x, y2);
-        if (!distances.close && magnitudeOf(d64) > asBits(ext::atanhClose) && static_cast<unsigned>(apart + 12) <= 24)
+        if (!distances.close && magnitudeBits(d64) > asBits(ext::atanhClose) && static_cast<unsigned>(apart + 12) <= 24)
             [[likely]] {
             // Two long chains of operations, both begun with their divisions. No part is subnormal.
             Real80Bits quotient = asBits(distances.c / distances.d);

@@ -24,14 +24,11 @@ inline Complex64 loadWidened(const Z* from) {
     return widened(Z{loadElement(partsOf(from)), loadElement(partsOf(from) + 1)});
 }
 
-inline bool isSubnormal(Real32 x) { return (asBits(x) & 0x7FFFFFFF) - 1 < 0x007FFFFF; }
-
 // A part that is subnormal as a Real32 raises the underflow flag.
 inline Complex32 narrowed(Complex64 z) {
     const Complex32 result{static_cast<Real32>(z.re), static_cast<Real32>(z.im)};
     if (isSubnormal(result.re) || isSubnormal(result.im)) [[unlikely]] {
-        constexpr Real32 smallestNormal = 0x1p-126F;
-        keepFlags(opaque(smallestNormal) * smallestNormal);
+        keepFlags(opaque(smallestNormal<Real32>()) * smallestNormal<Real32>());
     }
     return result;
 }

@@ -17,7 +17,7 @@ inline Complex64 complexExpSpecial(Complex64 z) {
     }
     if (isFinite(b)) {  // a is zero, infinite or a NaN
         Real80 e = expExt(a);
-        bool plain = exponentField(b) == 0 && !isZero(a);
+        bool plain = biasedExponent(b) == 0 && !isZero(a);
         return {narrow(e * cosExt(b)), narrow(plain ? e * b : e * sinExt(b))};
     }
     if (isFinite(a)) {
@@ -28,7 +28,7 @@ inline Complex64 complexExpSpecial(Complex64 z) {
         Real64 square = squared(a);
         return {square, mulOrdered(b, square)};
     }
-    if (signOf(a)) {
+    if (isNegative(a)) {
         return {0.0, isNaN(b) ? 0.0 : withSign(0.0, b)};
     }
     return {narrow(expExt(a)), narrow(sinExt(b))};
@@ -37,9 +37,9 @@ inline Complex64 complexExpSpecial(Complex64 z) {
 // |a| >= 2^11: the exponential over- or underflows by itself.
 inline Complex64 complexExpExtreme(Complex64 z) {
     Real64 a = z.re, b = z.im;
-    Real80 scale = powerOfTwoExt(signOf(a) ? -16382 : 16383);
+    Real80 scale = powerOfTwoExt(isNegative(a) ? -16382 : 16383);
     Real80 e = opaque(scale) * scale;
-    return {narrow(cosExt(b) * e), narrow(exponentField(b) == 0 ? e * b : sinExt(b) * e)};
+    return {narrow(cosExt(b) * e), narrow(biasedExponent(b) == 0 ? e * b : sinExt(b) * e)};
 }
 
 }  // namespace ext
@@ -48,7 +48,7 @@ inline Complex64 complexExpKernel(Complex64 z) {
     if (!isFiniteNonzero(z.re) || !isFiniteNonzero(z.im)) [[unlikely]] {
         return closed(ext::complexExpSpecial(z));
     }
-    if (exponentField(z.re) >= 0x40A) [[unlikely]] {
+    if (biasedExponent(z.re) >= 0x40A) [[unlikely]] {
         return closed(ext::complexExpExtreme(z));
     }
     Real80 e = expExt(z.re);

@@ -17,12 +17,12 @@ inline constexpr Real80 log10E = 0xDE5BD8A937287195p-65L;
 // A part that is infinite or a NaN; the angle of such a point is a NaN's or atan2's.
 inline Complex64 complexLogSpecial(Real64 a, Real64 b, Real80 angleFactor) {
     if (!isNaN(a) && !isNaN(b)) {
-        return {__builtin_inf(), narrow(atan2Ext(b, a) * angleFactor)};
+        return {infinity<Real64>(), narrow(atan2Ext(b, a) * angleFactor)};
     }
     if (isNaN(a)) {
-        return isInf(b) ? Complex64{squared(b), squared(a)} : Complex64{mulOrdered(b, a), squared(a)};
+        return isInfinite(b) ? Complex64{squared(b), squared(a)} : Complex64{mulOrdered(b, a), squared(a)};
     }
-    return isInf(a) ? Complex64{squared(a), squared(b)} : Complex64{squared(b), squared(b)};
+    return isInfinite(a) ? Complex64{squared(a), squared(b)} : Complex64{squared(b), squared(b)};
 }
 
 // High part of x for an exact square, 31 bits of the significand.

@@ -11,41 +11,41 @@ namespace ext {
 
 // |x| >= 2^11 with a finite non-zero y: infinities of the right signs, with the overflow flag.
 inline Complex64 complexCoshExtreme(Real64 x, Real64 y) {
-    Real64 h = opaque(largestFinite64) * largestFinite64;
+    Real64 h = opaque(largestFinite<Real64>()) * largestFinite<Real64>();
     Real80 c = cosExt(y);
     Real64 g = h * x;
-    return {narrow(c * h), exponentField(y) == 0 ? g * y : narrow(g * sinExt(y))};
+    return {narrow(c * h), biasedExponent(y) == 0 ? g * y : narrow(g * sinExt(y))};
 }
 
 inline Complex64 complexSinhExtreme(Real64 x, Real64 y) {
-    Real64 h = opaque(largestFinite64) * largestFinite64;
+    Real64 h = opaque(largestFinite<Real64>()) * largestFinite<Real64>();
     Real80 c = cosExt(y);
-    return {narrow(c * h * x), exponentField(y) == 0 ? h * y : narrow(sinExt(y) * h)};
+    return {narrow(c * h * x), biasedExponent(y) == 0 ? h * y : narrow(sinExt(y) * h)};
 }
 
 // Everything but a finite non-zero x with a finite non-zero y.
 inline Complex64 complexCoshSpecial(Real64 x, Real64 y) {
     if (isZero(y)) {
         Real64 re = narrow(coshExt(x));
-        return {re, isNaN(x) || !signOf(x) ? y : negated(y)};
+        return {re, isNaN(x) || !isNegative(x) ? y : negated(y)};
     }
     if (isZero(x)) {
         Real64 re = narrow(cosExt(y));
         if (isNaN(y)) {
             return {re, negated(x)};
         }
-        if (isInf(y)) {
-            return {re, signOf(y) ? negated(x) : x};
+        if (isInfinite(y)) {
+            return {re, isNegative(y) ? negated(x) : x};
         }
         raiseInexact();
-        return {re, exponentField(y) == 0 ? x * y : narrow(sinExt(y) * x)};
+        return {re, biasedExponent(y) == 0 ? x * y : narrow(sinExt(y) * x)};
     }
     if (isFinite(y)) {
         Real64 square = squared(x);
         if (isNaN(x)) {
             return {square, square};
         }
-        if (exponentField(y) < 0x3FF) {
+        if (biasedExponent(y) < 0x3FF) {
             return {square, x * y};
         }
         auto [s, c] = sinCosExt(y);
@@ -66,7 +66,7 @@ inline Complex64 complexSinhSpecial(Real64 x, Real64 y) {
         return {isFiniteNonzero(x) ? im * x : narrow(sinhExt(x)), im};
     }
     if (isZero(x)) {
-        Complex64 result = {narrow(cosExt(y) * x), exponentField(y) == 0 ? y : narrow(sinExt(y))};
+        Complex64 result = {narrow(cosExt(y) * x), biasedExponent(y) == 0 ? y : narrow(sinExt(y))};
         raiseInexact();
         return result;
     }
@@ -74,7 +74,7 @@ inline Complex64 complexSinhSpecial(Real64 x, Real64 y) {
     if (isNaN(x)) {
         return {square, square};
     }
-    if (exponentField(y) < 0x3FF) {
+    if (biasedExponent(y) < 0x3FF) {
         return {x, square * y};
     }
     auto [s, c] = sinCosExt(y);
@@ -83,13 +83,13 @@ inline Complex64 complexSinhSpecial(Real64 x, Real64 y) {
 
 // A zero, infinite or NaN x, or such a y but for the zero.
 inline Complex64 complexTanhSpecial(Real64 x, Real64 y) {
-    if (isInf(x)) {
+    if (isInfinite(x)) {
         Real64 one = withSign(1.0, x);
         if (isNaN(y)) {
             keepFlags(squared(y));
             return {one, 0.0};
         }
-        if (isInf(y) || exponentField(y) < 0x3FF) {
+        if (isInfinite(y) || biasedExponent(y) < 0x3FF) {
             if (isSubnormal(y)) {
                 keepFlags(opaque(y) + y);
             }
@@ -113,12 +113,12 @@ inline Complex64 complexTanhSpecial(Real64 x, Real64 y) {
         return {x, y};
     }
     Real64 im = narrow(tanExt(y));
-    return {isInf(y) ? im : x, im};
+    return {isInfinite(y) ? im : x, im};
 }
 
 // |x| >= 2^9: one, and a zero with the sign of sin y*cos y.
 inline Complex64 complexTanhExtreme(Real64 x, Real64 y) {
-    Real64 re = opaque(withSign(1.0, x)) - smallestNormal64;
+    Real64 re = opaque(withSign(1.0, x)) - smallestNormal<Real64>();
     if (isZero(y)) {
         return {re, y};
     }
@@ -139,7 +139,7 @@ inline Complex64 complexCoshKernel(Complex64 z) {
     Complex64 result;
     if (!isFiniteNonzero(z.re) || !isFiniteNonzero(z.im)) [[unlikely]] {
         result = ext::complexCoshSpecial(z.re, z.im);
-    } else if (exponentField(z.re) >= 0x40A) [[unlikely]] {
+    } else if (biasedExponent(z.re) >= 0x40A) [[unlikely]] {
         result = ext::complexCoshExtreme(z.re, z.im);
     } else {
         auto [s, c] = sinCosExt(z.im);
@@ -156,7 +156,7 @@ inline Complex64 complexSinhKernel(Complex64 z) {
     if (!isFiniteNonzero(z.re) || !isFiniteNonzero(z.im)) [[unlikely]] {
         return closed(ext::complexSinhSpecial(z.re, z.im));
     }
-    if (exponentField(z.re) >= 0x40A) [[unlikely]] {
+    if (biasedExponent(z.re) >= 0x40A) [[unlikely]] {
         return closed(ext::complexSinhExtreme(z.re, z.im));
     }
     auto [s, c] = sinCosExt(z.im);
@@ -168,7 +168,7 @@ inline Complex64 complexTanhKernel(Complex64 z) {
     if (!isFiniteNonzero(z.re) || !isFinite(z.im)) [[unlikely]] {
         return closed(ext::complexTanhSpecial(z.re, z.im));
     }
-    if (exponentField(z.re) >= 0x408) [[unlikely]] {
+    if (biasedExponent(z.re) >= 0x408) [[unlikely]] {
         return closed(ext::complexTanhExtreme(z.re, z.im));
     }
     auto [s, c] = sinCosExt(z.im);

@@ -10,24 +10,25 @@ namespace ext {
 
 // A zero, infinite or NaN part, in the order of the contract.
 inline Complex64 complexSqrtSpecial(Real64 x, Real64 y) {
-    if (isInf(y)) {
-        return {__builtin_inf(), y};
+    if (isInfinite(y)) {
+        return {infinity<Real64>(), y};
     }
-    if (isInf(x)) {
+    if (isInfinite(x)) {
         if (isNaN(y)) {
-            return signOf(x) ? Complex64{squared(y), __builtin_inf()} : Complex64{__builtin_inf(), squared(y)};
+            return isNegative(x) ? Complex64{squared(y), infinity<Real64>()}
+                                 : Complex64{infinity<Real64>(), squared(y)};
         }
-        return signOf(x) ? Complex64{0.0, withSign(x, y)} : Complex64{x, withSign(0.0, y)};
+        return isNegative(x) ? Complex64{0.0, withSign(x, y)} : Complex64{x, withSign(0.0, y)};
     }
     if (isNaN(x) || isNaN(y)) {
         Real64 nan = mulOrdered(x, y);
         return {nan, nan};
     }
     if (isZero(x)) {
-        Real64 t = narrow(sqrt(0.5 * Real80{absReal64(y)}));
+        Real64 t = narrow(sqrt(0.5 * Real80{magnitude(y)}));
         return {t, withSign(t, y)};
     }
-    if (signOf(x)) {  // y is a zero from here on
+    if (isNegative(x)) {  // y is a zero from here on
         return {0.0, withSign(narrow(sqrt(-Real80{x})), y)};
     }
     return {narrow(sqrt(Real80{x})), y};
@@ -44,8 +45,8 @@ inline Complex64 complexSqrtKernel(Complex64 z) {
     // t is the part along the axis on whose side the point lies.
     Real80 t = sqrt(0.5 * m + 0.5 * abs(x));
     Real64 along = narrow(t);
-    Real64 across = absReal64(narrow((0.5 * y) / t));
-    bool left = signOf(z.re);
+    Real64 across = magnitude(narrow((0.5 * y) / t));
+    bool left = isNegative(z.re);
     return closed({left ? across : along, withSign(left ? along : across, z.im)});
 }
 

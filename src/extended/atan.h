@@ -76,15 +76,15 @@ OKT_EXT Real80 finishAngle(const AngleStart& a) {
 // Angle of the point (x, y) from 0 to pi, y > 0, the two within a factor 2^12 of each other; y64 and x64 are the
 // coordinates rounded to Real64. Whether y or x is the larger is as good as random: no branch.
 OKT_EXT AngleStart startUpperAngle(Real80 y, Real64 y64, Real80 x, Real64 x64) {
-    bool steep = asBits(y64) > asBits(absReal64(x64));
-    int base = steep ? 256 : signOf(x64) ? 512 : 0;
+    bool steep = asBits(y64) > asBits(magnitude(x64));
+    int base = steep ? 256 : isNegative(x64) ? 512 : 0;
     Real64 lHead = bits64(steep ? asBits(y64) : asBits(x64));
     return startAngle(base, select(steep, -x, y), select(steep, y, x), lHead);
 }
 
 OKT_EXT AngleStart startUpperAngle(Real64 y, Real64 x) {
-    bool steep = asBits(y) > asBits(absReal64(x));
-    int base = steep ? 256 : signOf(x) ? 512 : 0;
+    bool steep = asBits(y) > asBits(magnitude(x));
+    int base = steep ? 256 : isNegative(x) ? 512 : 0;
     Real64 s = bits64(steep ? asBits(x) ^ 0x8000000000000000U : asBits(y)), l = bits64(steep ? asBits(y) : asBits(x));
     return startAngle(base, s, l, l);
 }
@@ -127,7 +127,7 @@ OKT_EXT Octant octantOf(bool steep, bool left) { return steep ? Octant{256, !lef
 
 // Every argument of atan2Ext that is not of two ordinary magnitudes.
 OKT_EXT_RARE Real80 atan2Rare(Real80 y, Real80 x) {
-    bool negative = signOf(y), left = signOf(x);
+    bool negative = isNegative(y), left = isNegative(x);
     if (y != y || x != x) {
         return y * x;
     }
@@ -185,7 +185,7 @@ struct Ordered {
 };
 
 OKT_EXT Ordered ordered(Real64 y, Real64 x) {
-    std::uint64_t a = asBits(absReal64(y)), b = asBits(absReal64(x));
+    std::uint64_t a = asBits(magnitude(y)), b = asBits(magnitude(x));
     return {bits64(std::max(a, b)), bits64(std::min(a, b))};
 }
 
@@ -203,7 +203,7 @@ OKT_EXT Real80 atan2Ext(T argumentY, T argumentX) {
         [[likely]] {
         Real80 angle;
         if constexpr (sizeof(T) == 8) {
-            angle = finishAngle<true>(startUpperAngle(absReal64(argumentY), argumentX));
+            angle = finishAngle<true>(startUpperAngle(magnitude(argumentY), argumentX));
         } else {
             Real80 y = abs(argumentY);
             angle = finishAngle<false>(
@@ -220,7 +220,7 @@ inline Real80 atanExt(T argument) {
     using namespace ext;
     int exponent = extExponent(argument);
     Real80 x = argument;
-    bool negative = signOf(argument);
+    bool negative = isNegative(argument);
     if (exponent < 0x3FF8) {
         Real80 z = x * x;
         if (exponent >= 0x3FF3) {
@@ -289,7 +289,7 @@ inline Real80 asinExt(T argument) {
     auto [head, low] = halfAngle(a);
     const Real64* halfPi = tables::atanTable + 2 * 256;
     Pair angle = fastTwoSum(halfPi[0], -2.0 * head);
-    return negateIf(signOf(argument), angle.head + (angle.tail + (halfPi[1] - 2.0 * low)));
+    return negateIf(isNegative(argument), angle.head + (angle.tail + (halfPi[1] - 2.0 * low)));
 }
 
 // Arccosine.
@@ -312,7 +312,7 @@ inline Real80 acosExt(T argument) {
         return invalid();
     }
     auto [head, low] = halfAngle(a);
-    if (!signOf(argument)) {
+    if (!isNegative(argument)) {
         return 2.0 * (head + low);
     }
     const Real64* pi = tables::atanTable + 2 * 512;

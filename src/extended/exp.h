@@ -134,7 +134,7 @@ OKT_EXT Real80 expExt(T argument) {
         return ext::expFar(argument, exponent);
     }
     auto [value, n] = ext::expParts(argument);  // |x| < 512: 2^k is a Real64
-    return (value.head + value.tail) * powerOfTwo64(static_cast<int>(n >> 8));
+    return (value.head + value.tail) * powerOfTwo<Real64>(static_cast<int>(n >> 8));
 }
 
 struct SinhCosh {
@@ -158,11 +158,11 @@ OKT_EXT_RARE SinhCosh sinhCoshFar(Real80 x, int exponent) {
     }
     if (a > real80(0x400C, 0xB174DDC031AEC0E9U)) {
         Real80 over = opaque(huge()) * huge();
-        return {negateIf(signOf(x), over), over};
+        return {negateIf(isNegative(x), over), over};
     }
     auto [value, n] = expParts(a);
     Real80 half = scaleWide(value.head + value.tail, static_cast<int>(n >> 8) - 1);
-    return {negateIf(signOf(x), half), half};  // e^-|x| lies below the last place
+    return {negateIf(isNegative(x), half), half};  // e^-|x| lies below the last place
 }
 
 }  // namespace ext
@@ -183,8 +183,8 @@ OKT_EXT SinhCosh sinhCoshExt(T argument) {
     }
     // 1/2 <= |x| < 32
     auto [up, down, n] = expBoth(x);
-    Real64 grow = powerOfTwo64(static_cast<int>(n >> 8) - 1);
-    Real64 shrink = powerOfTwo64(static_cast<int>((-n) >> 8) - 1);
+    Real64 grow = powerOfTwo<Real64>(static_cast<int>(n >> 8) - 1);
+    Real64 shrink = powerOfTwo<Real64>(static_cast<int>((-n) >> 8) - 1);
     Real80 a = up.head * grow, al = up.tail * grow;
     Real80 b = down.head * shrink, bl = down.tail * shrink;
     // Both heads have 32 bits, but far apart their sum and difference may not be exact.
@@ -218,14 +218,14 @@ inline Real80 tanhExt(Real80 x) {
         return exponent >= 0x3FB4 ? x + x * z * tables::TanhWide[0] : tinyOdd(x);
     }
     if (exponent >= 0x4004) {
-        return x != x ? x * 1.0 : negateIf(signOf(x), 1.0 - opaque(tiny()));
+        return x != x ? x * 1.0 : negateIf(isNegative(x), 1.0 - opaque(tiny()));
     }
     // 1 - 2/(e^2|x| + 1)
     auto [value, n] = expParts(abs(x) * 2.0);
     Real80 grow = powerOfTwoExt(static_cast<int>(n >> 8));
     Pair sum = fastTwoSum(value.head * grow, value.tail * grow);
     Pair result = Pair{1.0, 0.0} + -(Pair{2.0, 0.0} / (sum + Pair{1.0, 0.0}));
-    return negateIf(signOf(x), result.head + result.tail);
+    return negateIf(isNegative(x), result.head + result.tail);
 }
 
 }  // namespace okt

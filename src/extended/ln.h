@@ -158,7 +158,7 @@ inline Real80 asinhExt(T argument) {
     }
     Real80 a = abs(x);
     if (exponent > 0x4025) {
-        return negateIf(signOf(argument), lnFar(asBits(a), 0.0, 1));
+        return negateIf(isNegative(argument), lnFar(asBits(a), 0.0, 1));
     }
     Pair y;
     if (exponent < 0x400A) {  // |x| + sqrt(x^2 + 1)
@@ -168,7 +168,7 @@ inline Real80 asinhExt(T argument) {
         Real80 inverse = 1.0 / twice;
         y = fastTwoSum(twice, inverse - inverse * inverse * inverse);
     }
-    return negateIf(signOf(argument), lnFar(asBits(y.head), y.tail));
+    return negateIf(isNegative(argument), lnFar(asBits(y.head), y.tail));
 }
 
 // Inverse hyperbolic cosine.
@@ -231,7 +231,7 @@ inline Real80 atanhExt(Real80 x) {
         return a == 1.0 ? pole(x) : invalid();
     }
     Pair y = fastTwoSum(1.0, a) / fastTwoSum(1.0, -a);
-    return negateIf(signOf(x), 0.5 * lnFar(asBits(y.head), y.tail));
+    return negateIf(isNegative(x), 0.5 * lnFar(asBits(y.head), y.tail));
 }
 
 }  // namespace okt

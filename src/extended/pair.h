@@ -32,7 +32,7 @@ OKT_EXT Real80 tiny() { return real80(0x0001, 0x8000000000000000U); }
 OKT_EXT Real80 huge() { return real80(0x7FFE, 0xFFFFFFFFFFFFFFFFU); }
 
 // A NaN with the invalid flag, an infinity with the divide-by-zero flag.
-inline Real80 invalid() { return opaque(Real80{__builtin_inf()}) * 0.0; }
+inline Real80 invalid() { return opaque(Real80{infinity<Real64>()}) * 0.0; }
 inline Real80 pole(Real80 sign) { return sign / opaque(Real80{0.0}); }
 
 // x rounded to a multiple of the given magic constant's last place.

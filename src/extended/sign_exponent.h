@@ -1,6 +1,7 @@
 // Exponents, signs and powers of two of the two types that the extended kernels take.
 #pragma once
 
+#include "lanes/pattern.h"
 #include "lanes/real80.h"
 
 #include <bit>
@@ -15,9 +16,6 @@ inline Real80 real80(std::uint16_t signAndExponent, std::uint64_t significand) {
 
 // 2^k for the exponents of normal numbers, -16382 to 16383.
 inline Real80 powerOfTwoExt(int k) { return real80(static_cast<std::uint16_t>(k + 0x3FFF), 0x8000000000000000U); }
-
-// 2^k for the exponents of normal Real64, -1022 to 1023.
-inline Real64 powerOfTwo64(int k) { return bits64(static_cast<std::uint64_t>(k + 1023) << 52); }
 
 // Sign and biased exponent in the 16 bits of Real80, for both types. A Real64 needs no trip through an 80-bit slot; its
 // infinities and NaNs get the exponent 0x7FFF, its subnormals that just below its smallest normal.
@@ -34,16 +32,7 @@ inline int extExponent(T x) {
     return static_cast<int>(signExponent(x) & 0x7FFF);
 }
 
-template <class T>
-inline bool signOf(T x) {
-    return signExponent(x) >> 15 != 0;
-}
-template <>
-inline bool signOf(Real64 x) {
-    return asBits(x) >> 63 != 0;
-}
-
-inline Real64 absReal64(Real64 x) { return bits64(asBits(x) & 0x7FFFFFFFFFFFFFFFU); }
+inline bool isNegative(Real80 x) { return signExponent(x) >> 15 != 0; }
 
 // x with its sign turned round where negate is set, without a branch.
 inline Real80 negateIf(bool negate, Real80 x) {

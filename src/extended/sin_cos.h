@@ -163,7 +163,7 @@ OKT_EXT_RARE SinCos sinCosFar(Real80 x, int exponent) {
         return {nan, nan};
     }
     auto [r, turns] = reduceQuarterPiExt(abs(x), exponent);
-    return inQuadrant(sinCosReduced(r), turns, signOf(x));
+    return inQuadrant(sinCosReduced(r), turns, isNegative(x));
 }
 
 }  // namespace ext
@@ -177,7 +177,7 @@ OKT_EXT SinCos sinCosExt(T argument) {
         return sinCosFar(argument, exponent);
     }
     auto [r, turns] = reduceSmall(abs(Real80{argument}));
-    return inQuadrant(sinCosReduced(r), turns, signOf(argument));
+    return inQuadrant(sinCosReduced(r), turns, isNegative(argument));
 }
 
 template <class T>
@@ -241,10 +241,10 @@ inline Real80 tanExt(T argument) {
     }
     auto [rest, turns] = reduceQuarterPiExt(abs(x), exponent);
     Pair r = fastTwoSum(rest.head, rest.tail);  // a quotient follows, which takes no large tail
-    bool negative = signOf(r.head);
+    bool negative = isNegative(r.head);
     Pair magnitude = negative ? Pair{-r.head, -r.tail} : r;
     Real80 y = tanReduced(magnitude, (turns & 1) != 0);
-    return negateIf(negative != signOf(argument), y);
+    return negateIf(negative != isNegative(argument), y);
 }
 
 }  // namespace okt

@@ -253,12 +253,12 @@ TEST(Extended, InverseCircular) {
         expectAccurate(
             cosine ? "acos next to 1" : "asin next to 1",
             [=](Real80 x) {
-                const Real80 y = signOf(x) ? -1.0L - x : 1.0L - x;
+                const Real80 y = isNegative(x) ? -1.0L - x : 1.0L - x;
                 return cosine ? acosExt(y) : asinExt(y);
             },
             [=](const Real& x) {
                 const Real80 v = mpfr_get_ld(x.get(), MPFR_RNDN);
-                const Real y = exactly(signOf(v) ? -1.0L - v : 1.0L - v);
+                const Real y = exactly(isNegative(v) ? -1.0L - v : 1.0L - v);
                 return cosine ? acos(y) : asin(y);
             },
             {{-63, -30}, {-30, -2}});
