@@ -51,7 +51,7 @@ T modulusOfSpecial(T re, T im) {
 
 // Four elements side by side; false, with nothing stored, when one of them is an infinity or a NaN.
 [[gnu::noinline]] bool modulusOfFour(const Complex32* src, Real32* dst) {
-    const auto [re, im] = loadInterleaved(reinterpret_cast<const Real32*>(src));
+    const auto [re, im] = loadInterleaved<4>(reinterpret_cast<const Real32*>(src));
     const U32x4 exponent(0x7F800000);
     if (any(((asBits(re) & exponent) == exponent) | ((asBits(im) & exponent) == exponent))) return false;
     narrow(modulusOfFinite(widen(re), widen(im))).store(dst);
@@ -68,7 +68,7 @@ bool rootOfFour(const Complex32* src, Real32* dst) {
     const auto* parts = reinterpret_cast<const Real32*>(src);
     const auto magnitudes = U32<8>::load(reinterpret_cast<const std::uint32_t*>(src)) & U32<8>(0x7FFFFFFF);
     const auto room = U32<8>(0x7E7FFFFF) - magnitudes;
-    if (any(negativeLanes(room.lo | room.hi))) [[unlikely]]
+    if (any(negativeLanes(room.lowHalf() | room.highHalf()))) [[unlikely]]
         return false;
     const auto [re, im] = loadInterleavedWidened<4>(parts);
     const F64x4 sum = re * re + im * im;

@@ -5,7 +5,6 @@
 #pragma once
 
 #include "frame/inexact.h"
-#include "lanes/interleaving.h"
 #include "lanes/lanes.h"
 #include "lanes/lookup.h"
 #include "lanes/ordered.h"

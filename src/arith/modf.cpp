@@ -51,7 +51,7 @@ bool worksInPasses(const T* src, const T* dst1, const T* dst2) {
 
 template <class T>
 void modf(const T* src, T* dst1, T* dst2, std::int32_t len, OktStatus&) {
-    using Pass = Vec<T, 2 * registerLanes<T>>;
+    using Pass = Vec<T, 32 / sizeof(T)>;
     std::int32_t i = 0;
     const auto some = [&]<class V>(V x) {
         const auto [integer, fraction] = splitAtPoint(x);

@@ -39,11 +39,11 @@ struct ComplexLanes {
         return {re, im};
     }
     void store(ComplexOfPart<T>* to) const {
-        if constexpr (N == registerLanes<T>) {
+        if constexpr (Register<Vec<T, N>>) {
             storeInterleaved(partsOf(to), re, im);
         } else {
-            ComplexLanes<T, N / 2>{re.lo, im.lo}.store(to);
-            ComplexLanes<T, N / 2>{re.hi, im.hi}.store(to + N / 2);
+            ComplexLanes<T, N / 2>{re.lowHalf(), im.lowHalf()}.store(to);
+            ComplexLanes<T, N / 2>{re.highHalf(), im.highHalf()}.store(to + N / 2);
         }
     }
 };
@@ -56,8 +56,8 @@ struct ComplexLanes {
 template <int N, class Kernel, class T>
 OKT_INLINE inline void work(const Kernel& kernel, const ComplexLanes<T, N>& z, ComplexOfPart<T>* to) {
     if constexpr (N > Kernel::atOnce) {
-        work(kernel, ComplexLanes<T, N / 2>{z.re.lo, z.im.lo}, to);
-        work(kernel, ComplexLanes<T, N / 2>{z.re.hi, z.im.hi}, to + N / 2);
+        work(kernel, ComplexLanes<T, N / 2>{z.re.lowHalf(), z.im.lowHalf()}, to);
+        work(kernel, ComplexLanes<T, N / 2>{z.re.highHalf(), z.im.highHalf()}, to + N / 2);
     } else {
         kernel.work(z, to);
     }

@@ -79,7 +79,7 @@ inline F64<N> erfOfRow(F64<N> x, const std::uint32_t* offset) {
 // Register after register: more of them at a time do not find room for their columns.
 inline F64<4> erf(F64<4> x) {
     const InMemory<std::uint32_t, 4> offset(rowOffset(x));
-    return {erfOfRow(x.lo, offset.lane), erfOfRow(x.hi, offset.lane + 2)};
+    return {erfOfRow(x.lowHalf(), offset.lane), erfOfRow(x.highHalf(), offset.lane + 2)};
 }
 inline F64<1> erf(F64<1> x) {
     const std::uint32_t offset = rowOffset(x).raw;

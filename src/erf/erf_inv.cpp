@@ -447,8 +447,8 @@ void erfInv64(const Real64* src, Real64* dst, std::int32_t len, OktStatus& statu
             middle.take(block, place, 0xFF & ~(smallBits | tailBits));
             return true;
         }
-        erfInvMiddle(k, x.lo).store(to);
-        erfInvMiddle(k, x.hi).store(to + 4);
+        erfInvMiddle(k, x.lowHalf()).store(to);
+        erfInvMiddle(k, x.highHalf()).store(to + 4);
         return true;
     };
     const auto finish = [&](Real64* chunk) OKT_INLINE {

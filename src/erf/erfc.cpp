@@ -106,7 +106,7 @@ inline F64<N> erfcOfRow(const Constants32& k, F64<N> wide, const std::uint32_t* 
 inline F32<4> erfc(const Constants32& k, F32<4> x) {
     const InMemory<std::uint32_t, 4> offset(rowOffset(x));
     const F64<4> wide = widen(x);
-    return narrow(F64<4>(erfcOfRow(k, wide.lo, offset.lane), erfcOfRow(k, wide.hi, offset.lane + 2)));
+    return narrow(F64<4>(erfcOfRow(k, wide.lowHalf(), offset.lane), erfcOfRow(k, wide.highHalf(), offset.lane + 2)));
 }
 inline F32<1> erfc(const Constants32& k, F32<1> x) {
     const std::uint32_t offset = rowOffset(x).raw;

@@ -602,8 +602,8 @@ inline void array64(const Real64* src, Real64* dst, std::int32_t len, OktStatus&
             middle.take(block, place, 0xFF & ~(smallBits | tailBits));
             return true;
         }
-        middle64<Function>(k, centralPair<Function>(x.lo)).store(to);
-        middle64<Function>(k, centralPair<Function>(x.hi)).store(to + 4);
+        middle64<Function>(k, centralPair<Function>(x.lowHalf())).store(to);
+        middle64<Function>(k, centralPair<Function>(x.highHalf())).store(to + 4);
         return true;
     };
     const auto finish = [&](Real64* chunk) OKT_INLINE {

@@ -8,6 +8,7 @@
 #include "frame/loops.h"
 #include "frame/status_flag.h"
 #include "hyper/reciprocal_log_table.h"
+#include "lanes/lookup.h"
 
 namespace okt::inverse_hyper {
 

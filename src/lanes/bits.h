@@ -66,7 +66,7 @@ inline T opaque(T value) {
     if constexpr (sizeof(T) > 8)
         asm volatile("" : "+t"(value));
     else if constexpr (std::is_floating_point_v<T>)
-        asm volatile("" : "+x"(value));
+        asm volatile("" : "+v"(value));
     else
         asm volatile("" : "+r"(value));
     return value;

@@ -10,7 +10,7 @@
 namespace okt {
 
 template <class T>
-struct alignas(16) Constant {
+struct alignas(registerBytes) Constant {
     T lane[registerLanes<T>];
 
     constexpr Constant(T value) {
@@ -21,7 +21,7 @@ struct alignas(16) Constant {
     operator Vec<T, N>() const {
         if constexpr (N == 1)
             return lane[0];
-        else if constexpr (N == registerLanes<T>)
+        else if constexpr (Register<Vec<T, N>>)
             return Vec<T, N>::loadAligned(lane);
         else
             return {Vec<T, N / 2>(*this), Vec<T, N / 2>(*this)};

@@ -29,6 +29,15 @@ inline F32<1> rsqrt(F32<1> x) { return _mm_cvtss_f32(_mm_rsqrt_ss(_mm_set_ss(x.r
 inline F32<1> recip(F32<1> x) { return _mm_cvtss_f32(_mm_rcp_ss(_mm_set_ss(x.raw))); }
 inline F32<4> rsqrt(F32<4> x) { return _mm_rsqrt_ps(x.raw); }
 inline F32<4> recip(F32<4> x) { return _mm_rcp_ps(x.raw); }
+#if defined(OKT_REGISTERS_256)
+inline F32<8> rsqrt(F32<8> x) { return _mm256_rsqrt_ps(x.raw); }
+inline F32<8> recip(F32<8> x) { return _mm256_rcp_ps(x.raw); }
+#endif
+#if defined(OKT_REGISTERS_512)
+// By halves: the forms of 512 bits are other approximations, of 14 bits.
+inline F32<16> rsqrt(F32<16> x) { return {rsqrt(x.lowHalf()), rsqrt(x.highHalf())}; }
+inline F32<16> recip(F32<16> x) { return {recip(x.lowHalf()), recip(x.highHalf())}; }
+#endif
 template <int N>
 inline F32<N> rsqrtOfNormal(F32<N> x) {
     return rsqrt(x);
@@ -82,8 +91,12 @@ inline U64<1> recipSeedLow(U64<1> a) {
 inline U64<1> rsqrtSeedLow(U64<1> a) {
     return std::uint64_t{asBits(rsqrtSeedOfNormal(F32<1>(bits32(static_cast<std::uint32_t>(a.raw)))).raw)};
 }
-inline U64<2> recipSeedLow(U64<2> a) { return asLongs(asBits(recipSeedOfNormal(asReal(asWords(a))))); }
-inline U64<2> rsqrtSeedLow(U64<2> a) { return asLongs(asBits(rsqrtSeedOfNormal(asReal(asWords(a))))); }
+template <int N>
+requires Register<U64<N>>
+inline U64<N> recipSeedLow(U64<N> a) { return asLongs(asBits(recipSeedOfNormal(asReal(asWords(a))))); }
+template <int N>
+requires Register<U64<N>>
+inline U64<N> rsqrtSeedLow(U64<N> a) { return asLongs(asBits(rsqrtSeedOfNormal(asReal(asWords(a))))); }
 
 template <int N>
 requires Paired<U64<N>>

@@ -18,6 +18,12 @@ inline U32<1> sumOfHalvesProducts(U32<1> a, U32<1> b) {
     return static_cast<std::uint32_t>(low(a.raw) * low(b.raw) + low(a.raw >> 16) * low(b.raw >> 16));
 }
 inline U32<4> sumOfHalvesProducts(U32<4> a, U32<4> b) { return _mm_madd_epi16(a.raw, b.raw); }
+#if defined(OKT_REGISTERS_256)
+inline U32<8> sumOfHalvesProducts(U32<8> a, U32<8> b) { return _mm256_madd_epi16(a.raw, b.raw); }
+#endif
+#if defined(OKT_REGISTERS_512)
+inline U32<16> sumOfHalvesProducts(U32<16> a, U32<16> b) { return _mm512_madd_epi16(a.raw, b.raw); }
+#endif
 
 inline U32<1> lookUp(const std::uint32_t* table, U32<1> index) { return table[index.raw]; }
 inline U32<4> lookUp(const std::uint32_t* table, U32<4> index) {
@@ -25,6 +31,21 @@ inline U32<4> lookUp(const std::uint32_t* table, U32<4> index) {
     const auto entry = [&](int i) { return _mm_cvtsi32_si128(static_cast<int>(table[place.lane[i]])); };
     return _mm_unpacklo_epi64(_mm_unpacklo_epi32(entry(0), entry(1)), _mm_unpacklo_epi32(entry(2), entry(3)));
 }
+#if defined(OKT_REGISTERS_256)
+// All 32 entries stand in four registers, of which the upper bits of the index choose.
+inline U32<8> lookUp(const std::uint32_t* table, U32<8> index) {
+    const auto eight = [&](int i) OKT_INLINE {
+        return U32<8>(_mm256_permutevar8x32_epi32(U32<8>::load(table + 8 * i).raw, index.raw));
+    };
+    const Mask32<8> bit3 = negativeLanes(index << 28), bit4 = negativeLanes(index << 27);
+    return select(bit4, select(bit3, eight(3), eight(2)), select(bit3, eight(1), eight(0)));
+}
+#endif
+#if defined(OKT_REGISTERS_512)
+inline U32<16> lookUp(const std::uint32_t* table, U32<16> index) {
+    return _mm512_permutex2var_epi32(U32<16>::load(table).raw, index.raw, U32<16>::load(table + 16).raw);
+}
+#endif
 
 // What the line of an interval gives at a place from 0 to 2^15 - 1 of it.
 template <int N>

@@ -11,6 +11,7 @@
 #include "exports/Cbrt.h"
 #include "exports/InvCbrt.h"
 #include "frame/loops.h"
+#include "lanes/lookup.h"
 #include "lanes/pattern.h"
 #include "root/cbrt_tables.h"
 

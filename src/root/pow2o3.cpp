@@ -10,6 +10,7 @@
 // GCC: -fschedule-insns -fsched-pressure (?)
 #include "exports/Pow2o3.h"
 #include "frame/loops.h"
+#include "lanes/lookup.h"
 #include "lanes/pattern.h"
 #include "root/pow2o3_tables.h"
 

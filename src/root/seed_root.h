@@ -6,6 +6,7 @@
 #pragma once
 
 #include "lanes/lanes.h"
+#include "lanes/lookup.h"
 #include "tables/inv_root_seed.h"
 
 namespace okt {

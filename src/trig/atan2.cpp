@@ -17,6 +17,7 @@
 #include "exports/Arg.h"
 #include "frame/loops.h"
 #include "lanes/constant.h"
+#include "lanes/lookup.h"
 #include "lanes/ordered.h"
 #include "lanes/pattern.h"
 #include "lanes/seeds.h"

@@ -12,6 +12,7 @@
 // are a quarter turn off.
 #include "trig/reduce_quarter_pi.h"
 
+#include "lanes/lookup.h"
 #include "trig/reduction_table.h"
 
 namespace okt {

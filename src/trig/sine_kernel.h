@@ -179,8 +179,8 @@ inline bool inMainRange(F32<N> x) {
 // |x| below 9984 in every lane: a test of the upper halves of the patterns, and of all lanes at once.
 inline bool wellInMainRange(F32<16> x) {
     const U32<16> magnitude = asBits(x) & U32<16>(0x7FFFFFFF);
-    const auto largest = [](U32<8> m) OKT_INLINE { return maxHighHalves(m.lo, m.hi); };
-    return !any(greaterSigned(maxHighHalves(largest(magnitude.lo), largest(magnitude.hi)), U32<4>(0x461BFFFF)));
+    const auto largest = [](U32<8> m) OKT_INLINE { return maxHighHalves(m.lowHalf(), m.highHalf()); };
+    return !any(greaterSigned(maxHighHalves(largest(magnitude.lowHalf()), largest(magnitude.highHalf())), U32<4>(0x461BFFFF)));
 }
 
 // The Real32 loops work a strip of elements in two passes, with reduced arguments in memory between them. A

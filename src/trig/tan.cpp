@@ -15,6 +15,7 @@
 #include "exports/Tan.h"
 #include "frame/loops.h"
 #include "frame/status_flag.h"
+#include "lanes/lookup.h"
 #include "lanes/pattern.h"
 #include "trig/reduce_quarter_pi.h"
 #include "trig/sine_kernel.h"
