@@ -112,7 +112,7 @@ template <int N>
 inline void storeInterleavedNarrowed(Real32* to, F64<N> first, F64<N> second) {
     if constexpr (N == 2) {
         _mm_storeu_ps(to, _mm_unpacklo_ps(_mm_cvtpd_ps(first.raw), _mm_cvtpd_ps(second.raw)));
-    } else if constexpr (Register<F32<N>>) {
+    } else if constexpr (Register<F64<N>>) {
         storeInterleaved(to, narrow(first), narrow(second));
     } else {
         storeInterleavedNarrowed(to, first.lowHalf(), second.lowHalf());

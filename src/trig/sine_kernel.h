@@ -180,7 +180,8 @@ inline bool inMainRange(F32<N> x) {
 inline bool wellInMainRange(F32<16> x) {
     const U32<16> magnitude = asBits(x) & U32<16>(0x7FFFFFFF);
     const auto largest = [](U32<8> m) OKT_INLINE { return maxHighHalves(m.lowHalf(), m.highHalf()); };
-    return !any(greaterSigned(maxHighHalves(largest(magnitude.lowHalf()), largest(magnitude.highHalf())), U32<4>(0x461BFFFF)));
+    return !any(
+        greaterSigned(maxHighHalves(largest(magnitude.lowHalf()), largest(magnitude.highHalf())), U32<4>(0x461BFFFF)));
 }
 
 // The Real32 loops work a strip of elements in two passes, with reduced arguments in memory between them. A
