@@ -28,13 +28,14 @@ inline V asinhSmall(V a) {
     return a + (a * z) * p;
 }
 
-// ln of the argument that stands for a, or the polynomial where a is small; with the sign of x.
-template <class V>
+// ln of the argument that stands for a, or the polynomial where a is small; with the sign of x. Beside lanes so large
+// that powers of theirs overflow, small ones go through the polynomial with zeros for neighbours.
+template <bool besideHuge, class V>
 inline V asinhFrom(V x, V logarithm) {
     const V a = abs(x);
     const auto small = a < V(smallLimit);
     if (any(small)) [[unlikely]]
-        logarithm = select(small, asinhSmall(a), logarithm);
+        logarithm = select(small, asinhSmall(besideHuge ? zeroUnless(small, a) : a), logarithm);
     return logarithm | signOf(x);
 }
 
@@ -42,27 +43,38 @@ inline V asinhFrom(V x, V logarithm) {
 // Real32
 
 constexpr std::uint32_t tiny32 = 0x23000000;  // 2^-57
+constexpr std::uint32_t huge32 = 0x66800000;  // 2^78, the largest power of two whose 13th power is finite in Real64
 
-template <class V>
+template <bool besideHuge, class V>
 inline V asinhSteps32(V x) {
     const V a = abs(x);
-    return asinhFrom(x, lnShort(a + sqrt(a * a + V(1.0))));
+    return asinhFrom<besideHuge>(x, lnShort(a + sqrt(a * a + V(1.0))));
 }
 
 Real32 asinhElement32(Real32 x, OktStatus&) {
     if (!isFinite(x)) return x + x;  // an infinity or a NaN, quieted
     if (magnitudeBits(x) < tiny32) return x;
-    return narrow(asinhSteps32(widen(F32<1>(x)))).raw;
+    return narrow(asinhSteps32<false>(widen(F32<1>(x)))).raw;
+}
+
+// Lanes from 2^-57 to below the limit; false where one lies outside.
+template <std::uint32_t limit>
+bool asinhBlock32(const Real32* src, Real32* dst) {
+    const F32<8> x = F32<8>::load(src);
+    const U32<8> a = asBits(abs(x));
+    if (any(greaterSigned(U32<8>(tiny32), a) | greaterSigned(a, U32<8>(limit - 1)))) [[unlikely]]
+        return false;
+    narrow(asinhSteps32<(limit > huge32)>(widen(x))).store(dst);
+    return true;
+}
+
+[[gnu::noinline]] bool asinhBlockWithHuge32(const Real32* src, Real32* dst) {
+    return asinhBlock32<Format<Real32>::infinity>(src, dst);
 }
 
 void asinh32(const Real32* src, Real32* dst, std::int32_t len, OktStatus& status) {
     const auto tryBlock = [](const Real32* from, Real32* to) {
-        const F32<8> x = F32<8>::load(from);
-        const U32<8> a = asBits(abs(x));
-        if (any(greaterSigned(U32<8>(tiny32), a) | greaterSigned(a, U32<8>(0x7F7FFFFF)))) [[unlikely]]
-            return false;
-        narrow(asinhSteps32(widen(x))).store(to);
-        return true;
+        return asinhBlock32<huge32>(from, to) || asinhBlockWithHuge32(from, to);
     };
     packedElementLoop<8>(src, dst, len, tryBlock, asinhElement32, status);
 }
@@ -79,7 +91,7 @@ Real64 asinhElement64(Real64 x, OktStatus&) {
     if (a < tiny64) return x;
     const F64<1> magnitude = abs(F64<1>(x));
     if (a >= huge64) return (lnOfDouble(magnitude) | signOf(F64<1>(x))).raw;
-    return asinhFrom(F64<1>(x), lnOf(plusRoot<1>(magnitude))).raw;
+    return asinhFrom<false>(F64<1>(x), lnOf(plusRoot<1>(magnitude))).raw;
 }
 
 template <int N>
@@ -100,7 +112,7 @@ bool asinhChunk(const Real64* src, Real64* dst) {
     }
     for (std::int32_t i = 0; i < chunk; i += 4) {
         const F64<4> logarithm = lnOf<F64<4>>({F64<4>::load(head + i), F64<4>::load(tail + i)});
-        asinhFrom(F64<4>::load(src + i), logarithm).store(dst + i);
+        asinhFrom<false>(F64<4>::load(src + i), logarithm).store(dst + i);
     }
     return true;
 }
@@ -109,7 +121,7 @@ bool asinhBlock(const Real64* src, Real64* dst) {
     const F64<4> x = F64<4>::load(src);
     if (anyOutOfRange(x)) [[unlikely]]
         return false;
-    asinhFrom(x, lnOf(plusRoot<1>(abs(x)))).store(dst);
+    asinhFrom<false>(x, lnOf(plusRoot<1>(abs(x)))).store(dst);
     return true;
 }
 
