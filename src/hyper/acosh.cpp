@@ -35,7 +35,8 @@ inline V acoshSteps32(V x) {
     const auto small = x < V(smallLimit);
     V result = lnShort(x + sqrt(x * x - V(1.0)));
     if (any(small)) [[unlikely]] {
-        const V t = x - V(1.0);
+        // Other lanes enter the series as zeros: the powers of a large neighbour would overflow.
+        const V t = zeroUnless(small, x - V(1.0));
         const V root = sqrt(t + t);
         result = select(small, root + root * acoshSeries(t), result);
     }

@@ -228,6 +228,25 @@ TEST(Asinh, SpecialValues) {
                        });
 }
 
+// The powers of a large element's neighbour in a block are not its own.
+TEST(Asinh, ASmallElementBesideALargeOneRaisesNoOverflow) {
+    for (const Real32 large : {3e23f, 3.1e23f, 1.3e24f, 3e38f}) {
+        const Real32 src[] = {0.1f, large, 1, 1, 1, 1, 1, 1};
+        Real32 dst[8];
+        EXPECT_EQ(flagsRaised([&] { oktsAsinh_32f_A24(src, dst, 8); }), flagInexact) << large;
+        for (std::size_t i = 0; i < 8; ++i)
+            EXPECT_TRUE(sameBits(dst[i], asBits(alone(oktsAsinh_32f_A24, src[i]).value))) << src[i];
+    }
+}
+
+TEST(Acosh, ASmallElementBesideALargeOneRaisesNoOverflow) {
+    const Real32 src[] = {1.01f, 3e38f, 2, 2, 2, 2, 2, 2};
+    Real32 dst[8];
+    EXPECT_EQ(flagsRaised([&] { oktsAcosh_32f_A24(src, dst, 8); }), flagInexact);
+    for (std::size_t i = 0; i < 8; ++i)
+        EXPECT_TRUE(sameBits(dst[i], asBits(alone(oktsAcosh_32f_A24, src[i]).value))) << src[i];
+}
+
 TEST(Acosh, SpecialValues) {
     expectRows<Real32>(oktsAcosh_32f_A24, 3,
                        {
