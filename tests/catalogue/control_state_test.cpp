@@ -10,15 +10,6 @@ namespace {
 class ControlStateOf : public testing::TestWithParam<const Export*> {};
 INSTANTIATE_TEST_SUITE_P(Control, ControlStateOf, testing::ValuesIn(builtExports()), exportName);
 
-// The bits of MXCSR that the export's frame clears for the length of the call.
-std::uint32_t clearedBits(Frame frame) {
-    switch (frame) {
-        case Frame::mxcsr: return 0xE040;
-        case Frame::doubleGuard: return 0xE000;
-        default: return 0;
-    }
-}
-
 TEST_P(ControlStateOf, LeavesTheControlRegistersAsItFoundThem) {
     const Export& f = *GetParam();
     for (const std::int32_t len : {3, 40}) {
@@ -34,7 +25,7 @@ TEST_P(ControlStateOf, LeavesTheControlRegistersAsItFoundThem) {
             ASSERT_EQ(after.mxcsr & ~stickyFlags, state.mxcsr & ~stickyFlags) << f.name;
             ASSERT_EQ(after.mxcsr & state.mxcsr & stickyFlags, state.mxcsr & stickyFlags)
                 << f.name << " cleared a flag";
-            if (state.mxcsr & clearedBits(f.frame)) {
+            if (state.mxcsr & clearedMxcsrBits(f.frame)) {
                 ASSERT_EQ(after.mxcsr, state.mxcsr) << f.name << " kept a flag";
             }
         }
@@ -82,7 +73,7 @@ TEST_P(ControlStateOf, ComputesTheSameUnderEverySettingItsGuardCovers) {
     const Outcome expected = call(f, sources, len);
     for (const ControlState& state : allControlStates()) {
         // What the guard does not cover stays at the default; without an x87 guard there is no x87 arithmetic either.
-        const std::uint32_t covered = clearedBits(f.frame) | stickyFlags;
+        const std::uint32_t covered = clearedMxcsrBits(f.frame) | stickyFlags;
         const ScopedControlState scope({(state.mxcsr & covered) | defaultMxcsr, state.x87});
         const Outcome actual = call(f, sources, len);
         ASSERT_TRUE(sameOutcome(f, sources, expected, actual))

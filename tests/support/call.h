@@ -39,6 +39,15 @@ inline std::size_t destinationBytes(const Export& f, std::int32_t len) {
     return sizeOf(f.destination) * static_cast<std::size_t>(len);
 }
 
+// The bits of MXCSR that the frame clears for the length of a call.
+constexpr std::uint32_t clearedMxcsrBits(Frame frame) {
+    switch (frame) {
+        case Frame::mxcsr: return 0xE040;
+        case Frame::doubleGuard: return 0xE000;
+        default: return 0;
+    }
+}
+
 // Equal in every bit, or a message with the export, the first differing element's inputs and both patterns.
 testing::AssertionResult sameOutcome(const Export& function, const Sources& sources, const Outcome& expected,
                                      const Outcome& actual);
