@@ -1,13 +1,12 @@
 // What the block routines of complex functions share: the loop, and elements that the block's steps are not made for.
 #pragma once
 
-#include "complex/by_kernel.h"
 #include "complex/parts.h"
 #include "lanes/lanes.h"
 
 #include <cstdint>
 
-namespace okt {
+namespace okt::complex {
 
 // Less than a block, worked in a buffer whose free places hold the first element. A
 // function of its own, so that the loop over whole blocks has the registers for itself.
@@ -27,24 +26,24 @@ inline void paddedBlocks(const Z* src, Z* dst, std::int32_t len, const Block& bl
     if (i < len) paddedBlock<N>(src + i, dst + i, len - i, block);
 }
 
-// Stores a block's results, those of `byKernel` for the flagged elements. dst may be src.
+// Stores a block's results, those of `single` for the flagged elements. dst may be src.
 template <class Z, class V>
-[[gnu::noinline, gnu::cold]] void storeWithKernel(const Z* src, Z* dst, const V& re, const V& im, int flagged,
-                                                  Z (*byKernel)(Z)) {
+[[gnu::noinline, gnu::cold]] void storeWithSingles(const Z* src, Z* dst, const V& re, const V& im, int flagged,
+                                                   Z (*single)(Z)) {
     Z result[V::lanes];
     storeInterleaved(partsOf(result), re, im);
     for (int i = 0; i < V::lanes; ++i)
-        if (flagged >> i & 1) result[i] = byKernel(loadElement(src + i));
+        if (flagged >> i & 1) result[i] = single(loadElement(src + i));
     for (int i = 0; i < V::lanes; ++i) storeElement(dst + i, result[i]);
 }
 
 // The same, where flagged elements are the exception.
 template <class Z, class V, int Bits>
-inline void storeBlock(const Z* src, Z* dst, const V& re, const V& im, Mask<Bits, V::lanes> flagged, Z (*byKernel)(Z)) {
+inline void storeBlock(const Z* src, Z* dst, const V& re, const V& im, Mask<Bits, V::lanes> flagged, Z (*single)(Z)) {
     if (any(flagged)) [[unlikely]]
-        storeWithKernel(src, dst, re, im, laneBits(flagged), byKernel);
+        storeWithSingles(src, dst, re, im, laneBits(flagged), single);
     else
         storeInterleaved(partsOf(dst), re, im);
 }
 
-}  // namespace okt
+}  // namespace okt::complex

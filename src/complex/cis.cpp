@@ -13,7 +13,7 @@
 #include "frame/loops.h"
 #include "trig/sine_kernel.h"
 
-namespace okt {
+namespace okt::complex {
 namespace {
 
 constexpr angle::Constants constants;
@@ -122,4 +122,4 @@ void cis(const S* src, D* dst, std::int32_t len, OktStatus&) {
 OKT_EXPORT(CIS, 32fc, cis)
 OKT_EXPORT(CIS, 64fc, cis)
 
-}  // namespace okt
+}  // namespace okt::complex

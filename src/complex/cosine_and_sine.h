@@ -14,9 +14,7 @@
 
 #include <cstdint>
 
-namespace okt {
-
-namespace angle {
+namespace okt::complex::angle {
 
 // Row n of the table beside the row of a quarter turn on, column by column: a column is the cosine's element, then the
 // sine's, and loads as a register.
@@ -104,6 +102,4 @@ inline CosineAndSine<2 * N> cosineAndSine(const Rows& table, const Reduced<N>& x
     return {b, (((rest + e1) + e2) + eachTwice(x.sine) * both) + eachTwice(x.cosine) * sinHead};
 }
 
-}  // namespace angle
-
-}  // namespace okt
+}  // namespace okt::complex::angle

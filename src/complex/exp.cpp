@@ -1,5 +1,5 @@
 // e^(a + ib) = e^a·cos b + i·e^a·sin b, in blocks that need no branch; an
-// element outside the blocks' range is worked again by the scalar kernel.
+// element outside the blocks' range is worked again by the written steps.
 //
 // Complex32, first routine: all in Real32. e^a as the real function computes it; b = n·pi/2
 // + r, a polynomial for the sine and one for the cosine of r, exchange and signs by n.
@@ -20,11 +20,12 @@
 #include "complex/block_loop.h"
 #include "complex/cosine_and_sine.h"
 #include "complex/exp_tables.h"
+#include "complex/single_elements.h"
 #include "lanes/constant.h"
 #include "lanes/lookup.h"
 #include "tables/power_pairs32.h"
 
-namespace okt {
+namespace okt::complex {
 namespace {
 
 template <class T>
@@ -71,7 +72,7 @@ template <int N, class Kernel, class T>
     z.store(source);
     work(kernel, kernel.withoutFlagged(z), to);
     for (int k = 0; k < N; ++k)
-        if ((flagged >> k & 1) != 0) storeElement(to + k, expByKernel(source[k]));
+        if ((flagged >> k & 1) != 0) storeElement(to + k, singleExp(source[k]));
 }
 
 template <class Kernel, class Z>
@@ -306,4 +307,4 @@ OKT_EXPORT_GRADES(Exp, 32fc, A11, expSingle)
 OKT_EXPORT_GRADES(Exp, 32fc, A24, expWide)
 OKT_EXPORT(Exp, 64fc, expDouble)
 
-}  // namespace okt
+}  // namespace okt::complex

@@ -10,7 +10,7 @@
 // Complex64 has one: as A24 with a finer table; s, its distance from 1, the
 // two sides of the quotient and the quotient are sums of a head and a rest.
 //
-// An element with a part outside a routine's range goes through the scalar kernel; its neighbours do not.
+// An element with a part outside a routine's range goes through the written steps; its neighbours do not.
 //
 // Largest errors seen, real and imaginary part, in ulp:
 //   A11        2524 at (0x1.8fff82p-19, 0x1.fffffep-1), 3771 at (0x1p+0, 0x1.ffecdep-24): leading coefficients
@@ -23,6 +23,7 @@
 #include "exports/Ln.h"
 #include "complex/block_loop.h"
 #include "complex/ln_tables.h"
+#include "complex/single_elements.h"
 #include "lanes/constant.h"
 #include "lanes/double_double.h"
 #include "lanes/lookup.h"
@@ -31,7 +32,7 @@
 #include <iterator>
 #include <utility>
 
-namespace okt {
+namespace okt::complex {
 namespace {
 
 constexpr Real64 nearOne = bits64(0x3F9EB851EB851EB8);  // 0.03
@@ -146,7 +147,7 @@ void lnc32A11(const Complex32* src, Complex32* dst, std::int32_t len, OktStatus&
         if (!all(far)) [[unlikely]]
             L = lnMixedA11(s, far, L);
         storeBlock(from, to, F32<N>(k.half32) * L, angleA11(k, re, im), flagged32(k, re, im, 0x01000000, 0x7CFFFFFF),
-                   lnByKernel);
+                   singleLn);
     });
 }
 
@@ -262,7 +263,7 @@ void lnc32A21(const Complex32* src, Complex32* dst, std::int32_t len, OktStatus&
         if (!all(far)) [[unlikely]]
             L = lnMixedA21(s, far, L);
         storeBlock(from, to, narrow(F64<N>(k.half) * L), angleA21(k, re, im),
-                   (zeroRe | zeroIm) | flagged32(k, re, im, 0, 0x7F7FFFFF), lnByKernel);
+                   (zeroRe | zeroIm) | flagged32(k, re, im, 0, 0x7F7FFFFF), singleLn);
     });
 }
 
@@ -381,7 +382,7 @@ void lnc32A24(const Complex32* src, Complex32* dst, std::int32_t len, OktStatus&
         if (!all(far)) [[unlikely]]
             L = lnMixedA24(s, far, L);
         const F32<N> angle = narrow(angleA24(k, re, im)) | signOf(im);
-        storeBlock(from, to, narrow(F64<N>(k.half) * L), angle, flagged, lnByKernel);
+        storeBlock(from, to, narrow(F64<N>(k.half) * L), angle, flagged, singleLn);
     });
 }
 
@@ -513,7 +514,7 @@ void lnc64(const Complex64* src, Complex64* dst, std::int32_t len, OktStatus&) {
         F64<N> L = lnFar64(k, a, b, s);
         if (!all(far)) [[unlikely]]
             L = lnMixed64(a.whole, b.whole, far, L);
-        storeBlock(from, to, F64<N>(k.half) * L, angle64(k, re, im, a, b), flagged, lnByKernel);
+        storeBlock(from, to, F64<N>(k.half) * L, angle64(k, re, im, a, b), flagged, singleLn);
     });
 }
 
@@ -524,4 +525,4 @@ OKT_EXPORT_GRADES(Ln, 32fc, A21, lnc32A21)
 OKT_EXPORT_GRADES(Ln, 32fc, A24, lnc32A24)
 OKT_EXPORT(Ln, 64fc, lnc64)
 
-}  // namespace okt
+}  // namespace okt::complex

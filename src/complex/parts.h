@@ -3,7 +3,7 @@
 
 #include "oktvm_types.h"
 
-namespace okt {
+namespace okt::complex {
 
 template <class Z>
 inline const decltype(Z::re)* partsOf(const Z* z) {
@@ -14,4 +14,4 @@ inline decltype(Z::re)* partsOf(Z* z) {
     return reinterpret_cast<decltype(Z::re)*>(z);
 }
 
-}  // namespace okt
+}  // namespace okt::complex

@@ -1,15 +1,13 @@
-// Principal square root and general power, one element.
+// Principal square root, the written steps on one element.
 #pragma once
 
-#include "complex/exp_element.h"
-#include "complex/ln_element.h"
+#include "complex/element.h"
+#include "extended/sign_exponent.h"
 
-namespace okt {
-
-namespace ext {
+namespace okt::complex {
 
 // A zero, infinite or NaN part, in the order of the contract.
-inline Complex64 complexSqrtSpecial(Real64 x, Real64 y) {
+inline Complex64 sqrtSpecial(Real64 x, Real64 y) {
     if (isInfinite(y)) {
         return {infinity<Real64>(), y};
     }
@@ -34,11 +32,9 @@ inline Complex64 complexSqrtSpecial(Real64 x, Real64 y) {
     return {narrow(sqrt(Real80{x})), y};
 }
 
-}  // namespace ext
-
-inline Complex64 complexSqrtKernel(Complex64 z) {
+inline Complex64 sqrtElement(Complex64 z) {
     if (!isFiniteNonzero(z.re) || !isFiniteNonzero(z.im)) [[unlikely]] {
-        return closed(ext::complexSqrtSpecial(z.re, z.im));
+        return closed(sqrtSpecial(z.re, z.im));
     }
     Real80 x = z.re, y = z.im;
     Real80 m = sqrt(x * x + y * y);
@@ -50,11 +46,4 @@ inline Complex64 complexSqrtKernel(Complex64 z) {
     return closed({left ? across : along, withSign(left ? along : across, z.im)});
 }
 
-// a^b = e^(b*ln a), the product of b and the logarithm in plain Real64.
-inline Complex64 complexPowKernel(Complex64 a, Complex64 b) {
-    Complex64 w = complexLogKernel(a);
-    return complexExpKernel(
-        {mulOrdered(b.re, w.re) - mulOrdered(b.im, w.im), addOrdered(mulOrdered(b.re, w.im), mulOrdered(b.im, w.re))});
-}
-
-}  // namespace okt
+}  // namespace okt::complex

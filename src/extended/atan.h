@@ -1,27 +1,25 @@
-// Inverse trigonometric functions in extended precision.
+// Angle of a point and arctangent in extended precision.
 //
 // Angle of the point (l, s), 0 <= s <= l: k = round(128*s/l) from a table, and the arctangent of
 // u = (s - l*k/128)/(l + s*k/128), whose quotient is taken with its rest.
 //
-// Largest errors seen, in ulp of the 64-bit significand: atan 0.55 at 0.0746375638350931,
-// atan2 0.64 at y = 0x1.39035a92972bfp-5 and x = 0x1.15f377a59c8a5p+0, asin 0.59 at -0.60395749061968, acos 0.58 at
-// 0.56159181173866.
+// Largest errors seen, in ulp of the 64-bit significand: atan 0.55 at 0.0746375638350931, atan2 0.64 at
+// y = 0x1.39035a92972bfp-5 and x = 0x1.15f377a59c8a5p+0.
 #pragma once
 
-#include "extended/pair.h"
+#include "extended/exceptional.h"
+#include "extended/extended_tables.h"
+#include "extended/polynomial.h"
+#include "extended/rounding.h"
 
-#include <algorithm>
-
-namespace okt {
-
-namespace ext {
+namespace okt::extended {
 
 // (atan u - u)/u^3.
 inline constexpr Real64 atanSeries[4] = {-0x1.5555555555555p-2, 0x1.999999999999ap-3, -0x1.2492492492492p-3,
                                          0x1.c71c71c71c71cp-4};
 
 // Close to an axis the quotient carries much of the result and is taken with its rest.
-OKT_EXT_RARE Real80 angleNearAxis(Real80 s, Real80 l, Real80 ratio, int row) {
+[[gnu::noinline, gnu::cold]] inline Real80 angleNearAxis(Real80 s, Real80 l, Real80 ratio, int row) {
     Real80 lh = leading31(l);
     Real80 n1 = s - lh * ratio;
     Real80 n2 = (l - lh) * ratio;
@@ -50,13 +48,13 @@ struct AngleStart {
 
 inline constexpr Real64 angleMagic = 0x1.8p45;
 
-OKT_EXT AngleStart startAngle(int base, Real80 s, Real80 l, Real64 lHead) {
+OKT_INLINE inline AngleStart startAngle(int base, Real80 s, Real80 l, Real64 lHead) {
     return {s, l, lHead, static_cast<Real64>(s / l + angleMagic), base};
 }
 
 // Short says that l is lHead.
 template <bool Short>
-OKT_EXT Real80 finishAngle(const AngleStart& a) {
+OKT_INLINE inline Real80 finishAngle(const AngleStart& a) {
     auto k = static_cast<int>(asBits(a.t) - asBits(angleMagic));
     Real80 ratio = Real80{a.t} - angleMagic;
     int row = a.base + k;
@@ -75,14 +73,14 @@ OKT_EXT Real80 finishAngle(const AngleStart& a) {
 
 // Angle of the point (x, y) from 0 to pi, y > 0, the two within a factor 2^12 of each other; y64 and x64 are the
 // coordinates rounded to Real64. Whether y or x is the larger is as good as random: no branch.
-OKT_EXT AngleStart startUpperAngle(Real80 y, Real64 y64, Real80 x, Real64 x64) {
+OKT_INLINE inline AngleStart startUpperAngle(Real80 y, Real64 y64, Real80 x, Real64 x64) {
     bool steep = asBits(y64) > asBits(magnitude(x64));
     int base = steep ? 256 : isNegative(x64) ? 512 : 0;
     Real64 lHead = bits64(steep ? asBits(y64) : asBits(x64));
     return startAngle(base, select(steep, -x, y), select(steep, y, x), lHead);
 }
 
-OKT_EXT AngleStart startUpperAngle(Real64 y, Real64 x) {
+OKT_INLINE inline AngleStart startUpperAngle(Real64 y, Real64 x) {
     bool steep = asBits(y) > asBits(magnitude(x));
     int base = steep ? 256 : isNegative(x) ? 512 : 0;
     Real64 s = bits64(steep ? asBits(x) ^ 0x8000000000000000U : asBits(y)), l = bits64(steep ? asBits(y) : asBits(x));
@@ -115,7 +113,7 @@ inline Real80 tableAngle(int row) { return tables::atanTable[2 * row] + Real80{t
 
 // Where the ratio is above 2^-13 or so the table's row serves, below it the direction of the axis. l is within the
 // range of Real64.
-OKT_EXT Real80 angleByRatio(Real80 s, Real80 l, int apart, Octant octant) {
+OKT_INLINE inline Real80 angleByRatio(Real80 s, Real80 l, int apart, Octant octant) {
     if (apart <= 12) {
         return finishAngle<false>(startAngle(octant.base, octant.minus ? -s : s, l, static_cast<Real64>(l)));
     }
@@ -123,15 +121,17 @@ OKT_EXT Real80 angleByRatio(Real80 s, Real80 l, int apart, Octant octant) {
 }
 
 // Octant of a direction by its steepness and its side.
-OKT_EXT Octant octantOf(bool steep, bool left) { return steep ? Octant{256, !left} : Octant{left ? 512 : 0, left}; }
+OKT_INLINE inline Octant octantOf(bool steep, bool left) {
+    return steep ? Octant{256, !left} : Octant{left ? 512 : 0, left};
+}
 
-// Every argument of atan2Ext that is not of two ordinary magnitudes.
-OKT_EXT_RARE Real80 atan2Rare(Real80 y, Real80 x) {
+// Every argument of atan2 that is not of two ordinary magnitudes.
+[[gnu::noinline, gnu::cold]] inline Real80 atan2Rare(Real80 y, Real80 x) {
     bool negative = isNegative(y), left = isNegative(x);
     if (y != y || x != x) {
         return y * x;
     }
-    int ey = extExponent(y), ex = extExponent(x);
+    int ey = exponentOf(y), ex = exponentOf(x);
     if (ey == 0x7FFF || ex == 0x7FFF) {
         if (ey == ex) {
             return negateIf(negative, tableAngle(left ? 384 : 128) - opaque(tiny()));
@@ -159,11 +159,11 @@ OKT_EXT_RARE Real80 atan2Rare(Real80 y, Real80 x) {
             b *= real80(0x1FFF, 0x8000000000000000U);
         }
         // The larger one to [1, 2), which is exact.
-        Real80 scale = powerOfTwoExt(0x3FFF - extExponent(steep ? a : b));
+        Real80 scale = powerOfTwo80(0x3FFF - exponentOf(steep ? a : b));
         a *= scale;
         b *= scale;
-        ey = extExponent(a);
-        ex = extExponent(b);
+        ey = exponentOf(a);
+        ex = exponentOf(b);
         apart = ey > ex ? ey - ex : ex - ey;
     }
     if (apart <= 75) {
@@ -175,26 +175,9 @@ OKT_EXT_RARE Real80 atan2Rare(Real80 y, Real80 x) {
     return left ? negateIf(negative, tableAngle(512) - opaque(tiny())) : y / x;
 }
 
-}  // namespace ext
-
-namespace ext {
-
-// The magnitudes of two finite values in order. No branch: it would not be foreseen.
-struct Ordered {
-    Real80 larger, smaller;
-};
-
-OKT_EXT Ordered ordered(Real64 y, Real64 x) {
-    std::uint64_t a = asBits(magnitude(y)), b = asBits(magnitude(x));
-    return {bits64(std::max(a, b)), bits64(std::min(a, b))};
-}
-
-}  // namespace ext
-
 // Angle of the point (x, y).
 template <class T>
-OKT_EXT Real80 atan2Ext(T argumentY, T argumentX) {
-    using namespace ext;
+OKT_INLINE inline Real80 atan2(T argumentY, T argumentX) {
     std::uint32_t fieldY = signExponent(argumentY), fieldX = signExponent(argumentX);
     int ey = static_cast<int>(fieldY & 0x7FFF), ex = static_cast<int>(fieldX & 0x7FFF);
     // Normal numbers of Real64 in either type, and next to each other.
@@ -216,9 +199,8 @@ OKT_EXT Real80 atan2Ext(T argumentY, T argumentX) {
 
 // Arctangent.
 template <class T>
-inline Real80 atanExt(T argument) {
-    using namespace ext;
-    int exponent = extExponent(argument);
+inline Real80 atan(T argument) {
+    int exponent = exponentOf(argument);
     Real80 x = argument;
     bool negative = isNegative(argument);
     if (exponent < 0x3FF8) {
@@ -244,80 +226,4 @@ inline Real80 atanExt(T argument) {
                     angleByRatio(steep ? Real80{1.0} : a, steep ? a : Real80{1.0}, apart, octantOf(steep, false)));
 }
 
-namespace ext {
-
-// asin x of |x| <= 1/2 less x; z is the square of x, or the value whose root x is.
-OKT_EXT Real80 asinRest(Real80 x, Real80 z) { return x * z * poly(z, tables::AsinWide, tables::Asin); }
-
-// asin of the root of w = (1 - a)/2, 1/2 <= a <= 1, as head and low part.
-OKT_EXT Pair halfAngle(Real80 a) {
-    Real80 w = (1.0 - a) * 0.5;
-    Real80 s = sqrt(w);
-    if (s == 0) {
-        return {s, s};
-    }
-    Real80 h = leading31(s);
-    Real80 rest = ((w - h * h) - (s - h) * (s + h)) / (s + s);
-    return {s, rest + asinRest(s, w)};
-}
-
-}  // namespace ext
-
-// Arcsine.
-template <class T>
-inline Real80 asinExt(T argument) {
-    using namespace ext;
-    int exponent = extExponent(argument);
-    Real80 x = argument;
-    if (exponent < 0x3FFE) {
-        if (exponent >= 0x3FF3) {
-            return x + asinRest(x, x * x);
-        }
-        Real80 z = x * x;
-        if (exponent >= 0x3FED) {
-            return x + x * z * (tables::AsinWide[2] * z + tables::AsinWide[0]);
-        }
-        return exponent >= 0x3FB4 ? x + x * z * tables::AsinWide[0] : tinyOdd(x);
-    }
-    if (exponent == 0x7FFF && x != x) [[unlikely]] {
-        return x * 1.0;
-    }
-    Real80 a = abs(x);
-    if (a > 1.0) [[unlikely]] {
-        return invalid();
-    }
-    auto [head, low] = halfAngle(a);
-    const Real64* halfPi = tables::atanTable + 2 * 256;
-    Pair angle = fastTwoSum(halfPi[0], -2.0 * head);
-    return negateIf(isNegative(argument), angle.head + (angle.tail + (halfPi[1] - 2.0 * low)));
-}
-
-// Arccosine.
-template <class T>
-inline Real80 acosExt(T argument) {
-    using namespace ext;
-    int exponent = extExponent(argument);
-    Real80 x = argument;
-    const Real64* halfPi = tables::atanTable + 2 * 256;
-    if (exponent < 0x3FFE) {
-        Real80 rest = exponent >= 0x3FED ? asinRest(x, x * x) : x * x * x * tables::AsinWide[0];
-        Pair angle = fastTwoSum(halfPi[0], -x);
-        return angle.head + (angle.tail + (halfPi[1] - rest));
-    }
-    if (exponent == 0x7FFF && x != x) [[unlikely]] {
-        return x * 1.0;
-    }
-    Real80 a = abs(x);
-    if (a > 1.0) [[unlikely]] {
-        return invalid();
-    }
-    auto [head, low] = halfAngle(a);
-    if (!isNegative(argument)) {
-        return 2.0 * (head + low);
-    }
-    const Real64* pi = tables::atanTable + 2 * 512;
-    Pair angle = fastTwoSum(pi[0], -2.0 * head);
-    return angle.head + (angle.tail + (pi[1] - 2.0 * low));
-}
-
-}  // namespace okt
+}  // namespace okt::extended

@@ -1,18 +1,18 @@
-// Logarithms and inverse hyperbolic functions in extended precision.
+// ln x and ln(1 + x) in extended precision.
 //
 // ln(2^n*m) = n*ln 2 - ln c + ln(1 + z), c near 1/m from a table by the top 8 fraction bits, z = m*c - 1.
 //
-// Largest errors seen, in ulp of the 64-bit significand: ln 0.51, ln(1 + x) 0.51, asinh 0.56 at -0.46448966441,
-// acosh 0.53 at 1.22946168755, atanh 0.54 at -0.23530774312.
+// Largest error seen: 0.51 ulp of the 64-bit significand, of either.
 #pragma once
 
+#include "extended/exceptional.h"
+#include "extended/extended_tables.h"
 #include "extended/pair.h"
+#include "extended/polynomial.h"
 
 #include <array>
 
-namespace okt {
-
-namespace ext {
+namespace okt::extended {
 
 // A row of the far branch: the reciprocal c times 2^-31 and 2^-63, for the two halves of a significand as integers, and
 // -ln c in two parts.
@@ -32,7 +32,7 @@ inline constexpr auto logRows = [] {
 // ln((y + rest)*2^extra) for a positive normal y, given by its bits, and a rest that is small beside it, the whole away
 // from 1. The upper half of the significand times c is exact, and head terms are multiples of 2^-43 and add up without
 // error.
-OKT_EXT Real80 lnFar(Real80Bits bits, Real80 rest, int extra = 0) {
+OKT_INLINE inline Real80 lnFar(Real80Bits bits, Real80 rest, int extra = 0) {
     constexpr Real64 ln2Hi = 0.6931471806019545, ln2Lo = -4.2009150726810846e-11;
     static constexpr Real64 series[6] = {-0.5,
                                          0x1.5555555555555p-2,
@@ -45,7 +45,7 @@ OKT_EXT Real80 lnFar(Real80Bits bits, Real80 rest, int extra = 0) {
     Real80 zh = static_cast<Real80>(static_cast<std::int64_t>(bits.significand >> 32)) * row.recipHigh - 1.0;
     Real80 zl = static_cast<Real80>(static_cast<std::int64_t>(bits.significand & 0xFFFFFFFF)) * row.recipLow;
     if (rest != 0) {
-        zl += rest * powerOfTwoExt(31 - n) * row.recipHigh;
+        zl += rest * powerOfTwo80(31 - n) * row.recipHigh;
     }
     Real80 z = zh + zl;
     Real80 e = n + extra;
@@ -76,33 +76,26 @@ inline Real80 lnNear(Real80 t, int exponent) {
     return tinyOdd(t);
 }
 
-}  // namespace ext
-
-namespace ext {
-
 // Sign, exponent and the top 16 significand bits in one number.
-OKT_EXT std::uint32_t keyOf(Real80Bits bits) {
+OKT_INLINE inline std::uint32_t keyOf(Real80Bits bits) {
     return static_cast<std::uint32_t>(bits.signAndExponent) << 16 | static_cast<std::uint32_t>(bits.significand >> 48);
 }
 
 // From about 0.96875 to 1.0625.
-OKT_EXT bool isNearOne(std::uint32_t key) { return key - 0x3FFEF800U <= 0x3FFF8800U - 0x3FFEF800U; }
+OKT_INLINE inline bool isNearOne(std::uint32_t key) { return key - 0x3FFEF800U <= 0x3FFF8800U - 0x3FFEF800U; }
 
 inline Real80 lnNearOne(Real80 x) {
     Real80 t = x - 1.0;
-    return t == 0 ? Real80{0.0} : lnNear(t, extExponent(t));
+    return t == 0 ? Real80{0.0} : lnNear(t, exponentOf(t));
 }
 
 // ln x of a positive normal x, given by its bits.
-OKT_EXT Real80 lnOrdinary(Real80Bits bits) {
+OKT_INLINE inline Real80 lnOrdinary(Real80Bits bits) {
     return isNearOne(keyOf(bits)) ? lnNearOne(fromBits(bits)) : lnFar(bits, 0.0);
 }
 
-}  // namespace ext
-
 // ln x.
-inline Real80 logExt(Real80 x) {
-    using namespace ext;
+inline Real80 ln(Real80 x) {
     Real80Bits bits = asBits(x);
     std::uint32_t key = keyOf(bits);
     if (isNearOne(key)) {
@@ -124,9 +117,8 @@ inline Real80 logExt(Real80 x) {
 }
 
 // ln(1 + x).
-inline Real80 log1pExt(Real80 x) {
-    using namespace ext;
-    int exponent = extExponent(x);
+inline Real80 log1p(Real80 x) {
+    int exponent = exponentOf(x);
     if (exponent < 0x3FFB) {
         return lnNear(x, exponent);
     }
@@ -140,98 +132,4 @@ inline Real80 log1pExt(Real80 x) {
     return lnFar(asBits(y.head), y.tail);
 }
 
-// Inverse hyperbolic sine.
-template <class T>
-inline Real80 asinhExt(T argument) {
-    using namespace ext;
-    int exponent = extExponent(argument);
-    Real80 x = argument;
-    if (exponent < 0x3FFE) {
-        Real80 z = x * x;
-        if (exponent >= 0x3FED) {
-            return x + x * z * poly(z, tables::AsinhWide, tables::Asinh);
-        }
-        return exponent >= 0x3FB4 ? x + x * z * tables::AsinhWide[0] : tinyOdd(x);
-    }
-    if (exponent == 0x7FFF) {
-        return x * 1.0;
-    }
-    Real80 a = abs(x);
-    if (exponent > 0x4025) {
-        return negateIf(isNegative(argument), lnFar(asBits(a), 0.0, 1));
-    }
-    Pair y;
-    if (exponent < 0x400A) {  // |x| + sqrt(x^2 + 1)
-        y = root(twoProduct(a, a) + Pair{1.0, 0.0}) + Pair{a, 0.0};
-    } else {  // 2|x| + 1/(2|x|), with the next term of the series of the root
-        Real80 twice = a + a;
-        Real80 inverse = 1.0 / twice;
-        y = fastTwoSum(twice, inverse - inverse * inverse * inverse);
-    }
-    return negateIf(isNegative(argument), lnFar(asBits(y.head), y.tail));
-}
-
-// Inverse hyperbolic cosine.
-template <class T>
-inline Real80 acoshExt(T argument) {
-    using namespace ext;
-    int exponent = extExponent(argument);
-    Real80 x = argument;
-    if (x != x) {
-        return x * 1.0;
-    }
-    if (x < 1.0) {
-        return invalid();
-    }
-    if (exponent == 0x7FFF) {
-        return x * 1.0;
-    }
-    if (x < 1.25) {
-        Real80 t = x - 1.0;
-        if (t == 0) {
-            return 0.0;
-        }
-        Pair s = root(Pair{t + t, 0.0});
-        return s.head + (s.tail + s.head * t * poly(t, tables::AcoshWide, tables::Acosh));
-    }
-    if (exponent < 0x400A) {  // x + sqrt(x^2 - 1)
-        Pair y = root(twoProduct(x, x) + Pair{-1.0, 0.0}) + Pair{x, 0.0};
-        return lnFar(asBits(y.head), y.tail);
-    }
-    if (exponent < 0x4021) {  // 2x - 1/(2x), with the next term of the series of the root
-        Real80 twice = x + x;
-        Real80 inverse = 1.0 / twice;
-        Pair y = fastTwoSum(twice, -(inverse + inverse * inverse * inverse));
-        return lnFar(asBits(y.head), y.tail);
-    }
-    return lnFar(asBits(x), 0.0, 1);
-}
-
-// Inverse hyperbolic tangent.
-inline Real80 atanhExt(Real80 x) {
-    using namespace ext;
-    int exponent = extExponent(x);
-    if (exponent < 0x3FFD) {
-        Real80 z = x * x;
-        if (exponent >= 0x3FF8) {
-            return x + x * z * poly(z, tables::AtanhWide, tables::Atanh);
-        }
-        if (exponent >= 0x3FED) {
-            static constexpr Real64 series[4] = {0x1.999999999999ap-3, 0x1.2492492492492p-3, 0x1.c71c71c71c71cp-4,
-                                                 0x1.745d1745d1746p-4};
-            return x + x * z * (poly(z, series) * z + tables::AtanhWide[0]);
-        }
-        return exponent >= 0x3FB4 ? x + x * z * tables::AtanhWide[0] : tinyOdd(x);
-    }
-    if (x != x) {
-        return x * 1.0;
-    }
-    Real80 a = abs(x);
-    if (a >= 1.0) {
-        return a == 1.0 ? pole(x) : invalid();
-    }
-    Pair y = fastTwoSum(1.0, a) / fastTwoSum(1.0, -a);
-    return negateIf(isNegative(x), 0.5 * lnFar(asBits(y.head), y.tail));
-}
-
-}  // namespace okt
+}  // namespace okt::extended

@@ -75,10 +75,10 @@ TEST(ComplexLn, A21UnderDenormalsAreZeroTakesASubnormalPartForAZeroOfItsSign) {
 
 // What the scalar kernel gives, rounded to the type.
 Complex32 byKernel(Complex32 z) {
-    const Complex64 w = complexLogKernel({Real64{z.re}, Real64{z.im}});
+    const Complex64 w = okt::complex::lnElement({Real64{z.re}, Real64{z.im}});
     return {static_cast<Real32>(w.re), static_cast<Real32>(w.im)};
 }
-Complex64 byKernel(Complex64 z) { return complexLogKernel(z); }
+Complex64 byKernel(Complex64 z) { return okt::complex::lnElement(z); }
 
 // The kernel is right to half a unit of the last place.
 template <class Z>

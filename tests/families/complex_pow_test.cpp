@@ -1,6 +1,6 @@
 // Pow and Powx of complex elements: the exponential kernel on the product of the exponent and the logarithm kernel's
 // result, in plain Real64.
-#include "complex/sqrt_element.h"
+#include "complex/pow_element.h"
 #include "families/complex_cells.h"
 #include "oktvm.h"
 
@@ -15,8 +15,8 @@ double difference(double a, double b) {
 }
 
 Complex64 composed(Complex64 a, Complex64 b) {
-    const Complex64 w = complexLogKernel(a);
-    return complexExpKernel(
+    const Complex64 w = okt::complex::lnElement(a);
+    return okt::complex::expElement(
         {difference(product(b.re, w.re), product(b.im, w.im)), sum(product(b.re, w.im), product(b.im, w.re))});
 }
 

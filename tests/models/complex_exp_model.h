@@ -62,7 +62,7 @@ inline Complex32 packed(Complex32 z) {
 
 inline bool flagged(Complex32 z) { return magnitude(z.re) > boundRe || magnitude(z.im) > boundIm; }
 
-inline Complex32 element(Complex32 z) { return flagged(z) ? throughKernel(complexExpKernel, z) : packed(z); }
+inline Complex32 element(Complex32 z) { return flagged(z) ? throughElement<okt::complex::expElement>(z) : packed(z); }
 
 }  // namespace complex_exp32
 
@@ -164,7 +164,7 @@ inline Complex32 packedShort(Complex32 z) {
 
 inline Complex32 elementShort(Complex32 z) {
     const bool inRange = passes(static_cast<Real64>(z.re)) && passes(static_cast<Real64>(z.im));
-    return inRange ? packedShort(z) : throughKernel(complexExpKernel, z);
+    return inRange ? packedShort(z) : throughElement<okt::complex::expElement>(z);
 }
 
 // The double-length kernel for Complex64.
@@ -203,7 +203,9 @@ inline Complex64 packedLong(Complex64 z) {
     return {re, Xh * scale + Y * scale};
 }
 
-inline Complex64 element(Complex64 z) { return passes(z.re) && passes(z.im) ? packedLong(z) : complexExpKernel(z); }
+inline Complex64 element(Complex64 z) {
+    return passes(z.re) && passes(z.im) ? packedLong(z) : okt::complex::expElement(z);
+}
 
 inline Complex64 cis(Real64 x) {
     const int exponent = static_cast<int>((asBits(x) >> 52) & 0x7FF);

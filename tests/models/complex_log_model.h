@@ -80,7 +80,7 @@ inline Real32 fastImaginary(Complex32 z) {
 }
 
 inline Complex32 fastElement(Complex32 z) {
-    if (fastFlag(z.re) || fastFlag(z.im)) return throughKernel(complexLogKernel, z);
+    if (fastFlag(z.re) || fastFlag(z.im)) return throughElement<okt::complex::lnElement>(z);
     return {fastReal(z), fastImaginary(z)};
 }
 
@@ -145,7 +145,7 @@ inline Real32 middleImaginary(Complex32 z) {
 
 inline Complex32 middleElement(Complex32 source) {
     const Complex32 z{zeroed(source.re), zeroed(source.im)};
-    if (middleFlag(z.re) || middleFlag(z.im)) return throughKernel(complexLogKernel, z);
+    if (middleFlag(z.re) || middleFlag(z.im)) return throughElement<okt::complex::lnElement>(z);
     return {middleReal(z), middleImaginary(z)};
 }
 

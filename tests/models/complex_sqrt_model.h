@@ -42,7 +42,7 @@ inline Complex32 packed(Complex32 z) {
 }
 
 inline Complex32 element(Complex32 z) {
-    return passes(z.re) && passes(z.im) ? packed(z) : throughKernel(complexSqrtKernel, z);
+    return passes(z.re) && passes(z.im) ? packed(z) : throughElement<okt::complex::sqrtElement>(z);
 }
 
 }  // namespace complex_sqrt

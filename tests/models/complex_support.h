@@ -1,4 +1,4 @@
-// What the models of the complex functions share: an element that leaves a block goes to its scalar kernel, whose
+// What the models of the complex functions share: an element that leaves a block goes through the written steps, whose
 // results are checked by themselves, widened before and narrowed after it.
 #pragma once
 
@@ -19,10 +19,11 @@ inline std::uint32_t magnitude(Real32 x) { return asBits(x) & 0x7FFFFFFFU; }
 
 inline bool isSubnormal(Real32 x) { return magnitude(x) != 0 && magnitude(x) < 0x00800000U; }
 
-inline Complex32 throughKernel(Complex64 (*kernel)(Complex64), Complex32 z) {
-    // Hidden from the compiler: where the kernel returns a part as it is, it would fold
+template <auto Element>
+Complex32 throughElement(Complex32 z) {
+    // Hidden from the compiler: where the steps return a part as it is, it would fold
     // the two conversions into none, and they are something else under denormals-are-zero.
-    const Complex64 wide = kernel({opaque(static_cast<Real64>(z.re)), opaque(static_cast<Real64>(z.im))});
+    const Complex64 wide = Element({opaque(static_cast<Real64>(z.re)), opaque(static_cast<Real64>(z.im))});
     const Complex32 result{static_cast<Real32>(wide.re), static_cast<Real32>(wide.im)};
     if (isSubnormal(result.re) || isSubnormal(result.im)) explog::dropped(opaque(0x1p-126F) * 0x1p-126F);
     return result;
