@@ -46,12 +46,19 @@ test::FloatingState drawState(Random& random) {
     return state;
 }
 
-// From the begin of one array to the begin of another that overlaps it: in place, whole elements up to any number
-// above or below, sometimes an odd number of bytes.
+// From the begin of one array to the begin of another that overlaps it: in place, some elements up or down, next to
+// the lengths of blocks and chunks, or any number, and sometimes an odd number of bytes.
 std::ptrdiff_t drawShift(Random& random, std::size_t elementSize, std::size_t elements) {
-    if (oneIn(random, 4)) return 0;
-    const std::uint64_t most = oneIn(random, 4) ? std::max<std::uint64_t>(elements, 1) : 20;
-    auto shift = static_cast<std::ptrdiff_t>((1 + random.below(most)) * elementSize);
+    std::uint64_t distance = 0;
+    const std::uint64_t kind = random.below(8);
+    if (kind < 2) return 0;
+    if (kind < 5)
+        distance = 1 + random.below(20);
+    else if (kind < 7)
+        distance = (std::uint64_t{4} << random.below(8)) + random.below(3) - 1;
+    else
+        distance = 1 + random.below(std::max<std::uint64_t>(elements, 1));
+    auto shift = static_cast<std::ptrdiff_t>(distance * elementSize);
     if (oneIn(random, 6)) shift -= static_cast<std::ptrdiff_t>(random.below(elementSize));
     return oneIn(random, 2) ? shift : -shift;
 }
