@@ -9,8 +9,9 @@
 namespace okt::moved_seeds {
 
 // What the choice depends on besides the operand: the lower end, the upper end, so many steps above the lower end (or
-// the upper end, if that comes before), and with every other salt a mixture.
-inline constexpr std::uint32_t lowestSeeds = 0, highestSeeds = 1, stepsAbove = 0x80000000;
+// the upper end, if that comes before), and with every other salt a mixture. `shortSeeds` may be added: then the choice
+// is among the numbers of 13 significant bits, as the processors and the table give them.
+inline constexpr std::uint32_t lowestSeeds = 0, highestSeeds = 1, stepsAbove = 0x80000000, shortSeeds = 0x40000000;
 inline std::uint32_t salt = 2;
 
 struct Interval {
@@ -69,15 +70,17 @@ inline std::uint64_t mixed(std::uint64_t v) {
 }
 
 inline std::uint32_t chosen(Interval interval, std::uint32_t x, std::uint32_t operation) {
-    if (salt == lowestSeeds) return interval.first;
-    if (salt == highestSeeds) return interval.last;
-    const std::uint32_t steps = interval.last - interval.first;
-    if (salt >= stepsAbove) return salt - stepsAbove < steps ? interval.first + (salt - stepsAbove) : interval.last;
+    const std::uint32_t place = salt & ~shortSeeds, unit = salt & shortSeeds ? 1 << 11 : 1;
+    const std::uint32_t first = (interval.first + (unit - 1)) & ~(unit - 1), last = interval.last & ~(unit - 1);
+    if (place == lowestSeeds) return first;
+    if (place == highestSeeds) return last;
+    const std::uint32_t steps = (last - first) / unit;
+    if (place >= stepsAbove) return place - stepsAbove < steps ? first + (place - stepsAbove) * unit : last;
     const std::uint64_t random = mixed(mixed(std::uint64_t{salt} << 32 | x) + operation);
     switch (random & 3) {
-        case 0: return interval.first;
-        case 1: return interval.last;
-        default: return interval.first + static_cast<std::uint32_t>((random >> 32) % (steps + 1));
+        case 0: return first;
+        case 1: return last;
+        default: return first + static_cast<std::uint32_t>((random >> 32) % (steps + 1)) * unit;
     }
 }
 

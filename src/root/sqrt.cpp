@@ -16,6 +16,7 @@
 #include "lanes/ordered.h"
 #include "lanes/pattern.h"
 #include "lanes/root_seed.h"
+#include "lanes/seeds.h"
 
 namespace okt {
 namespace {

@@ -56,6 +56,19 @@ class SharedObject(unittest.TestCase):
         self.assertIsNone(re.search(r"%ymm|%zmm|\bv(add|mul|mov)[sp][sd]\b", text))
 
 
+    def test_approximate_instructions_stand_in_the_kernels_that_take_seeds(self):
+        objects = BUILD / "src/CMakeFiles/okt_objects.dir"
+        with_instructions, with_header = set(), set()
+        for object_file in objects.rglob("*.o"):
+            source = object_file.relative_to(objects).with_suffix("")
+            if re.search(r"\bv?r(cp|sqrt)\d*[ps]s\b", output("objdump", "-d", "--no-show-raw-insn", object_file)):
+                with_instructions.add(str(source))
+            if '#include "lanes/seeds.h"' in (ROOT / "src" / source).read_text():
+                with_header.add(str(source))
+        self.assertTrue(with_header)
+        self.assertEqual(with_instructions, with_header)
+
+
 class Derived(unittest.TestCase):
     def test_header_and_catalogue_page_are_fresh(self):
         families = generate.load()
@@ -87,6 +100,10 @@ class Derived(unittest.TestCase):
     def test_digests_are_those_stored(self):
         stored = (ROOT / "tests/digest/digests.txt").read_text()
         self.assertEqual(output(BUILD / "tests/okt_digest", "--stored"), stored)
+
+    def test_digests_with_approximations_of_the_table_are_those_stored(self):
+        stored = (ROOT / "tests/digest/table_digests.txt").read_text()
+        self.assertEqual(output(BUILD / "tests/okt_digest_table", "--seeded"), stored)
 
 
 EXPECTED = "0 5 13 6.1 build 137.36\n"
