@@ -88,7 +88,7 @@ class Derived(unittest.TestCase):
         names = [line.split()[0] for line in lines]
         self.assertEqual(names, sorted(names, key=str.encode))
         self.assertEqual([line.split()[1] for line in lines], [f"@{i}" for i in range(1, len(lines) + 1)])
-        self.assertEqual((names[0], names[-1]), ("oktsAbs_32f_A24", "oktvmGetLibVersion"))
+        self.assertEqual(names[-1], "oktvmGetLibVersion")
 
     def test_tables_are_what_their_generators_give(self):
         generators = sorted((ROOT / "tools/tables").glob("*_tables.py"))

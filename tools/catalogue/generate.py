@@ -41,6 +41,7 @@ class Routine:
         self.frame = row["frame"]
         self.warnings = row["warnings"].split()
         self.seed = row.get("seed", False)
+        self.in_place = row.get("in_place", True)
         element = ELEMENT[self.type]
         self.source = self.array("source", family, element)
         self.destination = self.array("destination", family, element)
@@ -212,7 +213,7 @@ def module_definition(families):
 
 
 def export_list(families):
-    """One OKT_EXPORT_ROW a name, for the registry of the tests and tools."""
+    """One OKT_EXPORT_ROW a name, with the members of Export in tools/registry/registry.h."""
     out = ["// Generated from catalogue/catalogue.toml; do not edit."]
     routine_number = 0
     for family in families:
@@ -221,10 +222,11 @@ def export_list(families):
             for index, name in enumerate(routine.names):
                 grade = routine.grades[index] if routine.grades else ""
                 warnings = " | ".join("warns" + w for w in routine.warnings) or "warnsNothing"
+                flags = [str(flag).lower() for flag in (routine.seed, routine.in_place)]
                 out.append(
                     f'OKT_EXPORT_ROW({name}, "{routine.family}", "{routine.type}", "{grade}", {routine.form}, '
                     f"{FRAME[routine.frame][0]}, {routine.source}, {routine.destination}, {warnings}, {routine_number}, "
-                    f"{'true' if routine.seed else 'false'}, \"{family['group']}\", \"{summary}\")"
+                    f"{', '.join(flags)}, \"{family['group']}\", \"{summary}\")"
                 )
             routine_number += 1
     return "\n".join(out) + "\n"

@@ -10,22 +10,17 @@ namespace okt {
 namespace {
 
 constexpr Export allExports[] = {
-#define OKT_EXPORT_ROW(function, family, type, grade, form, frame, source, destination, warnings, routine, seed, \
-                       group, summary)                                                                           \
-    {#function,                                                                                                  \
-     family,                                                                                                     \
-     type,                                                                                                       \
-     grade,                                                                                                      \
-     Form::form,                                                                                                 \
-     Frame::frame,                                                                                               \
-     ElementType::source,                                                                                        \
-     ElementType::destination,                                                                                   \
-     warnings,                                                                                                   \
-     routine,                                                                                                    \
-     seed,                                                                                                       \
-     group,                                                                                                      \
-     summary,                                                                                                    \
-     &Caller<&function>::call,                                                                                   \
+#define OKT_EXPORT_ROW(function, family, type, grade, form, frame, source, destination, ...) \
+    {#function,                                                                              \
+     family,                                                                                 \
+     type,                                                                                   \
+     grade,                                                                                  \
+     Form::form,                                                                             \
+     Frame::frame,                                                                           \
+     ElementType::source,                                                                    \
+     ElementType::destination,                                                               \
+     __VA_ARGS__,                                                                            \
+     &Caller<&function>::call,                                                               \
      &Caller<&function>::callAt},
 #include "export_list.inc"
 #undef OKT_EXPORT_ROW

@@ -61,6 +61,7 @@ struct Export {
     unsigned warnings;                // a set of Warnings
     int routine;                      // exports with the same number are one routine
     bool seed;                        // last bits follow the processor's approximate reciprocals
+    bool inPlace;                     // a destination of the source's type may be the source
     std::string_view group, summary;  // of the family
     OktStatus (*call)(const Arguments&);
     OktStatus (*callAt)(AnyFunction, const Arguments&);  // the same export of another build of the library
