@@ -24,11 +24,11 @@ namespace {
 // Real32
 
 struct Constants32 {
-    Constant32 invLn2x128 = spread32(0x4338AA3B);    // 128/ln 2
-    Constant32 shift32 = spread32(0x4B300000);       // an integer multiple of 128 whose unit in the last place is 1
-    Constant32 ln2Over128Hi = spread32(0x3BB18000);  // nine bits, so that its product with n is exact
-    Constant32 ln2Over128Lo = spread32(0xB5DE8083);
-    Constant32 half = spread32(0x3F000000);
+    Constant32 invLn2x128 = 0x1.715476p+7F;  // 128/ln 2
+    Constant32 shift32 = 0x1.6p+23F;         // an integer multiple of 128 whose unit in the last place is 1
+    Constant32 ln2Over128Hi = 0x1.63p-8F;    // nine bits, so that its product with n is exact
+    Constant32 ln2Over128Lo = -0x1.bd0106p-20F;
+    Constant32 half = 0.5F;
 };
 constexpr Constants32 constants32;
 
@@ -64,15 +64,15 @@ inline F32<N> scaled(F32<N> u, const Multiple32<N>& n) {
 
 // Subnormal results in Real64, so that narrowing is the only rounding: 2^v = 2^n · 2^r with v = x · log2 e.
 Real32 expSubnormal(Real32 x) {
-    constexpr Real64 log2e = bits64(0x3FF71547652B82FE);
-    constexpr Real64 shift = bits64(0x4338000000000000);  // 1.5·2^52
-    constexpr Real64 a0 = bits64(0x3FF00000002614FF);
-    constexpr Real64 a1 = bits64(0x3FE62E430C7E922C);
-    constexpr Real64 a2 = bits64(0x3FCEBFBDADCB0CA8);
-    constexpr Real64 a3 = bits64(0x3FAC6AED4B951D00);
-    constexpr Real64 a4 = bits64(0x3F83B2DBBC0F45AE);
-    constexpr Real64 a5 = bits64(0x3F55F456A8A729EC);
-    constexpr Real64 a6 = bits64(0x3F241D33371366F6);
+    constexpr Real64 log2e = 0x1.71547652b82fep+0;
+    constexpr Real64 shift = 0x1.8p+52;
+    constexpr Real64 a0 = 0x1.00000002614ffp+0;
+    constexpr Real64 a1 = 0x1.62e430c7e922cp-1;
+    constexpr Real64 a2 = 0x1.ebfbdadcb0ca8p-3;
+    constexpr Real64 a3 = 0x1.c6aed4b951dp-5;
+    constexpr Real64 a4 = 0x1.3b2dbbc0f45aep-7;
+    constexpr Real64 a5 = 0x1.5f456a8a729ecp-10;
+    constexpr Real64 a6 = 0x1.41d33371366f6p-13;
 
     const Real64 v = static_cast<Real64>(x) * log2e;
     const Real64 t = v + shift;
@@ -95,18 +95,18 @@ Real32 expSubnormal(Real32 x) {
     if (!negative) {
         if (b >= overflow32) {
             status = oktStatusOverflow;
-            const Real32 huge = opaque(bits32(0x7F000000));  // 2^127
-            return huge * huge;                              // +Inf, raises overflow
+            const Real32 huge = opaque(0x1p127F);
+            return huge * huge;  // +Inf, raises overflow
         }
         const Real32 u = unscaledPower().raw;
         const std::uint32_t scale = ((n.lane[0] >> 7) + 127) << 23;
         if (scale <= 0x7F000000) return u * bits32(scale);
-        return u * bits32(0x7F000000) * Real32{2};  // 2^128 is no Real32
+        return u * 0x1p127F * Real32{2};  // 2^128 is no Real32
     }
     status = oktStatusUnderflow;
     if (b >= underflowZero32) {
-        const Real32 tiny = opaque(bits32(0x00800000));  // 2^-126
-        return tiny * tiny;                              // +0, raises underflow
+        const Real32 tiny = opaque(0x1p-126F);
+        return tiny * tiny;  // +0, raises underflow
     }
     return expSubnormal(x);
 }
@@ -132,14 +132,14 @@ void exp32(const Real32* src, Real32* dst, std::int32_t len, OktStatus& status) 
 // Real64
 
 struct Constants64 {
-    Constant64 invLn2x64 = spread64(0x40571547652B82FE);    // 64/ln 2
-    Constant64 shift64 = spread64(0x4338000000000000);      // 1.5·2^52
-    Constant64 ln2Over64Hi = spread64(0x3F862E42FEF00000);  // short, so that its product with n is exact
-    Constant64 ln2Over64Lo = spread64(0x3D7473DE6AF278ED);
-    Constant64 c2 = spread64(0x3FDFFFFFFFFFD97C);
-    Constant64 c3 = spread64(0x3FC55555555542A1);
-    Constant64 c4 = spread64(0x3FA555574BC3A1BE);
-    Constant64 c5 = spread64(0x3F81111276409C2C);
+    Constant64 invLn2x64 = 0x1.71547652b82fep+6;  // 64/ln 2
+    Constant64 shift64 = 0x1.8p+52;
+    Constant64 ln2Over64Hi = 0x1.62e42fefp-7;  // short, so that its product with n is exact
+    Constant64 ln2Over64Lo = 0x1.473de6af278edp-40;
+    Constant64 c2 = 0x1.fffffffffd97cp-2;
+    Constant64 c3 = 0x1.55555555542a1p-3;
+    Constant64 c4 = 0x1.555574bc3a1bep-5;
+    Constant64 c5 = 0x1.1111276409c2cp-7;
     Pattern64 scaleOfN = ~std::uint64_t{63};  // the bits of k
 };
 constexpr Constants64 constants64;
@@ -156,11 +156,11 @@ struct PowerColumns64 {
 };
 constexpr PowerColumns64 powerColumns64;
 
-constexpr std::uint32_t boundHigh64 = 0x4086232B;                // high word of 708.39599609375
-constexpr Real64 zeroBound64 = bits64(0xC0874910D52D3052);       // ln 2^-1075
-constexpr Real64 subnormalBound64 = bits64(0xC086232BDD7ABCD3);  // ln 2^-1022
-constexpr Real64 overflow64 = bits64(0x40862E42FEFA39F0);
-constexpr Real64 topBinade64 = bits64(0x40862E37E7D8BA72);  // 1024 ln 2 - ln 2/128: k is 1024 from here on
+constexpr std::uint32_t boundHigh64 = 0x4086232B;           // high word of 708.39599609375
+constexpr Real64 zeroBound64 = -0x1.74910d52d3052p+9;       // ln 2^-1075
+constexpr Real64 subnormalBound64 = -0x1.6232bdd7abcd3p+9;  // ln 2^-1022
+constexpr Real64 overflow64 = 0x1.62e42fefa39fp+9;
+constexpr Real64 topBinade64 = 0x1.62e37e7d8ba72p+9;  // 1024 ln 2 - ln 2/128: k is 1024 from here on
 
 // x = n · ln 2/64 + r.
 template <int N>
@@ -213,7 +213,7 @@ std::int32_t exponentOf(const Multiple64<1>& n) {
         return (u * powerOfTwo<Real64>(exponentOf(n) + 1022)) *
                smallestNormal<Real64>();  // rounded once, by the last factor 2^-1022
     }
-    if (x >= topBinade64) return (u * bits64(0x7FE0000000000000)) * Real64{2};  // 2^1024 is no Real64
+    if (x >= topBinade64) return (u * 0x1p1023) * Real64{2};  // 2^1024 is no Real64
     return u * powerOfTwo<Real64>(exponentOf(n));
 }
 

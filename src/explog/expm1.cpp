@@ -23,18 +23,18 @@ namespace okt {
 namespace {
 
 struct Constants {
-    Constant64 log2e128 = spread64(0x40671547652B82FE);  // 128/ln 2
-    Constant64 shifter = spread64(0x4338000000000000);   // 1.5·2^52
-    Constant64 ln2Head = spread64(0x3F762E4200000000);   // ln 2/128
-    Constant64 ln2Tail = spread64(0x3E2FDF473DE6AF28);
-    Constant64 splitAdd = spread64(0x41F0000000100000);  // 2^32 + 1
-    Constant64 splitSub = spread64(0x41F0000000000000);  // 2^32
+    Constant64 log2e128 = 0x1.71547652b82fep+7;  // 128/ln 2
+    Constant64 shifter = 0x1.8p+52;
+    Constant64 ln2Head = 0x1.62e42p-8;  // ln 2/128
+    Constant64 ln2Tail = 0x1.fdf473de6af28p-29;
+    Constant64 splitAdd = 0x1.00000001p+32;  // 2^32 + 1
+    Constant64 splitSub = 0x1p32;
     Constant64 one = 1.0;
     Constant64 half = 0.5;
-    Constant64 c3 = spread64(0x3FC5555555555405);
-    Constant64 c4 = spread64(0x3FA555555555541D);
-    Constant64 c5 = spread64(0x3F8111116887CD7C);
-    Constant64 c6 = spread64(0x3F56C16C87372663);
+    Constant64 c3 = 0x1.5555555555405p-3;
+    Constant64 c4 = 0x1.555555555541dp-5;
+    Constant64 c5 = 0x1.111116887cd7cp-7;
+    Constant64 c6 = 0x1.6c16c87372663p-10;
     Pattern64 roundJ = 64;  // j runs from -64 to 63, so 128 e is the nearest multiple
     Pattern64 scaleBits = ~std::uint64_t{127};
     Pattern64 unit = 0x3FF0000000000000;
@@ -48,7 +48,7 @@ struct Constants {
 };
 constexpr Constants constants;
 
-constexpr Real64 limit = bits64(0x40862E42FEFA39EF);  // 709.782712893384, above it e^x overflows
+constexpr Real64 limit = 0x1.62e42fefa39efp+9;  // 709.782712893384, above it e^x overflows
 constexpr Real64 huge = 0x1p999;
 constexpr Real64 tiny = 0x1p-1000;
 

@@ -61,12 +61,12 @@ using RowOffset = InMemory<std::uint32_t, N>;
 
 struct LnConstants32 {
     WordRange normal{0x00800000, 0x7F800000};
-    Constant32 ln2Hi = spread32(0x3F317000);
-    Constant32 ln2Lo = spread32(0x3805FDF4);
-    Constant32 one = spread32(0x3F800000);
-    Constant32 a2 = spread32(0xBF000000);
-    Constant32 a3 = spread32(0x3EAAAAAB);
-    Constant32 a4 = spread32(0xBE800000);
+    Constant32 ln2Hi = 0x1.62ep-1F;
+    Constant32 ln2Lo = 0x1.0bfbe8p-15F;
+    Constant32 one = 1.0F;
+    Constant32 a2 = -0.5F;
+    Constant32 a3 = 0x1.555556p-2F;
+    Constant32 a4 = -0.25F;
     Pattern32 significand = 0x007FFFFF;
     Pattern32 unit = 0x3F800000;
     Pattern32 mantissaHigh = 0x7FFFC000;
@@ -156,14 +156,14 @@ void ln32(const Real32* src, Real32* dst, std::int32_t len, OktStatus& status) {
 
 struct Log10Constants32 {
     WordRange normal{0x00800000, 0x7F800000};
-    Constant32 log2Hi = spread32(0x3EA00000);  // log10 2
-    Constant32 log2Lo = spread32(0xBC3BECAF);
-    Constant32 origin = spread32(0x3EDE0000);  // K
-    Constant32 d1 = spread32(0x3AD3D366);      // (log10 e)/K - 1
-    Constant32 d2 = spread32(0xBF93D797);
-    Constant32 d3 = spread32(0x3FE3509F);
-    Constant32 d4 = spread32(0xC04498E8);
-    Constant32 zero = spread32(0);
+    Constant32 log2Hi = 0x1.4p-2F;  // log10 2
+    Constant32 log2Lo = -0x1.77d95ep-7F;
+    Constant32 origin = 0x1.bcp-2F;   // K
+    Constant32 d1 = 0x1.a7a6ccp-10F;  // (log10 e)/K - 1
+    Constant32 d2 = -0x1.27af2ep+0F;
+    Constant32 d3 = 0x1.c6a13ep+0F;
+    Constant32 d4 = -0x1.8931dp+1F;
+    Constant32 zero = 0.0F;
     Pattern32 significand = 0x007FFFFF;
     Pattern32 unit = 0x3F800000;
     Pattern32 mantissaHigh = 0xFFFF8000;
@@ -219,7 +219,7 @@ Sums<F32x1> log10Single32(Real32 x) {
     if (isInfinite(x)) return x;
     const Real32 scaled = x * Real32{0x1p23f};
     const auto sums = log10Single32(scaled);
-    return (sums.small.raw - bits32(0x40DD8EDE)) + sums.large.raw;  // 23 log10 2
+    return (sums.small.raw - 0x1.bb1dbcp+2F) + sums.large.raw;  // 23 log10 2
 }
 
 OKT_INLINE inline bool locate(const Log10Constants32& k, F32<8> x, RowOffset<8>& offset) {
@@ -264,18 +264,18 @@ struct CommonConstants64 {
 };
 
 struct LnConstants64 : CommonConstants64 {
-    Constant64 log2Hi = spread64(0x3FE62E42FEFA3800);  // ln 2
-    Constant64 log2Lo = spread64(0x3D2EF35793C76730);
-    Constant64 origin = spread64(0x3FF0000000000000);
-    Constant64 b2 = spread64(0xBFDFFFFFFFFFFCA9);
-    Constant64 b3 = spread64(0x3FD555555555512A);
-    Constant64 b4 = spread64(0xBFD00000D588D052);
-    Constant64 b5 = spread64(0x3FC9999B39037E04);
+    Constant64 log2Hi = 0x1.62e42fefa38p-1;  // ln 2
+    Constant64 log2Lo = 0x1.ef35793c7673p-45;
+    Constant64 origin = 1.0;
+    Constant64 b2 = -0x1.ffffffffffca9p-2;
+    Constant64 b3 = 0x1.555555555512ap-2;
+    Constant64 b4 = -0x1.00000d588d052p-2;
+    Constant64 b5 = 0x1.9999b39037e04p-3;
     Pattern64 mantissaHigh = 0x7FFFFFFF00000000;
     Pattern32 exponentOffset = 0x3FE7FC00;  // e steps up at m = 1.4990234375
 
     static constexpr const LogColumns64<513>& columns = lnColumns64;
-    static constexpr Real64 scaledBy52 = bits64(0x404205966F2B4F12);  // 52 ln 2
+    static constexpr Real64 scaledBy52 = 0x1.205966f2b4f12p+5;  // 52 ln 2
     template <int N>
     F64<N> polynomial(F64<N> r) const {
         return r * (r * (r * (r * (r * b5 + b4) + b3) + b2));
@@ -283,19 +283,19 @@ struct LnConstants64 : CommonConstants64 {
 };
 
 struct Log10Constants64 : CommonConstants64 {
-    Constant64 log2Hi = spread64(0x3FD34413509F7800);  // log10 2
-    Constant64 log2Lo = spread64(0x3D1FEF311F12B358);
-    Constant64 origin = spread64(0x3FDBC00000000000);  // K
-    Constant64 f1 = spread64(0x3F5A7A6CBF2E4108);      // (log10 e)/K - 1
-    Constant64 f2 = spread64(0xBFF27AF2DC77AF28);
-    Constant64 f3 = spread64(0x3FFC6A02DC962E0F);
-    Constant64 f4 = spread64(0xC008930AAC7D7C50);
-    Constant64 f5 = spread64(0x4016ABA0F9751EC1);
+    Constant64 log2Hi = 0x1.34413509f78p-2;  // log10 2
+    Constant64 log2Lo = 0x1.fef311f12b358p-46;
+    Constant64 origin = 0x1.bcp-2;          // K
+    Constant64 f1 = 0x1.a7a6cbf2e4108p-10;  // (log10 e)/K - 1
+    Constant64 f2 = -0x1.27af2dc77af28p+0;
+    Constant64 f3 = 0x1.c6a02dc962e0fp+0;
+    Constant64 f4 = -0x1.8930aac7d7c5p+1;
+    Constant64 f5 = 0x1.6aba0f9751ec1p+2;
     Pattern64 mantissaHigh = 0x7FFFFFFF80000000;
     Pattern32 exponentOffset = 0x3FF00000;
 
     static constexpr const LogColumns64<513>& columns = log10Columns64;
-    static constexpr Real64 scaledBy52 = bits64(0x402F4E9F6303263E);  // 52 log10 2
+    static constexpr Real64 scaledBy52 = 0x1.f4e9f6303263ep+3;  // 52 log10 2
     template <int N>
     F64<N> polynomial(F64<N> r) const {
         return r * (r * (r * (r * (r * f5 + f4) + f3) + f2) + f1);

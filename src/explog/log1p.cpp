@@ -42,39 +42,36 @@ struct Constants {
     Constant64 one = 1.0;
     Constant64 half = 0.5;
     Constant64 minusHalf = -0.5;
-    Constant64 ln2Head = spread64(0x3FE62E42FEE00000);
-    Constant64 ln2Tail = spread64(0x3DEA39EF35793C76);
-    Constant64 round = spread64(0x41F0000000000000);  // 2^32
-    Constant64 split = spread64(0x41F0000000100000);  // 2^32 + 1
+    Constant64 ln2Head = 0x1.62e42feep-1;
+    Constant64 ln2Tail = 0x1.a39ef35793c76p-33;
+    Constant64 round = 0x1p32;
+    Constant64 split = 0x1.00000001p+32;  // 2^32 + 1
     Pattern64 upperWord = 0xFFFFFFFF00000000;
     Pattern64 exponentField = 0x7FF0000000000000;
     Pattern64 inverseScale = 0x7FE0000000000000;
     Pattern32 rowBits = 0x00001FE0;
     Pattern32 bias = 1023;
     // Table ranges: u + u^2 (g2 + g3 u + ...)
-    Constant64 g2 = spread64(0xBFE0000000000000);
-    Constant64 g3 = spread64(0x3FD555555554D0DF);
-    Constant64 g4 = spread64(0xBFCFFFFFFFFE169D);
-    Constant64 g5 = spread64(0x3FC999A24CDB6ABC);
-    Constant64 g6 = spread64(0xBFC5555F7BD1FCD4);
+    Constant64 g2 = -0.5;
+    Constant64 g3 = 0x1.555555554d0dfp-2;
+    Constant64 g4 = -0x1.ffffffffe169dp-3;
+    Constant64 g5 = 0x1.999a24cdb6abcp-3;
+    Constant64 g6 = -0x1.5555f7bd1fcd4p-3;
     // 2^-6 to 0.0713: coefficients of even and of odd powers, the head of 1/3 apart
-    Constant64 third = spread64(0x3FD5555500000000);
-    Constant64 mediumEven[6] = {spread64(0xBFB29D524F0060E0), spread64(0xBFB554A46FBCEC87),
-                                spread64(0xBFB9999A57DF52CC), spread64(0xBFBFFFFFFF91931E),
-                                spread64(0xBFC55555555565F1), spread64(0xBFCFFFFFFFFFFFFE)};
-    Constant64 mediumOdd[6] = {spread64(0x3FB3FFB2AC7A39A4), spread64(0x3FB74544A220006F),
-                               spread64(0x3FBC71C7998FE202), spread64(0x3FC24924922CA0F5),
-                               spread64(0x3FC9999999999FC9), spread64(0x3E75555555453A31)};
+    Constant64 third = 0x1.55555p-2;
+    Constant64 mediumEven[6] = {-0x1.29d524f0060ep-4,  -0x1.554a46fbcec87p-4, -0x1.9999a57df52ccp-4,
+                                -0x1.fffffff91931ep-4, -0x1.55555555565f1p-3, -0x1.ffffffffffffep-3};
+    Constant64 mediumOdd[6] = {0x1.3ffb2ac7a39a4p-4, 0x1.74544a220006fp-4, 0x1.c71c7998fe202p-4,
+                               0x1.24924922ca0f5p-3, 0x1.9999999999fc9p-3, 0x1.5555555453a31p-24};
     // 2^-13 to 2^-6
-    Constant64 shortEven[4] = {spread64(0xBFB99D9A03A0403E), spread64(0xBFBFFFFFB94B8A57), spread64(0xBFC5555555566AD6),
-                               spread64(0xBFCFFFFFFFFFFFFC)};
-    Constant64 shortOdd[4] = {spread64(0x3FBC756A566CE20D), spread64(0x3FC2492478D1D116), spread64(0x3FC99999999A2B21),
-                              spread64(0x3FD5555555555555)};
+    Constant64 shortEven[4] = {-0x1.99d9a03a0403ep-4, -0x1.fffffb94b8a57p-4, -0x1.5555555566ad6p-3,
+                               -0x1.ffffffffffffcp-3};
+    Constant64 shortOdd[4] = {0x1.c756a566ce20dp-4, 0x1.2492478d1d116p-3, 0x1.99999999a2b21p-3, 0x1.5555555555555p-2};
     // 2^-57 to 2^-13
-    Constant64 t2 = spread64(0xBFE0000000000000);
-    Constant64 t3 = spread64(0x3FD5555555555555);
-    Constant64 t4 = spread64(0xBFD0000003555556);
-    Constant64 t5 = spread64(0x3FC99999A199B4B4);
+    Constant64 t2 = -0.5;
+    Constant64 t3 = 0x1.5555555555555p-2;
+    Constant64 t4 = -0x1.0000003555556p-2;
+    Constant64 t5 = 0x1.99999a199b4b4p-3;
     // The ranges by the upper word of the magnitude.
     Pattern32 magnitude = 0x7FFFFFFF;
     Pattern32 tableFirst = 0x3FB24000;
@@ -89,11 +86,11 @@ constexpr Constants constants;
 // The constants of the shorter way for Real32.
 struct ShortConstants {
     Constant64 one = 1.0;
-    Constant64 ln2 = spread64(0x3FE62E42FEFA39EF);
-    Constant64 c2 = spread64(0xBFDFFFFFFFFFE92E);  // ln(1 + u) = u + u^2 (c2 + c3 u + ...)
-    Constant64 c3 = spread64(0x3FD5555557A8002F);
-    Constant64 c4 = spread64(0xBFD000020233C053);
-    Constant64 c5 = spread64(0x3FC9845F04C94BE3);
+    Constant64 ln2 = 0x1.62e42fefa39efp-1;
+    Constant64 c2 = -0x1.fffffffffe92ep-2;  // ln(1 + u) = u + u^2 (c2 + c3 u + ...)
+    Constant64 c3 = 0x1.5555557a8002fp-2;
+    Constant64 c4 = -0x1.000020233c053p-2;
+    Constant64 c5 = 0x1.9845f04c94be3p-3;
     Pattern32 firstOfTable = 0x3FE60000;  // upper word of 11/16
     Pattern32 exponentField = 0xFFF00000;
     Pattern32 rowBits = 0x00000FF0;

@@ -37,13 +37,13 @@ namespace {
 // Real32
 
 struct Constants32 {
-    Constant64 s2 = spread64(0xBFDFFFFFFFFFCAAE);  // -1/2 and 1/3, fitted to the width of a table's interval
-    Constant64 s3 = spread64(0x3FD55555555512C8);
-    Constant64 ln2 = spread64(0x3FE62E42FEFA39EF);
-    Constant64 invLn2x128 = spread64(0x40671547652B82FE);  // 128/ln 2
-    Constant64 shift = spread64(0x4338000000000000);       // 1.5·2^52: the sum's low bits hold an integer
-    Constant64 ln2Over128 = spread64(0x3F762E42FEFA39EF);
-    Constant32 half = spread32(0x3F000000);
+    Constant64 s2 = -0x1.fffffffffcaaep-2;  // -1/2 and 1/3, fitted to the width of a table's interval
+    Constant64 s3 = 0x1.55555555512c8p-2;
+    Constant64 ln2 = 0x1.62e42fefa39efp-1;
+    Constant64 invLn2x128 = 0x1.71547652b82fep+7;  // 128/ln 2
+    Constant64 shift = 0x1.8p+52;                  // the sum's low bits hold an integer
+    Constant64 ln2Over128 = 0x1.62e42fefa39efp-8;
+    Constant32 half = 0.5F;
     Pattern32 fraction = 0x007FFFFF;
     Pattern32 one = 0x3F800000;
     Pattern32 halfStep = 0x00004000;  // half a unit of the eighth fraction bit
@@ -157,7 +157,7 @@ Real64 lnOfWide(Real64 a) {
     const std::uint32_t high = highWord(a);
     const Real64 m = bits64((asBits(a) & 0x000FFFFFFFFFFFFF) | 0x3FF0000000000000);
     // The bits that are set below the rounding place settle every tie.
-    const Real64 rounder = bits64(0x42B0000000000000);  // 2^44, whose unit in the last place is 2^-8
+    const Real64 rounder = 0x1p44;  // its unit in the last place is 2^-8
     const Real64 mc = (bits64(asBits(m) | 0x000003FF00000000) + rounder) - rounder;
     const std::uint32_t offset = ((high & 0x000FFFFF) + 0x800) >> 12 << 4;
     const F64x1 exponent(static_cast<std::int32_t>(high >> 20) - 1023);
@@ -172,20 +172,20 @@ Real64 expOfWide(Real64 w) {
     const auto n = static_cast<std::int32_t>(lowWord(t));
     const std::uint64_t exponentField = static_cast<std::uint32_t>((n >> 7) * 0x100000 + 0x3FF00000);
     const Real64 g = bits64(tables::PowExpMant[n & 127] | exponentField << 32);
-    constexpr Real64 sixth = bits64(0x3FC5555555555555);
+    constexpr Real64 sixth = 0x1.5555555555555p-3;
     return (((sixth * r + 0.5) * r) * r + r) * g + g;
 }
 
 // sign · |x|^y for finite operands other than zero. Rounded to Real32 once, by the conversion, whose flags are all that
 // an overflow or underflow leaves.
 Real32 generalPower(Real32 x, Real32 y, Real64 sign) {
-    constexpr Real64 expOf23 = bits64(0x420226AF33B1FDC1);  // e^23, to make normal numbers of subnormal ones
+    constexpr Real64 expOf23 = 0x1.226af33b1fdc1p+33;  // e^23, to make normal numbers of subnormal ones
     const std::uint32_t magnitude = magnitudeBits(x);
     const Real64 wide = bits32(magnitude);
     const Real64 lnX = magnitude < 0x00800000 ? lnOfWide(wide * expOf23) - 23.0 : lnOfWide(wide);
     const Real64 w = y * lnX;
     if ((highWord(w) & 0x7FFFFFFF) <= elementBoundHigh32) return static_cast<Real32>(expOfWide(w) * sign);
-    const Real64 huge = bits64(0x7F8000007F800000);
+    const Real64 huge = 0x1.000007f8p+1017;
     return static_cast<Real32>(opaque(w < 0 ? 0.0 : huge) * sign);
 }
 
@@ -193,20 +193,20 @@ Real32 generalPower(Real32 x, Real32 y, Real64 sign) {
 // Real64
 
 struct Constants64 {
-    Constant64 k = spread64(0x3FF7154740000000);   // log2 e to 28 bits
-    Constant64 d1 = spread64(0x3E79C3A6966457EE);  // what K misses of log2 e; further the series of log2(1 + u/K) / u
-    Constant64 d2 = spread64(0xBFD62E4346694107);
-    Constant64 d3 = spread64(0x3FC47FD462B3B816);
-    Constant64 d4 = spread64(0xBFB550472A8BB463);
-    Constant64 d5 = spread64(0x3FA7A334DDFC9F86);
-    Constant64 d6 = spread64(0xBF9B4EA0E9419F52);
-    Constant64 d7 = spread64(0x3F903950CF599C56);
-    Constant64 e1 = spread64(0x3FE62E42FEFA39EF);  // ln 2; further the series of 2^z
-    Constant64 e2 = spread64(0x3FCEBFBDFF82C58E);
-    Constant64 e3 = spread64(0x3FAC6B08D704A0BF);
-    Constant64 e4 = spread64(0x3F83B2AB6FBA4E77);
-    Constant64 e5 = spread64(0x3F55D87FE78A6731);
-    Constant64 shift = spread64(0x42C8000000000000);  // 1.5·2^45: the sum's low bits hold the multiple of 1/128
+    Constant64 k = 0x1.715474p+0;           // log2 e to 28 bits
+    Constant64 d1 = 0x1.9c3a6966457eep-24;  // what K misses of log2 e; further the series of log2(1 + u/K) / u
+    Constant64 d2 = -0x1.62e4346694107p-2;
+    Constant64 d3 = 0x1.47fd462b3b816p-3;
+    Constant64 d4 = -0x1.550472a8bb463p-4;
+    Constant64 d5 = 0x1.7a334ddfc9f86p-5;
+    Constant64 d6 = -0x1.b4ea0e9419f52p-6;
+    Constant64 d7 = 0x1.03950cf599c56p-6;
+    Constant64 e1 = 0x1.62e42fefa39efp-1;  // ln 2; further the series of 2^z
+    Constant64 e2 = 0x1.ebfbdff82c58ep-3;
+    Constant64 e3 = 0x1.c6b08d704a0bfp-5;
+    Constant64 e4 = 0x1.3b2ab6fba4e77p-7;
+    Constant64 e5 = 0x1.5d87fe78a6731p-10;
+    Constant64 shift = 0x1.8p+45;  // the sum's low bits hold the multiple of 1/128
     Pattern64 fraction = 0x000FFFFFFFFFFFFF;
     Pattern64 one = 0x3FF0000000000000;
     Pattern64 upperBits = 0xFFFFFFFFF8000000;  // the lowest 27 bits cleared: half of a significand
@@ -333,7 +333,7 @@ Real64 cut(Real64 x, std::uint64_t kept) { return bits64(asBits(x) & kept); }
 Real64 subnormalPower(const Exp2<1>& p, Real64 low, std::int32_t k, Real64 sign) {
     const Constants64& c = constants64;
     const Real64 hi = p.hi.raw, lo = p.lo.raw, z = p.z.raw, rest = p.rest.raw;
-    const Real64 f = sign * bits64(0x3900000000000000);  // ±2^-111
+    const Real64 f = sign * 0x1p-111;
     const Real64 g = powerOfTwo<Real64>(k + 111);
     if ((highWord((hi * g) * f) & 0x7FFFFFFF) > 0x00100000) {
         const Real64 zLow = low - (z - p.zHigh.raw);
@@ -364,7 +364,7 @@ Real64 generalPower(Real64 x, Real64 y, Real64 sign) {
     Real64 a = magnitude(x);
     std::uint32_t exponentLess = 0;
     if (highWord(a) < 0x00100000) {
-        a = a * bits64(0x4330000000000000);  // 2^52
+        a = a * 0x1p52;
         exponentLess = 52;
     }
     const U32<1> high(highWord(a));
