@@ -19,9 +19,9 @@ struct Constants32 {
     Constant32 one = 1.0F;
     Constant32 half = 0.5F;
     Constant32 two = 2.0F;
-    Constant32 halfPiHead32 = spread32(0x3FC90FDA);
-    Constant32 piHead32 = spread32(0x40490FDA);
-    Constant32 halfPiTail32 = spread32(0x33A22168);
+    Constant32 halfPiHead32 = 0x1.921fb4p+0F;
+    Constant32 piHead32 = 0x1.921fb4p+1F;
+    Constant32 halfPiTail32 = 0x1.4442dp-24F;
     Pattern32 minusOneOrTwo = asBits(-1.0F) ^ asBits(2.0F);
 };
 constexpr Constants32 constants32;
@@ -65,10 +65,10 @@ void acos32(const Real32* src, Real32* dst, std::int32_t len, OktStatus& status)
 
 struct Constants64 {
     half_angle::Constants64 shared;
-    Constant64 pi = spread64(0x400921FB54442D18);
-    Constant64 halfPi = spread64(0x3FF921FB54442D18);
-    Constant64 piTail = spread64(0x3CA1A62633145C07);
-    Constant64 halfPiTailNegative = spread64(0xBC91A62633145C07);
+    Constant64 pi = 0x1.921fb54442d18p+1;
+    Constant64 halfPi = 0x1.921fb54442d18p+0;
+    Constant64 piTail = 0x1.1a62633145c07p-53;
+    Constant64 halfPiTailNegative = -0x1.1a62633145c07p-54;
 };
 constexpr Constants64 constants64;
 

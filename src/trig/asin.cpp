@@ -20,9 +20,9 @@ struct Constants32 {
     Constant32 half = 0.5F;
     Constant32 minusHalf = -0.5F;
     Constant32 three = 3.0F;
-    Constant32 quarterPiHead32 = spread32(0x3F490FDA);
-    Constant32 quarterPiTail32 = spread32(0x33222168);
-    Constant32 halfOfHead = 0.5F * bits32(0x3F490FDA);  // exact
+    Constant32 quarterPiHead32 = 0x1.921fb4p-1F;
+    Constant32 quarterPiTail32 = 0x1.4442dp-25F;
+    Constant32 halfOfHead = 0.5F * 0x1.921fb4p-1F;  // exact
     Pattern32 oneOrMinusTwo = asBits(1.0F) ^ asBits(-2.0F);
 };
 constexpr Constants32 constants32;
@@ -63,8 +63,8 @@ void asin32(const Real32* src, Real32* dst, std::int32_t len, OktStatus& status)
 
 struct Constants64 {
     half_angle::Constants64 shared;
-    Constant64 quarterPi = spread64(0x3FE921FB54442D18);
-    Constant64 quarterPiTail = spread64(0x3C91A62633145C07);
+    Constant64 quarterPi = 0x1.921fb54442d18p-1;
+    Constant64 quarterPiTail = 0x1.1a62633145c07p-54;
 };
 constexpr Constants64 constants64;
 

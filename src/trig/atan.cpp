@@ -34,17 +34,17 @@ struct Constants32 {
     // The centre; behind the last limit, where x is in the denominator, its factor there.
     Chosen32 centre{0.53125F, 1.0F, 1.0F};
     // arctan 0.53125, arctan 1 and pi/2, in heads of few bits and the rest.
-    Chosen32 head{bits32(0x3EF80000), bits32(0x3F400000), bits32(0x3FC80000)};
-    Chosen32 tail{bits32(0x3B81BA17), bits32(0x3D10FDAA), bits32(0x3C07ED51)};
+    Chosen32 head{0x1.fp-2F, 0.75F, 0x1.9p+0F};
+    Chosen32 tail{0x1.03742ep-8F, 0x1.21fb54p-5F, 0x1.0fdaa2p-7F};
 
     Constant32 one = 1.0F;
 
     // (arctan t - t)/t^3 over t^2.
-    Constant32 Q4 = spread32(0xBD6E4E11);
-    Constant32 Q3 = spread32(0x3DD6D79A);
-    Constant32 Q2 = spread32(0xBE11B5D2);
-    Constant32 Q1 = spread32(0x3E4CC6DC);
-    Constant32 Q0 = spread32(0xBEAAAAA1);
+    Constant32 Q4 = -0x1.dc9c22p-5F;
+    Constant32 Q3 = 0x1.adaf34p-4F;
+    Constant32 Q2 = -0x1.236ba4p-3F;
+    Constant32 Q1 = 0x1.998db8p-3F;
+    Constant32 Q0 = -0x1.555542p-2F;
 };
 constexpr Constants32 constants32;
 
@@ -84,17 +84,17 @@ struct Constants64 {
     Constant64 one = 1.0;
 
     // (arctan t - t)/t^3 over w = t^4: the terms with t^2 as a factor and those without.
-    Constant64 D5 = spread64(0xBF90A0140B247B6E);
-    Constant64 D4 = spread64(0xBFA9785816AC714D);
-    Constant64 D3 = spread64(0xBFB10D58403897A0);
-    Constant64 D2 = spread64(0xBFB745CDAE905490);
-    Constant64 D1 = spread64(0xBFC2492491FDFC9C);
-    Constant64 D0 = spread64(0xBFD5555555555509);
-    Constant64 E4 = spread64(0x3FA2AD8F0C29B3CB);
-    Constant64 E3 = spread64(0x3FADDD7216B6A1B8);
-    Constant64 E2 = spread64(0x3FB3B0F1459B9FD4);
-    Constant64 E1 = spread64(0x3FBC71C6FD40E520);
-    Constant64 E0 = spread64(0x3FC999999998E492);
+    Constant64 D5 = -0x1.0a0140b247b6ep-6;
+    Constant64 D4 = -0x1.9785816ac714dp-5;
+    Constant64 D3 = -0x1.10d58403897ap-4;
+    Constant64 D2 = -0x1.745cdae90549p-4;
+    Constant64 D1 = -0x1.2492491fdfc9cp-3;
+    Constant64 D0 = -0x1.5555555555509p-2;
+    Constant64 E4 = 0x1.2ad8f0c29b3cbp-5;
+    Constant64 E3 = 0x1.ddd7216b6a1b8p-5;
+    Constant64 E2 = 0x1.3b0f1459b9fd4p-4;
+    Constant64 E1 = 0x1.c71c6fd40e52p-4;
+    Constant64 E0 = 0x1.999999998e492p-3;
 };
 constexpr Constants64 constants64;
 

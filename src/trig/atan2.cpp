@@ -32,10 +32,10 @@ namespace {
 
 namespace lane {
 
-constexpr Real64 pi = 3.141592653589793;
-constexpr Real64 piTail = 1.2246467991473532e-16;
-constexpr Real64 halfPi = 1.5707963267948966;
-constexpr Real64 halfPiTail = 6.123233995736766e-17;
+constexpr Real64 pi = 0x1.921fb54442d18p+1;
+constexpr Real64 piTail = 0x1.1a62633145c07p-53;
+constexpr Real64 halfPi = 0x1.921fb54442d18p+0;
+constexpr Real64 halfPiTail = 0x1.1a62633145c07p-54;
 
 // Constants whose sum is rounded at run time, for the inexact flag.
 inline Real64 summed(Real64 head, Real64 tail) { return opaque(head) + tail; }
@@ -75,9 +75,9 @@ inline Quotient quotient(Real64 nh, Real64 nl, Real64 dh, Real64 dl) {
 
 // T + T^3·P, the product in two parts.
 inline Parts arctangent(const Quotient& q, Real64 z) {
-    constexpr Real64 c6 = -0.06313688776899645, c5 = 0.07683539769703819, c4 = -0.0909079559611586,
-                     c3 = 0.11111110301985087, c2 = -0.1428571428262597, c1 = 0.19999999999994408,
-                     c0 = -0.3333333333333333;
+    constexpr Real64 c6 = -0x1.029bd34239994p-4, c5 = 0x1.3ab7c1048afd1p-4, c4 = -0x1.745be69cca475p-4,
+                     c3 = 0x1.c71c6f9b157d3p-4, c2 = -0x1.2492492382a27p-3, c1 = 0x1.99999999991bbp-3,
+                     c0 = -0x1.5555555555555p-2;
     const Real64 P = ((((((c6 * z + c5) * z + c4) * z + c3) * z + c2) * z + c1) * z + c0) * z;
     const Real64 Ph = split(P);
     const Real64 Pl = P - Ph;
@@ -179,8 +179,8 @@ template <class T>
     if (isNaN(y) || isNaN(x)) return addOrdered(y, x);  // y's if both are
     if (isInfinite(y)) {
         if (isFinite(x)) return withSign(summed(halfPi, halfPiTail), y);
-        return withSign(negative ? summed(2.356194490192345, 9.184850993605148e-17)
-                                 : summed(0.7853981633974483, 3.061616997868383e-17),
+        return withSign(negative ? summed(0x1.2d97c7f3321d2p+1, 0x1.a79394c9e8a0ap-54)
+                                 : summed(0x1.921fb54442d18p-1, 0x1.1a62633145c07p-55),
                         y);
     }
     if (isInfinite(x)) return withSign(negative ? summed(pi, piTail) : 0.0, y);
@@ -221,18 +221,18 @@ struct Constants64 {
     Constant64 one = 1.0;
 
     // (arctan t - t)/t^3 over w = t^4: the terms with t^2 as a factor and those without.
-    Constant64 G5 = spread64(0x3F8BE4FBE6733718);
-    Constant64 G4 = spread64(0x3FA6AD5558FE19C9);
-    Constant64 G3 = spread64(0x3FAE12F1EDF7C393);
-    Constant64 G2 = spread64(0x3FB3B132B731E73A);
-    Constant64 G1 = spread64(0x3FBC71C719F99F96);
-    Constant64 G0 = spread64(0x3FC9999999998F43);
-    Constant64 H5 = spread64(0xBFA04CD71F92185E);
-    Constant64 H4 = spread64(0xBFAA9E755CA13D23);
-    Constant64 H3 = spread64(0xBFB1108D326C68ED);
-    Constant64 H2 = spread64(0xBFB745D119677A4F);
-    Constant64 H1 = spread64(0xBFC2492492441A21);
-    Constant64 H0 = spread64(0xBFD5555555555552);
+    Constant64 G5 = 0x1.be4fbe6733718p-7;
+    Constant64 G4 = 0x1.6ad5558fe19c9p-5;
+    Constant64 G3 = 0x1.e12f1edf7c393p-5;
+    Constant64 G2 = 0x1.3b132b731e73ap-4;
+    Constant64 G1 = 0x1.c71c719f99f96p-4;
+    Constant64 G0 = 0x1.9999999998f43p-3;
+    Constant64 H5 = -0x1.04cd71f92185ep-5;
+    Constant64 H4 = -0x1.a9e755ca13d23p-5;
+    Constant64 H3 = -0x1.1108d326c68edp-4;
+    Constant64 H2 = -0x1.745d119677a4fp-4;
+    Constant64 H1 = -0x1.2492492441a21p-3;
+    Constant64 H0 = -0x1.5555555555552p-2;
 
     Pattern64 pi = 0x400921FB54442D18;
     Pattern64 piTailNegative = 0xBCA1A64000000000;  // fifteen bits, a little more than pi's rest
@@ -308,10 +308,10 @@ template <int N>
 // The arctangent of 0, 1/2, 1, 2 and infinity in two parts, in the order of the regions.
 alignas(16) constexpr Real32 centreAngle[5][2] = {
     {0.0F, 0.0F},
-    {bits32(0x3EED6338), bits32(0x31AC3768)},
-    {bits32(0x3F490FD8), bits32(0x34288858)},
-    {bits32(0x3F8DB710), bits32(0xB4DA2880)},
-    {bits32(0x3FC90FD8), bits32(0x34A88858)},
+    {0x1.dac67p-2F, 0x1.586edp-28F},
+    {0x1.921fbp-1F, 0x1.5110bp-23F},
+    {0x1.1b6e2p+0F, -0x1.b451p-22F},
+    {0x1.921fbp+0F, 0x1.5110bp-22F},
 };
 
 struct Constants32 {
@@ -324,7 +324,7 @@ struct Constants32 {
     // Factors of |x| that part the regions; the first two regions come before the second and third limit, and behind
     // the last t = -|x|/|y|.
     Constant32 limitA = 0.375F;
-    Constant32 limitB = spread32(0x3F3851EC);  // 0.72
+    Constant32 limitB = 0x1.70a3d8p-1F;  // 0.72
     Constant32 limitC = 1.75F;
     Constant32 limitD = 2.6875F;
 
@@ -335,10 +335,10 @@ struct Constants32 {
     Pattern64 headOfReal64 = ~std::uint64_t{0x1FFFFFFF};  // the 24 bits that Real32 holds
 
     // (arctan t - t)/t^3 over w = t^4.
-    Constant32 P1 = spread32(0x3DAE1329);
-    Constant32 P0 = spread32(0x3E4CAA3B);
-    Constant32 Q1 = spread32(0xBE0F4E4E);
-    Constant32 Q0 = spread32(0xBEAAAA6C);
+    Constant32 P1 = 0x1.5c2652p-4F;
+    Constant32 P0 = 0x1.995476p-3F;
+    Constant32 Q1 = -0x1.1e9c9cp-3F;
+    Constant32 Q0 = -0x1.5554d8p-2F;
 
     // pi, its head rounded up to 20 bits. The tail is taken with x's sign flipped, and pi comes with x < 0 alone.
     Pattern32 pi = 0x40490FE0;

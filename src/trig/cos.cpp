@@ -39,7 +39,7 @@ struct Cosine {
     // cos x = (-1)^n·sin(x - (n - 1/2)·pi) with n = round((x + pi/2)/pi)
     template <int N>
     static U32<N> halfTurns(F32<N> x) {
-        constexpr Real32 halfPi32 = bits32(0x3FC90FDB);
+        constexpr Real32 halfPi32 = 0x1.921fb6p+0F;
         return roundToSigned((x + halfPi32) * sine::oneOverPi32);
     }
     template <class V>

@@ -15,11 +15,11 @@ namespace okt::half_angle {
 // Real32
 
 struct Polynomial32 {
-    Constant32 R4 = spread32(0x3D2D33ED);
-    Constant32 R3 = spread32(0x3CC589DB);
-    Constant32 R2 = spread32(0x3D3A4C23);
-    Constant32 R1 = spread32(0x3D998079);
-    Constant32 R0 = spread32(0x3E2AAAE6);
+    Constant32 R4 = 0x1.5a67dap-5F;
+    Constant32 R3 = 0x1.8b13b6p-6F;
+    Constant32 R2 = 0x1.749846p-5F;
+    Constant32 R1 = 0x1.3300f2p-4F;
+    Constant32 R0 = 0x1.5555ccp-3F;
 };
 
 // (arcsin a - a)/a over z = a^2.
@@ -57,19 +57,19 @@ struct Constants64 {
     Constant64 r1 = -0.5;
 
     // (arcsin a - a)/a over z = a^2, odd and even powers of z apart.
-    Constant64 E6 = spread64(0x3FA0D60D1986AEC6);
-    Constant64 E5 = spread64(0x3F96825C16316F03);
-    Constant64 E4 = spread64(0x3F8622CB270118B0);
-    Constant64 E3 = spread64(0x3F8CA247EB6664E5);
-    Constant64 E2 = spread64(0x3F96E8BE19F6199D);
-    Constant64 E1 = spread64(0x3FA6DB6DB724FE19);
-    Constant64 E0 = spread64(0x3FC5555555555579);
-    Constant64 O5 = spread64(0xBF95E9019191BE85);
-    Constant64 O4 = spread64(0x3F6D768B20A865AC);
-    Constant64 O3 = spread64(0x3F8755BDEFC292C9);
-    Constant64 O2 = spread64(0x3F91C49BD43E63F7);
-    Constant64 O1 = spread64(0x3F9F1C71A7CEDD43);
-    Constant64 O0 = spread64(0x3FB333333332DC42);
+    Constant64 E6 = 0x1.0d60d1986aec6p-5;
+    Constant64 E5 = 0x1.6825c16316f03p-6;
+    Constant64 E4 = 0x1.622cb270118bp-7;
+    Constant64 E3 = 0x1.ca247eb6664e5p-7;
+    Constant64 E2 = 0x1.6e8be19f6199dp-6;
+    Constant64 E1 = 0x1.6db6db724fe19p-5;
+    Constant64 E0 = 0x1.5555555555579p-3;
+    Constant64 O5 = -0x1.5e9019191be85p-6;
+    Constant64 O4 = 0x1.d768b20a865acp-9;
+    Constant64 O3 = 0x1.755bdefc292c9p-7;
+    Constant64 O2 = 0x1.1c49bd43e63f7p-6;
+    Constant64 O1 = 0x1.f1c71a7cedd43p-6;
+    Constant64 O0 = 0x1.333333332dc42p-4;
 };
 
 // The argument of the series u = uh + l, a or -sqrt(2 (1 - a)), and the rest of the arcsine S·u.

@@ -19,26 +19,26 @@ namespace okt {
 namespace {
 
 struct C {
-    static constexpr Real64 fourOverPi = bits64(0x3FF45F306DC9C883);  // 4/pi
+    static constexpr Real64 fourOverPi = 0x1.45f306dc9c883p+0;  // 4/pi
 
     // pi/4 in four parts; a product of the first three with an even integer below 2^24 is exact.
-    static constexpr Real64 quarterPiA1 = bits64(0x3FE921FB54000000);
-    static constexpr Real64 quarterPiA2 = bits64(0x3E010B4612000000);
-    static constexpr Real64 quarterPiA3 = bits64(0xBC2676733C000000);
-    static constexpr Real64 quarterPiA4 = bits64(0x3A61701B839A2520);
+    static constexpr Real64 quarterPiA1 = 0x1.921fb54p-1;
+    static constexpr Real64 quarterPiA2 = 0x1.10b4612p-31;
+    static constexpr Real64 quarterPiA3 = -0x1.676733cp-61;
+    static constexpr Real64 quarterPiA4 = 0x1.1701b839a252p-89;
 
     // pi/4 in five parts; a product of the first four with an even integer below 2^31 is exact.
-    static constexpr Real64 quarterPiB1 = bits64(0x3FE921FA00000000);
-    static constexpr Real64 quarterPiB2 = bits64(0x3EA5444300000000);
-    static constexpr Real64 quarterPiB3 = bits64(0xBD373DCA00000000);
-    static constexpr Real64 quarterPiB4 = bits64(0xBBF3B39A00000000);
-    static constexpr Real64 quarterPiB5 = bits64(0x3A845C06E0E68948);
+    static constexpr Real64 quarterPiB1 = 0x1.921fap-1;
+    static constexpr Real64 quarterPiB2 = 0x1.54443p-21;
+    static constexpr Real64 quarterPiB3 = -0x1.73dcap-44;
+    static constexpr Real64 quarterPiB4 = -0x1.3b39ap-64;
+    static constexpr Real64 quarterPiB5 = 0x1.45c06e0e68948p-87;
 
     // pi/4 in two parts, for the last product.
-    static constexpr Real64 quarterPiHead = bits64(0x3FE921FB40000000);
-    static constexpr Real64 quarterPiTail = bits64(0x3E64442D18469899);
+    static constexpr Real64 quarterPiHead = 0x1.921fb4p-1;
+    static constexpr Real64 quarterPiTail = 0x1.4442d18469899p-25;
 
-    static constexpr Real64 splitFactor = bits64(0x4198000000000000);  // 3·2^25, chops a sum to its leading bits
+    static constexpr Real64 splitFactor = 0x1.8p+26;  // chops a sum to its leading bits
 };
 
 // The quarter turns of |x|, half its rounded eighths, negated with x, modulo 4.

@@ -62,18 +62,18 @@ template <class T>
 }
 
 struct Fit {
-    Constant32 twoOverPi32 = spread32(0x3F22F983);         // 2/pi
-    Constant32 floatShifter = spread32(0x4B400000);        // 1.5·2^23: the sum's low bits hold n
-    Constant64 zeroAbove2To52 = 0x1p52 + 0x4B400000;       // the sum's pattern for n = 0
-    Constant64 negHalfPi1 = spread64(0xBFF921FB54440000);  // -pi/2, the head: products with n are exact
-    Constant64 halfPi2 = spread64(0x3D868C234C4C6629);     // pi/2, the rest
-    Constant64 a1 = spread64(0xBFC55554527AF340);
-    Constant64 a2 = spread64(0x3F811073AFCE563F);
-    Constant64 a3 = spread64(0xBF29943E0FBEA90A);
-    Constant64 b1 = spread64(0xBFE0000000000000);
-    Constant64 b2 = spread64(0x3FA55554A115B568);
-    Constant64 b3 = spread64(0xBF56C0C33A81BD97);
-    Constant64 b4 = spread64(0x3EF99EB9C49F772E);
+    Constant32 twoOverPi32 = 0x1.45f306p-1F;          // 2/pi
+    Constant32 floatShifter = 0x1.8p+23F;             // the sum's low bits hold n
+    Constant64 zeroAbove2To52 = 0x1p52 + 0x4B400000;  // the sum's pattern for n = 0
+    Constant64 negHalfPi1 = -0x1.921fb5444p+0;        // -pi/2, the head: products with n are exact
+    Constant64 halfPi2 = 0x1.68c234c4c6629p-39;       // pi/2, the rest
+    Constant64 a1 = -0x1.55554527af34p-3;
+    Constant64 a2 = 0x1.11073afce563fp-7;
+    Constant64 a3 = -0x1.9943e0fbea90ap-13;
+    Constant64 b1 = -0.5;
+    Constant64 b2 = 0x1.55554a115b568p-5;
+    Constant64 b3 = -0x1.6c0c33a81bd97p-10;
+    Constant64 b4 = 0x1.99eb9c49f772ep-16;
     Constant64 one = 1.0;
 };
 constexpr Fit fit;

@@ -20,35 +20,35 @@
 
 namespace okt::sine {
 
-inline constexpr Real64 roundShifter = bits64(0x4338000000000000);  // 1.5·2^52: the sum's low bits hold the integer
+inline constexpr Real64 roundShifter = 0x1.8p+52;  // the sum's low bits hold the integer
 
 // pi/32 in three parts, products of the first two with n are exact; and 1/3!, 1/5!, 1/7!, 1/9!, 1/2!, 1/4!, 1/6!, 1/8!.
 struct Steps64 {
     static constexpr int rows = 64;
-    static constexpr Real64 inverse = bits64(0x40245F306DC9C883);  // 32/pi
-    static constexpr Real64 part1 = bits64(0x3FB921FB54400000);
-    static constexpr Real64 part2 = bits64(0x3D90B4611A600000);
-    static constexpr Real64 part3 = bits64(0x3B63198A2E037073);
+    static constexpr Real64 inverse = 0x1.45f306dc9c883p+3;  // 32/pi
+    static constexpr Real64 part1 = 0x1.921fb544p-4;
+    static constexpr Real64 part2 = 0x1.0b4611a6p-38;
+    static constexpr Real64 part3 = 0x1.3198a2e037073p-73;
 };
 
 // pi/64, the same.
 struct Steps128 {
     static constexpr int rows = 128;
-    static constexpr Real64 inverse = bits64(0x40345F306DC9C883);  // 64/pi
-    static constexpr Real64 part1 = bits64(0x3FA921FB54400000);
-    static constexpr Real64 part2 = bits64(0x3D80B4611A600000);
-    static constexpr Real64 part3 = bits64(0x3B53198A2E037073);
+    static constexpr Real64 inverse = 0x1.45f306dc9c883p+4;  // 64/pi
+    static constexpr Real64 part1 = 0x1.921fb544p-5;
+    static constexpr Real64 part2 = 0x1.0b4611a6p-39;
+    static constexpr Real64 part3 = 0x1.3198a2e037073p-74;
 };
 
 struct Taylor {
-    static constexpr Real64 s1 = bits64(0xBFC5555555555555);  // -1/3!
-    static constexpr Real64 s2 = bits64(0x3F81111111111111);  // 1/5!
-    static constexpr Real64 s3 = bits64(0xBF2A01A01A01A01A);  // -1/7!
-    static constexpr Real64 s4 = bits64(0x3EC71DE3A556C734);  // 1/9!
-    static constexpr Real64 c1 = bits64(0xBFE0000000000000);  // -1/2!
-    static constexpr Real64 c2 = bits64(0x3FA5555555555555);  // 1/4!
-    static constexpr Real64 c3 = bits64(0xBF56C16C16C16C17);  // -1/6!
-    static constexpr Real64 c4 = bits64(0x3EFA01A01A01A01A);  // 1/8!
+    static constexpr Real64 s1 = -0x1.5555555555555p-3;   // -1/3!
+    static constexpr Real64 s2 = 0x1.1111111111111p-7;    // 1/5!
+    static constexpr Real64 s3 = -0x1.a01a01a01a01ap-13;  // -1/7!
+    static constexpr Real64 s4 = 0x1.71de3a556c734p-19;   // 1/9!
+    static constexpr Real64 c1 = -0.5;                    // -1/2!
+    static constexpr Real64 c2 = 0x1.5555555555555p-5;    // 1/4!
+    static constexpr Real64 c3 = -0x1.6c16c16c16c17p-10;  // -1/6!
+    static constexpr Real64 c4 = 0x1.a01a01a01a01ap-16;   // 1/8!
 };
 
 template <int N>
@@ -244,7 +244,7 @@ inline bool isTiny(Real64 x) { return biasedExponent(x) < 771; }
 // Rounds like x and raises inexact; a zero comes back as it is.
 inline Real64 sineOfTiny(Real64 x) {
     if (x == 0.0) return x;
-    return (bits64(0x4360000000000000) * x - x) * bits64(0x3C80000000000000);  // 2^55, 2^-55
+    return (0x1p55 * x - x) * 0x1p-55;
 }
 inline Real64 cosineOfTiny(Real64 x) { return 1.0 - abs(F64<1>(x)).raw; }
 

@@ -10,13 +10,13 @@ namespace okt::sine {
 // (-1)^n·sin r for r = x - d·pi, |r| at most about pi/2, by an odd polynomial of nine fitted to relative error; d is n
 // (the sine) or n - 1/2 (the cosine).
 struct Fit {
-    Constant64 negPi1 = spread64(0xC00921FB54440000);  // -pi, the head: products with d are exact
-    Constant64 pi2 = spread64(0x3D968C234C4C6629);     // pi, the rest
-    Constant64 p0 = spread64(0x3FF000000089705F);
-    Constant64 p1 = spread64(0xBFC55554AE8BA1BD);
-    Constant64 p2 = spread64(0x3F8110EE64CD0933);
-    Constant64 p3 = spread64(0xBF29F75E2C166F94);
-    Constant64 p4 = spread64(0x3EC5E0A329A17541);
+    Constant64 negPi1 = -0x1.921fb5444p+1;   // -pi, the head: products with d are exact
+    Constant64 pi2 = 0x1.68c234c4c6629p-38;  // pi, the rest
+    Constant64 p0 = 0x1.000000089705fp+0;
+    Constant64 p1 = -0x1.55554ae8ba1bdp-3;
+    Constant64 p2 = 0x1.110ee64cd0933p-7;
+    Constant64 p3 = -0x1.9f75e2c166f94p-13;
+    Constant64 p4 = 0x1.5e0a329a17541p-19;
 };
 inline constexpr Fit fit;
 
@@ -119,6 +119,6 @@ void loop32(const Real32* src, Real32* dst, std::int32_t len, OktStatus& status)
     laneBlocks<4, stripLength>(len, len - 4, tryLanes, lane);
 }
 
-inline constexpr Real32 oneOverPi32 = bits32(0x3EA2F983);  // 1/pi
+inline constexpr Real32 oneOverPi32 = 0x1.45f306p-2F;  // 1/pi
 
 }  // namespace okt::sine

@@ -28,18 +28,18 @@ namespace {
 // Real64
 
 struct C {
-    static constexpr Real64 thirtyTwoOverPi = bits64(0x40245F306DC9C883);  // 32/pi
-    static constexpr Real64 roundShifter = bits64(0x4338000000000000);     // 1.5·2^52: rounds to an integer
-    static constexpr Real64 roundShifter16 = bits64(0x4378000000000000);   // 1.5·2^56: rounds to a multiple of 16
+    static constexpr Real64 thirtyTwoOverPi = 0x1.45f306dc9c883p+3;  // 32/pi
+    static constexpr Real64 roundShifter = 0x1.8p+52;                // rounds to an integer
+    static constexpr Real64 roundShifter16 = 0x1.8p+56;              // rounds to a multiple of 16
 
     // pi/32 in three parts for the row's reduction and for the pole's.
-    static constexpr Real64 tanStep1 = 0.09817477042452083;
-    static constexpr Real64 tanStep2 = 1.6020900947399724e-13;
-    static constexpr Real64 tanStep3 = 6.601874416867142e-25;
-    static constexpr Real64 poleStep1 = 0.0981747704247482;
-    static constexpr Real64 poleStep2Neg = -6.716466596861444e-14;
-    static constexpr Real64 poleStep2Pos = 6.716466596857464e-14;  // makes the distance's head; the last digits differ
-    static constexpr Real64 poleStep3 = 3.9801982271943437e-26;
+    static constexpr Real64 tanStep1 = 0x1.921fb5444p-4;
+    static constexpr Real64 tanStep2 = 0x1.68c234c4cp-43;
+    static constexpr Real64 tanStep3 = 0x1.98a2e03707345p-81;
+    static constexpr Real64 poleStep1 = 0x1.921fb54444p-4;
+    static constexpr Real64 poleStep2Neg = -0x1.2e7b967674p-44;
+    static constexpr Real64 poleStep2Pos = 0x1.2e7b9676733afp-44;  // makes the distance's head; the last digits differ
+    static constexpr Real64 poleStep3 = 0x1.8a2e03707344ap-85;
 };
 
 // In place of a rest of the argument that is +0: neither sum to which it would be added is ever -0.
@@ -155,12 +155,12 @@ void tan64(const Real64* src, Real64* dst, std::int32_t len, OktStatus& status) 
 // Real32
 
 struct Fit {
-    static constexpr Real32 twoOverPi32 = bits32(0x3F22F983);      // 2/pi
-    static constexpr Real64 halfPi1 = bits64(0x3FF921FB54440000);  // pi/2, the head: products with n are exact
-    static constexpr Real64 halfPi2 = bits64(0x3D868C234C4C6629);  // pi/2, the rest
-    static constexpr Real64 n1 = bits64(0xBFB8867706ED6612);       // numerator r + n1·r^3
-    static constexpr Real64 d1 = bits64(0xBFDB76F5E7F08C11);       // denominator 1 + d1·r^2 + d2·r^4
-    static constexpr Real64 d2 = bits64(0x3F83E66EA6AA37F2);
+    static constexpr Real32 twoOverPi32 = 0x1.45f306p-1F;     // 2/pi
+    static constexpr Real64 halfPi1 = 0x1.921fb5444p+0;       // pi/2, the head: products with n are exact
+    static constexpr Real64 halfPi2 = 0x1.68c234c4c6629p-39;  // pi/2, the rest
+    static constexpr Real64 n1 = -0x1.8867706ed6612p-4;       // numerator r + n1·r^3
+    static constexpr Real64 d1 = -0x1.b76f5e7f08c11p-2;       // denominator 1 + d1·r^2 + d2·r^4
+    static constexpr Real64 d2 = 0x1.3e66ea6aa37f2p-7;
 };
 
 template <int N>
