@@ -16,14 +16,20 @@ using namespace inverse_hyper;
 
 constexpr Real64 smallLimit = 1.0625;
 
-// acosh(1 + t) = sqrt(2t) (1 + p(t)) on [0, 0.0625]: p.
+// (acosh(1 + t)/sqrt(2t) - 1)/t in t. The constant term -1/12 is divided where it is used, in the caller's rounding mode.
+constexpr Real64 c2 = 0x1.3333333333147p-6;
+constexpr Real64 c3 = -0x1.6db6db6d6156fp-8;
+constexpr Real64 c4 = 0x1.f1c71bfecd52dp-10;
+constexpr Real64 c5 = -0x1.6e8b7818c0c1dp-11;
+constexpr Real64 c6 = 0x1.1c45756012e6ap-12;
+constexpr Real64 c7 = -0x1.c73d6f559c80fp-14;
+constexpr Real64 c8 = 0x1.50e16464bfb1bp-15;
+
 template <class V>
 inline V acoshSeries(V t) {
     const V w = t * t;
-    const V low =
-        (V(-0.0055803571425533235) + V(0.0018988715016353228) * t) * w + (V(-1.0 / 12) + V(0.018749999999998292) * t);
-    const V high = (V(-0.00010853766920052042) + V(4.015927769351041e-05) * t) * w +
-                   (V(-0.0006991287255860877) + V(0.00027110225892521564) * t);
+    const V low = (V(c3) + V(c4) * t) * w + (V(-1.0 / 12) + V(c2) * t);
+    const V high = (V(c7) + V(c8) * t) * w + (V(c5) + V(c6) * t);
     return (high * (w * w) + low) * t;
 }
 

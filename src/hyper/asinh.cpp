@@ -16,15 +16,19 @@ using namespace inverse_hyper;
 
 constexpr Real64 smallLimit = 0.125;
 
-// asinh a = a + a^3 p(a^2), p fitted on [0, 0.125].
+// (asinh a - a)/a^3 in a^2.
+constexpr Real64 c0 = -0x1.555555555551bp-3;
+constexpr Real64 c1 = 0x1.333333330facp-4;
+constexpr Real64 c2 = -0x1.6db6dafab4472p-5;
+constexpr Real64 c3 = 0x1.f1c671225ed56p-6;
+constexpr Real64 c4 = -0x1.6e4b04cd3b907p-6;
+constexpr Real64 c5 = 0x1.10437f0a10cfbp-6;
+
 template <class V>
 inline V asinhSmall(V a) {
     const V z = a * a;
     const V w = z * z;
-    const V p = ((V(0.01661765485938547) * z + V(-0.02235675305285503)) * w +
-                 (V(0.030381784899401985) * z + V(-0.04464285630604871))) *
-                    w +
-                (V(0.07499999999798046) * z + V(-0.16666666666666505));
+    const V p = ((V(c5) * z + V(c4)) * w + (V(c3) * z + V(c2))) * w + (V(c1) * z + V(c0));
     return a + (a * z) * p;
 }
 

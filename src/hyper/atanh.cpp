@@ -20,16 +20,16 @@ namespace {
 // Real32
 
 // Highest term first.
-constexpr Real32 centralPolynomial[] = {bits32(0x3E962D3E), bits32(0xBDBE62C3), bits32(0x3E189A6D), bits32(0x3DCE3ED3),
-                                        bits32(0x3E13480A), bits32(0x3E4CC1AA), bits32(0x3EAAAAC0)};
+constexpr Real32 centralPolynomial[] = {0x1.2c5a7cp-2F, -0x1.7cc586p-4F, 0x1.3134dap-3F, 0x1.9c7da6p-4F,
+                                        0x1.269014p-3F, 0x1.998354p-3F,  0x1.55558p-2F};
 constexpr Real32 logarithmPolynomial[] = {
-    bits32(0xBD1E93F2), bits32(0x3D861D15), bits32(0xBD8815F8), bits32(0x3D90F40B), bits32(0xBDA9FDAC),
-    bits32(0x3DCCD4BE), bits32(0xBE00028C), bits32(0x3E2AAAA4), bits32(0xBE7FFFFB), bits32(0x3F000000)};
+    -0x1.3d27e4p-5F, 0x1.0c3a2ap-4F,  -0x1.102bfp-4F, 0x1.21e816p-4F,  -0x1.53fb58p-4F,
+    0x1.99a97cp-4F,  -0x1.000518p-3F, 0x1.555548p-3F, -0x1.fffff6p-3F, 0.5F};
 constexpr Real32 atanhCentre = 0.6875f;
-constexpr Real32 atanhHead = bits32(0x3F57DBEC);  // atanh 0.6875
-constexpr Real32 atanhTail = bits32(0xB27CD082);
-constexpr Real32 halfLn2Head = bits32(0x3EB17200);
-constexpr Real32 halfLn2Tail = bits32(0x353FBE8E);
+constexpr Real32 atanhHead = 0x1.afb7d8p-1F;  // atanh 0.6875
+constexpr Real32 atanhTail = -0x1.f9a104p-27F;
+constexpr Real32 halfLn2Head = 0x1.62e4p-2F;
+constexpr Real32 halfLn2Tail = 0x1.7f7d1cp-21F;
 constexpr std::uint32_t atanhLimit1 = 0x3F19999A;  // 0.6
 constexpr std::uint32_t atanhLimit2 = 0x3F400000;  // 0.75
 constexpr std::uint32_t one32 = 0x3F800000;
@@ -127,15 +127,18 @@ constexpr Real64 smallLimit = 0.0625;
 constexpr std::uint32_t tiny64 = 0x3C600000;  // upper word of 2^-57
 constexpr std::uint64_t one64 = 0x3FF0000000000000;
 
-// atanh a = a + a^3 p(a^2), p fitted on [0, 0.0625].
+// (atanh a - a)/a^3 in a^2.
+constexpr Real64 c0 = 0x1.5555555555575p-2;
+constexpr Real64 c1 = 0x1.99999999617f9p-3;
+constexpr Real64 c2 = 0x1.24924a261c82p-3;
+constexpr Real64 c3 = 0x1.c7186a4ccaf82p-4;
+constexpr Real64 c4 = 0x1.7805c0c359672p-4;
+
 template <class V>
 inline V atanhSmall(V a) {
     const V z = a * a;
     const V w = z * z;
-    const V p = ((V(bits64(0x3FB7805C0C359672)) * z + V(bits64(0x3FBC7186A4CCAF82))) * w +
-                 (V(bits64(0x3FC24924A261C820)) * z + V(bits64(0x3FC99999999617F9)))) *
-                    z +
-                V(bits64(0x3FD5555555555575));
+    const V p = ((V(c4) * z + V(c3)) * w + (V(c2) * z + V(c1))) * z + V(c0);
     return a + (a * z) * p;
 }
 

@@ -20,9 +20,9 @@ using namespace sinh_cosh;
 // Real32
 
 // cosh and sinh of f ln 2.
-constexpr Real64 k0 = bits64(0x3FF000000001D8C0);
-constexpr Real64 k2 = bits64(0x3FCEBFBA4E02D234);
-constexpr Real64 l1 = bits64(0x3FE62E48530B0530);
+constexpr Real64 k0 = 0x1.000000001d8cp+0;
+constexpr Real64 k2 = 0x1.ebfba4e02d234p-3;
+constexpr Real64 l1 = 0x1.62e48530b053p-1;
 
 inline Real32 coshSteps32(Real32 x) {
     const auto [f, plus, minus] = reduced(x);

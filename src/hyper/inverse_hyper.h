@@ -22,9 +22,9 @@ struct HeadTail {
 
 inline constexpr std::uint64_t upperWordMask = 0xFFFFFFFF00000000;  // leaves 21 significant bits
 
-inline constexpr Real64 ln2 = bits64(0x3FE62E42FEFA39EF);
-inline constexpr Real64 ln2Head = bits64(0x3FE62E42FEFA3800);  // short: products with exponents are exact
-inline constexpr Real64 ln2Tail = bits64(0x3D2EF35793C76730);
+inline constexpr Real64 ln2 = 0x1.62e42fefa39efp-1;
+inline constexpr Real64 ln2Head = 0x1.62e42fefa38p-1;  // short: products with exponents are exact
+inline constexpr Real64 ln2Tail = 0x1.ef35793c7673p-45;
 
 // Of the number 2^k m, m in [1, 2).
 template <class V>
@@ -47,10 +47,10 @@ inline LogRow<V> logRow(V number, Real64 addedToExponent = 0) {
 }
 
 // ln(1 + f) = f - f^2/2 + c3 f^3 + ...
-inline constexpr Real64 logC3 = bits64(0x3FD5555555555613);
-inline constexpr Real64 logC4 = bits64(0xBFD0000000000262);
-inline constexpr Real64 logC5 = bits64(0x3FC9999997B36C81);
-inline constexpr Real64 logC6 = bits64(0xBFC555555228B38F);
+inline constexpr Real64 logC3 = 0x1.5555555555613p-2;
+inline constexpr Real64 logC4 = -0x1.0000000000262p-2;
+inline constexpr Real64 logC5 = 0x1.9999997b36c81p-3;
+inline constexpr Real64 logC6 = -0x1.555555228b38fp-3;
 
 // ln(1 + f) - f for |f| below 0.0024.
 template <class V>

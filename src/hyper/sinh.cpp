@@ -23,10 +23,10 @@ using namespace sinh_cosh;
 // Real32
 
 // cosh and sinh of f ln 2: even and odd polynomial in f.
-constexpr Real64 k0 = bits64(0x3FEFFFFFFFFF626B);
-constexpr Real64 k2 = bits64(0x3FCEBFC2EC2DEDAE);
-constexpr Real64 l1 = bits64(0x3FE62E42FEF9E28E);
-constexpr Real64 l3 = bits64(0x3FAC6B0CEF9B9F1E);
+constexpr Real64 k0 = 0x1.fffffffff626bp-1;
+constexpr Real64 k2 = 0x1.ebfc2ec2dedaep-3;
+constexpr Real64 l1 = 0x1.62e42fef9e28ep-1;
+constexpr Real64 l3 = 0x1.c6b0cef9b9f1ep-5;
 constexpr std::uint32_t tiny32 = 0x399D4952;  // 0.0003
 
 inline Real32 sinhSteps32(Real32 x) {
@@ -64,9 +64,9 @@ constexpr std::uint32_t smallLimit64 = 0x3FA1EB85;   // upper word of 0.035
 constexpr std::uint32_t middleLimit64 = 0x3FCFACFC;  // of 0.2475
 
 struct SinhConstants {
-    Constant64 y1 = spread64(0x3FC5555555555583);
-    Constant64 y2 = spread64(0x3F81111110E18CA7);
-    Constant64 y3 = spread64(0x3F2A01DB8C52595A);
+    Constant64 y1 = 0x1.5555555555583p-3;
+    Constant64 y2 = 0x1.1111110e18ca7p-7;
+    Constant64 y3 = 0x1.a01db8c52595ap-13;
 };
 constexpr SinhConstants sinhConstants;
 

@@ -13,7 +13,7 @@ namespace okt::sinh_cosh {
 // ---------------------------------------------------------------------------------------------------------------------
 // Real32, in Real80.
 
-inline constexpr Real64 log2e = bits64(0x3FF71547652B82FE);
+inline constexpr Real64 log2e = 0x1.71547652b82fep+0;
 inline constexpr Real64 shift196608 = 196608.0;  // 3·2^16: a Real32 of this size has units of 1/64
 inline constexpr std::uint32_t overflowLimit32 = 0x42B2D4FD;
 
@@ -62,14 +62,14 @@ inline void patchedLoop(const Real32* src, Real32* dst, std::int32_t len, const 
 // Real64.
 
 struct Constants64 {
-    Constant64 sixtyFourOverLn2 = spread64(0x40571547652B82FE);
-    Constant64 roundShifter = spread64(0x4338000000000000);  // 1.5·2^52: the sum's low bits hold n
-    Constant64 ln2Head64 = spread64(0x3F862E42FEF00000);     // ln 2/64; short, so that its product with n is exact
-    Constant64 ln2Tail64 = spread64(0x3D7473DE6AF278ED);
-    Constant64 w1 = spread64(0x3FDFFFFFFFFFD97C);    // about 1/2
-    Constant64 w2 = spread64(0x3FC55555555542A1);    // about 1/6
-    Constant64 w3 = spread64(0x3FA555574BC3A1BE);    // about 1/24
-    Constant64 w4 = spread64(0x3F81111276409C2C);    // about 1/120
+    Constant64 sixtyFourOverLn2 = 0x1.71547652b82fep+6;
+    Constant64 roundShifter = 0x1.8p+52;     // the sum's low bits hold n
+    Constant64 ln2Head64 = 0x1.62e42fefp-7;  // ln 2/64; short, so that its product with n is exact
+    Constant64 ln2Tail64 = 0x1.473de6af278edp-40;
+    Constant64 w1 = 0x1.fffffffffd97cp-2;            // about 1/2
+    Constant64 w2 = 0x1.55555555542a1p-3;            // about 1/6
+    Constant64 w3 = 0x1.555574bc3a1bep-5;            // about 1/24
+    Constant64 w4 = 0x1.1111276409c2cp-7;            // about 1/120
     Pattern64 exponentBias = std::uint64_t{0xFF80};  // 1022·64
     Pattern64 exponentField = std::uint64_t{0x7FF0000000000000};
     Pattern64 magnitude = std::uint64_t{0x7FFFFFFFFFFFFFFF};
