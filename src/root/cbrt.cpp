@@ -25,13 +25,12 @@ enum class Root { cbrt, invCbrt };
 
 // Highest term first.
 constexpr Real64 cbrtPolynomial[] = {
-    bits64(0x3F5A10607D4457D4), bits64(0xBF93ED90F77A7B1E), bits64(0x3FBABD8E9D19E871), bits64(0xBFD4B881FC1AEEB2),
-    bits64(0x3FE4A3F9820694DC), bits64(0xBFEC7734539D8F25), bits64(0x3FF0E47E0EAE9FA1), bits64(0x3FDB42648692AF71),
+    0x1.a10607d4457d4p-10, -0x1.3ed90f77a7b1ep-6, 0x1.abd8e9d19e871p-4, -0x1.4b881fc1aeeb2p-2,
+    0x1.4a3f9820694dcp-1,  -0x1.c7734539d8f25p-1, 0x1.0e47e0eae9fa1p+0, 0x1.b42648692af71p-2,
 };
 constexpr Real64 invCbrtPolynomial[] = {
-    bits64(0x3F70A2AB3C7B388F), bits64(0xBFAC3BF3EA4A9829), bits64(0x3FD5365A036DECD4),
-    bits64(0xBFF28BA6AC8D2726), bits64(0x4004DA6802F9B5A3), bits64(0xC00F77BD2A84C7A9),
-    bits64(0x40102F6503F2B5C3), bits64(0xC0072244182A44C4), bits64(0x40006875C4B4938F),
+    0x1.0a2ab3c7b388fp-8,  -0x1.c3bf3ea4a9829p-5, 0x1.5365a036decd4p-2,  -0x1.28ba6ac8d2726p+0, 0x1.4da6802f9b5a3p+1,
+    -0x1.f77bd2a84c7a9p+1, 0x1.02f6503f2b5c3p+2,  -0x1.72244182a44c4p+1, 0x1.06875c4b4938fp+1,
 };
 
 template <std::size_t terms, class V>
@@ -127,12 +126,12 @@ void root32(const Real32* src, Real32* dst, std::int32_t len, OktStatus& status)
 
 // The series' terms of order 8 down to 1: binomial coefficients, the last few fitted.
 constexpr Real64 cbrtSeries[] = {
-    bits64(0xBF9036DE5C9CC8E7), bits64(0x3F93750AD588F115), bits64(0xBF98090D6221A247), bits64(0x3F9EE7113506AC12),
-    bits64(0xBFA511E8D2B3183B), bits64(0x3FAF9ADD3C0CA458), bits64(0xBFBC71C71C71C71C), bits64(0x3FD5555555555555),
+    -0x1.036de5c9cc8e7p-6, 0x1.3750ad588f115p-6, -0x1.8090d6221a247p-6, 0x1.ee7113506ac12p-6,
+    -0x1.511e8d2b3183bp-5, 0x1.f9add3c0ca458p-5, -0x1.c71c71c71c71cp-4, 0x1.5555555555555p-2,
 };
 constexpr Real64 invCbrtSeries[] = {
-    bits64(0x3FB791D4F50A7B47), bits64(0xBFB9B33CA7A65562), bits64(0x3FBC67C9DD3D11BB), bits64(0xBFBFF4C33F90EF5F),
-    bits64(0x3FC26FABB85D0196), bits64(0xBFC61F9ADD3C0CA3), bits64(0x3FCC71C71C71C71C), bits64(0xBFD5555555555555),
+    0x1.791d4f50a7b47p-4, -0x1.9b33ca7a65562p-4, 0x1.c67c9dd3d11bbp-4, -0x1.ff4c33f90ef5fp-4,
+    0x1.26fabb85d0196p-3, -0x1.61f9add3c0ca3p-3, 0x1.c71c71c71c71cp-3, -0x1.5555555555555p-2,
 };
 
 template <Root root, int N>

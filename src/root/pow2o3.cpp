@@ -17,17 +17,17 @@
 namespace okt {
 namespace {
 
-constexpr Real64 splitSmall = bits64(0x41A0000002000000);  // 2^27 + 1
-constexpr Real64 splitBig = bits64(0x42A0000000000200);    // 2^43 + 1
+constexpr Real64 splitSmall = 0x1.0000002p+27;    // 2^27 + 1
+constexpr Real64 splitBig = 0x1.00000000002p+43;  // 2^43 + 1
 
 // (1 - v)^(-2/3) = 1 + c1 v + c2 v² + ...; the terms of order 12 down to 2, and c1 = 2/3 as a pair.
 constexpr Real64 seriesTerms[] = {
-    bits64(0x3FD4746C5E79AE3D), bits64(0x3FD50A0910B7ABE7), bits64(0x3FD5B259593D6946), bits64(0x3FD671E0D7E740C4),
-    bits64(0x3FD74EDFA52160CC), bits64(0x3FD8524D8AEB2D5A), bits64(0x3FD9899E3843BC6C), bits64(0x3FDB0A2F0E65D690),
-    bits64(0x3FDCF8A021B64151), bits64(0x3FDF9ADD3C0CA458), bits64(0x3FE1C71C71C71C72),
+    0x1.4746c5e79ae3dp-2, 0x1.50a0910b7abe7p-2, 0x1.5b259593d6946p-2, 0x1.671e0d7e740c4p-2,
+    0x1.74edfa52160ccp-2, 0x1.8524d8aeb2d5ap-2, 0x1.9899e3843bc6cp-2, 0x1.b0a2f0e65d69p-2,
+    0x1.cf8a021b64151p-2, 0x1.f9add3c0ca458p-2, 0x1.1c71c71c71c72p-1,
 };
-constexpr Real64 firstHead = bits64(0x3FE5555555555555);
-constexpr Real64 firstTail = bits64(0x3C85555555555555);
+constexpr Real64 firstHead = 0x1.5555555555555p-1;
+constexpr Real64 firstTail = 0x1.5555555555555p-55;
 
 template <class V>
 struct HeadAndRest {

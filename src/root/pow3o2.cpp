@@ -14,7 +14,7 @@
 namespace okt {
 namespace {
 
-constexpr Real64 cubeSplitConstant = bits64(0x42A0000000000200);  // 2^43 + 1
+constexpr Real64 cubeSplitConstant = 0x1.00000000002p+43;  // 2^43 + 1
 
 // w^(3/2) · 2^(-3 bias).
 template <class T, int N>

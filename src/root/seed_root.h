@@ -11,7 +11,7 @@
 
 namespace okt {
 
-inline constexpr Real64 rootSplitConstant = bits64(0x41A0000002000000);  // 2^27 + 1
+inline constexpr Real64 rootSplitConstant = 0x1.0000002p+27;  // 2^27 + 1
 
 // sqrt(m2) is g + residual · h.
 template <class R>
