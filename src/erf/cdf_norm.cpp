@@ -25,30 +25,30 @@ namespace okt {
 namespace {
 
 struct Constants {
-    Constant64 one = spread64(0x3FF0000000000000);
-    Constant64 minusHalf = spread64(0xBFE0000000000000);
-    Constant64 invLn2x64 = spread64(0x40571547652B82FE);    // 64/ln 2
-    Constant64 ln2Over64Hi = spread64(0x3F862E42FEFA0000);  // short, so that its product with n is exact
-    Constant64 ln2Over64Lo = spread64(0x3D1CF79ABC9E3B3A);
-    Constant64 shift = spread64(0x4338000000000000);  // 1.5·2^52
-    Constant64 a2 = spread64(0x3FE0000000000000);     // e^r - 1 - r
-    Constant64 a3 = spread64(0x3FC55555555548F8);
-    Constant64 a4 = spread64(0x3FA5555555558FCC);
-    Constant64 a5 = spread64(0x3F8111123AAF20D3);
-    Constant64 a6 = spread64(0x3F56C16A1C2A3FFD);
+    Constant64 one = 1.0;
+    Constant64 minusHalf = -0.5;
+    Constant64 invLn2x64 = 0x1.71547652b82fep+6;  // 64/ln 2
+    Constant64 ln2Over64Hi = 0x1.62e42fefap-7;    // short, so that its product with n is exact
+    Constant64 ln2Over64Lo = 0x1.cf79abc9e3b3ap-46;
+    Constant64 shift = 0x1.8p+52;
+    Constant64 a2 = 0.5;  // e^r - 1 - r
+    Constant64 a3 = 0x1.55555555548f8p-3;
+    Constant64 a4 = 0x1.5555555558fccp-5;
+    Constant64 a5 = 0x1.111123aaf20d3p-7;
+    Constant64 a6 = 0x1.6c16a1c2a3ffdp-10;
     Pattern64 scaleOfN = ~std::uint64_t{63};  // the bits of k
 };
 constexpr Constants constants;
 
-constexpr Real64 tiny = bits64(0x0010000000000001);              // just above 2^-1022
-constexpr Real64 startOfSubnormal = bits64(0xC042C27B05BF1A0B);  // Phi is 2^-1022
-constexpr Real64 secondSubnormal = bits64(0xC042DEC104973DDC);   // Phi is 2^-1034
+constexpr Real64 tiny = 0x1.0000000000001p-1022;            // just above 2^-1022
+constexpr Real64 startOfSubnormal = -0x1.2c27b05bf1a0bp+5;  // Phi is 2^-1022
+constexpr Real64 secondSubnormal = -0x1.2dec104973ddcp+5;   // Phi is 2^-1034
 
 // Where Phi(-x) is half an ulp below 1, and where Phi(x) is half of the smallest subnormal.
 template <class T>
-constexpr Real64 upperLimit = bits64(sizeof(T) == 4 ? 0x4015AE1000000000 : 0x402095B059D67C4C);
+constexpr Real64 upperLimit = sizeof(T) == 4 ? 0x1.5ae1p+2 : 0x1.095b059d67c4cp+3;
 template <class T>
-constexpr Real64 lowerLimit = bits64(sizeof(T) == 4 ? 0xC02C572280000000 : 0xC0433E21DC3F3BD7);
+constexpr Real64 lowerLimit = sizeof(T) == 4 ? -0x1.c57228p+3 : -0x1.33e21dc3f3bd7p+5;
 
 constexpr std::uint32_t tinyHigh = 0x3B900000;  // high word of 2^-70, below which the result is 0.5 + x
 
@@ -261,15 +261,15 @@ template <class T>
 struct ShortConstants {
     Constant64 one = 1.0;
     Constant64 minusHalf = -0.5;
-    Constant64 n = spread64(0xC0471547652B82FE);  // -32/ln 2
-    Constant64 shift = spread64(0x4338000000000000);
-    Constant64 ln2Over64Hi = spread64(0x3F862E42FEFA0000);
-    Constant64 ln2Over64Lo = spread64(0x3D1CF79ABC9E3B3A);
+    Constant64 n = -0x1.71547652b82fep+5;  // -32/ln 2
+    Constant64 shift = 0x1.8p+52;
+    Constant64 ln2Over64Hi = 0x1.62e42fefap-7;
+    Constant64 ln2Over64Lo = 0x1.cf79abc9e3b3ap-46;
     // e^r - 1 - r up to ln 2/64, which r reaches when n is not the nearest.
-    Constant64 a2 = spread64(0x3FDFFFFFFFFF57E9);
-    Constant64 a3 = spread64(0x3FC555555554953B);
-    Constant64 a4 = spread64(0x3FA5555ACCC1F4B7);
-    Constant64 a5 = spread64(0x3F811115C09302F0);
+    Constant64 a2 = 0x1.fffffffff57e9p-2;
+    Constant64 a3 = 0x1.555555554953bp-3;
+    Constant64 a4 = 0x1.5555accc1f4b7p-5;
+    Constant64 a5 = 0x1.11115c09302fp-7;
     Pattern64 scaleOfN = ~std::uint64_t{63};
     Pattern64 rowStart = 0xFFFF000000000000;
     Pattern32 upperWordOfOne = 0x3FF00000;

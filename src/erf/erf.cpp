@@ -98,9 +98,9 @@ inline Mask32<N> outsideMain(U32<N> highMagnitude) {
 // x · 2/sqrt(pi) for a subnormal x, correct to the last place: worked at 2^200 times the size and brought back in two
 // parts, the first of which is exact.
 Real64 erfSubnormal(Real64 x) {
-    constexpr Real64 slope = bits64(0x3FF20DD750429B6D);
-    constexpr Real64 slopeHi = bits64(0x3FF20DD750000000);
-    constexpr Real64 slopeLo = bits64(0x3E10A6DB446B8EA4);
+    constexpr Real64 slope = 0x1.20dd750429b6dp+0;
+    constexpr Real64 slopeHi = 0x1.20dd75p+0;
+    constexpr Real64 slopeLo = 0x1.0a6db446b8ea4p-30;
     if (magnitudeBits(x) < 0x0000010000000000) return x * slope;
     const auto [yh, yl] = maskSplit(F64x1(x * 0x1p200));
     const F64x1 a = F64x1(slopeHi) * yh;

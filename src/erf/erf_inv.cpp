@@ -66,26 +66,31 @@ inline F64<N> horner(const Constant64 (&c)[terms], F64<N> x) {
 // Real32
 
 struct Constants32 {
-    Constant64 small[5] = {0.8862269254528556, 0.23201366622277247, 0.12755633460153998, 0.08652369094055386,
-                           0.06702456814866439};
-    Constant64 middleNumerator[7] = {1.2397566172219774, -11.891018087093427, 40.30868893509604,  -58.26529300766244,
-                                     34.39795285063038,  -6.541173409811038,  0.17961450959744676};
+    Constant64 small[5] = {0x1.c5bf891b4f2dap-1, 0x1.db29fb2537066p-3, 0x1.053c416c1708ep-3, 0x1.6266aa6eb3c65p-4,
+                           0x1.12885a83a1f16p-4};
+    Constant64 middleNumerator[7] = {0x1.3d60b08df7cdcp+0,  -0x1.7c83385d06be7p+3, 0x1.427831e786ff2p+5,
+                                     -0x1.d21f51f0be243p+5, 0x1.132f01e77675bp+5,  -0x1.a2a295cc269b1p+2,
+                                     0x1.6fd9bb64dd69dp-3};
     Constant64 middleDenominator[7] = {1.0,
-                                       -10.452694338280539,
-                                       39.66120929452019,
-                                       -66.93599804137493,
-                                       49.63692733458368,
-                                       -13.78918983644795,
-                                       0.9112468451579203};
-    Constant64 tailNumerator[6] = {-0.019528882051019682, 1.0181780043977067, 1.9810173395506179,
-                                   3.7483407134268534,    2.1681898444588947, 0.2343178069097516};
-    Constant64 tailDenominator[6] = {
-        1.0, 2.6710280674656595, 4.062442914921245, 4.199278077180345, 2.173006700172145, 0.23425474066153762};
-    Constant64 log[5] = {0.5, 0.3333332815664372, 0.2499999410336998, 0.2001825695263497, 0.16684320900397767};
-    Constant64 minusLn2 = spread64(0xBFE62E42FEFA39EF);
+                                       -0x1.4e7c78d63ffa1p+3,
+                                       0x1.3d4a28193e342p+5,
+                                       -0x1.0bbe7645434d3p+6,
+                                       0x1.8d186d5bbfb91p+5,
+                                       -0x1.b9410b0b3c252p+3,
+                                       0x1.d28ef24d12a8cp-1};
+    Constant64 tailNumerator[6] = {-0x1.3ff6116f23fa7p-6, 0x1.04a7504e650abp+0, 0x1.fb23f3ce2dc7ep+0,
+                                   0x1.dfc9a0e53781ap+1,  0x1.15873eacbc322p+1, 0x1.dfe203ac61f29p-3};
+    Constant64 tailDenominator[6] = {1.0,
+                                     0x1.55e43f6a3b468p+1,
+                                     0x1.03ff10915d08cp+2,
+                                     0x1.0cc0f8d613288p+2,
+                                     0x1.162515639d37p+1,
+                                     0x1.dfc0f31098188p-3};
+    Constant64 log[5] = {0.5, 0x1.555551dbfc1ddp-2, 0x1.fffff815eef03p-3, 0x1.99f951aac2647p-3, 0x1.55b1e471daaddp-3};
+    Constant64 minusLn2 = -0x1.62e42fefa39efp-1;
     Constant64 one = 1.0;
-    Constant64 middle = 0.765625;                     // 0.875^2
-    Constant64 slope = spread64(0x3FEC5BF891B4EF6B);  // sqrt(pi)/2
+    Constant64 middle = 0.765625;             // 0.875^2
+    Constant64 slope = 0x1.c5bf891b4ef6bp-1;  // sqrt(pi)/2
 };
 constexpr Constants32 constants32;
 
@@ -168,7 +173,7 @@ constexpr std::uint32_t smallHigh = 0x3DC00000;   // 2^-35
 
 // The first coefficient of the series with few bits, and the rest of it: sqrt(pi)/2.
 constexpr Real64 slopeShort = 0.88623046875;
-constexpr Real64 slopeRest = -3.543297241986351e-06;
+constexpr Real64 slopeRest = -0x1.db92c4255618fp-19;
 
 // v as its high 16 bits or so, and the rest: the difference of the rounded products drops the lower bits.
 template <int N>
@@ -296,14 +301,14 @@ struct Constants64 {
     // the first two are rests.
     Constant64 seriesA = slopeShort;
     Constant64 seriesLow = slopeRest;
-    Constant64 seriesB = 0.23201370239257812;
+    Constant64 seriesB = 0x1.db2ap-3;
     Constant64 seriesC = 0.12755584716796875;
-    Constant64 seriesRest[8] = {-3.5857923631577856e-08, 3.2813762943220793e-07, 0.0865521292414006,
-                                0.06495961779365295,     0.051731273083680945,   0.04283768367207295,
-                                0.03640535287477883,     0.033731236049930925};
-    Constant64 log[5] = {0.5, 0.33333333333145093, 0.2499999999965227, 0.20000103714740713, 0.1666678766814359};
-    Constant64 minusLn2Hi = spread64(0xBFE62E42FEE00000);  // short, so that its product with an exponent is exact
-    Constant64 minusLn2Lo = spread64(0xBDEA39EF35793C76);
+    Constant64 seriesRest[8] = {-0x1.340468702cad5p-25, 0x1.6055c8e68c6bbp-22, 0x1.62847c47db0ecp-4,
+                                0x1.0a13189fc0194p-4,   0x1.a7c857c26535cp-5,  0x1.5eed224d0de5dp-5,
+                                0x1.2a3b8effe372bp-5,   0x1.1453877604fe5p-5};
+    Constant64 log[5] = {0.5, 0x1.555555554d0dfp-2, 0x1.ffffffffe169dp-3, 0x1.999a24cdb6abcp-3, 0x1.5555f7bd1fcd4p-3};
+    Constant64 minusLn2Hi = -0x1.62e42feep-1;  // short, so that its product with an exponent is exact
+    Constant64 minusLn2Lo = -0x1.a39ef35793c76p-33;
 };
 constexpr Constants64 constants64;
 

@@ -49,14 +49,14 @@ inline void pairLoop(const T* src, T* dst, std::int32_t len, const TryBlock& try
 // Real32
 
 struct Constants32 {
-    Constant64 log2e128 = spread64(0x40671547652B82FE);    // 128/ln 2
-    Constant64 roundShift = spread64(0xC338000000000000);  // -1.5·2^52
-    Constant64 ln2Over128 = spread64(0x3F762E42FEFA39EF);
-    Constant64 inv24 = spread64(0x3FA5555555555555);
-    Constant64 inv6 = spread64(0x3FC5555555555555);
-    Constant64 half = spread64(0x3FE0000000000000);
-    Constant64 one = spread64(0x3FF0000000000000);
-    Constant64 two = spread64(0x4000000000000000);
+    Constant64 log2e128 = 0x1.71547652b82fep+7;  // 128/ln 2
+    Constant64 roundShift = -0x1.8p+52;
+    Constant64 ln2Over128 = 0x1.62e42fefa39efp-8;
+    Constant64 inv24 = 0x1.5555555555555p-5;
+    Constant64 inv6 = 0x1.5555555555555p-3;
+    Constant64 half = 0.5;
+    Constant64 one = 1.0;
+    Constant64 two = 2.0;
     Pattern64 sign = std::uint64_t{0x8000000000000000};
     Pattern64 exponentField = std::uint64_t{0xFFF0000000000000};
 };
@@ -142,17 +142,17 @@ void erfc32(const Real32* src, Real32* dst, std::int32_t len, OktStatus& status)
 // Real64
 
 struct Constants64 {
-    Constant64 log2e128 = spread64(0x40671547652B82FE);    // 128/ln 2
-    Constant64 roundShift = spread64(0xC338000000000000);  // -1.5·2^52
-    Constant64 ln2Over128Hi = spread64(0x3F762E4300000000);
-    Constant64 ln2Over128Lo = spread64(0xBDB05C610CA86C39);
-    Constant64 inv120 = spread64(0x3F81111111111111);
-    Constant64 inv24 = spread64(0x3FA5555555555555);
-    Constant64 inv6 = spread64(0x3FC5555555555555);
-    Constant64 half = spread64(0x3FE0000000000000);
-    Constant64 one = spread64(0x3FF0000000000000);
-    Constant64 two = spread64(0x4000000000000000);
-    Constant64 scaleDown = spread64(0x3650000000000000);    // 2^-154
+    Constant64 log2e128 = 0x1.71547652b82fep+7;  // 128/ln 2
+    Constant64 roundShift = -0x1.8p+52;
+    Constant64 ln2Over128Hi = 0x1.62e43p-8;
+    Constant64 ln2Over128Lo = -0x1.05c610ca86c39p-36;
+    Constant64 inv120 = 0x1.1111111111111p-7;
+    Constant64 inv24 = 0x1.5555555555555p-5;
+    Constant64 inv6 = 0x1.5555555555555p-3;
+    Constant64 half = 0.5;
+    Constant64 one = 1.0;
+    Constant64 two = 2.0;
+    Constant64 scaleDown = 0x1p-154;
     Pattern64 scaleUp = std::uint64_t{0x4990000000000000};  // 2^154 over 1
     Pattern64 sign = std::uint64_t{0x8000000000000000};
     Pattern64 exponentField = std::uint64_t{0xFFF0000000000000};
