@@ -30,8 +30,8 @@ Parts cisElement(Real64 x) {
     }
     if (sine::isTiny(x)) {
         if ((asBits(x) & 0x7FFFFFFFFFFFFFFF) == 0) return {1.0, x};
-        constexpr Real64 up = bits64(0x4360000000000000), down = bits64(0x3C80000000000000);  // 2^55, 2^-55
-        return {sine::cosineOfTiny(x), (x * up - x) * down};                                  // x, but for flags
+        constexpr Real64 up = 0x1p55, down = 0x1p-55;
+        return {sine::cosineOfTiny(x), (x * up - x) * down};  // x, but for flags
     }
     const sine::LaneAngle a = sine::laneAngle(x);
     const auto at = [&a](int quarters) {

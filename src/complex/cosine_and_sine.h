@@ -34,19 +34,19 @@ inline constexpr Rows rows = makeRows(1.0);
 inline constexpr Rows rowsOfMagnifiedSine = makeRows(0x1p100);  // gives 2^100 times the sine, main and low part alike
 
 struct Constants {
-    Constant64 inverse = spread64(0x40245F306DC9C883);  // 32/pi
-    Constant64 shifter = spread64(0x4338000000000000);  // 1.5·2^52: the sum's low bits hold n
-    Constant64 step1 = spread64(0x3FB921FB54400000);    // pi/32 in three parts; n times the first two is exact
-    Constant64 step2 = spread64(0x3D90B4611A600000);
-    Constant64 step3 = spread64(0x3B63198A2E037073);
-    Constant64 s1 = spread64(0xBFC5555555555555);  // -1/3!
-    Constant64 s2 = spread64(0x3F81111111111111);  // 1/5!
-    Constant64 s3 = spread64(0xBF2A01A01A01A01A);  // -1/7!
-    Constant64 s4 = spread64(0x3EC71DE3A556C734);  // 1/9!
-    Constant64 c1 = spread64(0xBFE0000000000000);  // -1/2!
-    Constant64 c2 = spread64(0x3FA5555555555555);  // 1/4!
-    Constant64 c3 = spread64(0xBF56C16C16C16C17);  // -1/6!
-    Constant64 c4 = spread64(0x3EFA01A01A01A01A);  // 1/8!
+    Constant64 inverse = 0x1.45f306dc9c883p+3;  // 32/pi
+    Constant64 shifter = 0x1.8p+52;             // the sum's low bits hold n
+    Constant64 step1 = 0x1.921fb544p-4;         // pi/32 in three parts; n times the first two is exact
+    Constant64 step2 = 0x1.0b4611a6p-38;
+    Constant64 step3 = 0x1.3198a2e037073p-73;
+    Constant64 s1 = -0x1.5555555555555p-3;   // -1/3!
+    Constant64 s2 = 0x1.1111111111111p-7;    // 1/5!
+    Constant64 s3 = -0x1.a01a01a01a01ap-13;  // -1/7!
+    Constant64 s4 = 0x1.71de3a556c734p-19;   // 1/9!
+    Constant64 c1 = -0.5;                    // -1/2!
+    Constant64 c2 = 0x1.5555555555555p-5;    // 1/4!
+    Constant64 c3 = -0x1.6c16c16c16c17p-10;  // -1/6!
+    Constant64 c4 = 0x1.a01a01a01a01ap-16;   // 1/8!
     Pattern64 rowOfN = std::uint64_t{63};
 };
 

@@ -91,25 +91,25 @@ void blocks(const Kernel& kernel, const Z* src, Z* dst, std::int32_t len) {
 // Complex32 in Real32
 
 struct SingleConstants {
-    Constant32 invLn2x128 = spread32(0x4338AA3B);    // 128/ln 2
-    Constant32 shiftRe = spread32(0x4B300000);       // an integer multiple of 128 whose unit in the last place is 1
-    Constant32 ln2Over128Hi = spread32(0x3BB18000);  // nine bits, so that its product with n is exact
-    Constant32 ln2Over128Lo = spread32(0xB5DE8083);
-    Constant32 half = spread32(0x3F000000);
-    Constant32 one = spread32(0x3F800000);
-    Constant32 twoOverPi = spread32(0x3F22F983);
-    Constant32 shiftIm = spread32(0x4B400000);  // 1.5·2^23
-    Constant32 halfPi1 = spread32(0x3FC90000);  // pi/2 in four parts; n times the first three is exact
-    Constant32 halfPi2 = spread32(0x39FDA000);
-    Constant32 halfPi3 = spread32(0x33A22000);
-    Constant32 halfPi4 = spread32(0x2C34611A);
-    Constant32 s3 = spread32(0xBE2AAAA3);
-    Constant32 s5 = spread32(0x3C08839D);
-    Constant32 s7 = spread32(0xB94CA1F0);
-    Constant32 c2 = spread32(0xBF000000);
-    Constant32 c4 = spread32(0x3D2AAAA5);
-    Constant32 c6 = spread32(0xBAB6061A);
-    Constant32 c8 = spread32(0x37CCF5CE);
+    Constant32 invLn2x128 = 0x1.715476p+7F;  // 128/ln 2
+    Constant32 shiftRe = 0x1.6p+23F;         // an integer multiple of 128 whose unit in the last place is 1
+    Constant32 ln2Over128Hi = 0x1.63p-8F;    // nine bits, so that its product with n is exact
+    Constant32 ln2Over128Lo = -0x1.bd0106p-20F;
+    Constant32 half = 0.5F;
+    Constant32 one = 1.0F;
+    Constant32 twoOverPi = 0x1.45f306p-1F;
+    Constant32 shiftIm = 0x1.8p+23F;
+    Constant32 halfPi1 = 0x1.92p+0F;  // pi/2 in four parts; n times the first three is exact
+    Constant32 halfPi2 = 0x1.fb4p-12F;
+    Constant32 halfPi3 = 0x1.444p-24F;
+    Constant32 halfPi4 = 0x1.68c234p-39F;
+    Constant32 s3 = -0x1.555546p-3F;
+    Constant32 s5 = 0x1.11073ap-7F;
+    Constant32 s7 = -0x1.9943ep-13F;
+    Constant32 c2 = -0.5F;
+    Constant32 c4 = 0x1.55554ap-5F;
+    Constant32 c6 = -0x1.6c0c34p-10F;
+    Constant32 c8 = 0x1.99eb9cp-16F;
     Pattern32 scaleOfN = ~std::uint32_t{127};
     Pattern32 scaleBias = std::uint32_t{127 << 7};
     Pattern32 magnitude = std::uint32_t{0x7FFFFFFF};
@@ -168,16 +168,16 @@ struct Single {
 // What the two kernels in Real64 share
 
 struct DoubleConstants {
-    Constant64 invLn2x64 = spread64(0x40571547652B82FE);  // 64/ln 2
-    Constant64 shift = spread64(0x4338000000000000);      // 1.5·2^52
-    Constant64 ln2Over64Hi = spread64(0x3F862E42FEFA0000);
-    Constant64 ln2Over64Lo = spread64(0x3D1CF79ABC9E3B3A);
-    Constant64 half = spread64(0x3FE0000000000000);
-    Constant64 sixth = spread64(0x3FC5555555555555);
-    Constant64 e3 = spread64(0x3FC55555555548F8);
-    Constant64 e4 = spread64(0x3FA5555555558FCC);
-    Constant64 e5 = spread64(0x3F8111123AAF20D3);
-    Constant64 e6 = spread64(0x3F56C16A1C2A3FFD);
+    Constant64 invLn2x64 = 0x1.71547652b82fep+6;  // 64/ln 2
+    Constant64 shift = 0x1.8p+52;
+    Constant64 ln2Over64Hi = 0x1.62e42fefap-7;
+    Constant64 ln2Over64Lo = 0x1.cf79abc9e3b3ap-46;
+    Constant64 half = 0.5;
+    Constant64 sixth = 0x1.5555555555555p-3;
+    Constant64 e3 = 0x1.55555555548f8p-3;
+    Constant64 e4 = 0x1.5555555558fccp-5;
+    Constant64 e5 = 0x1.111123aaf20d3p-7;
+    Constant64 e6 = 0x1.6c16a1c2a3ffdp-10;
     AlternatingConstant<std::uint64_t> magnified{0, std::uint64_t{100} << 52};
     Pattern64 head = std::uint64_t{0xFFFFFFFFF8000000};
     AlternatingConstant<std::uint64_t> upperWordOfImaginary{0, 0xFFFFFFFF00000000};

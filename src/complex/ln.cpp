@@ -35,7 +35,7 @@
 namespace okt::complex {
 namespace {
 
-constexpr Real64 nearOne = bits64(0x3F9EB851EB851EB8);  // 0.03
+constexpr Real64 nearOne = 0x1.eb851eb851eb8p-6;  // 0.03
 
 struct RangeConstants {
     Pattern32 magnitude32 = 0x7FFFFFFF;
@@ -84,22 +84,20 @@ struct ConstantsA11 : RangeConstants {
     Pattern32 exponentBit = 0x00100000;
     Pattern32 unit = 0x07F00000;
     Pattern32 exponent = 0x7FF00000;
-    Pattern32 integerBias = 0x4B000000;              // 2^23
-    Constant32 exponentBias = spread32(0x4B0003FF);  // 2^23 + 1023
+    Pattern32 integerBias = 0x4B000000;         // 2^23
+    Constant32 exponentBias = 0x1.0007fep+23F;  // 2^23 + 1023
     Constant32 one32 = 1.0F;
     Constant32 two32 = 2.0F;
-    Constant32 ln2 = spread32(0x3F317218);
+    Constant32 ln2 = 0x1.62e43p-1F;
 
     // ln(1 + u) over [-0.29, 0.42), and over [-0.03, 0.03].
-    Constant32 c1 = spread32(0x3E3623C0), c2 = spread32(0xBE8B912B), c3 = spread32(0x3EAC4F2A),
-               c4 = spread32(0xBEFFACF8), c5 = spread32(0x3F7FFD83);
+    Constant32 c1 = 0x1.6c478p-3F, c2 = -0x1.172256p-2F, c3 = 0x1.589e54p-2F, c4 = -0x1.ff59fp-2F, c5 = 0x1.fffb06p-1F;
 
     // (arctan t)/t over t^2, its even and odd terms.
-    Constant32 e1 = spread32(0xBD324820), e0 = spread32(0xBEA6A8A3), o1 = spread32(0x3E1E481B),
-               o0 = spread32(0x3F7FF145);
+    Constant32 e1 = -0x1.64904p-5F, e0 = -0x1.4d5146p-2F, o1 = 0x1.3c9036p-3F, o0 = 0x1.ffe28ap-1F;
 
-    Constant32 halfPi = spread32(0x3FC90FDB);
-    Constant32 pi = spread32(0x40490FDB);
+    Constant32 halfPi = 0x1.921fb6p+0F;
+    Constant32 pi = 0x1.921fb6p+1F;
 };
 constexpr ConstantsA11 constantsA11;
 
@@ -117,8 +115,9 @@ inline F32<N> lnFarA11(const ConstantsA11& k, F64<N> s) {
 
 template <int N>
 [[gnu::noinline, gnu::cold]] F32<N> lnMixedA11(const Squares<N>& s, Mask64<N> far, F32<N> farResult) {
+    constexpr Real32 n1 = 0x1.0009dap+0F, n2 = -0x1.0013b6p-1F;
     const F32<N> w = narrow(s.distance(far));
-    const F32<N> near = (F32<N>(bits32(0xBF0009DB)) * w + F32<N>(bits32(0x3F8004ED))) * w;
+    const F32<N> near = (F32<N>(n2) * w + F32<N>(n1)) * w;
     return select(narrow(far), farResult, near);
 }
 
@@ -160,8 +159,8 @@ struct TableConstants : RangeConstants {
     Pattern64 mantissa = 0x000FFFFFFFFFFFFF;
     Pattern64 unit = 0x3FF0000000000000;
     Pattern64 mantissaHigh = 0x7FFFFFFF00000000;
-    Constant64 ln2Hi = spread64(0x3FE62E42FEFA3800);  // the lower 11 bits are zero: products with exponents are exact
-    Constant64 ln2Lo = spread64(0x3D2EF35793C76730);
+    Constant64 ln2Hi = 0x1.62e42fefa38p-1;  // the lower 11 bits are zero: products with exponents are exact
+    Constant64 ln2Lo = 0x1.ef35793c7673p-45;
 };
 
 template <int N>
@@ -197,17 +196,15 @@ inline Terms<N> lnTerms32(const TableConstants& k, F64<N> s) {
 // Complex32, A21: MXCSR is the caller's.
 
 struct ConstantsA21 : TableConstants {
-    Constant64 p5 = 0.20000104, p4 = -0.16666771, p3 = 0.33333333, p2 = -0.25;
+    Constant64 p5 = 0x1.999a252fba57dp-3, p4 = -0x1.5555e15dfe62fp-3, p3 = 0x1.5555551c112dap-2, p2 = -0.25;
 
     // (arctan t)/t = 1 + z·even + y·odd over y = t^4, z = t^2.
-    Constant32 e3 = spread32(0xBC833940), e2 = spread32(0xBD9990ED), e1 = spread32(0xBE117070),
-               e0 = spread32(0xBEAAAA52);
-    Constant32 o3 = spread32(0x3B39E4AE), o2 = spread32(0x3D2E8DBC), o1 = spread32(0x3DD9DFAF),
-               o0 = spread32(0x3E4CB946);
+    Constant32 e3 = -0x1.06728p-6F, e2 = -0x1.3321dap-4F, e1 = -0x1.22e0ep-3F, e0 = -0x1.5554a4p-2F;
+    Constant32 o3 = 0x1.73c95cp-9F, o2 = 0x1.5d1b78p-5F, o1 = 0x1.b3bf5ep-4F, o0 = 0x1.99728cp-3F;
 
     Constant32 one32 = 1.0F;
-    Constant32 halfPi = spread32(0x3FC90FDB);
-    Constant32 pi = spread32(0x40490FDB);
+    Constant32 halfPi = 0x1.921fb6p+0F;
+    Constant32 pi = 0x1.921fb6p+1F;
 };
 constexpr ConstantsA21 constantsA21;
 
@@ -224,9 +221,11 @@ inline F64<N> lnFarA21(const ConstantsA21& k, F64<N> s) {
 
 template <int N>
 [[gnu::noinline, gnu::cold]] F64<N> lnMixedA21(const Squares<N>& s, Mask64<N> far, F64<N> farResult) {
+    constexpr Real64 n1 = 0x1.ffffff513801bp-1, n2 = -0x1.fffffd7f0886ap-2, n3 = 0x1.5584a45eeef6fp-2,
+                     n4 = -0x1.002f5040e29d7p-2;
     const F64<N> w = s.distance(far);
-    const F64<N> p = (F64<N>(bits64(0xBFD002F5040E29D7)) * w + F64<N>(bits64(0x3FD5584A45EEEF6F))) * w;
-    const F64<N> near = ((p + F64<N>(bits64(0xBFDFFFFFD7F0886A))) * w + F64<N>(bits64(0x3FEFFFFFF513801B))) * w;
+    const F64<N> p = (F64<N>(n4) * w + F64<N>(n3)) * w;
+    const F64<N> near = ((p + F64<N>(n2)) * w + F64<N>(n1)) * w;
     return select(far, farResult, near);
 }
 
@@ -396,10 +395,10 @@ struct Constants64 : DirectionConstants {
     Pattern64 twiceBias = 0x7FE0000000000000;
     Pattern64 tinyQuotient = 0x3BF0000000000000;  // 2^-64
     Pattern64 cubeBits = 0xFFFFFFC000000000;
-    Constant64 b2 = spread64(0xBFDFFFFFFFFFFCA9);
-    Constant64 b3 = spread64(0x3FD555555555512A);
-    Constant64 b4 = spread64(0xBFD00000D588D052);
-    Constant64 b5 = spread64(0x3FC9999B39037E04);
+    Constant64 b2 = -0x1.ffffffffffca9p-2;
+    Constant64 b3 = 0x1.555555555512ap-2;
+    Constant64 b4 = -0x1.00000d588d052p-2;
+    Constant64 b5 = 0x1.9999b39037e04p-3;
     static constexpr Real64 third = -85.0 / 256.0;
     Constant64 thirdShort = third;
     Coefficients<std::size(tables::Arctangent64)> arctangent{tables::Arctangent64, third};

@@ -41,8 +41,8 @@ struct Constants {
     // (1 + d)^(-1/2) = 1 + d·(c0 + c1·d), the coefficients fitted to the seed's error.
     Constant64 one = 1.0;
     Constant64 half = 0.5;
-    Constant64 c0 = spread64(0xBFE000050002FB02);
-    Constant64 c1 = spread64(0x3FD80011800E700D);
+    Constant64 c0 = -0x1.000050002fb02p-1;
+    Constant64 c1 = 0x1.80011800e700dp-2;
 };
 constexpr Constants constants;
 
