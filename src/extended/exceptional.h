@@ -13,8 +13,8 @@ OKT_INLINE inline Real80 huge() { return real80(0x7FFE, 0xFFFFFFFFFFFFFFFFU); }
 inline Real80 invalid() { return opaque(Real80{infinity<Real64>()}) * 0.0; }
 inline Real80 pole(Real80 sign) { return sign / opaque(Real80{0.0}); }
 
-inline constexpr Real64 twoTo75 = 3.777893186295716e22;
-inline constexpr Real64 twoToMinus75 = 2.6469779601696886e-23;
+inline constexpr Real64 twoTo75 = 0x1p75;
+inline constexpr Real64 twoToMinus75 = 0x1p-75;
 
 // A tiny argument of an odd function: x, with the inexact flag, and underflow where x is subnormal.
 OKT_INLINE inline Real80 tinyOdd(Real80 x) { return x == 0 ? x : (twoTo75 * x - x) * twoToMinus75; }

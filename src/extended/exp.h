@@ -13,12 +13,12 @@
 namespace okt::extended {
 
 struct ExpConstants {
-    static constexpr Real64 invLn2x256 = 369.3299304675746;
-    static constexpr Real64 ln2Over256Hi = 0.0027076061742263846;  // 29 bits: its products with n are exact
-    static constexpr Real64 ln2Over256Lo = -1.6409824502660487e-13;
+    static constexpr Real64 invLn2x256 = 0x1.71547652b82fep+8;
+    static constexpr Real64 ln2Over256Hi = 0x1.62e42ffp-9;  // 29 bits: its products with n are exact
+    static constexpr Real64 ln2Over256Lo = -0x1.718432a1b0e26p-43;
     // (e^r - 1 - r)/r^2, |r| <= ln 2/512.
-    static constexpr Real64 c2 = 0.5, c3 = 0.16666666666665733, c4 = 0.0416666666666645, c5 = 0.008333335878865304,
-                            c6 = 0.001388889298015527;
+    static constexpr Real64 c2 = 0.5, c3 = 0x1.5555555555405p-3, c4 = 0x1.555555555541dp-5, c5 = 0x1.111116887cd7cp-7,
+                            c6 = 0x1.6c16c87372663p-10;
 };
 
 // n and r of an argument.

@@ -33,13 +33,13 @@ inline constexpr auto logRows = [] {
 // from 1. The upper half of the significand times c is exact, and head terms are multiples of 2^-43 and add up without
 // error.
 OKT_INLINE inline Real80 lnFar(Real80Bits bits, Real80 rest, int extra = 0) {
-    constexpr Real64 ln2Hi = 0.6931471806019545, ln2Lo = -4.2009150726810846e-11;
+    constexpr Real64 ln2Hi = 0x1.62e42ffp-1, ln2Lo = -0x1.718432a1b0e26p-35;
     static constexpr Real64 series[6] = {-0.5,
                                          0x1.5555555555555p-2,
-                                         -0.24999999999633973,
-                                         0.19999999999446894,
-                                         -0.16666787667321958,
-                                         0.14285848730630113};
+                                         -0x1.ffffffffdfcddp-3,
+                                         0x1.9999999968f2cp-3,
+                                         -0x1.5555f7bcd787cp-3,
+                                         0x1.2492fd977e254p-3};
     int n = bits.signAndExponent - 0x3FFF;
     const LogRow& row = logRows[bits.significand >> 55 & 255];
     Real80 zh = static_cast<Real80>(static_cast<std::int64_t>(bits.significand >> 32)) * row.recipHigh - 1.0;

@@ -14,12 +14,10 @@ struct Quarter {
 
 // pi/2 in pieces short enough for exact products with the quarter turns: below 2^17 of them, and below 2^30.
 struct HalfPi {
-    static constexpr Real64 a1 = 2 * 0.7853981633974456, a2 = 2 * 2.6951514290790658e-15,
-                            a3 = 2 * -6.2684951034662496e-30;
-    static constexpr Real64 b1 = 2 * 0.7853981633670628, b2 = 2 * 3.038550253151983e-11,
-                            b3 = 2 * 1.0111331243555832e-21, b4 = 2 * 4.2392138301741147e-32,
-                            b5 = 2 * 1.0335160549131994e-43;
-    static constexpr Real64 twoOverPi = 1.2732395447351628 / 2;
+    static constexpr Real64 a1 = 0x1.921fb54442dp+0, a2 = 0x1.8469898cc518p-48, a3 = -0x1.fc8f8cbb5bf6cp-97;
+    static constexpr Real64 b1 = 0x1.921fb544p+0, b2 = 0x1.0b4611a6p-34, b3 = 0x1.3198a2ep-69, b4 = 0x1.b839a252p-104,
+                            b5 = 0x1.27044533e63ap-142;
+    static constexpr Real64 twoOverPi = 0x1.45f306dc9c883p-1;
 };
 
 // Subtraction of one exact piece, the part that falls off the head going to the tail.
@@ -74,7 +72,7 @@ inline Quarter reduceLarge(Real80 a) {
     Pair f = fastTwoSum(f1, f2);
     f = fastTwoSum(f.head, f.tail + f3);
     // Times pi/4.
-    constexpr Real64 quarterPiHi = 0.7853981633670628, quarterPiLo = 3.038550253253096e-11;
+    constexpr Real64 quarterPiHi = 0x1.921fb544p-1, quarterPiLo = 0x1.0b4611a626331p-35;
     Real80 head = leading31(f.head);
     return {
         fastTwoSum(head * quarterPiHi, (f.head - head) * quarterPiHi + (f.tail * quarterPiHi + f.head * quarterPiLo)),

@@ -8,10 +8,10 @@
 namespace okt::extended {
 
 // Adding and taking away 1.5*2^k rounds to a multiple of 2^(k-63).
-inline constexpr Real64 toMultiple31 = 6442450944.0;         // 1.5*2^32, multiples of 2^-31
-inline constexpr Real64 toMultiple40 = 12582912.0;           // 1.5*2^23, multiples of 2^-40
-inline constexpr Real64 toMultiple11 = 6755399441055744.0;   // 1.5*2^52, multiples of 2^-11
-inline constexpr Real64 toInteger = 13835058055282163712.0;  // 1.5*2^63
+inline constexpr Real64 toMultiple31 = 0x1.8p+32;  // multiples of 2^-31
+inline constexpr Real64 toMultiple40 = 0x1.8p+23;  // multiples of 2^-40
+inline constexpr Real64 toMultiple11 = 0x1.8p+52;  // multiples of 2^-11
+inline constexpr Real64 toInteger = 0x1.8p+63;
 
 // x rounded to a multiple of the given magic constant's last place.
 OKT_INLINE inline Real80 roundBy(Real80 magic, Real80 x) { return (x + magic) - magic; }

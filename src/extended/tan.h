@@ -14,8 +14,8 @@ namespace okt::extended {
 
 // Tangent of |x| reduced to r, or -1/tan for an odd number of quarter turns, for positive r + tail.
 inline Real80 tanReduced(Pair r, bool cotangent) {
-    constexpr Real64 sixtyFourOverPi = 20.371832715762604;
-    constexpr Real64 stepHi = 0.049087385210441425, stepLo = 1.899093908283185e-12;  // pi/64
+    constexpr Real64 sixtyFourOverPi = 0x1.45f306dc9c883p+4;
+    constexpr Real64 stepHi = 0x1.921fb544p-5, stepLo = 0x1.0b4611a626331p-39;  // pi/64
     Real80 q = r.head * sixtyFourOverPi;
     auto k = static_cast<std::int64_t>(static_cast<Real64>(q));
     if (k == 0) {
