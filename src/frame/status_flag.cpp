@@ -12,7 +12,7 @@ void raiseStatusFlag(OktStatus code) {
             break;
         }
         case oktStatusUnderflow: {
-            const Real64 smallest = opaque(bits64(0x0010000000000001));
+            const Real64 smallest = opaque(0x1.0000000000001p-1022);
             keepFlags(smallest * smallest);  // underflow, inexact
             break;
         }

@@ -3,6 +3,9 @@
 // A Constant stands in memory spread over a register's width, so that an operation takes it as its memory operand: no
 // register is held and no broadcast is done in the loop. A kernel keeps its constants in one struct and reads them
 // through inMemory(), which hides the values from the compiler; otherwise it would make them anew where it needs them.
+//
+// A number is given as a value, with hexadecimal digits where it is not a short decimal number; only masks, bounds that
+// are compared as integers, infinities and NaNs are given as bit patterns.
 #pragma once
 
 #include "lanes/lanes.h"
@@ -32,9 +35,6 @@ using Constant32 = Constant<Real32>;
 using Constant64 = Constant<Real64>;
 using Pattern32 = Constant<std::uint32_t>;
 using Pattern64 = Constant<std::uint64_t>;
-
-constexpr Constant32 spread32(std::uint32_t pattern) { return bits32(pattern); }
-constexpr Constant64 spread64(std::uint64_t pattern) { return bits64(pattern); }
 
 // A constant for even and one for odd lanes, such as the real and the imaginary parts of complex numbers.
 template <class T>

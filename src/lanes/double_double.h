@@ -14,9 +14,9 @@ struct DoubleDouble {
 };
 
 // The factors of the Dekker split: 2^k + 1 leaves 53 - k significant bits in the high part.
-inline constexpr Real64 splitter26 = bits64(0x41A0000002000000);  // 2^27 + 1 = 134217729
-inline constexpr Real64 splitter21 = bits64(0x41F0000000100000);  // 2^32 + 1
-inline constexpr Real64 splitter10 = bits64(0x42A0000000000200);  // 2^43 + 1
+inline constexpr Real64 splitter26 = 0x1.0000002p+27;      // 2^27 + 1 = 134217729
+inline constexpr Real64 splitter21 = 0x1.00000001p+32;     // 2^32 + 1
+inline constexpr Real64 splitter10 = 0x1.00000000002p+43;  // 2^43 + 1
 
 // Keeps 26 significant bits of a Real64, cutting off the rest.
 inline constexpr std::uint64_t splitMaskWide = 0xFFFFFFFFF8000000;
