@@ -1,4 +1,5 @@
-// Hypotenuse: sqrt(x² + y²) by the seeded root of seed_root.h, without a root or a division, under the caller's MXCSR.
+// Hypotenuse: sqrt(x² + y²) by the root of multiplicative_root.h, without a root or a division, under the caller's
+// MXCSR.
 //
 // Real32 works in Real64, where no square overflows or underflows; a sum that would be subnormal as a Real32 is
 // scaled. Real64 scales two small sources up. There is no scaling at the large end, and none while the larger
@@ -12,7 +13,7 @@
 #include "frame/loops.h"
 #include "lanes/ordered.h"
 #include "lanes/pattern.h"
-#include "root/seed_root.h"
+#include "root/multiplicative_root.h"
 
 namespace okt {
 namespace {

@@ -1,4 +1,4 @@
-// x to the power 3/2: the square root by the seeded root of seed_root.h, to more than the working precision, and its
+// x to the power 3/2: the square root of multiplicative_root.h, to more than the working precision, and its
 // cube, in Real64 under the caller's MXCSR. The cube is multiplied by the root's power of two three times, so that
 // every intermediate stays in range. Elements are worked side by side where all are positive, normal and finite.
 //
@@ -9,7 +9,7 @@
 #include "frame/loops.h"
 #include "frame/status_flag.h"
 #include "lanes/pattern.h"
-#include "root/seed_root.h"
+#include "root/multiplicative_root.h"
 
 namespace okt {
 namespace {
@@ -20,7 +20,7 @@ constexpr Real64 cubeSplitConstant = 0x1.00000000002p+43;  // 2^43 + 1
 template <class T, int N>
 F64<N> threeHalves(F64<N> w, std::uint64_t bias) {
     const RootParts<N> parts = rootParts(w);
-    const SeedRoot<F64<N>>& root = parts.root;
+    const MultiplicativeRoot<F64<N>>& root = parts.root;
     const F64<N> s = asReal((parts.biasedHalfExponent - U64<N>(bias)) << 52);
     F64<N> cube;
     if constexpr (sizeof(T) == 4) {

@@ -15,7 +15,7 @@
 #include "lanes/opaque.h"
 #include "lanes/ordered.h"
 #include "lanes/pattern.h"
-#include "lanes/root_seed.h"
+#include "lanes/rsqrt_seed64.h"
 #include "lanes/seeds.h"
 
 namespace okt {

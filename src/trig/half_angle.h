@@ -6,7 +6,7 @@
 #include "lanes/constant.h"
 #include "lanes/opaque.h"
 #include "lanes/pattern.h"
-#include "lanes/root_seed.h"
+#include "lanes/rsqrt_seed64.h"
 #include "oktvm_types.h"
 
 namespace okt::half_angle {

@@ -8,11 +8,11 @@
 #pragma once
 
 #include "oktvm_types.h"
-#include "tables/inv_root_seed.h"
+#include "tables/inverse_root_starts.h"
 #include "tests/models/bits.h"
 #include "tests/models/modulus_classes.h"
+#include "tests/models/multiplicative_root.h"
 #include "tests/models/ordered.h"
-#include "tests/models/seed_root.h"
 
 #include <cstdint>
 #include <cstring>
@@ -35,8 +35,8 @@ inline Real32 modulusOf(Complex32 z) {
     const Real64 y = z.im;
     if (x == 0.0 && y == 0.0) return 0.0F;
     const Real64 s = x * x + y * y;
-    const seedroot::Root root = seedroot::root(s);
-    return static_cast<Real32>(((root.e2 * root.h) + root.g) * seedroot::powerOfTwo(root.half));
+    const multiplicative::Root root = multiplicative::root(s);
+    return static_cast<Real32>(((root.e2 * root.h) + root.g) * multiplicative::powerOfTwo(root.half));
 }
 
 // The 80-bit number with an explicit integer bit.
@@ -82,7 +82,7 @@ inline Real64 modulusOf(Complex64 z) {
     const Real80 m2 = m * (odd ? 2.0L : 1.0L);
     const std::uint64_t index = static_cast<std::uint64_t>(odd) * 256 + (fields.significand >> 55 & 0xFF);
 
-    const Real80 t = tables::InvRootSeed[index];
+    const Real80 t = tables::InverseRootStarts[index];
     Real80 h = 0.5L * t;
     Real80 g = t * m2;
     for (int round = 0; round < 3; ++round) {

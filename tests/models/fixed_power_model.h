@@ -4,8 +4,8 @@
 #include "oktvm_types.h"
 #include "root/pow2o3_tables.h"
 #include "tests/models/bits.h"
+#include "tests/models/multiplicative_root.h"
 #include "tests/models/ordered.h"
-#include "tests/models/seed_root.h"
 #include "tests/models/status_flag.h"
 
 #include <cstdint>
@@ -73,7 +73,7 @@ T twoThirds(T element) {
     const int e = static_cast<int>(asBits(w) >> 52);
     const int rem = e % 3;
     const int k = (e - rem - 1023) / 3;
-    const Real64 S = seedroot::powerOfTwo(k - bias);
+    const Real64 S = multiplicative::powerOfTwo(k - bias);
     const std::uint64_t fraction = asBits(w) & 0x000FFFFFFFFFFFFF;
     const Real64 m = fromBits(fraction | 0x3FF0000000000000);
     const Real64 t = tables::pow2o3Seed[fraction >> 47];
@@ -147,8 +147,8 @@ T threeHalves(T element, OktStatus& status) {
         w = x * fromBits(std::uint64_t{0x4C70000000000000});  // 2^200
         bias = 100;
     }
-    const seedroot::Root root = seedroot::root(w);
-    const Real64 s = seedroot::powerOfTwo(root.half - bias);
+    const multiplicative::Root root = multiplicative::root(w);
+    const Real64 s = multiplicative::powerOfTwo(root.half - bias);
     if constexpr (std::is_same_v<T, Real32>) {
         const Real64 y = root.e2 * root.h + root.g;
         return static_cast<Real32>(y * y * y * s * s * s);

@@ -4,7 +4,7 @@
 #include "oktvm_types.h"
 #include "tests/models/bits.h"
 #include "tests/models/modulus_classes.h"
-#include "tests/models/seed_root.h"
+#include "tests/models/multiplicative_root.h"
 
 #include <cstdint>
 
@@ -25,8 +25,8 @@ inline Real32 element(Real32 x, Real32 y) {
         s = s * fromBits(std::uint64_t{0x4C70000000000000});  // 2^200
         k = 100;
     }
-    const seedroot::Root root = seedroot::root(s);
-    const Real64 scale = seedroot::powerOfTwo(root.half - k);
+    const multiplicative::Root root = multiplicative::root(s);
+    const Real64 scale = multiplicative::powerOfTwo(root.half - k);
     return static_cast<Real32>(((root.e2 * root.h) + root.g) * scale);
 }
 
@@ -47,9 +47,9 @@ inline Real64 element(Real64 x, Real64 y) {
         s = scaledX * scaledX + scaledY * scaledY;
         k = 1000;
     }
-    const seedroot::Root root = seedroot::root(s);
-    const Real64 s1 = seedroot::powerOfTwo(root.half);
-    const Real64 s2 = seedroot::powerOfTwo(-k);
+    const multiplicative::Root root = multiplicative::root(s);
+    const Real64 s1 = multiplicative::powerOfTwo(root.half);
+    const Real64 s2 = multiplicative::powerOfTwo(-k);
     return (((root.e2 * root.h) + root.g) * s1) * s2;
 }
 

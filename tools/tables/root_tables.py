@@ -12,33 +12,33 @@ def root_of(value, n):
 
 # Square roots -------------------------------------------------------------------------------------------------
 
-def inv_root_seed():
+def inverse_root_starts():
     """1/sqrt at the left edge of 512 intervals of [1, 4), rounded to multiples of 2^-11."""
     for i in range(512):
         m = (1 + mpf(i % 256) / 256) * (2 if i >= 256 else 1)
         yield multiple(1 / mpmath.sqrt(m), -11)
 
 
-seed = list(inv_root_seed())
-assert seed[:4] == [mpf("1.0"), mpf("0.998046875"), mpf("0.99609375"), mpf("0.994140625")]
-assert seed[256] == mpf("0.70703125")
-assert seed[511] == mpf("0.50048828125")
-assert all(nearest(entry, 12) == entry for entry in seed)
+starts = list(inverse_root_starts())
+assert starts[:4] == [mpf("1.0"), mpf("0.998046875"), mpf("0.99609375"), mpf("0.994140625")]
+assert starts[256] == mpf("0.70703125")
+assert starts[511] == mpf("0.50048828125")
+assert all(nearest(entry, 12) == entry for entry in starts)
 
 emit(
-    "src/tables/inv_root_seed.h",
+    "src/tables/inverse_root_starts.h",
     "root_tables.py",
     [
         Table(
-            "InvRootSeed",
+            "InverseRootStarts",
             "Real64",
-            seed,
+            starts,
             "1/sqrt(m) at the left edge of interval i of [1, 4), m = 1 + (i mod 256)/256, doubled from i = 256 on,\n"
             "to a multiple of 2^-11. The index is the odd bit of the exponent times 256 plus eight fraction bits.",
             8,
         )
     ],
-    "Seeds of the multiplicative square roots.",
+    "Starts of the multiplicative square roots.",
 )
 
 

@@ -1,14 +1,14 @@
-// The square root that the moduli, the hypotenuse and the power 3/2 share: seed table, three multiplicative rounds
+// The square root that the moduli, the hypotenuse and the power 3/2 share: table of starts, three multiplicative rounds
 // and the exact residual of a split, all in Real64.
 #pragma once
 
 #include "oktvm_types.h"
-#include "tables/inv_root_seed.h"
+#include "tables/inverse_root_starts.h"
 #include "tests/models/bits.h"
 
 #include <cstdint>
 
-namespace okt::model::seedroot {
+namespace okt::model::multiplicative {
 
 // sqrt(s) = ((e2 * h) + g) * 2^half, to rather more than 53 bits before the roundings of that expression.
 struct Root {
@@ -30,7 +30,7 @@ inline Root root(Real64 s) {
     const Real64 m2 = m * (odd ? 2.0 : 1.0);
     const std::uint64_t index = static_cast<std::uint64_t>(odd) * 256 + (pattern >> 44 & 0xFF);
 
-    const Real64 t = tables::InvRootSeed[index];
+    const Real64 t = tables::InverseRootStarts[index];
     Real64 h = 0.5 * t;
     Real64 g = t * m2;
     for (int round = 0; round < 3; ++round) {
@@ -50,4 +50,4 @@ inline Root root(Real64 s) {
     return {g, h, e2, (e - odd) / 2};
 }
 
-}  // namespace okt::model::seedroot
+}  // namespace okt::model::multiplicative
