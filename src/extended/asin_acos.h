@@ -4,8 +4,9 @@
 // Largest errors seen, in ulp of the 64-bit significand: asin 0.59 at -0.60395749061968, acos 0.58 at 0.56159181173866.
 #pragma once
 
+#include "extended/asin_acos_tables.h"
+#include "extended/atan_table.h"
 #include "extended/exceptional.h"
-#include "extended/extended_tables.h"
 #include "extended/pair.h"
 #include "extended/polynomial.h"
 

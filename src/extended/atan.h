@@ -7,8 +7,8 @@
 // y = 0x1.39035a92972bfp-5 and x = 0x1.15f377a59c8a5p+0.
 #pragma once
 
+#include "extended/atan_table.h"
 #include "extended/exceptional.h"
-#include "extended/extended_tables.h"
 #include "extended/polynomial.h"
 #include "extended/rounding.h"
 

@@ -6,7 +6,7 @@
 #pragma once
 
 #include "extended/exceptional.h"
-#include "extended/extended_tables.h"
+#include "extended/exp_table.h"
 #include "extended/pair.h"
 #include "extended/polynomial.h"
 

@@ -5,6 +5,7 @@
 // atanh 0.54 at -0.23530774312.
 #pragma once
 
+#include "extended/inverse_hyper_tables.h"
 #include "extended/ln.h"
 
 namespace okt::extended {

@@ -1,7 +1,7 @@
 // Reduction of an angle by quarter turns: |x| = n*pi/2 + r with |r| <= pi/4, r as head and tail, for every finite x.
 #pragma once
 
-#include "extended/extended_tables.h"
+#include "extended/four_over_pi.h"
 #include "extended/pair.h"
 
 namespace okt::extended {

@@ -8,6 +8,7 @@
 #include "extended/exceptional.h"
 #include "extended/polynomial.h"
 #include "extended/quarter_turns.h"
+#include "extended/sin_cos_tables.h"
 
 namespace okt::extended {
 

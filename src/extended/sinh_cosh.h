@@ -4,6 +4,7 @@
 #pragma once
 
 #include "extended/exp.h"
+#include "extended/sinh_cosh_tables.h"
 
 namespace okt::extended {
 

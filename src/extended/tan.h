@@ -9,6 +9,7 @@
 #include "extended/exceptional.h"
 #include "extended/polynomial.h"
 #include "extended/quarter_turns.h"
+#include "extended/tan_tables.h"
 
 namespace okt::extended {
 

@@ -174,49 +174,103 @@ same([cosine[1]], [-0.001388888888888889])
 # The coefficient of r^5, kept in two parts, makes good at r^2 = 1/2 what its neighbours lose by their rounding.
 sine[0] -= (real80(-1 / mpf(6)) + 1 / mpf(6)) * 2 + (real64(sine[1]) + 1 / mpf(5040)) / 2
 
-polynomials = [
-    *polynomial("Sine", sine, 1, "Sine: (sin r - r + r^3/6)/r^5 in powers of r^2, |r| <= pi/4."),
-    *polynomial("Cosine", cosine, 2, "Cosine: (cos r - 1 + r^2/2)/r^4 in powers of r^2, |r| <= pi/4."),
-    *pair("Log1p", log1p_rest, -mpf(1) / 16, mpf(1) / 15.9, 13, 1,
-          "ln(1 + t) = t - t^2/2 + t^3*P(t), |t| <= 1/16."),
-    *pair("Asin", of_square(mpmath.asin, 1), 0, mpf(1) / 4, 18, 4,
-          "asin x = x + x^3*P(x^2), |x| <= 1/2."),
-    *pair("Asinh", of_square(mpmath.asinh, 1), 0, mpf(1) / 4, 17, 4,
-          "asinh x = x + x^3*P(x^2), |x| <= 1/2."),
-    *pair("Acosh", acosh_rest, 0, mpf(1) / 4, 14, 4,
-          "acosh(1 + t) = sqrt(2t)*(1 + t*P(t)), 0 <= t <= 1/4."),
-    *pair("Atanh", of_square(mpmath.atanh, 1), 0, mpf(1) / 16, 12, 3,
-          "atanh x = x + x^3*P(x^2), |x| <= 1/4."),
-    *pair("Tanh", of_square(mpmath.tanh, 1), 0, mpf(1) / 4, 14, 4,
-          "tanh x = x + x^3*P(x^2), |x| <= 1/2."),
-    *pair("Sinh", of_square(mpmath.sinh, 1), 0, mpf(1) / 4, 8, 2,
-          "sinh x = x + x^3*P(x^2), |x| <= 1/2."),
-    *pair("Cosh", even_of_square(mpmath.cosh), 0, mpf(1) / 4, 7, 1,
-          "cosh x = 1 + x^2/2 + x^4*P(x^2), |x| <= 1/2."),
-    *pair("Tangent", of_square(mpmath.tan, 1), 0, mpf(1) / 400, 7, 2,
-          "tan t = t + t^3*P(t^2), |t| <= 1/20."),
-    *pair("Cotangent", lambda z: (1 / mpmath.sqrt(z) - mpmath.cot(mpmath.sqrt(z))) / mpmath.sqrt(z), 0, mpf(1) / 400, 7, 2,
-          "-cot t = -1/t + t*P(t^2), |t| <= 1/20."),
-]
 
-emit(
-    "src/extended/extended_tables.h",
-    "extended_tables.py",
+def emit_header(name, tables, about):
+    emit(f"src/extended/{name}", "extended_tables.py", tables, about)
+
+
+emit_header(
+    "exp_table.h",
     [
         Table("exp2Table", "Real64", exp2, "2^(j/256) as (hi, lo), hi a multiple of 2^-31.", 4),
+    ],
+    "Table of the exponential in extended precision.",
+)
+emit_header(
+    "sinh_cosh_tables.h",
+    [
+        *pair("Sinh", of_square(mpmath.sinh, 1), 0, mpf(1) / 4, 8, 2,
+              "sinh x = x + x^3*P(x^2), |x| <= 1/2."),
+        *pair("Cosh", even_of_square(mpmath.cosh), 0, mpf(1) / 4, 7, 1,
+              "cosh x = 1 + x^2/2 + x^4*P(x^2), |x| <= 1/2."),
+    ],
+    "Coefficients of the hyperbolic sine and cosine in extended precision.",
+)
+emit_header(
+    "tanh_tables.h",
+    [
+        *pair("Tanh", of_square(mpmath.tanh, 1), 0, mpf(1) / 4, 14, 4,
+              "tanh x = x + x^3*P(x^2), |x| <= 1/2."),
+    ],
+    "Coefficients of the hyperbolic tangent in extended precision.",
+)
+emit_header(
+    "ln_tables.h",
+    [
         Table("mantissaRecip", "Real32", [real32(recip(i)) for i in range(256)],
               "Near 1/(1 + (i + 0.5)/256), to 12 significant bits.", 8),
         Table("lnRecip", "Real64", ln_recip(), "-ln(mantissaRecip[i]) as (hi, lo), hi a multiple of 2^-40.", 4),
-        Table("atanTable", "Real64", angles,
-              "Angles of the directions (128, j) for j = 0 to 128, (256 - j, 128) for j to 384, (-128, 512 - j) for j to 512,\n"
-              "as (hi, lo), hi truncated to 31 significant bits.", 4),
+        *pair("Log1p", log1p_rest, -mpf(1) / 16, mpf(1) / 15.9, 13, 1,
+              "ln(1 + t) = t - t^2/2 + t^3*P(t), |t| <= 1/16."),
+    ],
+    "Tables and coefficients of the logarithm in extended precision.",
+)
+emit_header(
+    "inverse_hyper_tables.h",
+    [
+        *pair("Asinh", of_square(mpmath.asinh, 1), 0, mpf(1) / 4, 17, 4,
+              "asinh x = x + x^3*P(x^2), |x| <= 1/2."),
+        *pair("Acosh", acosh_rest, 0, mpf(1) / 4, 14, 4,
+              "acosh(1 + t) = sqrt(2t)*(1 + t*P(t)), 0 <= t <= 1/4."),
+        *pair("Atanh", of_square(mpmath.atanh, 1), 0, mpf(1) / 16, 12, 3,
+              "atanh x = x + x^3*P(x^2), |x| <= 1/4."),
+    ],
+    "Coefficients of the inverse hyperbolic functions in extended precision.",
+)
+emit_header(
+    "four_over_pi.h",
+    [
+        Table("fourOverPiSlices", "std::uint64_t", four_over_pi_slices(),
+              "The binary digits of 4/pi behind 128 zeros, 64 to a word.", 4),
+    ],
+    "The digits of 4/pi with which large arguments are reduced in extended precision.",
+)
+emit_header(
+    "sin_cos_tables.h",
+    [
+        *polynomial("Sine", sine, 1, "Sine: (sin r - r + r^3/6)/r^5 in powers of r^2, |r| <= pi/4."),
+        *polynomial("Cosine", cosine, 2, "Cosine: (cos r - 1 + r^2/2)/r^4 in powers of r^2, |r| <= pi/4."),
+    ],
+    "Coefficients of the sine and the cosine in extended precision.",
+)
+emit_header(
+    "tan_tables.h",
+    [
         Table("tanTable", "Real64", tangent_table(mpmath.tan), "tan(k*pi/64) as (hi, lo), k = 0 to 17.", 4),
         Table("cotTable", "Real64", tangent_table(mpmath.cot), "cot(k*pi/64) as (hi, lo), zero at k = 0.", 4),
         Table("tanPlusCotTable", "Real64", tangent_table(lambda x: mpmath.tan(x) + mpmath.cot(x)),
               "tan + cot of k*pi/64 as (hi, lo), zero at k = 0.", 4),
-        Table("fourOverPiSlices", "std::uint64_t", four_over_pi_slices(),
-              "The binary digits of 4/pi behind 128 zeros, 64 to a word.", 4),
-        *polynomials,
+        *pair("Tangent", of_square(mpmath.tan, 1), 0, mpf(1) / 400, 7, 2,
+              "tan t = t + t^3*P(t^2), |t| <= 1/20."),
+        *pair("Cotangent", lambda z: (1 / mpmath.sqrt(z) - mpmath.cot(mpmath.sqrt(z))) / mpmath.sqrt(z), 0, mpf(1) / 400, 7, 2,
+              "-cot t = -1/t + t*P(t^2), |t| <= 1/20."),
     ],
-    "Tables and polynomial coefficients of the real functions in extended precision.",
+    "Tables and coefficients of the tangent in extended precision.",
+)
+emit_header(
+    "atan_table.h",
+    [
+        Table("atanTable", "Real64", angles,
+              "Angles of the directions (128, j) for j = 0 to 128, (256 - j, 128) for j to 384, (-128, 512 - j) for j to 512,\n"
+              "as (hi, lo), hi truncated to 31 significant bits.", 4),
+    ],
+    "Table of the arctangent in extended precision.",
+)
+emit_header(
+    "asin_acos_tables.h",
+    [
+        *pair("Asin", of_square(mpmath.asin, 1), 0, mpf(1) / 4, 18, 4,
+              "asin x = x + x^3*P(x^2), |x| <= 1/2."),
+    ],
+    "Coefficients of the arcsine and the arccosine in extended precision.",
 )
