@@ -33,10 +33,10 @@ Parts cisElement(Real64 x) {
         constexpr Real64 up = 0x1p55, down = 0x1p-55;
         return {sine::cosineOfTiny(x), (x * up - x) * down};  // x, but for flags
     }
-    const sine::LaneAngle a = sine::laneAngle(x);
+    const sine::ElementAngle a = sine::elementAngle(x);
     const auto at = [&a](int quarters) {
         const U64<1> row = sine::rowOffset<sine::Steps64>(a.row, quarters);
-        return sine::summands(tables::sinCosLaneTable, row, a.r, a.rl, a.poly).mainSum().raw;
+        return sine::summands(tables::sinCosElementTable, row, a.r, a.rl, a.poly).mainSum().raw;
     };
     return {at(1), at(0)};
 }

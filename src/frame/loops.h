@@ -39,16 +39,17 @@ inline void redoBlock(const S* src1, const S* src2, D* dst, std::int32_t len, co
     for (; i < len; ++i) one(i);
 }
 
-// Redo block with a lane path apart from the element routine: a block that fails its range test goes through
-// `lane(i)` element by element, in order; the elements behind the blocks take the main path's steps one at a time, each
-// with its own range test. `tryLanes(lanes<N>, i)` works the elements i to i + N - 1 and returns false, having stored
-// nothing, when one of them is out of range. Blocks begin while `i < blocksEnd`. Several blocks that pass together are
-// worked side by side, AtOnce elements in all or else one of the Fewer, which changes nothing but the time.
+// Redo block whose tail tries the main path, too: a block that fails its range test goes through `element(i)` element
+// by element, in order; the elements behind the blocks take the main path's steps one at a time, each with its own
+// range test. `tryLanes(lanes<N>, i)` works the elements i to i + N - 1 and returns false, having stored nothing, when
+// one of them is out of range. Blocks begin while `i < blocksEnd`. Several blocks that pass together are worked side by
+// side, AtOnce elements in all or else one of the Fewer, which changes nothing but the time.
 template <int N>
 inline constexpr std::integral_constant<int, N> lanes{};
 
-template <int Block, int AtOnce, int... Fewer, class TryLanes, class Lane>
-inline void laneBlocks(std::int32_t len, std::int32_t blocksEnd, const TryLanes& tryLanes, const Lane& lane) {
+template <int Block, int AtOnce, int... Fewer, class TryLanes, class Element>
+inline void redoBlockTryTail(std::int32_t len, std::int32_t blocksEnd, const TryLanes& tryLanes,
+                             const Element& element) {
     static_assert(AtOnce % Block == 0 && ((Fewer % Block == 0) && ...));
     std::int32_t i = 0;
     while (i < blocksEnd) {
@@ -67,11 +68,11 @@ inline void laneBlocks(std::int32_t len, std::int32_t blocksEnd, const TryLanes&
             if ((advance(lanes<Fewer>) || ...)) continue;
         }
         if (!tryLanes(lanes<Block>, i)) [[unlikely]]
-            for (std::int32_t j = i; j < i + Block; ++j) lane(j);
+            for (std::int32_t j = i; j < i + Block; ++j) element(j);
         i += Block;
     }
     for (; i < len; ++i)
-        if (!tryLanes(lanes<1>, i)) lane(i);
+        if (!tryLanes(lanes<1>, i)) element(i);
 }
 
 // Blocks up to `end`, worked in two halves of which the first runs a block ahead. `begin(i, held, stored)` tests the
@@ -165,7 +166,7 @@ inline void packedElementLoop(const T* src, T* dst, std::int32_t len, const TryL
     static_assert(AtOnce <= vectorLoopPass);
     if (smearsForward(src, dst)) [[unlikely]]
         return elementLoop(src, dst, len, element, status);
-    laneBlocks<Block, AtOnce>(
+    redoBlockTryTail<Block, AtOnce>(
         len, len - (Block - 1), [&](auto count, std::int32_t i) { return tryLanes(count, src + i, dst + i); },
         [&](std::int32_t i) { storeElement(dst + i, element(loadElement(src + i), status)); });
 }
@@ -176,7 +177,7 @@ inline void packedElementLoop(const T* src1, const T* src2, T* dst, std::int32_t
     static_assert(AtOnce <= vectorLoopPass);
     if (smearsForward(src1, dst) || smearsForward(src2, dst)) [[unlikely]]
         return elementLoop(src1, src2, dst, len, element, status);
-    laneBlocks<Block, AtOnce>(
+    redoBlockTryTail<Block, AtOnce>(
         len, len - (Block - 1),
         [&](auto count, std::int32_t i) { return tryLanes(count, src1 + i, src2 + i, dst + i); },
         [&](std::int32_t i) { storeElement(dst + i, element(loadElement(src1 + i), loadElement(src2 + i), status)); });

@@ -180,7 +180,7 @@ template <Root root>
 
 template <Root root>
 void root64(const Real64* src, Real64* dst, std::int32_t len, OktStatus& status) {
-    laneBlocks<4, 8>(
+    redoBlockTryTail<4, 8>(
         len, len - 3,
         [=]<int N>(std::integral_constant<int, N>, std::int32_t i) {
             const auto x = F64<N>::load(src + i);

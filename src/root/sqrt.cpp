@@ -100,7 +100,7 @@ Real32 sqrtElement(Real32 x, OktStatus& status) {
 }
 
 void sqrt32(const Real32* src, Real32* dst, std::int32_t len, OktStatus& status) {
-    laneBlocks<4, 16>(
+    redoBlockTryTail<4, 16>(
         len, len - 3,
         [=]<int N>(std::integral_constant<int, N>, std::int32_t i) { return sqrtLanes<N>(src + i, dst + i); },
         [&](std::int32_t i) { storeElement(dst + i, sqrtElement(loadElement(src + i), status)); });
@@ -229,7 +229,7 @@ template <bool inverse, int N>
 
 template <bool inverse>
 void rootOf64(const Real64* src, Real64* dst, std::int32_t len, OktStatus& status) {
-    laneBlocks<4, 16>(
+    redoBlockTryTail<4, 16>(
         len, len - 3,
         [=]<int N>(std::integral_constant<int, N>, std::int32_t i) OKT_INLINE {
             const auto x = F64<N>::load(src + i);

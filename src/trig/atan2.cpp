@@ -4,12 +4,12 @@
 // atan.cpp), numerator and denominator as sums of two parts on Real64. The quotient is had without a division, from
 // the processor's 12-bit approximation r of 1/d: with e = d·r - 1, 1/d = r + r·(-e + e^2 - ... ). For x < 0 the angle
 // is pi - arctan(a/b), pi in two parts.
-// Lane path, for elements whose exponents the main path must not meet: true quotients, arctangents and sums in pairs of
-// Real64, which leave nothing but the last rounding. A block with one such element goes that way as a whole, and main
-// and lane path differ in the last bit of some 4 % of ordinary elements.
+// Element path, for elements whose exponents the main path must not meet: true quotients, arctangents and sums in pairs
+// of Real64, which leave nothing but the last rounding. A block with one such element goes that way as a whole, and
+// main and element path differ in the last bit of some 4 % of ordinary elements.
 //
-// Largest errors seen: main path 0.8195 ulp, 0.998 where the result is subnormal (Real32), 0.7461 (Real64); lane path
-// 0.5156 at y = 0x1.29cb140f45613p-3, x = 0x1.339fe2c7d4af3p+0.
+// Largest errors seen: main path 0.8195 ulp, 0.998 where the result is subnormal (Real32), 0.7461 (Real64); element
+// path 0.5156 at y = 0x1.29cb140f45613p-3, x = 0x1.339fe2c7d4af3p+0.
 //
 // GCC: -fschedule-insns -fsched-pressure (?)
 // GCC: -frename-registers (?)
@@ -28,9 +28,9 @@ namespace okt {
 namespace {
 
 // ---------------------------------------------------------------------------------------------------------------------
-// Lane path
+// Element path
 
-namespace lane {
+namespace element {
 
 constexpr Real64 pi = 0x1.921fb54442d18p+1;
 constexpr Real64 piTail = 0x1.1a62633145c07p-53;
@@ -194,10 +194,10 @@ template <class T>
     return generalAngle(y, x);
 }
 
-}  // namespace lane
+}  // namespace element
 
-Real64 atan2Lane(Real64 y, Real64 x) { return lane::angle<Real64>(y, x); }
-Real32 atan2Lane(Real32 y, Real32 x) { return static_cast<Real32>(lane::angle<Real32>(y, x)); }
+Real64 atan2Element(Real64 y, Real64 x) { return element::angle<Real64>(y, x); }
+Real32 atan2Element(Real32 y, Real32 x) { return static_cast<Real32>(element::angle<Real32>(y, x)); }
 
 // ---------------------------------------------------------------------------------------------------------------------
 // Real64
@@ -426,11 +426,11 @@ void angles(const Load& load, T* dst, std::int32_t len) {
         mainAngle(*k, y, x).store(dst + i);
         return true;
     };
-    const auto lane = [=](std::int32_t i) {
+    const auto element = [=](std::int32_t i) {
         const auto [y, x] = load(lanes<1>, i);
-        storeElement(dst + i, atan2Lane(y.raw, x.raw));
+        storeElement(dst + i, atan2Element(y.raw, x.raw));
     };
-    laneBlocks<block, 4 * block>(len, blocksEndOf(T{}, len), tryLanes, lane);
+    redoBlockTryTail<block, 4 * block>(len, blocksEndOf(T{}, len), tryLanes, element);
 }
 
 template <class T>

@@ -1,8 +1,8 @@
 // Cosine: the sine's polynomial about odd multiples of pi/2 on Real32, the table method on Real64.
 //
 // Largest errors seen:
-//   Real32  0.8011 ulp at 0x1.98107cp+1; lane path 0.5000 ulp
-//   Real64  0.5123 ulp at -0x1.1faef02918cdp+0 for |x| < 10, 0.5144 ulp at 0x1.195688af4bbdap+16 below 90112; lane
+//   Real32  0.8011 ulp at 0x1.98107cp+1; element path 0.5000 ulp
+//   Real64  0.5123 ulp at -0x1.1faef02918cdp+0 for |x| < 10, 0.5144 ulp at 0x1.195688af4bbdap+16 below 90112; element
 //           path 0.5263 ulp between 90112 and 2^17
 //
 // GCC: -fno-tree-ter (?)
@@ -13,26 +13,26 @@
 namespace okt {
 namespace {
 
-[[gnu::noinline]] Real64 cosLane64(Real64 x, OktStatus& status) {
+[[gnu::noinline]] Real64 cosElement64(Real64 x, OktStatus& status) {
     if (!isFinite(x)) return sine::ofNonFinite(x, status);
     if (sine::isTiny(x)) return sine::cosineOfTiny(x);
-    return sine::laneAngle(x).cosine().raw;
+    return sine::elementAngle(x).cosine().raw;
 }
 
-[[gnu::noinline]] Real32 cosLane32(Real32 x, OktStatus& status) {
+[[gnu::noinline]] Real32 cosElement32(Real32 x, OktStatus& status) {
     if (isInfinite(x)) return sine::ofInfinity32(status);
     const Real64 wide = x;
     if (!isFinite(wide)) return static_cast<Real32>(wide * wide);
     if (sine::isTiny(wide)) return static_cast<Real32>(sine::cosineOfTiny(wide));
-    return static_cast<Real32>(sine::laneAngle(wide).cosine().raw);
+    return static_cast<Real32>(sine::elementAngle(wide).cosine().raw);
 }
 
 struct Cosine {
     static constexpr const Real64* table = tables::cosTable;
-    static Real64 lane(Real64 x, OktStatus& status) { return cosLane64(x, status); }
-    static Real32 lane(Real32 x, OktStatus& status) { return cosLane32(x, status); }
+    static Real64 element(Real64 x, OktStatus& status) { return cosElement64(x, status); }
+    static Real32 element(Real32 x, OktStatus& status) { return cosElement32(x, status); }
     template <int N>
-    static F64<N> ofAngle(const sine::LaneAngle<N>& angle) {
+    static F64<N> ofAngle(const sine::ElementAngle<N>& angle) {
         return angle.cosine();
     }
 

@@ -3,7 +3,7 @@
 // Real32: x = n·pi/2 + r with n from a rounding by addition, a polynomial for the sine and one for the cosine of
 // |r| <= pi/4 in Real64; n's low bits say which of the two is the sine of x and with which signs.
 // Real64: the table method at 128 steps a turn with shorter series; both rows share the reduction and the series. The
-// lane path works at 64 steps.
+// element path works at 64 steps.
 //
 // Largest errors seen:
 //   Real32  sine 0.5626 ulp at -0x1.6d45f6p+10, cosine 0.5619 ulp at -0x1.1e714ep+11
@@ -30,7 +30,7 @@ struct SineAndCosine {
         return {result, result};
     }
     if (sine::isTiny(x)) return {sine::sineOfTiny(x), sine::cosineOfTiny(x)};
-    const sine::LaneAngle<1> angle = sine::laneAngle(x);
+    const sine::ElementAngle<1> angle = sine::elementAngle(x);
     return {angle.sine().raw, angle.cosine().raw};
 }
 
@@ -43,14 +43,14 @@ struct SineAndCosine {
     return {static_cast<Real32>(s), static_cast<Real32>(c)};
 }
 
-// The lane path of a whole block of huge elements of one kind. False for any other, and where a result is the argument
-// of one of the next elements: then nothing is stored.
+// The element path of a whole block of huge elements of one kind. False for any other, and where a result is the
+// argument of one of the next elements: then nothing is stored.
 template <class T>
 [[gnu::noinline]] bool hugeBlock(const T* src, T* sines, T* cosines) {
     QuarterPiReductions<4> reductions;
     if (smearsForward(src, sines) || smearsForward(src, cosines)) return false;
     if (!reduceAlike(Vec<T, 4>::load(src), reductions)) return false;
-    const auto angle = sine::laneAngle(reductions);
+    const auto angle = sine::elementAngle(reductions);
     if constexpr (sizeof(T) == 8) {
         angle.sine().store(sines);
         angle.cosine().store(cosines);
@@ -150,12 +150,12 @@ void sinCos32(const Real32* src, Real32* sines, Real32* cosines, std::int32_t le
             return true;
         }
     };
-    const auto lane = [=, &status](std::int32_t i) {
+    const auto element = [=, &status](std::int32_t i) {
         const auto result = sinCosLane32(bits32(loadBits(src + i)), status);
         storeElement(sines + i, result.sine);
         storeElement(cosines + i, result.cosine);
     };
-    laneBlocks<4, sine::stripLength, 16>(len, len & ~3, tryLanes, lane);
+    redoBlockTryTail<4, sine::stripLength, 16>(len, len & ~3, tryLanes, element);
 }
 
 void sinCos64(const Real64* src, Real64* sines, Real64* cosines, std::int32_t len, OktStatus& status) {
@@ -180,12 +180,12 @@ void sinCos64(const Real64* src, Real64* sines, Real64* cosines, std::int32_t le
         }
         return true;
     };
-    const auto lane = [=, &status](std::int32_t i) {
+    const auto element = [=, &status](std::int32_t i) {
         const auto result = sinCosLane64(bits64(loadBits(src + i)), status);
         storeElement(sines + i, result.sine);
         storeElement(cosines + i, result.cosine);
     };
-    laneBlocks<4, 8>(len, len & ~3, tryLanes, lane);
+    redoBlockTryTail<4, 8>(len, len & ~3, tryLanes, element);
 }
 
 }  // namespace

@@ -79,8 +79,8 @@ alignas(64) inline constexpr Real64 cosTable[256] = {
     -0x1.ba1650f592f50p-6, 0x1.fd88da3d12526p-1, -0x1.87df640000000p-55, 0x1.0000000000000p-3,
 };
 
-// sinCosTable as the lane paths read it; rows 16 and 48 differ in the signs of their zeros.
-alignas(64) inline constexpr Real64 sinCosLaneTable[256] = {
+// sinCosTable as the element paths read it; rows 16 and 48 differ in the signs of their zeros.
+alignas(64) inline constexpr Real64 sinCosElementTable[256] = {
     0x0.0p+0, 0x0.0p+0, 0x0.0p+0, 0x1.0000000000000p+0,
     -0x1.3b92e176d6d31p-8, 0x1.917a6bc29b42cp-4, -0x1.e2718e0000000p-60, 0x1.0000000000000p+0,
     -0x1.3ad06011469fbp-6, 0x1.8f8b83c69a60bp-3, -0x1.26d19c0000000p-57, 0x1.0000000000000p+0,

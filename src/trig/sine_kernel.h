@@ -1,5 +1,5 @@
-// Sines and cosines: the table method in Real64, at 64 or 128 steps a turn, and the lane paths that take what the block
-// loops leave: huge, infinite and NaN elements and their neighbours.
+// Sines and cosines: the table method in Real64, at 64 or 128 steps a turn, and the element paths that take what the
+// block loops leave: huge, infinite and NaN elements and their neighbours.
 //
 // x = n·step + r + rl, and with B the angle of row n of the table
 //     sin x = sin B + cos B·sin r + (cos r - 1)·sin B,
@@ -92,7 +92,7 @@ template <int N>
 struct Summands {
     F64<N> ps, pc, e, la, lb, b;
     F64<N> mainSum() const { return ((((la + e) + lb) + ps) + pc) + b; }
-    F64<N> laneSum() const { return ((((ps + pc) + e) + la) + lb) + b; }
+    F64<N> elementSum() const { return ((((ps + pc) + e) + la) + lb) + b; }
 };
 
 // The columns of a row of the table, in this order.
@@ -202,15 +202,15 @@ inline bool reduceStrip(const Real32* src, const Reduce& reduce) {
 }
 
 // ---------------------------------------------------------------------------------------------------------------------
-// Lane paths: one element, reduced by reduceQuarterPi from 2^17 up.
+// Element paths: one element, reduced by reduceQuarterPi from 2^17 up.
 
 template <int N>
-struct LaneAngle {
+struct ElementAngle {
     F64<N> r, rl;
     U64<N> row;
     Series<N> poly;
 
-    LaneAngle(F64<N> head, F64<N> tail, U64<N> quadrant) {
+    ElementAngle(F64<N> head, F64<N> tail, U64<N> quadrant) {
         const Reduced<N> reduced = reduce<Steps64>(head);
         r = reduced.r;
         rl = reduced.rl + tail;
@@ -223,19 +223,19 @@ struct LaneAngle {
 
 private:
     F64<N> at(int quarters) const {
-        return summands(tables::sinCosLaneTable, rowOffset<Steps64>(row, quarters), r, rl, poly).laneSum();
+        return summands(tables::sinCosElementTable, rowOffset<Steps64>(row, quarters), r, rl, poly).elementSum();
     }
 };
 
 // For finite x; below 2^-252 the functions have steps of their own.
-inline LaneAngle<1> laneAngle(Real64 x) {
+inline ElementAngle<1> elementAngle(Real64 x) {
     QuarterPiReduction reduction{x, 0.0, 0};
     if (biasedExponent(x) >= 1040) reduction = reduceQuarterPi(x);
     return {reduction.head, reduction.tail, std::uint64_t{reduction.quadrant}};
 }
 
 template <int N>
-inline LaneAngle<N> laneAngle(const QuarterPiReductions<N>& reductions) {
+inline ElementAngle<N> elementAngle(const QuarterPiReductions<N>& reductions) {
     return {reductions.head, reductions.tail, reductions.quadrant};
 }
 
@@ -258,7 +258,7 @@ inline Real64 ofNonFinite(Real64 x, OktStatus& status) {
     return result;
 }
 
-// The Real32 lane paths give an infinity of either sign this NaN.
+// The Real32 element paths give an infinity of either sign this NaN.
 inline Real32 ofInfinity32(OktStatus& status) {
     raiseStatusFlag(oktStatusDomain);
     status = oktStatusDomain;

@@ -60,13 +60,13 @@ inline bool fittedSineOfStrip(const Fit& k, const Real32* src, Real32* dst) {
     return true;
 }
 
-// The lane path of a whole block of huge elements of one kind. False for any other, and where one element's result is
-// the next one's argument: then nothing is stored.
+// The element path of a whole block of huge elements of one kind. False for any other, and where one element's result
+// is the next one's argument: then nothing is stored.
 template <class Function, class T>
 [[gnu::noinline]] bool hugeBlock(const T* src, T* dst) {
     QuarterPiReductions<4> reductions;
     if (smearsForward(src, dst) || !reduceAlike(Vec<T, 4>::load(src), reductions)) return false;
-    const F64<4> result = Function::ofAngle(laneAngle(reductions));
+    const F64<4> result = Function::ofAngle(elementAngle(reductions));
     if constexpr (sizeof(T) == 8)
         result.store(dst);
     else
@@ -74,7 +74,7 @@ template <class Function, class T>
     return true;
 }
 
-// `Function` has the Real64 loop's table, `halfTurns` and `centre` for the Real32 loop, and the lane paths.
+// `Function` has the Real64 loop's table, `halfTurns` and `centre` for the Real32 loop, and the element paths.
 template <class Function>
 void loop64(const Real64* src, Real64* dst, std::int32_t len, OktStatus& status) {
     const auto tryLanes = [=]<int N>(std::integral_constant<int, N>, std::int32_t i) OKT_INLINE {
@@ -91,10 +91,10 @@ void loop64(const Real64* src, Real64* dst, std::int32_t len, OktStatus& status)
         }
         return true;
     };
-    const auto lane = [=, &status](std::int32_t i) {
-        storeElement(dst + i, Function::lane(bits64(loadBits(src + i)), status));
+    const auto element = [=, &status](std::int32_t i) {
+        storeElement(dst + i, Function::element(bits64(loadBits(src + i)), status));
     };
-    laneBlocks<4, 8>(len, len & ~3, tryLanes, lane);
+    redoBlockTryTail<4, 8>(len, len & ~3, tryLanes, element);
 }
 
 template <class Function>
@@ -112,11 +112,11 @@ void loop32(const Real32* src, Real32* dst, std::int32_t len, OktStatus& status)
             return true;
         }
     };
-    const auto lane = [=, &status](std::int32_t i) {
-        storeElement(dst + i, Function::lane(bits32(loadBits(src + i)), status));
+    const auto element = [=, &status](std::int32_t i) {
+        storeElement(dst + i, Function::element(bits32(loadBits(src + i)), status));
     };
     // A last block of one to four elements is a tail, also when it is whole.
-    laneBlocks<4, stripLength>(len, len - 4, tryLanes, lane);
+    redoBlockTryTail<4, stripLength>(len, len - 4, tryLanes, element);
 }
 
 inline constexpr Real32 oneOverPi32 = 0x1.45f306p-2F;  // 1/pi

@@ -7,7 +7,7 @@
 // the reciprocal is R·((1 - yh·Rh) - e).
 //
 // Largest errors seen:
-//   Real32  0.9356 ulp at 0x1.f044b6p+1; lane path 0.5000 ulp
+//   Real32  0.9356 ulp at 0x1.f044b6p+1; element path 0.5000 ulp
 //   Real64  1.0357 ulp; 1.0329 ulp at 0x1.75001f024518ep+13
 //
 // GCC: -fno-tree-ter (?)
@@ -105,17 +105,17 @@ inline Real64 tangentOfFinite(Real64 x) {
     return tangent<1>(reduction.head, F64<1>(reduction.tail), std::uint64_t{reduction.quadrant}).raw;
 }
 
-[[gnu::noinline]] Real64 tanLane64(Real64 x, OktStatus& status) {
+[[gnu::noinline]] Real64 tanElement64(Real64 x, OktStatus& status) {
     return isFinite(x) ? tangentOfFinite(x) : sine::ofNonFinite(x, status);
 }
 
-[[gnu::noinline]] Real32 tanLane32(Real32 x, OktStatus& status) {
+[[gnu::noinline]] Real32 tanElement32(Real32 x, OktStatus& status) {
     if (isInfinite(x)) return sine::ofInfinity32(status);
-    return static_cast<Real32>(tanLane64(x, status));
+    return static_cast<Real32>(tanElement64(x, status));
 }
 
-// The lane path of a whole block of huge elements of one kind. False for any other, and where one element's result is
-// the next one's argument: then nothing is stored.
+// The element path of a whole block of huge elements of one kind. False for any other, and where one element's result
+// is the next one's argument: then nothing is stored.
 template <class T>
 [[gnu::noinline]] bool hugeBlock(const T* src, T* dst) {
     QuarterPiReductions<2> reductions;
@@ -128,7 +128,7 @@ template <class T>
     return true;
 }
 
-// |x| in [2^-252, 12800) in every lane. Below, where 1/yh might be infinite, the lane path knows the result.
+// |x| in [2^-252, 12800) in every lane. Below, where 1/yh might be infinite, the element path knows the result.
 template <int N>
 inline bool inMainRange(F64<N> x) {
     constexpr std::uint32_t lowest = 771u << 20;
@@ -145,10 +145,10 @@ void tan64(const Real64* src, Real64* dst, std::int32_t len, OktStatus& status) 
         tangent<N>(x, NoRest(), U64<N>(0)).store(dst + i);
         return true;
     };
-    const auto lane = [=, &status](std::int32_t i) {
-        storeElement(dst + i, tanLane64(bits64(loadBits(src + i)), status));
+    const auto element = [=, &status](std::int32_t i) {
+        storeElement(dst + i, tanElement64(bits64(loadBits(src + i)), status));
     };
-    laneBlocks<2, 4>(len, len & ~1, tryLanes, lane);
+    redoBlockTryTail<2, 4>(len, len & ~1, tryLanes, element);
 }
 
 // ---------------------------------------------------------------------------------------------------------------------
@@ -184,10 +184,10 @@ void tan32(const Real32* src, Real32* dst, std::int32_t len, OktStatus& status) 
         fittedTangent(x).store(dst + i);
         return true;
     };
-    const auto lane = [=, &status](std::int32_t i) {
-        storeElement(dst + i, tanLane32(bits32(loadBits(src + i)), status));
+    const auto element = [=, &status](std::int32_t i) {
+        storeElement(dst + i, tanElement32(bits32(loadBits(src + i)), status));
     };
-    laneBlocks<2, 16>(len, len & ~1, tryLanes, lane);
+    redoBlockTryTail<2, 16>(len, len & ~1, tryLanes, element);
 }
 
 }  // namespace

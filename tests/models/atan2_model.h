@@ -38,7 +38,7 @@ inline Real64 halfPi() { return 1.5707963267948966 + 6.123233995736766e-17; }
 inline Real64 wholePi() { return 3.141592653589793 + 1.2246467991473532e-16; }
 
 // ((((c6 z + c5) z + ...) z + c0) z
-inline Real64 lanePolynomial(Real64 z) {
+inline Real64 elementPolynomial(Real64 z) {
     const Real64 c[] = {-0.06313688776899645, 0.07683539769703819, -0.0909079559611586, 0.11111110301985087,
                         -0.1428571428262597,  0.19999999999994408, -0.3333333333333333};
     Real64 p = c[0];
@@ -63,7 +63,7 @@ inline Quotient divide(Real64 nh, Real64 nl, Real64 dh, Real64 dl) {
     return {T, Th, Tl};
 }
 
-// The general case of the lane path: y and x finite, neither zero, exponents at most 53 apart.
+// The general case of the element path: y and x finite, neither zero, exponents at most 53 apart.
 inline Real64 general(Real64 y, Real64 x) {
     const bool negative = signBit(x) != 0;
     const Real64 base = negative ? 3.141592653589793 : 0.0;
@@ -124,7 +124,7 @@ inline Real64 general(Real64 y, Real64 x) {
         t = divide(Nh, Nl, Dh, Dl);
         z = t.T * t.T;
     }
-    const Real64 P = lanePolynomial(z);
+    const Real64 P = elementPolynomial(z);
 
     // Product.
     const Real64 Ph = split(P);
@@ -151,7 +151,7 @@ inline Real64 general(Real64 y, Real64 x) {
 }
 
 // `single` when the operands came from Real32.
-inline Real64 lane(Real64 y, Real64 x, bool single) {
+inline Real64 elementAngle(Real64 y, Real64 x, bool single) {
     const std::uint64_t sy = signBit(y);
     const bool negative = signBit(x) != 0;
     // The sum y + x keeps the payload of its first NaN operand.
@@ -187,8 +187,8 @@ inline Real64 lane(Real64 y, Real64 x, bool single) {
     return general(y, x);
 }
 
-inline Real64 atan2Lane64(Real64 y, Real64 x) { return lane(y, x, false); }
-inline Real32 atan2Lane32(Real32 y, Real32 x) { return Real32(lane(Real64(y), Real64(x), true)); }
+inline Real64 atan2Element64(Real64 y, Real64 x) { return elementAngle(y, x, false); }
+inline Real32 atan2Element32(Real32 y, Real32 x) { return Real32(elementAngle(Real64(y), Real64(x), true)); }
 
 inline bool inRange64(Real64 v) {
     const std::int32_t shifted = std::int32_t(upperWord(magnitude(v)) - 0x80300000u);
@@ -329,7 +329,7 @@ void angles64(Operands operands, Real64* dst, std::int32_t len) {
         }
         for (std::int32_t k = 0; k < count; ++k) {
             const auto [y, x] = operands(i + k);
-            dst[i + k] = inRange ? atan2Main64(y, x) : atan2Lane64(y, x);
+            dst[i + k] = inRange ? atan2Main64(y, x) : atan2Element64(y, x);
         }
         i += count;
     }
@@ -350,7 +350,7 @@ void angles32(Operands operands, Real32* dst, std::int32_t len) {
         }
         for (std::int32_t k = 0; k < count; ++k) {
             const auto [y, x] = operands(i + k);
-            dst[i + k] = inRange ? atan2Main32(y, x) : atan2Lane32(y, x);
+            dst[i + k] = inRange ? atan2Main32(y, x) : atan2Element32(y, x);
         }
         i += count;
     }

@@ -27,7 +27,7 @@ inline Real32 constant32(std::uint32_t pattern) { return fromBits(pattern); }
 inline Real32 flipSign(Real32 x, std::uint32_t lowBit) { return fromBits(asBits(x) ^ ((lowBit & 1u) << 31)); }
 inline std::int32_t toInteger(Real32 x) { return _mm_cvtss_si32(_mm_set_ss(x)); }
 
-// Elements begin .. end - 1 in blocks; a flagged element sends its whole block, in order, through the lane path.
+// Elements begin .. end - 1 in blocks; a flagged element sends its whole block, in order, through the element path.
 template <class Flagged, class Main, class Lane>
 void redo(std::int32_t begin, std::int32_t end, std::int32_t block, Flagged flagged, Main main, Lane lane) {
     for (std::int32_t i = begin; i < end; i += block) {
@@ -95,11 +95,11 @@ inline const Real64 C2 = constant(0x3FA5555555555555);
 inline const Real64 C3 = constant(0xBF56C16C16C16C17);
 inline const Real64 C4 = constant(0x3EFA01A01A01A01A);
 
-// The pieces of sin(B + r + rl) that main path and lane path add in different orders.
+// The pieces of sin(B + r + rl) that main path and element path add in different orders.
 struct Pieces {
     Real64 e, ps, pc, b, la, lb;
     Real64 mainSum() const { return ((((la + e) + lb) + ps) + pc) + b; }
-    Real64 laneSum() const { return ((((ps + pc) + e) + la) + lb) + b; }
+    Real64 elementSum() const { return ((((ps + pc) + e) + la) + lb) + b; }
 };
 
 inline Pieces pieces(const Real64* row, Real64 r, Real64 rl, bool longSeries) {
@@ -135,7 +135,7 @@ inline Real64 cosMain64(Real64 x) {
 
 inline Real64 scaledRounding(Real64 x) { return (constant(0x4360000000000000) * x - x) * constant(0x3C80000000000000); }
 
-// Sine and cosine of a finite x by the lane path.
+// Sine and cosine of a finite x by the element path.
 inline void sinCosFinite(Real64 x, Real64& sine, Real64& cosine) {
     if (biasedExponent(x) < 771) {
         sine = x == 0.0 ? x : scaledRounding(x);
@@ -154,8 +154,8 @@ inline void sinCosFinite(Real64 x, Real64& sine, Real64& cosine) {
     const Real64 rl = red.rl + lo;
     const std::uint32_t sinRow = (q * 16u + red.k) & 63u;
     const std::uint32_t cosRow = (q * 16u + red.k + 16u) & 63u;
-    sine = pieces(tables::sinCosLaneTable + 4 * sinRow, red.r, rl, true).laneSum();
-    cosine = pieces(tables::sinCosLaneTable + 4 * cosRow, red.r, rl, true).laneSum();
+    sine = pieces(tables::sinCosElementTable + 4 * sinRow, red.r, rl, true).elementSum();
+    cosine = pieces(tables::sinCosElementTable + 4 * cosRow, red.r, rl, true).elementSum();
 }
 
 inline void sinCosLane64(Real64 x, Real64& sine, Real64& cosine, OktStatus& status) {
@@ -184,25 +184,25 @@ inline void sinCosLane32(Real32 x, Real32& sine, Real32& cosine, OktStatus& stat
     cosine = Real32(c);
 }
 
-inline Real64 sinLane64(Real64 x, OktStatus& status) {
+inline Real64 sinElement64(Real64 x, OktStatus& status) {
     Real64 s, c;
     sinCosLane64(x, s, c, status);
     return s;
 }
 
-inline Real64 cosLane64(Real64 x, OktStatus& status) {
+inline Real64 cosElement64(Real64 x, OktStatus& status) {
     Real64 s, c;
     sinCosLane64(x, s, c, status);
     return c;
 }
 
-inline Real32 sinLane32(Real32 x, OktStatus& status) {
+inline Real32 sinElement32(Real32 x, OktStatus& status) {
     Real32 s, c;
     sinCosLane32(x, s, c, status);
     return s;
 }
 
-inline Real32 cosLane32(Real32 x, OktStatus& status) {
+inline Real32 cosElement32(Real32 x, OktStatus& status) {
     Real32 s, c;
     sinCosLane32(x, s, c, status);
     return c;
@@ -330,7 +330,7 @@ inline Real64 tanFinite(Real64 x) {
     return tanRow(x, 0.0, 0);
 }
 
-inline Real64 tanLane64(Real64 x, OktStatus& status) {
+inline Real64 tanElement64(Real64 x, OktStatus& status) {
     if ((asBits(x) & signless64) >= infinity64) {
         if ((asBits(x) & signless64) == infinity64) status = oktStatusDomain;
         return x - x;
@@ -338,7 +338,7 @@ inline Real64 tanLane64(Real64 x, OktStatus& status) {
     return tanFinite(x);
 }
 
-inline Real32 tanLane32(Real32 x, OktStatus& status) {
+inline Real32 tanElement32(Real32 x, OktStatus& status) {
     if (patternAbs(x) == infinity32) {
         status = oktStatusDomain;
         return constant32(0xFFC00000);
@@ -355,7 +355,7 @@ inline OktStatus Sin_64f(const Real64* src, Real64* dst, std::int32_t len) {
     trig::redoAll(
         len, 4, [&](std::int32_t i) { return trig::outOfRange64(src[i]); },
         [&](std::int32_t i) { dst[i] = trig::sinMain64(src[i]); },
-        [&](std::int32_t i) { dst[i] = trig::sinLane64(src[i], status); });
+        [&](std::int32_t i) { dst[i] = trig::sinElement64(src[i], status); });
     return status;
 }
 
@@ -364,7 +364,7 @@ inline OktStatus Cos_64f(const Real64* src, Real64* dst, std::int32_t len) {
     trig::redoAll(
         len, 4, [&](std::int32_t i) { return trig::outOfRange64(src[i]); },
         [&](std::int32_t i) { dst[i] = trig::cosMain64(src[i]); },
-        [&](std::int32_t i) { dst[i] = trig::cosLane64(src[i], status); });
+        [&](std::int32_t i) { dst[i] = trig::cosElement64(src[i], status); });
     return status;
 }
 
@@ -373,7 +373,7 @@ inline OktStatus Sin_32f(const Real32* src, Real32* dst, std::int32_t len) {
     trig::redoAllButLast(
         len, [&](std::int32_t i) { return trig::outOfRange32(src[i]); },
         [&](std::int32_t i) { dst[i] = trig::sinMain32(src[i]); },
-        [&](std::int32_t i) { dst[i] = trig::sinLane32(src[i], status); });
+        [&](std::int32_t i) { dst[i] = trig::sinElement32(src[i], status); });
     return status;
 }
 
@@ -382,7 +382,7 @@ inline OktStatus Cos_32f(const Real32* src, Real32* dst, std::int32_t len) {
     trig::redoAllButLast(
         len, [&](std::int32_t i) { return trig::outOfRange32(src[i]); },
         [&](std::int32_t i) { dst[i] = trig::cosMain32(src[i]); },
-        [&](std::int32_t i) { dst[i] = trig::cosLane32(src[i], status); });
+        [&](std::int32_t i) { dst[i] = trig::cosElement32(src[i], status); });
     return status;
 }
 
@@ -427,18 +427,18 @@ inline OktStatus Tan_32f(const Real32* src, Real32* dst, std::int32_t len) {
     trig::redoAll(
         len, 2, [&](std::int32_t i) { return trig::outOfRange32(src[i]); },
         [&](std::int32_t i) { dst[i] = trig::tanMain32(src[i]); },
-        [&](std::int32_t i) { dst[i] = trig::tanLane32(src[i], status); });
+        [&](std::int32_t i) { dst[i] = trig::tanElement32(src[i], status); });
     return status;
 }
 
-// Elements below 2^-252 would make the reciprocal of the main path infinite; they go the lane path's way too.
+// Elements below 2^-252 would make the reciprocal of the main path infinite; they go the element path's way too.
 inline OktStatus Tan_64f(const Real64* src, Real64* dst, std::int32_t len) {
     OktStatus status = oktStatusOk;
     trig::redoAll(
         len, 2,
         [&](std::int32_t i) { return trig::upperAbs(src[i]) >= 0x40C90000u || trig::biasedExponent(src[i]) < 771; },
         [&](std::int32_t i) { dst[i] = trig::tanRow(src[i], 0.0, 0); },
-        [&](std::int32_t i) { dst[i] = trig::tanLane64(src[i], status); });
+        [&](std::int32_t i) { dst[i] = trig::tanElement64(src[i], status); });
     return status;
 }
 

@@ -34,7 +34,7 @@ def flat(rows):
 
 
 def sin_cos_tables():
-    """The rows of 64 steps a turn, the same with the signs of zero of the lane paths, and those of 128 steps."""
+    """The rows of 64 steps a turn, the same with the signs of zero of the element paths, and those of 128 steps."""
     rows = list(sin_cos_rows(64))
     assert rows[0] == [0, 0, 0, 1]
     assert [bits64(v) for v in rows[1]] == [
@@ -213,10 +213,10 @@ emit(
             "give the cosine.",
         ),
         Table(
-            "sinCosLaneTable",
+            "sinCosElementTable",
             "Real64",
             flat(lane_table),
-            "sinCosTable as the lane paths read it; rows 16 and 48 differ in the signs of their zeros.",
+            "sinCosTable as the element paths read it; rows 16 and 48 differ in the signs of their zeros.",
         ),
         Table("sinCosTable128", "Real64", flat(fine_table), "128 rows, row j for B = j pi/64.\n" + ROW),
     ],
