@@ -39,7 +39,7 @@ struct Options {
     std::uint64_t seed = 1;
     std::vector<std::string> families, names, expected;
     unsigned threads = std::max(1u, std::thread::hardware_concurrency());
-    std::uint64_t shown = 10;
+    std::uint64_t shown = 2;
 };
 
 // A name, or its begin and a star.

@@ -188,7 +188,7 @@ std::string RandomCall::description() const {
                                 static_cast<std::ptrdiff_t>(place->begin) - static_cast<std::ptrdiff_t>(other->begin));
         }
     }
-    constexpr std::size_t most = 40;
+    constexpr std::size_t most = 16;
     text += "\n    elements";
     for (std::size_t i = 0; i < std::min(elements(), most); ++i) text += (i == 0 ? " " : "; ") + inputs(i);
     if (elements() > most) text += " ...";
