@@ -55,12 +55,13 @@ class SharedObject(unittest.TestCase):
         text = output("objdump", "-d", "--no-show-raw-insn", LIBRARY)
         self.assertIsNone(re.search(r"%ymm|%zmm|\bv(add|mul|mov)[sp][sd]\b", text))
 
-
     def test_approximate_instructions_stand_in_the_kernels_that_take_seeds(self):
         objects = BUILD / "src/CMakeFiles/okt_objects.dir"
         with_instructions, with_header = set(), set()
         for object_file in objects.rglob("*.o"):
             source = object_file.relative_to(objects).with_suffix("")
+            if not (ROOT / "src" / source).exists():
+                continue  # left behind by a source that is gone
             if re.search(r"\bv?r(cp|sqrt)\d*[ps]s\b", output("objdump", "-d", "--no-show-raw-insn", object_file)):
                 with_instructions.add(str(source))
             if '#include "lanes/seeds.h"' in (ROOT / "src" / source).read_text():

@@ -9,6 +9,7 @@ import pathlib
 import re
 import shutil
 import subprocess
+import sys
 import tempfile
 import time
 import unittest
@@ -194,7 +195,7 @@ class Toy(unittest.TestCase):
             for text, message in mistakes.items():
                 descriptor.write_text(text)
                 with self.subTest(message=message), self.assertRaisesRegex(AssertionError, message):
-                    output("python3", deriver, pathlib.Path(self.directory.name) / "derived")
+                    output(sys.executable, deriver, pathlib.Path(self.directory.name) / "derived")
         finally:
             descriptor.write_text(good)
 
