@@ -4,7 +4,7 @@
 #include "frame/status_flag.h"
 #include "lanes/pattern.h"
 
-namespace okt {
+namespace okt::power {
 
 enum class ExponentClass { fractional, odd, even };  // infinite exponents and NaNs count as fractional
 
@@ -50,4 +50,4 @@ T specialPower(T x, T y, OktStatus& status) {
     return yNegative ? outsideDomain(sign | F::infinity) : asReal(sign);
 }
 
-}  // namespace okt
+}  // namespace okt::power
