@@ -51,23 +51,24 @@ struct Constants {
     Pattern64 inverseScale = 0x7FE0000000000000;
     Pattern32 rowBits = 0x00001FE0;
     Pattern32 bias = 1023;
-    // Table ranges: u + u^2 (g2 + g3 u + ...)
+    // Table ranges: ln(1 + u) = u + u^2 (g2 + g3 u + ...) on |u| < 0.00212, relative error 2^-59.7; fitted.
     Constant64 g2 = -0.5;
     Constant64 g3 = 0x1.555555554d0dfp-2;
     Constant64 g4 = -0x1.ffffffffe169dp-3;
     Constant64 g5 = 0x1.999a24cdb6abcp-3;
     Constant64 g6 = -0x1.5555f7bd1fcd4p-3;
-    // 2^-6 to 0.0713: coefficients of even and of odd powers, the head of 1/3 apart
+    // ln(1 + x) from 2^-6 to 0.0713, relative error 2^-67.9; fitted. Coefficients of x^4, x^6 ... and of x^3, x^5 ...,
+    // the highest first, the head of 1/3 apart.
     Constant64 third = 0x1.55555p-2;
     Constant64 mediumEven[6] = {-0x1.29d524f0060ep-4,  -0x1.554a46fbcec87p-4, -0x1.9999a57df52ccp-4,
                                 -0x1.fffffff91931ep-4, -0x1.55555555565f1p-3, -0x1.ffffffffffffep-3};
     Constant64 mediumOdd[6] = {0x1.3ffb2ac7a39a4p-4, 0x1.74544a220006fp-4, 0x1.c71c7998fe202p-4,
                                0x1.24924922ca0f5p-3, 0x1.9999999999fc9p-3, 0x1.5555555453a31p-24};
-    // 2^-13 to 2^-6
+    // The same from 2^-13 to 2^-6, relative error 2^-68.1; fitted but for 1/3.
     Constant64 shortEven[4] = {-0x1.99d9a03a0403ep-4, -0x1.fffffb94b8a57p-4, -0x1.5555555566ad6p-3,
                                -0x1.ffffffffffffcp-3};
     Constant64 shortOdd[4] = {0x1.c756a566ce20dp-4, 0x1.2492478d1d116p-3, 0x1.99999999a2b21p-3, 0x1.5555555555555p-2};
-    // 2^-57 to 2^-13
+    // ln(1 + x) = x + x^2 (t2 + t3 x + ...) below 2^-13, relative error 2^-69.2; -1/2 and 1/3, the others fitted.
     Constant64 t2 = -0.5;
     Constant64 t3 = 0x1.5555555555555p-2;
     Constant64 t4 = -0x1.0000003555556p-2;
@@ -87,7 +88,8 @@ constexpr Constants constants;
 struct ShortConstants {
     Constant64 one = 1.0;
     Constant64 ln2 = 0x1.62e42fefa39efp-1;
-    Constant64 c2 = -0x1.fffffffffe92ep-2;  // ln(1 + u) = u + u^2 (c2 + c3 u + ...)
+    // ln(1 + u) = u + u^2 (c2 + c3 u + ...) on -2^-9 <= u <= 2^-8, relative error 2^-47.2; fitted.
+    Constant64 c2 = -0x1.fffffffffe92ep-2;
     Constant64 c3 = 0x1.5555557a8002fp-2;
     Constant64 c4 = -0x1.000020233c053p-2;
     Constant64 c5 = 0x1.9845f04c94be3p-3;
