@@ -39,7 +39,7 @@ struct Constants32 {
 
     Constant32 one = 1.0F;
 
-    // (arctan t - t)/t^3 over t^2.
+    // (arctan t - t)/t^3 over t^2 on |t| <= 7/16, relative error of arctan 2^-28.0; fitted.
     Constant32 Q4 = -0x1.dc9c22p-5F;
     Constant32 Q3 = 0x1.adaf34p-4F;
     Constant32 Q2 = -0x1.236ba4p-3F;
@@ -83,7 +83,8 @@ struct Constants64 {
     atan::Limits limits;
     Constant64 one = 1.0;
 
-    // (arctan t - t)/t^3 over w = t^4: the terms with t^2 as a factor and those without.
+    // (arctan t - t)/t over w = t^4: D the terms with t^2 as a factor, E those with t^4; on |t| <= 7/16, relative error
+    // of arctan 2^-56.6; fitted.
     Constant64 D5 = -0x1.0a0140b247b6ep-6;
     Constant64 D4 = -0x1.9785816ac714dp-5;
     Constant64 D3 = -0x1.10d58403897ap-4;

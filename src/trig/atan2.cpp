@@ -75,6 +75,7 @@ inline Quotient quotient(Real64 nh, Real64 nl, Real64 dh, Real64 dl) {
 
 // T + T^3·P, the product in two parts.
 inline Parts arctangent(const Quotient& q, Real64 z) {
+    // (arctan t - t)/t^3 over t^2 on |t| <= 1/8, relative error of arctan 2^-61.7; fitted.
     constexpr Real64 c6 = -0x1.029bd34239994p-4, c5 = 0x1.3ab7c1048afd1p-4, c4 = -0x1.745be69cca475p-4,
                      c3 = 0x1.c71c6f9b157d3p-4, c2 = -0x1.2492492382a27p-3, c1 = 0x1.99999999991bbp-3,
                      c0 = -0x1.5555555555555p-2;
@@ -220,7 +221,8 @@ struct Constants64 {
 
     Constant64 one = 1.0;
 
-    // (arctan t - t)/t^3 over w = t^4: the terms with t^2 as a factor and those without.
+    // (arctan t - t)/t over w = t^4: H the terms with t^2 as a factor, G those with t^4; on |t| <= 7/16, relative error
+    // of arctan 2^-57.7; fitted.
     Constant64 G5 = 0x1.be4fbe6733718p-7;
     Constant64 G4 = 0x1.6ad5558fe19c9p-5;
     Constant64 G3 = 0x1.e12f1edf7c393p-5;
@@ -334,7 +336,8 @@ struct Constants32 {
     Constant64 two = 2.0;
     Pattern64 headOfReal64 = ~std::uint64_t{0x1FFFFFFF};  // the 24 bits that Real32 holds
 
-    // (arctan t - t)/t^3 over w = t^4.
+    // (arctan t - t)/t over w = t^4: Q the terms with t^2 as a factor, P those with t^4; on |t| <= 3/8, relative error
+    // of arctan 2^-26.5; fitted.
     Constant32 P1 = 0x1.5c2652p-4F;
     Constant32 P0 = 0x1.995476p-3F;
     Constant32 Q1 = -0x1.1e9c9cp-3F;

@@ -15,6 +15,7 @@ namespace okt::half_angle {
 // Real32
 
 struct Polynomial32 {
+    // (arcsin a - a)/a^3 in a^2 on a <= 1/2, relative error of arcsin 2^-27.2; fitted.
     Constant32 R4 = 0x1.5a67dap-5F;
     Constant32 R3 = 0x1.8b13b6p-6F;
     Constant32 R2 = 0x1.749846p-5F;
@@ -49,14 +50,16 @@ struct Constants64 {
     Constant64 four = 4.0;
     Pattern64 upperWord = 0xFFFFFFFF00000000;
 
-    // (1 + e)^(-1/2) - 1.
+    // (1 + e)^(-1/2) = 1 + r1 e + r2 e^2 + ... on |e| < 1/1365, twice the error of the approximation; relative error
+    // 2^-64.6; Taylor.
     Constant64 r5 = -0.24609375;
     Constant64 r4 = 0.2734375;
     Constant64 r3 = -0.3125;
     Constant64 r2 = 0.375;
     Constant64 r1 = -0.5;
 
-    // (arcsin a - a)/a over z = a^2, odd and even powers of z apart.
+    // (arcsin a - a)/a over z = a^2, odd and even powers of z apart, on a <= 1/2, relative error of arcsin 2^-58.4;
+    // fitted.
     Constant64 E6 = 0x1.0d60d1986aec6p-5;
     Constant64 E5 = 0x1.6825c16316f03p-6;
     Constant64 E4 = 0x1.622cb270118bp-7;

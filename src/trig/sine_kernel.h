@@ -40,6 +40,8 @@ struct Steps128 {
     static constexpr Real64 part3 = 0x1.3198a2e037073p-74;
 };
 
+// sin r = r (1 + s1 r^2 + ...), cos r = 1 + c1 r^2 + ...; Taylor. Relative errors 2^-65.1 and 2^-65.2 on |r| <= pi/64
+// with all terms, 2^-61.2 and 2^-58.0 on |r| <= pi/128 with three.
 struct Taylor {
     static constexpr Real64 s1 = -0x1.5555555555555p-3;   // -1/3!
     static constexpr Real64 s2 = 0x1.1111111111111p-7;    // 1/5!
