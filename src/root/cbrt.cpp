@@ -23,7 +23,7 @@ enum class Root { cbrt, invCbrt };
 // ---------------------------------------------------------------------------------------------------------------------
 // Real32.
 
-// Highest term first.
+// m^(1/3) and m^(-1/3) on [1, 2], relative errors 2^-25.2 and 2^-25.4; minimax. Highest term first.
 constexpr Real64 cbrtPolynomial[] = {
     0x1.a10607d4457d4p-10, -0x1.3ed90f77a7b1ep-6, 0x1.abd8e9d19e871p-4, -0x1.4b881fc1aeeb2p-2,
     0x1.4a3f9820694dcp-1,  -0x1.c7734539d8f25p-1, 0x1.0e47e0eae9fa1p+0, 0x1.b42648692af71p-2,
@@ -124,7 +124,8 @@ void root32(const Real32* src, Real32* dst, std::int32_t len, OktStatus& status)
 // ---------------------------------------------------------------------------------------------------------------------
 // Real64.
 
-// The series' terms of order 8 down to 1: binomial coefficients, the last few fitted.
+// ((1 + u)^(1/3) - 1)/u and ((1 + u)^(-1/3) - 1)/u on |u| <= 1/65, relative errors of the roots 2^-59.8 and 2^-57.6;
+// highest term first. The first is the Taylor series; so are the last two terms of the second, the others are fitted.
 constexpr Real64 cbrtSeries[] = {
     -0x1.036de5c9cc8e7p-6, 0x1.3750ad588f115p-6, -0x1.8090d6221a247p-6, 0x1.ee7113506ac12p-6,
     -0x1.511e8d2b3183bp-5, 0x1.f9add3c0ca458p-5, -0x1.c71c71c71c71cp-4, 0x1.5555555555555p-2,
