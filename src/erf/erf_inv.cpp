@@ -66,8 +66,10 @@ inline F64<N> horner(const Constant64 (&c)[terms], F64<N> x) {
 // Real32
 
 struct Constants32 {
+    // Constant terms first. erfinv x = x times a polynomial in x^2 below 1/8, relative error 2^-43.0; minimax.
     Constant64 small[5] = {0x1.c5bf891b4f2dap-1, 0x1.db29fb2537066p-3, 0x1.053c416c1708ep-3, 0x1.6266aa6eb3c65p-4,
                            0x1.12885a83a1f16p-4};
+    // x times a rational function of x^2 - 0.875^2 up to 7/8, relative error 2^-44.2; minimax.
     Constant64 middleNumerator[7] = {0x1.3d60b08df7cdcp+0,  -0x1.7c83385d06be7p+3, 0x1.427831e786ff2p+5,
                                      -0x1.d21f51f0be243p+5, 0x1.132f01e77675bp+5,  -0x1.a2a295cc269b1p+2,
                                      0x1.6fd9bb64dd69dp-3};
@@ -78,6 +80,7 @@ struct Constants32 {
                                        0x1.8d186d5bbfb91p+5,
                                        -0x1.b9410b0b3c252p+3,
                                        0x1.d28ef24d12a8cp-1};
+    // y times one of y down to 1 - |x| = 2^-24, relative error 2^-41.0; minimax.
     Constant64 tailNumerator[6] = {-0x1.3ff6116f23fa7p-6, 0x1.04a7504e650abp+0, 0x1.fb23f3ce2dc7ep+0,
                                    0x1.dfc9a0e53781ap+1,  0x1.15873eacbc322p+1, 0x1.dfe203ac61f29p-3};
     Constant64 tailDenominator[6] = {1.0,
@@ -86,6 +89,7 @@ struct Constants32 {
                                      0x1.0cc0f8d613288p+2,
                                      0x1.162515639d37p+1,
                                      0x1.dfc0f31098188p-3};
+    // -ln(1 - z) = z + z^2 (1/2 + ...) on |z| <= 1/33, relative error 2^-37.7; minimax but for 1/2.
     Constant64 log[5] = {0.5, 0x1.555551dbfc1ddp-2, 0x1.fffff815eef03p-3, 0x1.99f951aac2647p-3, 0x1.55b1e471daaddp-3};
     Constant64 minusLn2 = -0x1.62e42fefa39efp-1;
     Constant64 one = 1.0;
@@ -298,7 +302,7 @@ struct Constants64 {
     Constant64 sixteen = 16.0;
     Constant64 sixteenth = 0.0625;
     // The series in s = x^2: three short coefficients, the rest of the first, and the coefficients from s on, of which
-    // the first two are rests.
+    // the first two are rests. erfinv x below 1/8, relative error 2^-74.5; fitted.
     Constant64 seriesA = slopeShort;
     Constant64 seriesLow = slopeRest;
     Constant64 seriesB = 0x1.db2ap-3;
@@ -306,6 +310,7 @@ struct Constants64 {
     Constant64 seriesRest[8] = {-0x1.340468702cad5p-25, 0x1.6055c8e68c6bbp-22, 0x1.62847c47db0ecp-4,
                                 0x1.0a13189fc0194p-4,   0x1.a7c857c26535cp-5,  0x1.5eed224d0de5dp-5,
                                 0x1.2a3b8effe372bp-5,   0x1.1453877604fe5p-5};
+    // -ln(1 - z) = z + z^2 (1/2 + ...) on -0.0028 < z < 0.0029, relative error 2^-55.2; fitted but for 1/2.
     Constant64 log[5] = {0.5, 0x1.555555554d0dfp-2, 0x1.ffffffffe169dp-3, 0x1.999a24cdb6abcp-3, 0x1.5555f7bd1fcd4p-3};
     Constant64 minusLn2Hi = -0x1.62e42feep-1;  // short, so that its product with an exponent is exact
     Constant64 minusLn2Lo = -0x1.a39ef35793c76p-33;
