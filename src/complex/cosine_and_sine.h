@@ -39,6 +39,8 @@ struct Constants {
     Constant64 step1 = 0x1.921fb544p-4;         // pi/32 in three parts; n times the first two is exact
     Constant64 step2 = 0x1.0b4611a6p-38;
     Constant64 step3 = 0x1.3198a2e037073p-73;
+    // sin r = r (1 + s1 r^2 + ...), cos r = 1 + c1 r^2 + ... on |r| <= pi/64; Taylor. Relative errors 2^-65.1 and
+    // 2^-65.2 with four terms, 2^-53.2 and 2^-50.0 with three.
     Constant64 s1 = -0x1.5555555555555p-3;   // -1/3!
     Constant64 s2 = 0x1.1111111111111p-7;    // 1/5!
     Constant64 s3 = -0x1.a01a01a01a01ap-13;  // -1/7!

@@ -90,10 +90,11 @@ struct ConstantsA11 : RangeConstants {
     Constant32 two32 = 2.0F;
     Constant32 ln2 = 0x1.62e43p-1F;
 
-    // ln(1 + u) over [-0.29, 0.42), and over [-0.03, 0.03].
+    // ln(1 + u)/u on 1/sqrt 2 <= 1 + u < sqrt 2, relative error 2^-14.0; minimax on an interval wider by 0.01 at each
+    // end.
     Constant32 c1 = 0x1.6c478p-3F, c2 = -0x1.172256p-2F, c3 = 0x1.589e54p-2F, c4 = -0x1.ff59fp-2F, c5 = 0x1.fffb06p-1F;
 
-    // (arctan t)/t over t^2, its even and odd terms.
+    // (arctan t)/t over t^2, its even and odd terms, on |t| <= 1, relative error 2^-12.1; minimax on |t| <= 1.01.
     Constant32 e1 = -0x1.64904p-5F, e0 = -0x1.4d5146p-2F, o1 = 0x1.3c9036p-3F, o0 = 0x1.ffe28ap-1F;
 
     Constant32 halfPi = 0x1.921fb6p+0F;
@@ -115,6 +116,7 @@ inline F32<N> lnFarA11(const ConstantsA11& k, F64<N> s) {
 
 template <int N>
 [[gnu::noinline, gnu::cold]] F32<N> lnMixedA11(const Squares<N>& s, Mask64<N> far, F32<N> farResult) {
+    // ln(1 + w)/w on |w| <= 0.03, relative error 2^-12.6; minimax.
     constexpr Real32 n1 = 0x1.0009dap+0F, n2 = -0x1.0013b6p-1F;
     const F32<N> w = narrow(s.distance(far));
     const F32<N> near = (F32<N>(n2) * w + F32<N>(n1)) * w;
@@ -196,9 +198,11 @@ inline Terms<N> lnTerms32(const TableConstants& k, F64<N> s) {
 // Complex32, A21: MXCSR is the caller's.
 
 struct ConstantsA21 : TableConstants {
+    // ln(1 + r) = r + r^2 (-1/2 + p3 r + p2 r^2 + p5 r^3 + p4 r^4) on |r| <= 2^-9, relative error 2^-46.1. Decimal
+    // numbers of eight digits next to 1/5, -1/6, 1/3 and -1/4.
     Constant64 p5 = 0x1.999a252fba57dp-3, p4 = -0x1.5555e15dfe62fp-3, p3 = 0x1.5555551c112dap-2, p2 = -0.25;
 
-    // (arctan t)/t = 1 + z·even + y·odd over y = t^4, z = t^2.
+    // (arctan t)/t = 1 + z·even + y·odd over y = t^4, z = t^2 on |t| <= 1, relative error 2^-24.4; fitted.
     Constant32 e3 = -0x1.06728p-6F, e2 = -0x1.3321dap-4F, e1 = -0x1.22e0ep-3F, e0 = -0x1.5554a4p-2F;
     Constant32 o3 = 0x1.73c95cp-9F, o2 = 0x1.5d1b78p-5F, o1 = 0x1.b3bf5ep-4F, o0 = 0x1.99728cp-3F;
 
@@ -221,6 +225,7 @@ inline F64<N> lnFarA21(const ConstantsA21& k, F64<N> s) {
 
 template <int N>
 [[gnu::noinline, gnu::cold]] F64<N> lnMixedA21(const Squares<N>& s, Mask64<N> far, F64<N> farResult) {
+    // ln(1 + w)/w on |w| <= 0.03, relative error 2^-25.5; minimax.
     constexpr Real64 n1 = 0x1.ffffff513801bp-1, n2 = -0x1.fffffd7f0886ap-2, n3 = 0x1.5584a45eeef6fp-2,
                      n4 = -0x1.002f5040e29d7p-2;
     const F64<N> w = s.distance(far);
@@ -325,8 +330,9 @@ struct Coefficients {
 // Complex32, A24
 
 struct ConstantsA24 : DirectionConstants {
+    // ln(1 + r) on |r| <= 2^-9, relative error 2^-38.3; Taylor.
     Constant64 quarter = 0.25;
-    Constant64 third = 1.0 / 3.0;
+    Constant64 third = 0x1.5555555555555p-2;
     Coefficients<std::size(tables::Arctangent32)> arctangent{tables::Arctangent32};
 };
 constexpr ConstantsA24 constantsA24;
@@ -395,6 +401,7 @@ struct Constants64 : DirectionConstants {
     Pattern64 twiceBias = 0x7FE0000000000000;
     Pattern64 tinyQuotient = 0x3BF0000000000000;  // 2^-64
     Pattern64 cubeBits = 0xFFFFFFC000000000;
+    // ln(1 + r) = r + r^2 (b2 + b3 r + ...) on |r| <= 2^-10, relative error 2^-56.5; minimax.
     Constant64 b2 = -0x1.ffffffffffca9p-2;
     Constant64 b3 = 0x1.555555555512ap-2;
     Constant64 b4 = -0x1.00000d588d052p-2;

@@ -38,7 +38,7 @@ struct Constants {
     Pattern64 exponent = 0x3FF0000000000000;
     Pattern64 seedBias = 0x57F0000000000000;
 
-    // (1 + d)^(-1/2) = 1 + d·(c0 + c1·d), the coefficients fitted to the seed's error.
+    // (1 + d)^(-1/2) = 1 + d·(c0 + c1·d) on |d| < 1/1365, twice the seed's error, relative error 2^-29.1; fitted.
     Constant64 one = 1.0;
     Constant64 half = 0.5;
     Constant64 c0 = -0x1.000050002fb02p-1;
