@@ -16,7 +16,7 @@ struct ExpConstants {
     static constexpr Real64 invLn2x256 = 0x1.71547652b82fep+8;
     static constexpr Real64 ln2Over256Hi = 0x1.62e42ffp-9;  // 29 bits: its products with n are exact
     static constexpr Real64 ln2Over256Lo = -0x1.718432a1b0e26p-43;
-    // (e^r - 1 - r)/r^2, |r| <= ln 2/512.
+    // (e^r - 1 - r)/r^2, |r| <= ln 2/512, relative error of e^r 2^-75.9; 1/2, the others fitted.
     static constexpr Real64 c2 = 0.5, c3 = 0x1.5555555555405p-3, c4 = 0x1.555555555541dp-5, c5 = 0x1.111116887cd7cp-7,
                             c6 = 0x1.6c16c87372663p-10;
 };
@@ -60,7 +60,7 @@ OKT_INLINE inline Real80 scaleWide(Real80 v, int k) {
     return v * powerOfTwo80(half) * powerOfTwo80(k - half);
 }
 
-// Inverse factorials of the short series.
+// (e^x - 1 - x)/x^2; Taylor. Relative errors of e^x 2^-70.7 below 2^-5 and 2^-75.4 below 2^-11.
 inline constexpr Real64 expSeries9[8] = {0.5,
                                          0x1.5555555555555p-3,
                                          0x1.5555555555555p-5,

@@ -84,6 +84,7 @@ inline Real80 atanh(Real80 x) {
             return x + x * z * poly(z, tables::AtanhWide, tables::Atanh);
         }
         if (exponent >= 0x3FED) {
+            // ((atanh x - x)/x^3 - 1/3)/x^2 below 2^-7, relative error of atanh 2^-84.4; Taylor.
             static constexpr Real64 series[4] = {0x1.999999999999ap-3, 0x1.2492492492492p-3, 0x1.c71c71c71c71cp-4,
                                                  0x1.745d1745d1746p-4};
             return x + x * z * (poly(z, series) * z + tables::AtanhWide[0]);

@@ -12,7 +12,8 @@
 
 namespace okt::extended {
 
-// What the small tiers need of the series.
+// (sin x - x)/x^3 and (cos x - 1)/x^2 in x^2 below 2^-5, relative errors of sine and cosine 2^-75.5 and 2^-71.8;
+// Taylor.
 inline constexpr Real80 minusSixth = -0xAAAAAAAAAAAAAAABp-66L;
 inline constexpr Real64 sineSeries[3] = {0x1.1111111111111p-7, -0x1.a01a01a01a01ap-13, 0x1.71de3a556c734p-19};
 inline constexpr Real64 cosineSeries[4] = {-0.5, 0x1.5555555555555p-5, -0x1.6c16c16c16c17p-10, 0x1.a01a01a01a01ap-16};
