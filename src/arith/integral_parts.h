@@ -56,6 +56,12 @@ struct Parts {
     U truncated() const { return bits & (U(0) - low); }
 };
 
+// Below 1 the result is a one or a zero of the element's sign.
+template <class V>
+auto oneWhere(typename Parts<V>::M m) {
+    return zeroUnless(m, typename Parts<V>::U(asBits(typename V::Element{1})));
+}
+
 // The big elements' results, 0 elsewhere: on Real32 the pattern untouched, on Real64 times 1.0, which quiets a NaN.
 template <int N>
 inline U32<N> unchanged(const Parts<F32<N>>& x) {

@@ -4,7 +4,7 @@
 // Complex32 has three routines:
 //   A11  s in Real64, the rest in Real32: a polynomial over [sqrt(1/2), sqrt(2)), and the arctangent of the quotient of
 //        the smaller and the larger part, which comes from the processor's approximate reciprocal and one Newton step.
-//   A21  ln s by a table of short reciprocals in Real64 (see explog/log.cpp), the angle in Real32 from a true quotient.
+//   A21  ln s by a table of short reciprocals in Real64 (see explog/ln.cpp), the angle in Real32 from a true quotient.
 //   A24  everything in Real64. The angle is K + arctan((p·B - q·A)/(p·A + q·B)), A = |a|, B = |b|, with K the angle of
 //        (p, q), one of five directions, and pi - K - arctan(...) for a < 0.
 // Complex64 has one: as A24 with a finer table; s, its distance from 1, the
