@@ -799,13 +799,14 @@ alignas(64) inline constexpr Real64 ArgumentTable[40] = {
     0x0.0p+0, 0x1.0000000000000p+0, 0x0.0p+0, 0x0.0p+0, 0x1.921fb54442d18p+0, 0x1.1a62633145c07p-54, 0x1.921fb54442d18p+0, 0x1.1a62633145c07p-54,
 };
 
-// atan t = t + t^3*P(t^2), |t| <= 7/16, within 4.8e-11 of t. Constant first.
+// atan t = t + t^3*P(t^2), |t| <= 7/16, within 4.8e-11 of t, relative error 2^-34.2.
+// Constant first.
 alignas(64) inline constexpr Real64 Arctangent32[6] = {
     -0x1.5555544768234p-2, 0x1.9998c18c32116p-3, -0x1.24753f5236556p-3,
     0x1.c379885711b3fp-4, -0x1.56276b1ea9316p-4, 0x1.702d3234af08ep-5,
 };
 
-// The same within 1.7e-19.
+// The same within 1.7e-19, relative error 2^-62.2.
 alignas(64) inline constexpr Real64 Arctangent64[12] = {
     -0x1.5555555555552p-2, 0x1.999999999902bp-3, -0x1.2492492447d04p-3,
     0x1.c71c71a23873ep-4, -0x1.745d11e8e0f77p-4, 0x1.3b1331cf90bb8p-4,

@@ -12,7 +12,7 @@ namespace okt::tables {
 
 // Row i stands at entry 6 (i + 1): a row of zeros, for lanes that are redone, then 424 rows, each c0 to c4
 // of a polynomial in t = w - (w cut to three fraction bits) for erfinv(1 - w)/(1 - w), and a zero. Row i serves
-// the w whose top 15 bits are 8183 - i.
+// the w whose top 15 bits are 8183 - i. Minimax, relative error below 2.5e-9.
 alignas(64) inline constexpr Real64 erfInvPieces[2550] = {
     0x0.0p+0, 0x0.0p+0, 0x0.0p+0, 0x0.0p+0, 0x0.0p+0, 0x0.0p+0,
     0x1.c6369515587a6p-1, -0x1.dd366eb1d1c4bp-6, 0x1.e152064f9c69cp-3, -0x1.07520c5b5dadap-5, 0x1.0838eea8bd500p-3, 0x0.0p+0,
@@ -443,6 +443,7 @@ alignas(64) inline constexpr Real64 erfInvPieces[2550] = {
 
 // 32 rows of 16, row k for s = -3k/128 + v, -3/128 < v <= 0: the low part of c0, the rests of c1 and c2, c3
 // to c12, then the high part of c0 with 26 bits and the high parts of c1 and c2 with 25 bits.
+// Minimax, relative error below 1e-19.
 alignas(64) inline constexpr Real64 erfInvMiddle[512] = {
     0x1.befbd8d7a6c57p-29, 0x1.609589b28f97bp-30, 0x1.31eecb5316b29p-27, 0x1.9a0852411d92dp+2,
     0x1.41881c955c713p+4, 0x1.0dbced8261973p+6, 0x1.d8a7524ce4949p+7, 0x1.aaced42a36d1ap+9,
@@ -576,7 +577,7 @@ alignas(64) inline constexpr Real64 erfInvMiddle[512] = {
 
 // 10 rows of 18, row k = 2 to 11 standing at entry 18 (k - 2), for 1/y = k/16 + t, 0 <= t < 1/16: the low
 // part of c0, the rests of c1 and c2, c3 to c14, then the high part of c0 with 26 bits and the high parts of c1
-// and c2 with 25 bits.
+// and c2 with 25 bits. Minimax, relative error below 1e-19.
 alignas(64) inline constexpr Real64 erfInvTail[180] = {
     -0x1.f00da25ac2601p-29, -0x1.3b4cee0cb9fadp-28, 0x1.7e3e72dbe2066p-30, 0x1.465cfb646474cp+0, -0x1.50fe0df11d709p+1, 0x1.0d8f5195ad4f3p+3,
     -0x1.1282887597e80p+5, 0x1.3a90aa8e2343ep+7, -0x1.88098a331542bp+9, 0x1.02b881a203bf4p+12, -0x1.5c042b3f63855p+14, 0x1.bd614167cc741p+16,

@@ -11,7 +11,7 @@
 namespace okt::tables {
 
 // 22 rows of 8, row j from |x| with the bits 0x3DE00000 + j * 0x200000 on, row 0 from 0: c0 to c6 of a
-// polynomial in |x|, and a zero. Row 21, from 4 on, is 1.
+// polynomial in |x|, and a zero. Minimax, relative error below 8e-10. Row 21, from 4 on, is 1.
 alignas(64) inline constexpr Real64 erfRows32[176] = {
     0x0.0p+0, 0x1.20dd75045feadp+0, -0x1.e800f1b33b300p-26, -0x1.812694ae613c6p-2,
     -0x1.7c198ef342e81p-14, 0x1.d3ebd3a83bf4ep-4, -0x1.47870f0679227p-7, 0x0.0p+0,
@@ -61,6 +61,7 @@ alignas(64) inline constexpr Real64 erfRows32[176] = {
 
 // 46 rows of 16, row j from |x| with the high word 0x3FBE0000 + j * 0x20000 on, row 0 from 0: the low part
 // of c1, c1 to c11 of a polynomial in t = |x| + shift, the shift, and three zeros. Row 45, from 6 on, is 1.
+// Minimax but for the rounding of the coefficients, relative error below 4e-17.
 alignas(64) inline constexpr Real64 erfRows64[736] = {
     0x0.0p+0, 0x0.0p+0, 0x1.20dd750429b6dp+0, 0x0.0p+0,
     -0x1.812746b036902p-2, -0x1.48a5c76d16d4fp-35, 0x1.ce2f22424808ep-4, -0x1.53385d51d6287p-24,
@@ -250,6 +251,7 @@ alignas(64) inline constexpr Real64 erfRows64[736] = {
 
 // 23 rows of 8, row j from |x| with the bits 0x3E600000 + j * 0x200000 on, row 0 from 0: c0 to c6 of a
 // polynomial in z = |x| - centre for erfc(|x|) exp(x^2), and the centre. Row 22 ends at 10.0542.
+// Minimax, relative error below 3e-9.
 alignas(64) inline constexpr Real64 erfcRows32[184] = {
     0x1.fffffffc15362p-1, -0x1.20dd7212a1874p+0, 0x1.fffe8a4dc35a1p-1, -0x1.81042f116a0d1p-1,
     0x1.fcd2b48b4b499p-2, -0x1.20d71eeb52317p-2, 0x1.b7c5b7f640f85p-4, 0x0.0p+0,
@@ -301,7 +303,8 @@ alignas(64) inline constexpr Real64 erfcRows32[184] = {
 
 // 28 rows of 16, row j from |x| with the high word 0x3FCC0000 + j * 0x40000 on, row 0 from 0: the value at
 // the centre as low and high part, the slope as low and high part, then the coefficients of z^2 to z^13
-// of a polynomial in z = |x| - centre for erfc(|x|) exp(x^2). Row 27 ends at 27.2261.
+// of a polynomial in z = |x| - centre for erfc(|x|) exp(x^2). Row 27 ends at 27.2261. Minimax,
+// relative error below 5e-18.
 alignas(64) inline constexpr Real64 erfcRows64[448] = {
     -0x1.6c97b645a5994p-62, 0x1.0000000000000p+0, -0x1.b6ce250cb3db3p-61, -0x1.20dd750429b6dp+0,
     0x1.ffffffffffff4p-1, -0x1.812746b037544p-1, 0x1.ffffffffe130dp-2, -0x1.341f6bbc55326p-2,

@@ -11,6 +11,7 @@
 namespace okt::tables {
 
 // asin x = x + x^3*P(x^2), |x| <= 1/2.
+// Interpolated at the Chebyshev points, relative error 2^-69.3.
 // The first coefficients as (hi, lo).
 alignas(64) inline constexpr Real64 AsinWide[8] = {
     0x1.5555555555555p-3, 0x1.5555336758e5ap-57,

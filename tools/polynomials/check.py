@@ -44,7 +44,7 @@ def _polynomial(coefficients, x):
 
 
 FUNCTIONS = {name: getattr(mpmath, name) for name in
-             "exp expm1 log log1p log10 sin cos tan asin atan sinh asinh acosh atanh sqrt cbrt erf erfc erfinv".split()}
+             "exp expm1 log log1p log10 sin cos tan asin atan sinh cosh tanh asinh acosh atanh sqrt cbrt erf erfc erfinv".split()}
 FUNCTIONS |= {
     "pi": mpmath.pi,
     "log2": lambda x: mpmath.log(x) / mpmath.log(2),
@@ -53,6 +53,7 @@ FUNCTIONS |= {
     "horner": lambda c, x: _polynomial(c[::-1], x),
     "pairs": lambda c: [head + rest for head, rest in zip(c[0::2], c[1::2])],
     "real64": tablegen.real64,
+    "real80": tablegen.real80,
     "_number": mpf,
 }
 
@@ -137,7 +138,7 @@ class Block:
         if self.entry["bound"] not in self._comment():
             yield f"the comment at the coefficients does not say {self.entry['bound']}"
         made = self.entry["made"]
-        if made not in ("taylor", "minimax", "fitted"):
+        if made not in ("taylor", "minimax", "fitted", "table"):
             yield f"made is {made}"
         if made == "taylor" and not self.entry.get("taylor"):
             yield "the terms of the Taylor series are not given"

@@ -148,7 +148,7 @@ emit(
             flat(erf_inv_pieces()),
             "Row i stands at entry 6 (i + 1): a row of zeros, for lanes that are redone, then 424 rows, each c0 to c4\n"
             "of a polynomial in t = w - (w cut to three fraction bits) for erfinv(1 - w)/(1 - w), and a zero. Row i serves\n"
-            "the w whose top 15 bits are 8183 - i.",
+            "the w whose top 15 bits are 8183 - i. Minimax, relative error below 2.5e-9.",
             PIECE_STRIDE,
         ),
         Table(
@@ -156,7 +156,8 @@ emit(
             "Real64",
             flat(erf_inv_middle()),
             "32 rows of 16, row k for s = -3k/128 + v, -3/128 < v <= 0: the low part of c0, the rests of c1 and c2, c3\n"
-            "to c12, then the high part of c0 with 26 bits and the high parts of c1 and c2 with 25 bits.",
+            "to c12, then the high part of c0 with 26 bits and the high parts of c1 and c2 with 25 bits.\n"
+            "Minimax, relative error below 1e-19.",
         ),
         Table(
             "erfInvTail",
@@ -164,7 +165,7 @@ emit(
             flat(erf_inv_tail()),
             "10 rows of 18, row k = 2 to 11 standing at entry 18 (k - 2), for 1/y = k/16 + t, 0 <= t < 1/16: the low\n"
             "part of c0, the rests of c1 and c2, c3 to c14, then the high part of c0 with 26 bits and the high parts of c1\n"
-            "and c2 with 25 bits.",
+            "and c2 with 25 bits. Minimax, relative error below 1e-19.",
             6,
         ),
         Table(

@@ -46,11 +46,12 @@ def erf_rows32():
     for j in range(21):
         if j == 0:
             # erf(x)/x, so that a zero stays a zero and small results keep their relative accuracy
-            coefficients, _ = fitted(lambda x: gmpy2.erf(x) / x, range(6), mpfr(0), bounds[1] * mpfr("1.001"), mpfr(0))
+            end = bounds[1] * mpfr("1.001")
+            coefficients, error = fitted(lambda x: gmpy2.erf(x) / x, range(6), mpfr(0), end, mpfr(0))
             coefficients = [mpf(0)] + coefficients
         else:
             coefficients, error = fitted(gmpy2.erf, range(7), bounds[j] - OVERLAP, bounds[j + 1] + OVERLAP, mpfr(0))
-            assert error < mpf("8e-10"), (j, error)
+        assert error < mpf("8e-10"), (j, error)
         rows.append([real64(c) for c in coefficients] + [mpf(0)])
     rows.append([mpf(1)] + [mpf(0)] * 7)
     assert bounds[21] == 4
@@ -157,21 +158,23 @@ emit(
             "Real64",
             flat(erf_rows32()),
             "22 rows of 8, row j from |x| with the bits 0x3DE00000 + j * 0x200000 on, row 0 from 0: c0 to c6 of a\n"
-            "polynomial in |x|, and a zero. Row 21, from 4 on, is 1.",
+            "polynomial in |x|, and a zero. Minimax, relative error below 8e-10. Row 21, from 4 on, is 1.",
         ),
         Table(
             "erfRows64",
             "Real64",
             flat(erf_rows64()),
             "46 rows of 16, row j from |x| with the high word 0x3FBE0000 + j * 0x20000 on, row 0 from 0: the low part\n"
-            "of c1, c1 to c11 of a polynomial in t = |x| + shift, the shift, and three zeros. Row 45, from 6 on, is 1.",
+            "of c1, c1 to c11 of a polynomial in t = |x| + shift, the shift, and three zeros. Row 45, from 6 on, is 1.\n"
+            "Minimax but for the rounding of the coefficients, relative error below 4e-17.",
         ),
         Table(
             "erfcRows32",
             "Real64",
             flat(erfc_rows32()),
             "23 rows of 8, row j from |x| with the bits 0x3E600000 + j * 0x200000 on, row 0 from 0: c0 to c6 of a\n"
-            "polynomial in z = |x| - centre for erfc(|x|) exp(x^2), and the centre. Row 22 ends at 10.0542.",
+            "polynomial in z = |x| - centre for erfc(|x|) exp(x^2), and the centre. Row 22 ends at 10.0542.\n"
+            "Minimax, relative error below 3e-9.",
         ),
         Table(
             "erfcRows64",
@@ -179,7 +182,8 @@ emit(
             flat(erfc64),
             "28 rows of 16, row j from |x| with the high word 0x3FCC0000 + j * 0x40000 on, row 0 from 0: the value at\n"
             "the centre as low and high part, the slope as low and high part, then the coefficients of z^2 to z^13\n"
-            "of a polynomial in z = |x| - centre for erfc(|x|) exp(x^2). Row 27 ends at 27.2261.",
+            "of a polynomial in z = |x| - centre for erfc(|x|) exp(x^2). Row 27 ends at 27.2261. Minimax,\n"
+            "relative error below 5e-18.",
         ),
         Table("erfcCentres64", "Real64", centres64, "The centres of the rows of erfcRows64, each before a zero.", 8),
         Table(

@@ -233,7 +233,8 @@ emit(
             "Real64",
             sum(rows32, []),
             "27 rows of eight: the coefficients c0 to c6 of tanh in |x|, and a zero.\n"
-            "Row 0 holds up to 0.125, rows 1 to 25 a quarter of a binade each up to 10, row 26 is 1.",
+            "Row 0 holds up to 0.125, rows 1 to 25 a quarter of a binade each up to 10, row 26 is 1.\n"
+            "Minimax, relative error below 2^-30.",
             8,
         ),
         Table(
@@ -242,7 +243,7 @@ emit(
             sum(rows64, []),
             "60 rows of sixteen: tail and head of tanh at the centre, ten coefficients in d = |x| - centre from the\n"
             "first power up, minus the centre, 1, and two zeros. Row 0 holds up to 0.125, rows 1 to 58 an eighth of a\n"
-            "binade each up to 20, row 59 is 1.",
+            "binade each up to 20, row 59 is 1. Minimax, relative error below 2^-58, in row 0 2^-54.9.",
             8,
         ),
         Table(
