@@ -54,7 +54,7 @@ TEST_P(ControlStateOf, RaisesFlagsOfTheX87UnitInExtendedPrecisionAloneAndClearsN
     const bool extended = f.frame == Frame::x87_64 || f.frame == Frame::doubleGuard;
     const ScopedControlState scope({defaultMxcsr, 0x037F});
     std::uint16_t raised = 0;
-    for (const std::uint64_t seed : {310, 311, 312, 313}) {
+    for (const std::uint64_t seed : {310U, 311U, 312U, 313U}) {
         const Sources sources = mixedSources(f, 67, seed);
         setX87Flags(0);
         call(f, sources, 67);
