@@ -112,10 +112,12 @@ TEST_P(EveryExport, GivesTheSameBitsAtEveryAlignmentAndLengthAndTouchesNothingEl
     const Export& f = *GetParam();
     Arrays arrays(f, longest);
     for (std::int32_t len = 1; len <= longest; ++len) {
+        const auto atEnd = [](PlacedArray& a, std::size_t bytes, int) { return a.atEnd(bytes); };
+        const Sources calm = unitSources(f, len, static_cast<std::uint64_t>(len));  // whole blocks on the main path
+        ASSERT_TRUE(arrays.check(calm, len, call(f, calm, len), atEnd));
         const Sources sources = mixedSources(f, len, static_cast<std::uint64_t>(len));
         const Outcome expected = call(f, sources, len);
-        ASSERT_TRUE(arrays.check(sources, len, expected,
-                                 [](PlacedArray& a, std::size_t bytes, int) { return a.atEnd(bytes); }));
+        ASSERT_TRUE(arrays.check(sources, len, expected, atEnd));
         ASSERT_TRUE(arrays.check(sources, len, expected, [](PlacedArray& a, std::size_t, int) { return a.atBegin(); }));
         for (std::size_t alignment = 0; alignment < 16; ++alignment) {
             ASSERT_TRUE(arrays.check(sources, len, expected, [=](PlacedArray& a, std::size_t, int index) {
@@ -150,19 +152,25 @@ INSTANTIATE_TEST_SUITE_P(Catalogue, InPlaceExport, testing::ValuesIn(inPlaceExpo
 
 TEST_P(InPlaceExport, GivesWhatSeparateArraysGive) {
     const Export& f = *GetParam();
-    for (std::int32_t len = 1; len <= longest; ++len) {
-        const Sources sources = mixedSources(f, len, 100 + static_cast<std::uint64_t>(len));
+    const auto check = [&](const Sources& sources, std::int32_t len) {
         const Outcome expected = call(f, sources, len);
-        for (int which = 0; which < (f.form == Form::B ? 2 : 1); ++which) {
+        // The second source or the second destination takes part as the first one does.
+        for (const bool second : {false, f.form == Form::B || f.form == Form::D}) {
             Sources changed = sources;
-            Bytes& array = which == 0 ? changed.src1 : changed.src2;
-            Outcome actual{0, {}, Bytes(expected.dst2.size())};
-            actual.status = f.call({changed.src1.data(), changed.src2.data(), changed.scalar.data(), array.data(),
-                                    actual.dst2.data(), len});
-            actual.dst1 = array;
-            ASSERT_TRUE(sameOutcome(f, sources, expected, actual))
-                << "destination is source " << which + 1 << ", length " << len;
+            Outcome actual{0, Bytes(expected.dst1.size()), Bytes(expected.dst2.size())};
+            Bytes& source = second && f.form == Form::B ? changed.src2 : changed.src1;
+            Bytes& destination = second && f.form == Form::D ? actual.dst2 : actual.dst1;
+            const auto placeOf = [&](Bytes& array) { return &array == &destination ? source.data() : array.data(); };
+            actual.status = f.call({changed.src1.data(), changed.src2.data(), changed.scalar.data(),
+                                    placeOf(actual.dst1), placeOf(actual.dst2), len});
+            destination = source;
+            ASSERT_TRUE(sameOutcome(f, sources, expected, actual)) << "length " << len << (second ? ", second" : "");
         }
+    };
+    for (std::int32_t len = 1; len <= 4 * longest; len += len < longest ? 1 : 7) {
+        const auto seed = 100 + static_cast<std::uint64_t>(len);
+        for (const auto& sourcesOf : {mixedSources, mixtureSources, specialSources, unitSources})
+            check(sourcesOf(f, len, seed), len);
     }
 }
 

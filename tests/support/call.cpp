@@ -1,5 +1,8 @@
 #include "support/call.h"
 
+#include "support/mixtures.h"
+
+#include <algorithm>
 #include <cstdio>
 #include <ostream>
 
@@ -13,12 +16,18 @@ Bytes toBytes(const std::vector<T>& values) {
     return bytes;
 }
 
-template <class Fill>
-Sources makeSources(const Export& f, std::int32_t len, std::uint64_t seed, const Fill& fill) {
+// `value(T{}, random)` makes one part.
+template <class Value>
+Sources makeSources(const Export& f, std::int32_t len, std::uint64_t seed, const Value& value) {
     const std::size_t parts = static_cast<std::size_t>(len) * (isComplex(f.source) ? 2 : 1);
+    const auto filled = [&]<class T>(T part, std::size_t count, std::uint64_t s) {
+        Random random(s);
+        std::vector<T> values(count);
+        for (T& x : values) storeBits(&x, asBits(value(part, random)));
+        return toBytes(values);
+    };
     const auto array = [&](std::size_t count, std::uint64_t s) {
-        return partOf(f.source) == ElementType::Real32 ? toBytes(fill(Real32{}, count, s))
-                                                       : toBytes(fill(Real64{}, count, s));
+        return partOf(f.source) == ElementType::Real32 ? filled(Real32{}, count, s) : filled(Real64{}, count, s);
     };
     Sources sources{array(parts, seed), {}, {}};
     if (f.form == Form::B) sources.src2 = array(parts, seed + 0x1000);
@@ -29,18 +38,47 @@ Sources makeSources(const Export& f, std::int32_t len, std::uint64_t seed, const
 }  // namespace
 
 Sources mixedSources(const Export& f, std::int32_t len, std::uint64_t seed) {
-    return makeSources(f, len, seed, [](auto type, std::size_t count, std::uint64_t s) {
-        return mixedValues<decltype(type)>(count, s);
-    });
+    return makeSources(f, len, seed, []<class T>(T, Random& random) { return mixedValue<T>(random); });
 }
 
 Sources ordinarySources(const Export& f, std::int32_t len, std::uint64_t seed) {
-    return makeSources(f, len, seed, [](auto type, std::size_t count, std::uint64_t s) {
-        Random random(s);
-        std::vector<decltype(type)> values(count);
-        for (auto& value : values) value = ofMagnitude<decltype(type)>(random, -4, 4);
-        return values;
+    return makeSources(f, len, seed, []<class T>(T, Random& random) { return ofMagnitude<T>(random, -4, 4); });
+}
+
+Sources mixtureSources(const Export& f, std::int32_t len, std::uint64_t seed) {
+    Random random(seed);
+    const auto array = [&](std::size_t elements) {
+        Bytes bytes(elements * sizeOf(f.source));
+        fillElements(random, f.source, bytes.data(), elements);
+        return bytes;
+    };
+    const auto count = static_cast<std::size_t>(len);
+    Sources sources{array(count), {}, {}};
+    if (f.form == Form::B) sources.src2 = array(count);
+    if (f.form == Form::S) sources.scalar = array(1);
+    return sources;
+}
+
+Sources specialSources(const Export& f, std::int32_t len, std::uint64_t seed) {
+    return makeSources(f, len, seed, []<class T>(T, Random& random) {
+        const std::vector<T>& values = specialValues<T>();
+        return values[random.below(values.size())];
     });
+}
+
+Sources uniformSources(const Export& f, std::int32_t len, std::uint64_t seed, double low, double high) {
+    return makeSources(f, len, seed,
+                       [=]<class T>(T, Random& random) { return static_cast<T>(random.between(low, high)); });
+}
+
+Warnings warningOf(OktStatus status) {
+    switch (status) {
+        case oktStatusOverflow: return warnsOverflow;
+        case oktStatusUnderflow: return warnsUnderflow;
+        case oktStatusSingularity: return warnsSingularity;
+        case oktStatusDomain: return warnsDomain;
+        default: return warnsNothing;
+    }
 }
 
 Outcome call(const Export& f, const Sources& sources, std::int32_t len) {
@@ -94,6 +132,13 @@ std::vector<const Export*> builtExports() {
     std::vector<const Export*> all;
     for (const Export& function : exports()) all.push_back(&function);
     return all;
+}
+
+std::vector<const Export*> routines() {
+    std::vector<const Export*> firsts;
+    for (const Export& function : exports())
+        if (std::ranges::find(firsts, function.routine, &Export::routine) == firsts.end()) firsts.push_back(&function);
+    return firsts;
 }
 
 std::string exportName(const testing::TestParamInfo<const Export*>& info) { return std::string(info.param->name); }

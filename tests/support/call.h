@@ -23,6 +23,18 @@ Sources mixedSources(const Export& function, std::int32_t len, std::uint64_t see
 // Sources without NaNs, infinities and subnormals.
 Sources ordinarySources(const Export& function, std::int32_t len, std::uint64_t seed);
 
+// Arrays of one or two kinds of elements each, see support/mixtures.h.
+Sources mixtureSources(const Export& function, std::int32_t len, std::uint64_t seed);
+
+// Sources of nothing but special values.
+Sources specialSources(const Export& function, std::int32_t len, std::uint64_t seed);
+
+// Sources spread evenly between two bounds; the unit interval lies in the domain of most functions.
+Sources uniformSources(const Export& function, std::int32_t len, std::uint64_t seed, double low, double high);
+inline Sources unitSources(const Export& function, std::int32_t len, std::uint64_t seed) {
+    return uniformSources(function, len, seed, 0, 1);
+}
+
 struct Outcome {
     OktStatus status;
     Bytes dst1, dst2;
@@ -31,6 +43,9 @@ struct Outcome {
 
 // One call on fresh 16-byte aligned arrays.
 Outcome call(const Export& function, const Sources& sources, std::int32_t len);
+
+// The catalogue's bit of a status.
+Warnings warningOf(OktStatus status);
 
 inline std::size_t sourceBytes(const Export& f, std::int32_t len) {
     return sizeOf(f.source) * static_cast<std::size_t>(len);
@@ -55,8 +70,9 @@ testing::AssertionResult sameOutcome(const Export& function, const Sources& sour
 // The elements' parts as hexadecimal patterns.
 std::string patternText(ElementType type, const std::byte* element);
 
-// Suite instantiation over the built exports.
+// Suite instantiation over the built exports, or over one export of every routine.
 std::vector<const Export*> builtExports();
+std::vector<const Export*> routines();
 std::string exportName(const testing::TestParamInfo<const Export*>& info);
 
 }  // namespace okt::test

@@ -102,6 +102,9 @@ inline std::vector<ControlState> allControlStates() {
                     for (int x87 : {0x007F, 0x027F, 0x037F, 0x0E7F})
                         states.push_back(
                             {defaultMxcsr | rounding | flush | denormals | sticky, static_cast<std::uint16_t>(x87)});
+    for (int precision : {0x0000, 0x0200, 0x0300})
+        for (int rounding : {0x0000, 0x0400, 0x0800, 0x0C00})
+            states.push_back({defaultMxcsr, static_cast<std::uint16_t>(0x007F | precision | rounding)});
     return states;
 }
 
