@@ -457,33 +457,6 @@ TEST(Add, OfTwoNaNsTheFirstComesThrough) {
     expectRows<Real64>(oktsMul_64f_A53, 3, {{0x7FF0000000000001, 0x7FF8ABCDE0001234, 0x7FF8000000000001}});
 }
 
-// The ascending loop of single elements, in place, below and above a source, at any address.
-template <class T, class Operation>
-void expectRealOverlap(Binary<T> f, const Operation& operation) {
-    constexpr int len = 29, room = 12;
-    std::vector<T> first(len + 2 * room), second(len + 2 * room);
-    for (std::size_t i = 0; i < first.size(); ++i) {
-        first[i] = static_cast<T>(i + 1);
-        second[i] = static_cast<T>(3 * i) - T(0.5);
-    }
-    for (int shift = -room; shift <= room; ++shift)
-        for (const bool onFirst : {true, false}) {
-            auto a = first, b = second, expectedA = first, expectedB = second;
-            auto& expected = onFirst ? expectedA : expectedB;
-            for (std::size_t i = room; i < room + len; ++i)
-                expected[static_cast<std::size_t>(static_cast<int>(i) + shift)] = operation(expectedA[i], expectedB[i]);
-            auto& actual = onFirst ? a : b;
-            f(a.data() + room, b.data() + room, actual.data() + room + shift, len);
-            EXPECT_EQ(actual, expected) << shift;
-        }
-}
-TEST(Add, OverlapIsThatOfTheAscendingLoop) {
-    expectRealOverlap<Real32>(oktsAdd_32f_A24, [](Real32 a, Real32 b) { return a + b; });
-    expectRealOverlap<Real64>(oktsAdd_64f_A53, [](Real64 a, Real64 b) { return a + b; });
-    expectRealOverlap<Real32>(oktsSub_32f_A24, [](Real32 a, Real32 b) { return a - b; });
-    expectRealOverlap<Real64>(oktsMul_64f_A53, [](Real64 a, Real64 b) { return processorMul(a, b); });
-}
-
 // Complex sums are sums of the parts. With the destination on a source, below it, or 8 and
 // more reals above it, the result is that of the ascending loop; between, nothing is promised.
 template <class Z>
@@ -511,32 +484,6 @@ TEST(Add, ComplexOverlap) {
     expectComplexOverlap<Complex64>(oktsAdd_64fc_A53, 1);
     expectComplexOverlap<Complex32>(oktsSub_32fc_A24, -1);
     expectComplexOverlap<Complex64>(oktsSub_64fc_A53, -1);
-}
-
-// Addresses that no element boundary reaches: every byte offset of each array.
-TEST(Add, OddAddresses) {
-    constexpr std::size_t len = 21;
-    std::vector<Real32> a(len), b(len), sum(len), got(len);
-    for (std::size_t i = 0; i < len; ++i) {
-        a[i] = static_cast<Real32>(i);
-        b[i] = 0.25f * static_cast<Real32>(i * i);
-        sum[i] = a[i] + b[i];
-    }
-    std::vector<std::byte> first(len * 4 + 16), second(len * 4 + 16), destination(len * 4 + 16);
-    for (std::size_t offset1 : {0u, 1u, 4u, 7u})
-        for (std::size_t offset2 : {0u, 2u, 5u, 12u})
-            for (std::size_t offset = 0; offset < 16; ++offset) {
-                std::memcpy(first.data() + offset1, a.data(), len * 4);
-                std::memcpy(second.data() + offset2, b.data(), len * 4);
-                // Through addresses: the compiler must not take the alignment for granted here either.
-                const auto pointer = [](std::byte* p) {
-                    return reinterpret_cast<Real32*>(opaque(reinterpret_cast<std::uintptr_t>(p)));
-                };
-                oktsAdd_32f_A24(pointer(first.data() + offset1), pointer(second.data() + offset2),
-                                pointer(destination.data() + offset), static_cast<std::int32_t>(len));
-                std::memcpy(got.data(), destination.data() + offset, len * 4);
-                EXPECT_EQ(got, sum) << offset1 << ' ' << offset2 << ' ' << offset;
-            }
 }
 
 }  // namespace

@@ -132,46 +132,6 @@ TEST(AsinAcos, ClassLimitsAndTheirNeighbours) {
                               {0x3FE0000000000000, 0x3FF0000000000000, 0x3FF0000100000000, 0x0010000000000000});
 }
 
-template <class T>
-void expectStatuses(OktStatus (*f)(const T*, T*, std::int32_t)) {
-    const T nan = std::numeric_limits<T>::quiet_NaN();
-    for (std::size_t len = 1; len <= 21; ++len) {
-        EXPECT_EQ(statusOf<T>(f, std::vector<T>(len, T(0.5))), oktStatusOk);
-        EXPECT_EQ(statusOf<T>(f, std::vector<T>(len, T(1))), oktStatusOk);
-        EXPECT_EQ(statusOf<T>(f, std::vector<T>(len, nan)), oktStatusOk);
-        for (std::size_t at = 0; at < len; ++at) {
-            std::vector<T> src(len, T(0.25));
-            src[at] = T(-1.5);
-            src[len - 1 - at] = at * 2 + 1 == len ? src[at] : nan;
-            EXPECT_EQ(statusOf<T>(f, src), oktStatusDomain) << at << " of " << len;
-        }
-    }
-}
-TEST(AsinAcos, DomainAsSoonAsOneElementIsBeyondOne) {
-    expectStatuses<Real32>(oktsAsin_32f_A24);
-    expectStatuses<Real32>(oktsAcos_32f_A24);
-    expectStatuses<Real64>(oktsAsin_64f_A53);
-    expectStatuses<Real64>(oktsAcos_64f_A53);
-}
-
-// A patched lane leaves its neighbours alone.
-template <class T>
-void expectIndependence(OktStatus (*f)(const T*, T*, std::int32_t)) {
-    Random random(8);
-    for (int i = 0; i < 3000; ++i) {
-        const T x = inDomain<T>(random);
-        const auto bits = asBits(alone(f, x).value);
-        for (const T neighbour : {T(0.3), T(1), T(-2), std::numeric_limits<T>::quiet_NaN()})
-            ASSERT_EQ(asBits(among(f, x, neighbour, 21, i % 21).value), bits) << std::hexfloat << x << ' ' << neighbour;
-    }
-}
-TEST(AsinAcos, NeighboursChangeNothing) {
-    expectIndependence<Real32>(oktsAsin_32f_A24);
-    expectIndependence<Real32>(oktsAcos_32f_A24);
-    expectIndependence<Real64>(oktsAsin_64f_A53);
-    expectIndependence<Real64>(oktsAcos_64f_A53);
-}
-
 TEST(AsinAcos, OrdinaryElementsOnReal64RaiseNothingButInexact) {
     for (const Real64 x : {0.1, -0.3, 0.5, 0.6, -0.9, 0x1.fffffffffffffp-1, 1.0, -1.0}) {
         EXPECT_EQ(flagsAlone(oktsAsin_64f_A53, x) & ~flagInexact, 0u) << x;
@@ -207,21 +167,6 @@ TEST(AsinAcos, TheInvalidFlagTellsNothing) {
         expectFlag<Real64>(f, flagInvalid, true, {nan64, HUGE_VAL, 2.0});
         expectFlag<Real64>(f, flagInvalid, false, {0.0, 0.25, -1.0, 1.125});
     }
-}
-
-TEST(AsinAcos, InPlace) {
-    const auto inPlace = []<class T>(OktStatus (*f)(const T*, T*, std::int32_t), T) {
-        std::vector<T> array(37), expected(37);
-        Random random(4);
-        for (T& x : array) x = random.below(5) == 0 ? outsideOrSpecial<T>(random) : inDomain<T>(random);
-        const OktStatus status = f(array.data(), expected.data(), 37);
-        EXPECT_EQ(f(array.data(), array.data(), 37), status);
-        EXPECT_EQ(std::memcmp(array.data(), expected.data(), 37 * sizeof(T)), 0);
-    };
-    inPlace(oktsAsin_32f_A24, Real32{});
-    inPlace(oktsAcos_32f_A24, Real32{});
-    inPlace(oktsAsin_64f_A53, Real64{});
-    inPlace(oktsAcos_64f_A53, Real64{});
 }
 
 }  // namespace

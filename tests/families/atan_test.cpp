@@ -112,29 +112,5 @@ TEST(Atan, Flags) {
     expectFlags<Real64>(oktsAtan_64f_A53);
 }
 
-// The loop on Real64 goes element by element in ascending order, whatever is worked side by side inside.
-TEST(Atan, OverlappingDestinationSmearsOnReal64) {
-    for (std::size_t shift = 1; shift < 9; ++shift) {
-        std::vector<Real64> array(40), expected;
-        for (std::size_t i = 0; i < array.size(); ++i) array[i] = 0.25 * static_cast<Real64>(i) - 3;
-        expected = array;
-        const std::size_t count = array.size() - shift;
-        for (std::size_t i = 0; i < count; ++i) expected[i + shift] = alone(oktsAtan_64f_A53, expected[i]).value;
-        oktsAtan_64f_A53(array.data(), array.data() + shift, static_cast<std::int32_t>(count));
-        for (std::size_t i = 0; i < array.size(); ++i) EXPECT_TRUE(sameBits(array[i], asBits(expected[i]))) << shift;
-    }
-}
-
-TEST(Atan, InPlace) {
-    const auto inPlace = []<class T>(OktStatus (*f)(const T*, T*, std::int32_t), T) {
-        std::vector<T> array = mixedValues<T>(37, 5), expected(37);
-        EXPECT_EQ(f(array.data(), expected.data(), 37), oktStatusOk);
-        EXPECT_EQ(f(array.data(), array.data(), 37), oktStatusOk);
-        EXPECT_EQ(std::memcmp(array.data(), expected.data(), 37 * sizeof(T)), 0);
-    };
-    inPlace(oktsAtan_32f_A24, Real32{});
-    inPlace(oktsAtan_64f_A53, Real64{});
-}
-
 }  // namespace
 }  // namespace okt::test

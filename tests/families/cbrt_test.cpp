@@ -122,27 +122,6 @@ TEST(Cbrt, StaysAccurateOnBothSidesOfTheRangeBounds) {
             }
 }
 
-TEST(Cbrt, ANormalElementBesideASpecialOneKeepsItsBits) {
-    Random random(9);
-    for (int i = 0; i < 3000; ++i) {
-        const auto x = ordinaryElement<Real32, -126, 127>(random);
-        const auto y = ordinaryElement<Real64, -1022, 1023>(random);
-        const auto position = static_cast<std::int32_t>(random.below(8));
-        for (const Real32 beside : {0.0f, bits32(1), 3.0f, bits32(0x7F800000), bits32(0x7FC00000)}) {
-            EXPECT_TRUE(sameBits(among(oktsCbrt_32f_A24, x, beside, 8, position).value,
-                                 asBits(alone(oktsCbrt_32f_A24, x).value)));
-            EXPECT_TRUE(sameBits(among(oktsInvCbrt_32f_A24, x, beside, 8, position).value,
-                                 asBits(alone(oktsInvCbrt_32f_A24, x).value)));
-        }
-        for (const Real64 beside : {0.0, bits64(1), 3.0, bits64(0x7FF0000000000000)}) {
-            EXPECT_TRUE(sameBits(among(oktsCbrt_64f_A53, y, beside, 8, position).value,
-                                 asBits(alone(oktsCbrt_64f_A53, y).value)));
-            EXPECT_TRUE(sameBits(among(oktsInvCbrt_64f_A53, y, beside, 8, position).value,
-                                 asBits(alone(oktsInvCbrt_64f_A53, y).value)));
-        }
-    }
-}
-
 TEST(InvCbrt, RaisesNoFlagForAZero) {
     EXPECT_EQ(flagsAlone(oktsInvCbrt_64f_A53, 0.0), 0u);
     EXPECT_EQ(flagsAlone(oktsInvCbrt_32f_A24, 0.0f) & (flagDivideByZero | flagInvalid), 0u);

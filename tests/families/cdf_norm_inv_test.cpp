@@ -2,7 +2,6 @@
 #include "families/quantile_cases.h"
 
 #include "oktvm.h"
-#include "support/element_order.h"
 
 namespace okt::test {
 namespace {
@@ -92,11 +91,6 @@ TEST(CdfNormInv, IsOddAboutItsCentre) {
     }
 }
 
-TEST(CdfNormInv, TheLastWarningStands) {
-    expectLastWarningStands(quantile32);
-    expectLastWarningStands(quantile64);
-}
-
 TEST(CdfNormInv, Flags) {
     expectQuantileFlags(quantile32);
     expectQuantileFlags(quantile64);
@@ -132,15 +126,6 @@ TEST(CdfNormInv, UndoesCdfNorm) {
         expectUndone<Real32>(oktsCdfNorm_32f_A24, oktsCdfNormInv_32f_A24,
                              static_cast<Real32>(random.between(-14.1, 5.1)));
     }
-}
-
-TEST(CdfNormInv, OverlappingArraysGiveTheElementLoopsResults) {
-    expectElementOrder<Real32>(oktsCdfNormInv_32f_A24, 0.01, 0.99);
-    expectElementOrder<Real64>(oktsCdfNormInv_64f_A53, 0.01, 0.99);
-    expectElementOrder<Real32>(oktsErfInv_32f_A24, 0.01, 0.99);
-    expectElementOrder<Real64>(oktsErfInv_64f_A53, 0.01, 0.99);
-    expectElementOrder<Real32>(oktsErfcInv_32f_A24, 0.01, 0.99);
-    expectElementOrder<Real64>(oktsErfcInv_64f_A53, 0.01, 0.99);
 }
 
 }  // namespace

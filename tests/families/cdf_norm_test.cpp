@@ -2,7 +2,6 @@
 #include "tests/models/normal_model.h"
 
 #include "oktvm.h"
-#include "support/element_order.h"
 #include "support/flags.h"
 #include "support/model_check.h"
 #include "support/thresholds.h"
@@ -122,19 +121,6 @@ TEST(CdfNorm, TheLimitsThemselvesTakeTheMainPath) {
     EXPECT_LT(subnormal.value, std::numeric_limits<Real64>::min());
 }
 
-TEST(CdfNorm, OneUnderflowAmongOthersLeavesThemAlone) {
-    for (std::size_t position = 0; position < 11; ++position) {
-        std::vector<Real64> src(11), dst(11);
-        for (std::size_t i = 0; i < 11; ++i) src[i] = 0.7 * static_cast<Real64>(i) - 4;
-        src[position] = -39;
-        EXPECT_EQ(oktsCdfNorm_64f_A53(src.data(), dst.data(), 11), oktStatusUnderflow);
-        for (std::size_t i = 0; i < 11; ++i) {
-            const Real64 expected = i == position ? 0 : alone(oktsCdfNorm_64f_A53, src[i]).value;
-            EXPECT_TRUE(sameBits(dst[i], asBits(expected)));
-        }
-    }
-}
-
 TEST(CdfNorm, Flags) {
     EXPECT_EQ(flagsAlone(oktsCdfNorm_64f_A53, 9.0), flagInexact);
     EXPECT_EQ(flagsAlone(oktsCdfNorm_64f_A53, -39.0), flagUnderflow | flagInexact);
@@ -168,11 +154,6 @@ TEST(CdfNorm, AgreesWithTheModelUnderEveryMxcsr) {
             EXPECT_TRUE(sameBits(dst32[i], asBits(expected32[i]))) << std::hex << asBits(src32[i]);
         }
     });
-}
-
-TEST(CdfNorm, OverlappingArraysGiveTheElementLoopsResults) {
-    expectElementOrder<Real32>(oktsCdfNorm_32f_A24, -5, 5);
-    expectElementOrder<Real64>(oktsCdfNorm_64f_A53, -5, 5);
 }
 
 }  // namespace

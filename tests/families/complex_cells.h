@@ -366,32 +366,6 @@ inline void expectSymmetry(std::string_view family, Symmetry symmetry) {
     expectSymmetry<Complex64>(family, symmetry);
 }
 
-// Results do not depend on the x87 precision and rounding that the caller has set, which stand there again afterwards.
-template <class Z>
-void expectSameUnderEveryX87State(std::string_view family) {
-    const Export& f = *grades<Z>(family).back();
-    const std::vector<Z> src = manyElements<Z>(400, -30, 12, true, 3);
-    const std::vector<Z> usual = callArray(f, src);
-    for (const int precision : {0x0000, 0x0200, 0x0300})
-        for (const int rounding : {0x0000, 0x0400, 0x0800, 0x0C00}) {
-            const auto word = static_cast<std::uint16_t>(0x007F | precision | rounding);
-            std::vector<Z> dst(src.size());
-            std::uint16_t left;
-            {
-                const ScopedControlState scope({defaultMxcsr, word});
-                f.call({src.data(), nullptr, nullptr, dst.data(), nullptr, static_cast<std::int32_t>(src.size())});
-                left = x87ControlWord();
-            }
-            EXPECT_EQ(left, word);
-            for (std::size_t i = 0; i < src.size(); ++i)
-                EXPECT_TRUE(sameElement(dst[i], usual[i])) << family << text(src[i].re, src[i].im) << std::hex << word;
-        }
-}
-inline void expectSameUnderEveryX87State(std::string_view family) {
-    expectSameUnderEveryX87State<Complex32>(family);
-    expectSameUnderEveryX87State<Complex64>(family);
-}
-
 // A Complex32 result is the Complex64 result of the widened element, narrowed under the caller's rounding mode.
 inline void expectNarrowedResults(std::string_view family, int lowest, int highest) {
     const Export &narrow = *grades<Complex32>(family).back(), &wide = *grades<Complex64>(family).back();
@@ -429,28 +403,11 @@ inline void expectSameInEveryRoundingMode(std::string_view family, int lowest, i
     });
 }
 
-// The destination may be the source, and an element's result does not depend on its neighbours.
-template <class Z>
-void expectElementByElement(std::string_view family) {
-    const Export& f = *grades<Z>(family).back();
-    for (const std::size_t len : {1U, 2U, 7U, 65U}) {
-        std::vector<Z> src = manyElements<Z>(len, -30, 12, true, len);
-        const std::vector<Z> usual = callArray(f, src);
-        for (std::size_t i = 0; i < len; ++i) EXPECT_TRUE(sameElement(callOne(f, src[i]), usual[i])) << family;
-        EXPECT_EQ(f.call({src.data(), nullptr, nullptr, src.data(), nullptr, static_cast<std::int32_t>(len)}),
-                  oktStatusOk);
-        for (std::size_t i = 0; i < len; ++i) EXPECT_TRUE(sameElement(src[i], usual[i])) << family;
-    }
-}
-
 // All that holds for each of these functions. The orders are those of parts with finite results.
 inline void expectKernelLoop(std::string_view family, Symmetry symmetry, int highest) {
     expectSymmetry(family, symmetry);
-    expectSameUnderEveryX87State(family);
     expectNarrowedResults(family, -127, highest);
     expectSameInEveryRoundingMode(family, -30, highest);
-    expectElementByElement<Complex32>(family);
-    expectElementByElement<Complex64>(family);
     // The caller's MXCSR sees nothing of an ordinary element.
     EXPECT_EQ(flagsRaisedBy<Complex64>(family, 0.75, 0.4375).mxcsr, 0U) << family;
     EXPECT_EQ(flagsRaisedBy<Complex64>(family, -5.5, 3.25).mxcsr, 0U) << family;

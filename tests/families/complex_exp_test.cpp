@@ -316,45 +316,6 @@ TEST(Exp, ComplexBoundsOfTheSingleBlockKernelAreInRange) {
     EXPECT_GT(different, 10);
 }
 
-template <class Z>
-void expectNeighboursUntouched(Routine<Z> f, std::type_identity_t<Filling<Z>> filling) {
-    Random random(9);
-    for (int round = 0; round < 3000; ++round) {
-        Z src[11], clean[11], mixed[11];
-        for (Z& z : src) z = filling.ordinary(random);
-        f(src, clean, 11);
-        const auto bad = random.below(11);
-        src[bad] = filling.special(random);
-        f(src, mixed, 11);
-        for (std::size_t i = 0; i < 11; ++i) EXPECT_TRUE(i == bad || sameParts(mixed[i], clean[i]));
-    }
-}
-
-TEST(Exp, ComplexElementsBesideASpecialOneKeepTheirBits) {
-    expectNeighboursUntouched<Complex32>(oktsExp_32fc_A11, single);
-    expectNeighboursUntouched<Complex32>(oktsExp_32fc_A24, wide);
-    expectNeighboursUntouched<Complex64>(oktsExp_64fc_A53, whole);
-}
-
-template <class Z>
-void expectSameAloneAndInPlace(Routine<Z> f, std::type_identity_t<Filling<Z>> filling) {
-    Random random(10);
-    for (std::int32_t len = 1; len <= 40; ++len) {
-        std::vector<Z> src(static_cast<std::size_t>(len)), dst(src.size());
-        for (Z& z : src) z = random.below(6) == 0 ? filling.special(random) : filling.ordinary(random);
-        ASSERT_EQ(f(src.data(), dst.data(), len), oktStatusOk);
-        for (std::size_t i = 0; i < src.size(); ++i) EXPECT_TRUE(sameParts(alone<Z>(f, src[i]).value, dst[i]));
-        ASSERT_EQ(f(src.data(), src.data(), len), oktStatusOk);
-        for (std::size_t i = 0; i < src.size(); ++i) EXPECT_TRUE(sameParts(src[i], dst[i])) << "in place";
-    }
-}
-
-TEST(Exp, ComplexElementsAreTheSameAloneInBlockAndTailAndInPlace) {
-    expectSameAloneAndInPlace<Complex32>(oktsExp_32fc_A11, single);
-    expectSameAloneAndInPlace<Complex32>(oktsExp_32fc_A24, wide);
-    expectSameAloneAndInPlace<Complex64>(oktsExp_64fc_A53, whole);
-}
-
 TEST(Exp, ComplexConjugates) {
     Random random(11);
     for (int round = 0; round < 20000; ++round) {

@@ -265,45 +265,6 @@ TEST(ComplexLn, ConjugateSymmetry) {
 
 TEST(ComplexLog10, IsALoopOverTheKernel) { expectKernelLoop("Log10", {}, 127); }
 
-// The result of an element does not depend on its place or its neighbours, nor on the caller's x87 setting; dst may be
-// src.
-template <class Z>
-void expectIndependence(ComplexRoutine<Z> f, int low, int high) {
-    for (std::size_t len = 1; len <= 40; ++len) {
-        std::vector<Z> src = manyElements<Z>(len, low, high, len % 2 == 0, len);
-        const std::vector<Z> usual = resultsOf<Z>(f, src);
-        for (std::size_t i = 0; i < len; ++i)
-            EXPECT_TRUE(sameElement(resultOf(f, src[i]), usual[i])) << text(src[i].re, src[i].im);
-        for (const int word : {0x007F, 0x027F, 0x0E7F}) {
-            const ScopedControlState scope({defaultMxcsr, static_cast<std::uint16_t>(word)});
-            EXPECT_TRUE(sameArrays(src, resultsOf<Z>(f, src), usual));
-        }
-        std::vector<Z> inPlace = src;
-        EXPECT_EQ(f(inPlace.data(), inPlace.data(), static_cast<std::int32_t>(len)), oktStatusOk);
-        EXPECT_TRUE(sameArrays(src, inPlace, usual));
-    }
-}
-TEST(ComplexLn, ElementsAreIndependent) {
-    for (const auto f : {lnA11, lnA21, lnA24}) expectIndependence<Complex32>(f, -30, 30);
-    expectIndependence<Complex64>(ln64, -30, 30);
-}
-
-// A11, A24 and Complex64 clear rounding mode and flushing and leave denormals-are-zero alone.
-TEST(ComplexLn, GuardedRoutinesIgnoreRoundingModeAndFlushing) {
-    const auto expectSame = [](auto f, const auto& src) {
-        using Z = std::decay_t<decltype(src[0])>;
-        const std::vector<Z> usual = resultsOf<Z>(f, src);
-        for (const std::uint32_t control : {roundDown, roundUp, roundTowardsZero, flushToZero, roundUp | flushToZero}) {
-            const ScopedControlState scope({defaultMxcsr | control, 0x037F});
-            EXPECT_TRUE(sameArrays(src, resultsOf<Z>(f, src), usual));
-            EXPECT_EQ(controlState().mxcsr, defaultMxcsr | control);
-        }
-    };
-    expectSame(lnA11, manyElements<Complex32>(801, -127, 127, true));
-    expectSame(lnA24, manyElements<Complex32>(801, -127, 127, true));
-    expectSame(ln64, manyElements<Complex64>(801, -1023, 1023, true));
-}
-
 TEST(ComplexLn, DenormalsAreZeroInTheGuardedRoutinesOfComplex32) {
     const ScopedControlState scope({defaultMxcsr | denormalsAreZero, 0x037F});
     for (const auto f : {lnA11, lnA24})

@@ -194,29 +194,6 @@ TEST(ComplexPow, SubnormalResultsUnderflow) {
     EXPECT_FALSE(flags("oktsPowx_32fc_A24", ten32, Complex32{36, 0}));
 }
 
-// The x87 precision and rounding of the caller do not matter.
-template <class Z>
-void expectSameUnderEveryX87() {
-    const Export& f = *grades<Z>("Pow").back();
-    const auto [a, b] = operands<Z>(300, true);
-    const auto len = static_cast<std::int32_t>(a.size());
-    std::vector<Z> usual(a.size()), result(a.size());
-    f.call({a.data(), b.data(), nullptr, usual.data(), nullptr, len});
-    for (const int precision : {0x0000, 0x0200, 0x0300})
-        for (const int rounding : {0x0000, 0x0400, 0x0800, 0x0C00}) {
-            const auto word = static_cast<std::uint16_t>(0x007F | precision | rounding);
-            std::uint16_t left;
-            {
-                const ScopedControlState scope({defaultMxcsr, word});
-                f.call({a.data(), b.data(), nullptr, result.data(), nullptr, len});
-                left = x87ControlWord();
-            }
-            EXPECT_EQ(left, word);
-            for (std::size_t i = 0; i < a.size(); ++i)
-                EXPECT_TRUE(sameElement(result[i], usual[i])) << text(a[i], b[i]);
-        }
-}
-
 // The product with the logarithm overflows to a real part of minus infinity.
 TEST(ComplexPow, AFiniteResultMayRaiseOverflow) {
     const Complex64 base{-3.25, -0.5}, exponent{0.0, -1.79e308};
@@ -224,11 +201,6 @@ TEST(ComplexPow, AFiniteResultMayRaiseOverflow) {
     EXPECT_TRUE(flagsRaised([&] { oktsPow_64fc_A53(&base, &exponent, &result, 1); }) & flagOverflow);
     EXPECT_EQ(result.re, 0.0);
     EXPECT_EQ(result.im, 0.0);
-}
-
-TEST(ComplexPow, EveryX87State) {
-    expectSameUnderEveryX87<Complex32>();
-    expectSameUnderEveryX87<Complex64>();
 }
 
 }  // namespace

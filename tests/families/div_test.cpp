@@ -111,19 +111,6 @@ TEST(Inv, SpecialValues) {
                        });
 }
 
-TEST(Div, AZeroDivisorInFrontStillDecidesTheStatus) {
-    std::vector<Real64> x(40, 1.0), y(40, 2.0), dst(40);
-    y[0] = 0.0;
-    EXPECT_EQ(oktsDiv_64f_A53(x.data(), y.data(), dst.data(), 40), oktStatusSingularity);
-    EXPECT_EQ(dst[0], inf64);
-    for (std::size_t i = 1; i < 40; ++i) EXPECT_EQ(dst[i], 0.5);
-    std::vector<Real32> z(40, 4.0f), inverse(40);
-    z[0] = -0.0f;
-    EXPECT_EQ(oktsInv_32f_A24(z.data(), inverse.data(), 40), oktStatusSingularity);
-    EXPECT_EQ(inverse[0], -inf32);
-    for (std::size_t i = 1; i < 40; ++i) EXPECT_EQ(inverse[i], 0.25f);
-}
-
 TEST(Div, UnderDenormalsAreZeroASubnormalDivisorWarnsOnReal64Alone) {
     std::vector<Real32> x(9, 1.0f), y(9, bits32(1)), dst(9);
     std::vector<Real64> u(9, 1.0), v(9, bits64(1)), quotient(9);
@@ -173,24 +160,6 @@ TEST(Div, Flags) {
     EXPECT_EQ(flagsAlone(oktsInv_64f_A53, -0.0), flagDivideByZero);
     EXPECT_EQ(flagsAlone(oktsInv_64f_A53, inf64), 0u);
     EXPECT_EQ(flagsAlone(oktsInv_32f_A24, bits32(1)), flagOverflow | flagInexact | flagDenormal);
-}
-
-// A destination above a source is read again where the ascending loop has written it.
-TEST(Div, OverlapIsThatOfTheAscendingLoop) {
-    for (std::size_t distance :
-         {std::size_t{0}, std::size_t{1}, std::size_t{3}, std::size_t{7}, std::size_t{8}, std::size_t{9}}) {
-        std::vector<Real64> expected(60), array(60), divisor(40, 3.0);
-        for (std::size_t i = 0; i < 60; ++i) expected[i] = array[i] = static_cast<double>(i + 1);
-        for (std::size_t i = 0; i < 40; ++i) expected[i + distance] = expected[i] / 3.0;
-        oktsDiv_64f_A53(array.data(), divisor.data(), array.data() + distance, 40);
-        EXPECT_EQ(array, expected) << distance;
-
-        std::vector<Real32> wanted(60), got(60);
-        for (std::size_t i = 0; i < 60; ++i) wanted[i] = got[i] = static_cast<float>(i + 1);
-        for (std::size_t i = 0; i < 40; ++i) wanted[i + distance] = 1.0f / wanted[i];
-        oktsInv_32f_A24(got.data(), got.data() + distance, 40);
-        EXPECT_EQ(got, wanted) << distance;
-    }
 }
 
 }  // namespace

@@ -156,30 +156,6 @@ TEST(ErfInv, TheFirstElementsOfTheFastRoutine) {
             }
 }
 
-// Blocks of 8, 4, 2 and 1: the last warning in the order of the elements stands, whichever block it is in.
-template <class T>
-void expectLastWarning(UnaryRoutine<T> f) {
-    for (std::size_t count = 2; count < 32; ++count)
-        for (std::size_t first = 0; first < count; ++first)
-            for (std::size_t second = first + 1; second < count; ++second) {
-                std::vector<T> src(count, T{0.5});
-                src[first] = 2;
-                src[second] = -1;
-                ASSERT_EQ(statusOf<T>(f, src), oktStatusSingularity) << count << ' ' << first << ' ' << second;
-                src[first] = 1;
-                src[second] = -3;
-                ASSERT_EQ(statusOf<T>(f, src), oktStatusDomain) << count << ' ' << first << ' ' << second;
-            }
-    EXPECT_EQ(statusOf<T>(f, {std::numeric_limits<T>::quiet_NaN(), T{0}, std::numeric_limits<T>::denorm_min()}),
-              oktStatusOk);
-}
-
-TEST(ErfInv, TheLastWarningStands) {
-    expectLastWarning<Real32>(oktsErfInv_32f_A24);
-    expectLastWarning<Real64>(oktsErfInv_64f_A26);
-    expectLastWarning<Real64>(oktsErfInv_64f_A53);
-}
-
 template <class T>
 void expectInverseFlags(UnaryRoutine<T> f, UnaryRoutine<T> model) {
     EXPECT_EQ(flagsAlone(f, T{1}), flagDivideByZero);

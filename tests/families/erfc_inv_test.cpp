@@ -88,11 +88,6 @@ TEST(ErfcInv, IsOddAboutItsCentre) {
     }
 }
 
-TEST(ErfcInv, TheLastWarningStands) {
-    expectLastWarningStands(inverse32);
-    expectLastWarningStands(inverse64);
-}
-
 TEST(ErfcInv, Flags) {
     expectQuantileFlags(inverse32);
     expectQuantileFlags(inverse64);

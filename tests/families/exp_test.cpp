@@ -3,7 +3,6 @@
 
 #include "oktvm.h"
 #include "support/flags.h"
-#include "support/guarded.h"
 #include "support/model_check.h"
 #include "support/thresholds.h"
 
@@ -109,79 +108,6 @@ TEST(Exp, TheBoundOfTheMainPathIsSubnormalBelowAndNormalAbove) {
     EXPECT_TRUE(std::isnormal(above.value));
 }
 
-TEST(Exp, TheLastWarningDecides) {
-    EXPECT_EQ(statusOf(oktsExp_32f_A24, {1, 89, 0, -100, 2}), oktStatusUnderflow);
-    EXPECT_EQ(statusOf(oktsExp_32f_A24, {1, -100, 0, 89, 2}), oktStatusOverflow);
-    EXPECT_EQ(statusOf(oktsExp_64f_A53, {1, 710, 0, -746, 2}), oktStatusUnderflow);
-    EXPECT_EQ(statusOf(oktsExp_64f_A53, {1, -746, 0, 710, 2}), oktStatusOverflow);
-    for (const std::size_t len : {16u, 23u}) {  // in blocks
-        std::vector<Real64> src(len, 1.0);
-        src[2] = 710;
-        src[12] = -709;
-        EXPECT_EQ(statusOf(oktsExp_64f_A53, src), oktStatusUnderflow);
-        std::swap(src[2], src[12]);
-        EXPECT_EQ(statusOf(oktsExp_64f_A53, src), oktStatusOverflow);
-    }
-}
-
-TEST(Exp, GoodElementsBesideABadOneKeepTheirBits) {
-    Random random(5);
-    for (int round = 0; round < 2000; ++round) {
-        Real64 src[8], clean[8], mixed[8];
-        for (Real64& x : src) x = ordinary<Real64>(random);
-        oktsExp_64f_A53(src, clean, 8);
-        const auto bad = random.below(8);
-        src[bad] = special<Real64>(random);
-        oktsExp_64f_A53(src, mixed, 8);
-        for (std::size_t i = 0; i < 8; ++i) EXPECT_TRUE(i == bad || sameBits(mixed[i], asBits(clean[i])));
-    }
-    for (int round = 0; round < 2000; ++round) {
-        Real32 src[8], clean[8], mixed[8];
-        for (Real32& x : src) x = ordinary<Real32>(random);
-        oktsExp_32f_A24(src, clean, 8);
-        const auto bad = random.below(8);
-        src[bad] = special<Real32>(random);
-        oktsExp_32f_A24(src, mixed, 8);
-        for (std::size_t i = 0; i < 8; ++i) EXPECT_TRUE(i == bad || sameBits(mixed[i], asBits(clean[i])));
-    }
-}
-
-TEST(Exp, BlocksAndTailsOfEveryLengthGiveTheElementsResults) {
-    Random random(6);
-    std::vector<Real64> src(40), dst(40);
-    for (Real64& x : src) x = ordinary<Real64>(random);
-    for (std::int32_t len = 1; len <= 40; ++len) {
-        EXPECT_EQ(oktsExp_64f_A53(src.data(), dst.data(), len), oktStatusOk);
-        for (std::size_t i = 0; i < static_cast<std::size_t>(len); ++i)
-            EXPECT_TRUE(sameBits(dst[i], asBits(alone(oktsExp_64f_A53, src[i]).value)));
-    }
-}
-
-TEST(Exp, InPlaceWithABadElementInEveryPlace) {
-    for (std::size_t bad = 0; bad < 24; ++bad) {
-        std::vector<Real64> src(24), dst(24);
-        for (std::size_t i = 0; i < 24; ++i) src[i] = 0.3 * static_cast<double>(i) - 2;
-        src[bad] = 720;
-        EXPECT_EQ(oktsExp_64f_A53(src.data(), dst.data(), 24), oktStatusOverflow);
-        EXPECT_EQ(oktsExp_64f_A53(src.data(), src.data(), 24), oktStatusOverflow);
-        for (std::size_t i = 0; i < 24; ++i) EXPECT_TRUE(sameBits(src[i], asBits(dst[i])));
-    }
-}
-
-TEST(Exp, ReadsNothingBehindTheSourceAndWritesNothingToIt) {
-    GuardedMemory memory(4096);
-    for (std::int32_t len = 1; len <= 40; ++len) {
-        const auto count = static_cast<std::size_t>(len);
-        auto* src = reinterpret_cast<Real64*>(memory.end()) - len;
-        memory.makeWritable();
-        for (std::size_t i = 0; i < count; ++i) src[i] = i % 11 == 10 ? -800.0 : 0.1 * static_cast<double>(i);
-        memory.makeReadOnly();
-        std::vector<Real64> dst(count);
-        EXPECT_EQ(oktsExp_64f_A53(src, dst.data(), len), len > 10 ? oktStatusUnderflow : oktStatusOk);
-    }
-    memory.makeWritable();
-}
-
 TEST(Exp, Flags32) {
     const auto flags = [](std::uint32_t b) { return flagsAlone(oktsExp_32f_A24, bits32(b)); };
     EXPECT_EQ(flags(0x7FC00000), 0u);
@@ -212,18 +138,6 @@ TEST(Exp, Flags64) {
     }
     EXPECT_EQ(flags(0xC086232BDD7ABCD4), flagUnderflow | flagInexact);
     EXPECT_EQ(flags(0x40862E42FEFA39EF), flagInexact);
-}
-
-TEST(Exp, TheCallersRoundingAndFlushingDoNotMatter) {
-    Random random(7);
-    std::vector<Real64> src(100), expected(100), dst(100);
-    for (Real64& x : src) x = random.below(4) ? ordinary<Real64>(random) : special<Real64>(random);
-    const OktStatus status = oktsExp_64f_A53(src.data(), expected.data(), 100);
-    for (const ControlState& state : allControlStates()) {
-        const ScopedControlState scope(state);
-        EXPECT_EQ(oktsExp_64f_A53(src.data(), dst.data(), 100), status);
-        for (std::size_t i = 0; i < 100; ++i) EXPECT_TRUE(sameBits(dst[i], asBits(expected[i])));
-    }
 }
 
 }  // namespace

@@ -35,34 +35,4 @@ void expectModelFlagsByDefault(UnaryRoutine<T> f, UnaryRoutine<T> model, std::ty
     }
 }
 
-// The destination may be the source.
-template <class T>
-void expectInPlace(UnaryRoutine<T> f, std::type_identity_t<Filling<T>> filling) {
-    Random random(12);
-    for (const std::size_t len : {1u, 7u, 8u, 63u, 64u, 65u, 200u}) {
-        std::vector<T> src = strewn(random, len, filling, 6), dst(len);
-        const auto count = static_cast<std::int32_t>(len);
-        const OktStatus status = f(src.data(), dst.data(), count);
-        EXPECT_EQ(f(src.data(), src.data(), count), status);
-        for (std::size_t i = 0; i < len; ++i) EXPECT_TRUE(sameBits(src[i], loadBits(&dst[i]))) << i << " of " << len;
-    }
-}
-
-// An element's result does not depend on its neighbours.
-template <class T>
-void expectBlocksGiveTheElementsResults(UnaryRoutine<T> f, std::type_identity_t<Filling<T>> filling) {
-    Random random(13);
-    for (std::size_t len = 1; len <= 150; len += 7) {
-        const std::vector<T> src = strewn(random, len, filling, 9);
-        std::vector<T> dst(len);
-        f(src.data(), dst.data(), static_cast<std::int32_t>(len));
-        for (std::size_t i = 0; i < len; ++i) {
-            T single;
-            f(&src[i], &single, 1);
-            EXPECT_TRUE(sameBits(dst[i], loadBits(&single)))
-                << patternsOf(std::vector<T>{src[i]}) << i << " of " << len;
-        }
-    }
-}
-
 }  // namespace okt::test

@@ -157,38 +157,6 @@ TYPED_TEST(InverseHyperbolic, BothSidesOfEveryRange) {
         expectAround<T>(oktsAtanh_64f_A53, 0.5, atanhPrescribed, atanhExact, {min, T(0x1p-57), T(0.0625), T(1), max});
 }
 
-TYPED_TEST(InverseHyperbolic, AnElementDoesNotDependOnItsNeighbours) {
-    using T = TypeParam;
-    expectBlocksGiveTheElementsResults<T>(asinhOf<T>(), anywhere<T>);
-    expectBlocksGiveTheElementsResults<T>(acoshOf<T>(), fromOne<T>);
-    underEveryMxcsr([] {
-        expectBlocksGiveTheElementsResults<T>(asinhOf<T>(), anywhere<T>);
-        expectBlocksGiveTheElementsResults<T>(acoshOf<T>(), fromOne<T>);
-        if constexpr (wide<T>) expectBlocksGiveTheElementsResults<T>(oktsAtanh_64f_A53, unitInterval<T>);
-    });
-}
-
-TYPED_TEST(InverseHyperbolic, InPlace) {
-    using T = TypeParam;
-    expectInPlace<T>(asinhOf<T>(), anywhere<T>);
-    expectInPlace<T>(acoshOf<T>(), fromOne<T>);
-    if constexpr (wide<T>) expectInPlace<T>(oktsAtanh_64f_A53, unitInterval<T>);
-}
-
-// The elements are read and written one after the other: results that run over the source are sources again.
-TYPED_TEST(InverseHyperbolic, ADestinationAheadOfTheSourceFeedsTheLaterElements) {
-    using T = TypeParam;
-    for (const std::size_t ahead : {1u, 3u, 4u, 9u, 63u, 64u, 65u}) {
-        Random random(4);
-        std::vector<T> shared(300);
-        for (T& x : shared) x = ordinary<T>(random);
-        std::vector<T> expected = shared;
-        for (std::size_t i = 0; i < 200; ++i) asinhOf<T>()(&expected[i], &expected[i + ahead], 1);
-        asinhOf<T>()(shared.data(), shared.data() + ahead, 200);
-        for (std::size_t i = 0; i < shared.size(); ++i) EXPECT_TRUE(sameBits(shared[i], loadBits(&expected[i]))) << i;
-    }
-}
-
 TYPED_TEST(InverseHyperbolic, OnlyWarningsAndSignallingNaNsRaiseMoreThanInexact) {
     using T = TypeParam;
     const T infinity = std::numeric_limits<T>::infinity(), quiet = std::numeric_limits<T>::quiet_NaN();
@@ -310,12 +278,6 @@ TEST(Atanh, AgreesWithTheModel) {
                               {0x3F19999A, 0x3F400000, 0x3F800000, 0x7F800000, 0x3F300000, 0x00800000, 0x00000002});
 }
 
-TEST(Atanh, BlocksGiveTheElementsResults) {
-    expectBlocksGiveTheElementsResults<Real32>(oktsAtanh_32f_A24, unitInterval<Real32>);
-}
-
-TEST(Atanh, InPlace32) { expectInPlace<Real32>(oktsAtanh_32f_A24, unitInterval<Real32>); }
-
 TEST(Atanh, FlagsAreThoseOfTheModel) {
     expectModelFlagsByDefault<Real32>(oktsAtanh_32f_A24, model::Atanh_32f, unitInterval<Real32>);
 }
@@ -325,21 +287,6 @@ TEST(Atanh, PolesRaiseDivideByZero) {
     expectFlag<Real32>(oktsAtanh_32f_A24, flagInvalid, false, {1.0F, 2.0F, -5.0F});  // outside the domain, too
     expectFlag<Real64>(oktsAtanh_64f_A53, flagDivideByZero, true, {1.0, -1.0});
     expectFlag<Real64>(oktsAtanh_64f_A53, flagInvalid, true, {2.0, -5.0, HUGE_VAL});
-}
-
-TEST(Atanh, TheLaterWarningDecides) {
-    for (const std::size_t len : {3u, 8u, 70u}) {
-        std::vector<Real32> src(len, 0.5f);
-        std::vector<Real64> src64(len, 0.5);
-        src[0] = 1, src[2] = -3;
-        src64[0] = 1, src64[2] = -3;
-        EXPECT_EQ(statusOf(oktsAtanh_32f_A24, src), oktStatusDomain);
-        EXPECT_EQ(statusOf(oktsAtanh_64f_A53, src64), oktStatusDomain);
-        std::swap(src[0], src[2]);
-        std::swap(src64[0], src64[2]);
-        EXPECT_EQ(statusOf(oktsAtanh_32f_A24, src), oktStatusSingularity);
-        EXPECT_EQ(statusOf(oktsAtanh_64f_A53, src64), oktStatusSingularity);
-    }
 }
 
 }  // namespace

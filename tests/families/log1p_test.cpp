@@ -2,7 +2,6 @@
 #include "tests/models/log1p_model.h"
 
 #include "oktvm.h"
-#include "support/element_order.h"
 #include "support/flags.h"
 #include "support/model_check.h"
 #include "support/rounding.h"
@@ -114,22 +113,6 @@ TEST(Log1p, SpecialValues64) {
                        });
 }
 
-TEST(Log1p, TheLastWarningDecides) {
-    EXPECT_EQ(statusOf(oktsLog1p_32f_A24, {1, -1.0000001f, -1, 2}), oktStatusSingularity);
-    EXPECT_EQ(statusOf(oktsLog1p_32f_A24, {1, -1, -1.0000001f, 2}), oktStatusDomain);
-    EXPECT_EQ(statusOf(oktsLog1p_64f_A53, {1, -1.0000001, -1, 2}), oktStatusSingularity);
-    EXPECT_EQ(statusOf(oktsLog1p_64f_A53, {1, -1, 1, 1, 1, 1, 1, 1, 1, 1, -1.0000001, 2}), oktStatusDomain);
-}
-
-TEST(Log1p, AnElementsResultDoesNotDependOnItsNeighbours) {
-    Random random(9);
-    std::vector<Real64> src(4096), dst(4096);
-    for (Real64& x : src) x = random.below(32) ? ordinary<Real64>(random) : special<Real64>(random);
-    oktsLog1p_64f_A53(src.data(), dst.data(), 4096);
-    for (std::size_t i = 0; i < src.size(); ++i)
-        EXPECT_TRUE(sameBits(alone(oktsLog1p_64f_A53, src[i]).value, asBits(dst[i]))) << src[i];
-}
-
 TEST(Log1p, AnElementThatGivesItselfRaisesUnderflowUnlessItIsZero) {
     for (const std::uint32_t flag : {flagUnderflow, flagInexact}) {
         expectFlag<Real32>(oktsLog1p_32f_A24, flag, true, {0x1p-58F, -0x1p-100F, 0x1p-149F});
@@ -170,11 +153,6 @@ TEST(Log1p, AgreesWithTheModelUnderEveryControlState) {
         for (Real64& x : src64) x = random.below(16) ? ordinary<Real64>(random) : special<Real64>(random);
         expectModelUnderEveryControlState<Real64>(oktsLog1p_64f_A53, model::Log1p_64f, src64);
     }
-}
-
-TEST(Log1p, OverlappingArraysGiveTheElementLoopsResults) {
-    expectElementOrder<Real32>(oktsLog1p_32f_A24, -0.9, 3);
-    expectElementOrder<Real64>(oktsLog1p_64f_A53, -0.9, 3);
 }
 
 }  // namespace

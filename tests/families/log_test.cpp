@@ -145,36 +145,6 @@ TEST(Log10, SpecialValues) {
     expectRows<Real64>(oktsLog10_64f_A53, 5, {{0x0000000000000001, 0xC07434E6420F4374, oktStatusOk}});  // -1074 log10 2
 }
 
-TEST(Ln, TheLastWarningDecides) {
-    EXPECT_EQ(statusOf(oktsLn_32f_A24, {1, -1, 2, 0, 3}), oktStatusSingularity);
-    EXPECT_EQ(statusOf(oktsLn_32f_A24, {1, 0, 2, -1, 3}), oktStatusDomain);
-    EXPECT_EQ(statusOf(oktsLn_32f_A24, {-1, 1, 1, 1, 1, 1, 1, 1, 1, 0, 1, 1, 1, 1, 1, 1}), oktStatusSingularity);
-    EXPECT_EQ(statusOf(oktsLn_64f_A53, {1, -1, 2, 0, 3}), oktStatusSingularity);
-    EXPECT_EQ(statusOf(oktsLn_64f_A53, {1, 0, 2, -1, 3}), oktStatusDomain);
-    EXPECT_EQ(statusOf(oktsLn_64f_A53, {-1, 1, 1, 1, 1, 1, 1, 1, 1, 0, 1, 1, 1, 1, 1, 1}), oktStatusSingularity);
-}
-TEST(Log10, TheLastWarningDecides) {
-    EXPECT_EQ(statusOf(oktsLog10_32f_A24, {1, -1, 2, 0, 3}), oktStatusSingularity);
-    EXPECT_EQ(statusOf(oktsLog10_32f_A24, {1, 0, 2, -1, 3}), oktStatusDomain);
-    EXPECT_EQ(statusOf(oktsLog10_64f_A53, {1, -1, 2, 0, 3}), oktStatusSingularity);
-    EXPECT_EQ(statusOf(oktsLog10_64f_A53, {1, 0, 2, -1, 3}), oktStatusDomain);
-}
-
-TEST(Ln, ABadElementChangesNoOther) {
-    for (std::int32_t len = 1; len <= 40; ++len) {
-        for (std::int32_t bad = 0; bad < len; ++bad) {
-            std::vector<Real32> src(static_cast<std::size_t>(len)), dst(src), expected(src);
-            for (std::size_t i = 0; i < src.size(); ++i) src[i] = 0.7f + 0.13f * static_cast<float>(i);
-            ASSERT_EQ(oktsLn_32f_A24(src.data(), expected.data(), len), oktStatusOk);
-            const auto at = static_cast<std::size_t>(bad);
-            src[at] = -2;
-            expected[at] = bits32(0x7FFC0000);
-            ASSERT_EQ(oktsLn_32f_A24(src.data(), dst.data(), len), oktStatusDomain);
-            for (std::size_t i = 0; i < src.size(); ++i) EXPECT_TRUE(sameBits(dst[i], asBits(expected[i])));
-        }
-    }
-}
-
 // Just below 1 the result is close to x - 1 and keeps its relative accuracy.
 TEST(Ln, KeepsRelativeAccuracyNextToOne) {
     for (int i = 1; i < 2000; ++i) {

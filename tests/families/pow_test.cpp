@@ -3,7 +3,6 @@
 
 #include "families/pow_cases.h"
 #include "oktvm.h"
-#include "support/guarded.h"
 
 namespace okt::test {
 namespace {
@@ -110,17 +109,6 @@ TEST(Pow, PlainPowers64) {
                        });
 }
 
-TEST(Pow, TheWarningStandsAndGoodElementsBehindItLeaveIt) {
-    const std::vector<Real64> bases{2, -0.0, 3, 2, 2, 2, 2, 2, 2}, exponents{2, -1, 2, 1024, -1080, 2, 2, 2, 2};
-    std::vector<Real64> dst(bases.size());
-    EXPECT_EQ(oktsPow_64f_A53(bases.data(), exponents.data(), dst.data(), 9), oktStatusDomain);
-    EXPECT_EQ(oktsPow_64f_A53(bases.data() + 2, exponents.data() + 2, dst.data(), 7), oktStatusOk);
-    const std::vector<Real32> bases32{2, -0.0f, 3, 2, 2, 2, 2, 2, 2}, exponents32{2, -1, 2, 1000, -1000, 2, 2, 2, 2};
-    std::vector<Real32> dst32(bases32.size());
-    EXPECT_EQ(oktsPow_32f_A24(bases32.data(), exponents32.data(), dst32.data(), 9), oktStatusDomain);
-    EXPECT_EQ(oktsPow_32f_A24(bases32.data() + 2, exponents32.data() + 2, dst32.data(), 7), oktStatusOk);
-}
-
 // On Real32 the element routine ends in another exponential, so that the path shows in about one result of a hundred.
 TEST(Pow, BlocksOfFourFailForThemselves32) {
     Random random(11);
@@ -192,47 +180,6 @@ TEST(Pow, APairLooksAtThePairBehindIt64) {
     EXPECT_GT(different, 5);
 }
 
-template <class T>
-void inPlaceIsTheSame(Pow<T> f) {
-    Random random(13);
-    for (int round = 0; round < 500; ++round) {
-        std::vector<T> x(1 + random.below(40)), y(x.size()), dst(x.size());
-        for (std::size_t i = 0; i < x.size(); ++i) {
-            storeBits(&x[i], asBits(random.below(6) ? ordinaryBase<T>(random) : specialBase<T>(random)));
-            storeBits(&y[i], asBits(random.below(6) ? ordinaryExponent<T>(random) : specialExponent<T>(random)));
-        }
-        const auto len = static_cast<std::int32_t>(x.size());
-        const OktStatus status = f(x.data(), y.data(), dst.data(), len);
-        auto x2 = x, y2 = y;
-        EXPECT_EQ(f(x2.data(), y.data(), x2.data(), len), status);
-        EXPECT_EQ(f(x.data(), y2.data(), y2.data(), len), status);
-        for (std::size_t i = 0; i < x.size(); ++i) {
-            EXPECT_TRUE(sameBits(x2[i], asBits(dst[i])));
-            EXPECT_TRUE(sameBits(y2[i], asBits(dst[i])));
-        }
-    }
-}
-
-TEST(Pow, InPlace) {
-    inPlaceIsTheSame<Real32>(oktsPow_32f_A24);
-    inPlaceIsTheSame<Real64>(oktsPow_64f_A53);
-}
-
-TEST(Pow, ReadsNothingBehindTheSources) {
-    GuardedMemory first(4096), second(4096);
-    for (std::int32_t len = 1; len <= 40; ++len) {
-        const auto count = static_cast<std::size_t>(len);
-        auto* x = reinterpret_cast<Real64*>(first.end()) - len;
-        auto* y = reinterpret_cast<Real64*>(second.end()) - len;
-        for (std::size_t i = 0; i < count; ++i) {
-            x[i] = i % 7 == 6 ? -1.5 : 0.5 + 0.1 * static_cast<double>(i);
-            y[i] = 2.5;
-        }
-        std::vector<Real64> dst(count);
-        EXPECT_EQ(oktsPow_64f_A53(x, y, dst.data(), len), len > 6 ? oktStatusDomain : oktStatusOk);
-    }
-}
-
 TEST(Pow, Flags32) {
     const auto flags = [](Real32 x, Real32 y) {
         const auto alone = flagsOfPowers(oktsPow_32f_A24, x, y, 1);
@@ -267,27 +214,6 @@ TEST(Pow, Flags64) {
     EXPECT_EQ(flags(2, 1024), flagOverflow | flagInexact);  // rounded there, where k is 1024
     EXPECT_EQ(flags(3, 0.5), flagInexact);
     EXPECT_EQ(flags(3, -660) & ~flagDenormal, flagUnderflow | flagInexact);  // 2^k is subnormal itself
-}
-
-template <class T>
-void sameUnderEveryControlState(Pow<T> f) {
-    Random random(14);
-    std::vector<T> x(50), y(50), expected(50), dst(50);
-    for (std::size_t i = 0; i < 50; ++i) {
-        storeBits(&x[i], asBits(random.below(4) ? ordinaryBase<T>(random) : specialBase<T>(random)));
-        storeBits(&y[i], asBits(random.below(4) ? ordinaryExponent<T>(random) : specialExponent<T>(random)));
-    }
-    const OktStatus status = f(x.data(), y.data(), expected.data(), 50);
-    for (const ControlState& state : allControlStates()) {
-        const ScopedControlState scope(state);
-        EXPECT_EQ(f(x.data(), y.data(), dst.data(), 50), status);
-        for (std::size_t i = 0; i < 50; ++i) EXPECT_TRUE(sameBits(dst[i], asBits(expected[i])));
-    }
-}
-
-TEST(Pow, TheCallersRoundingAndFlushingDoNotMatter) {
-    sameUnderEveryControlState<Real32>(oktsPow_32f_A24);
-    sameUnderEveryControlState<Real64>(oktsPow_64f_A53);
 }
 
 }  // namespace

@@ -107,15 +107,5 @@ TEST(Powx, OneExponentGivesWhatAnArrayOfItGives) {
     }
 }
 
-TEST(Powx, InPlace) {
-    for (const Real64 y : {2.0, 1.7, -3.0, 0.0}) {
-        std::vector<Real64> x(29), dst(29);
-        for (std::size_t i = 0; i < 29; ++i) x[i] = i % 9 == 4 ? -1.5 : 0.2 * static_cast<double>(i);
-        const OktStatus status = oktsPowx_64f_A53(x.data(), y, dst.data(), 29);
-        EXPECT_EQ(oktsPowx_64f_A53(x.data(), y, x.data(), 29), status);
-        for (std::size_t i = 0; i < 29; ++i) EXPECT_TRUE(sameBits(x[i], asBits(dst[i])));
-    }
-}
-
 }  // namespace
 }  // namespace okt::test

@@ -86,25 +86,6 @@ void expectQuantileModel(const QuantileCase<T>& c) {
 }
 
 template <class T>
-void expectLastWarningStands(const QuantileCase<T>& c) {
-    const T domain = -1, pole = 0, plain = c.end / 4, nan = std::numeric_limits<T>::quiet_NaN();
-    EXPECT_EQ(statusOf<T>(c.f, {domain, plain, plain, pole}), oktStatusSingularity);
-    EXPECT_EQ(statusOf<T>(c.f, {c.end, plain, plain, 3 * c.end}), oktStatusDomain);
-    EXPECT_EQ(statusOf<T>(c.f, {nan, plain}), oktStatusOk);
-    for (std::size_t count = 1; count < 40; ++count)
-        for (std::size_t at = 0; at + 1 < count; ++at) {
-            std::vector<T> src(count, plain);
-            src[at] = domain;
-            src[count - 1] = pole;
-            ASSERT_EQ(statusOf<T>(c.f, src), oktStatusSingularity) << count << ' ' << at;
-            src[at] = pole;
-            src[count - 1] = domain;
-            src[count / 2] = count / 2 == at || count / 2 == count - 1 ? src[count / 2] : nan;
-            ASSERT_EQ(statusOf<T>(c.f, src), oktStatusDomain) << count << ' ' << at;
-        }
-}
-
-template <class T>
 void expectQuantileFlags(const QuantileCase<T>& c) {
     const T centre = c.end / 2;
     EXPECT_EQ(flagsAlone(c.f, T{0}), flagDivideByZero);

@@ -323,16 +323,5 @@ TEST(Modf, OverlapIsThatOfTheAscendingLoop) {
         }
 }
 
-TEST(Rounding, OverlapIsThatOfTheAscendingLoop) {
-    for (const std::size_t distance : {0u, 1u, 4u, 7u, 8u, 9u}) {
-        std::vector<Real32> array(60), expected(60);
-        for (std::size_t i = 0; i < 60; ++i) expected[i] = array[i] = 0.75f * static_cast<float>(i) - 10;
-        for (std::size_t i = 0; i < 40; ++i)
-            expected[i + distance] = bits32(rounded<Real32>(asBits(expected[i]), Rule::up));
-        oktsCeil_32f(array.data(), array.data() + distance, 40);
-        EXPECT_EQ(array, expected) << distance;
-    }
-}
-
 }  // namespace
 }  // namespace okt::test

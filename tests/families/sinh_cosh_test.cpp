@@ -148,42 +148,6 @@ TEST(SinhCosh, OnlyTheLastRangeBeforeTheOverflowIsFiniteAgain) {
     }
 }
 
-TEST(SinhCosh, AnOverflowAmongOthersIsReported) {
-    for (const std::size_t len : {5u, 8u, 30u}) {
-        std::vector<Real64> src(len, 1.5);
-        std::vector<Real32> src32(len, 1.5f);
-        src[2] = 711, src[3] = std::numeric_limits<Real64>::infinity(), src[4] = 709;
-        src32[2] = -90, src32[3] = std::numeric_limits<Real32>::infinity();
-        EXPECT_EQ(statusOf(oktsSinh_64f_A53, src), oktStatusOverflow);
-        EXPECT_EQ(statusOf(oktsCosh_64f_A53, src), oktStatusOverflow);
-        EXPECT_EQ(statusOf(oktsSinh_32f_A24, src32), oktStatusOverflow);
-        EXPECT_EQ(statusOf(oktsCosh_32f_A24, src32), oktStatusOverflow);
-        src[2] = 2, src32[2] = 2;
-        EXPECT_EQ(statusOf(oktsSinh_64f_A53, src), oktStatusOk);
-        EXPECT_EQ(statusOf(oktsCosh_64f_A53, src), oktStatusOk);
-        EXPECT_EQ(statusOf(oktsSinh_32f_A24, src32), oktStatusOk);
-        EXPECT_EQ(statusOf(oktsCosh_32f_A24, src32), oktStatusOk);
-    }
-}
-
-TEST(Sinh, BlocksGiveTheElementsResults) {
-    expectBlocksGiveTheElementsResults<Real32>(oktsSinh_32f_A24, elements32);
-    expectBlocksGiveTheElementsResults<Real64>(oktsSinh_64f_A53, elements64);
-}
-TEST(Cosh, BlocksGiveTheElementsResults) {
-    expectBlocksGiveTheElementsResults<Real32>(oktsCosh_32f_A24, elements32);
-    expectBlocksGiveTheElementsResults<Real64>(oktsCosh_64f_A53, elements64);
-}
-
-TEST(Sinh, InPlace) {
-    expectInPlace<Real32>(oktsSinh_32f_A24, elements32);
-    expectInPlace<Real64>(oktsSinh_64f_A53, elements64);
-}
-TEST(Cosh, InPlace) {
-    expectInPlace<Real32>(oktsCosh_32f_A24, elements32);
-    expectInPlace<Real64>(oktsCosh_64f_A53, elements64);
-}
-
 TEST(Sinh, FlagsAreThoseOfTheModel) {
     expectModelFlagsByDefault<Real32>(oktsSinh_32f_A24, model::Sinh_32f, elements32);
     expectModelFlagsByDefault<Real64>(oktsSinh_64f_A53, model::Sinh_64f, elements64);
@@ -204,25 +168,6 @@ TEST(SinhCosh, OnReal64TheFlagsOfInfiniteResultsTellNothing) {
         expectFlag<Real32>(f, flagOverflow, false, {89.0F, HUGE_VALF});
         expectFlag<Real32>(f, flagInvalid, false, {90.0F, HUGE_VALF, -HUGE_VALF});
     }
-}
-
-TEST(SinhCosh, TheCallersControlStateDoesNotMatter) {
-    Random random(8);
-    const std::vector<Real32> src32 = strewn(random, 60, elements32, 5);
-    const std::vector<Real64> src64 = strewn(random, 60, elements64, 5);
-    const auto check = [](auto f, const auto& src) {
-        auto expected = src, dst = src;
-        const OktStatus status = f(src.data(), expected.data(), 60);
-        for (const ControlState& state : allControlStates()) {
-            const ScopedControlState scope(state);
-            EXPECT_EQ(f(src.data(), dst.data(), 60), status);
-            for (std::size_t i = 0; i < 60; ++i) EXPECT_TRUE(sameBits(dst[i], loadBits(&expected[i])));
-        }
-    };
-    check(oktsSinh_32f_A24, src32);
-    check(oktsCosh_32f_A24, src32);
-    check(oktsSinh_64f_A53, src64);
-    check(oktsCosh_64f_A53, src64);
 }
 
 }  // namespace

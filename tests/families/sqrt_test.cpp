@@ -168,13 +168,6 @@ TEST(InvSqrt, InABlockOnReal32ANegativeElementBeatsAZero) {
     EXPECT_EQ(statusOf<Real32>(oktsInvSqrt_32f_A24, {1, 1, 1, 1, -1, 0}), oktStatusSingularity);
 }
 
-TEST(InvSqrt, OnReal64TheLaterElementDecides) {
-    EXPECT_EQ(statusOf<Real64>(oktsInvSqrt_64f_A53, {-1, 0}), oktStatusSingularity);
-    EXPECT_EQ(statusOf<Real64>(oktsInvSqrt_64f_A53, {0, -1}), oktStatusDomain);
-    EXPECT_EQ(statusOf<Real64>(oktsInvSqrt_64f_A53, {-1, 0, 1, 1}), oktStatusSingularity);
-    EXPECT_EQ(statusOf<Real64>(oktsInvSqrt_64f_A53, {0, -1, 1, 1}), oktStatusDomain);
-}
-
 TEST(InvSqrt, AFlaggedBlockOnReal32IsReplacedWhole) {
     Random random(7);
     int differences = 0;
@@ -210,23 +203,6 @@ TEST(InvSqrt, SpecialElementsRaiseInvalidOnReal32Alone) {
     expectFlag<Real32>(oktsInvSqrt_32f_A24, flagInvalid, true, {0.0F, -0.0F, inf32, -1.0F, -inf32});
     expectFlag<Real32>(oktsInvSqrt_32f_A24, flagInvalid, false, {0x1p-149F, 2.0F});
     expectFlag<Real64>(oktsInvSqrt_64f_A53, flagInvalid | flagDivideByZero, false, {0.0, -0.0, inf64, -1.0, -inf64});
-}
-
-TEST(Sqrt, ABlockAndALoneElementGiveTheSameBits) {
-    Random random(8);
-    for (int i = 0; i < 3000; ++i) {
-        const auto x = positiveElement<Real32, -126, 127>(random);
-        const auto y = positiveElement<Real64, -1022, 1023>(random);
-        const auto position = static_cast<std::int32_t>(random.below(8));
-        EXPECT_TRUE(
-            sameBits(among(oktsSqrt_32f_A24, x, 2.0f, 8, position).value, asBits(alone(oktsSqrt_32f_A24, x).value)));
-        EXPECT_TRUE(
-            sameBits(among(oktsSqrt_32f_A24, x, 0.0f, 8, position).value, asBits(alone(oktsSqrt_32f_A24, x).value)));
-        EXPECT_TRUE(
-            sameBits(among(oktsSqrt_64f_A53, y, 2.0, 8, position).value, asBits(alone(oktsSqrt_64f_A53, y).value)));
-        EXPECT_TRUE(sameBits(among(oktsInvSqrt_64f_A53, y, 2.0, 8, position).value,
-                             asBits(alone(oktsInvSqrt_64f_A53, y).value)));
-    }
 }
 
 }  // namespace

@@ -87,43 +87,12 @@ TEST(Tanh, SubnormalsComeBackWithinOneUnit) {
     }
 }
 
-TEST(Tanh, EachLaneOfABlockHasItsOwnClass) {
-    const Real64 src[] = {std::numeric_limits<Real64>::infinity(),
-                          0.5,
-                          bits64(0x7FF0000000000005),
-                          -0.0,
-                          -std::numeric_limits<Real64>::infinity(),
-                          1e-300,
-                          30,
-                          -1};
-    for (std::size_t shift = 0; shift < 8; ++shift) {
-        Real64 turned[8], dst[8];
-        for (std::size_t i = 0; i < 8; ++i) storeBits(turned + i, loadBits(src + (i + shift) % 8));
-        EXPECT_EQ(oktsTanh_64f_A53(turned, dst, 8), oktStatusOk);
-        for (std::size_t i = 0; i < 8; ++i) {
-            Real64 single;
-            oktsTanh_64f_A53(turned + i, &single, 1);
-            EXPECT_TRUE(sameBits(dst[i], loadBits(&single))) << i;
-        }
-    }
-}
-
 TEST(Tanh, NeverLeavesTheUnitInterval) {
     Random random(3);
     for (int i = 0; i < 20000; ++i) {
         EXPECT_LE(std::fabs(alone(oktsTanh_32f_A24, static_cast<Real32>(random.between(5, 11))).value), 1.0f);
         EXPECT_LE(std::fabs(alone(oktsTanh_64f_A53, random.between(15, 21)).value), 1.0);
     }
-}
-
-TEST(Tanh, BlocksGiveTheElementsResults) {
-    expectBlocksGiveTheElementsResults<Real32>(oktsTanh_32f_A24, elements32);
-    expectBlocksGiveTheElementsResults<Real64>(oktsTanh_64f_A53, elements64);
-}
-
-TEST(Tanh, InPlace) {
-    expectInPlace<Real32>(oktsTanh_32f_A24, elements32);
-    expectInPlace<Real64>(oktsTanh_64f_A53, elements64);
 }
 
 TEST(Tanh, NaNsOnReal32AndInfinitiesOnReal64RaiseInvalid) {
