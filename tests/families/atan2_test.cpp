@@ -37,8 +37,8 @@ TEST(Atan2, AgreesWithTheModelOverAllMagnitudes) {
                                 {ordinaryElement<Real64, -300, 300>, anyMagnitude<Real64>},
                                 {ordinaryElement<Real64, -300, 300>, anyMagnitude<Real64>});
 }
-// Both on the lane path, with ratios about 1 and far away from it.
-TEST(Atan2, LanePathAgreesWithTheModel) {
+// Both on the element path, with ratios about 1 and far away from it.
+TEST(Atan2, ElementPathAgreesWithTheModel) {
     expectModel<Real32, Real32>("oktsAtan2_32f_A24", model::Atan2_32f,
                                 {ordinaryElement<Real32, -149, -126>, anyMagnitude<Real32>},
                                 {ordinaryElement<Real32, -149, -100>, anyMagnitude<Real32>});
@@ -186,7 +186,7 @@ TEST(Atan2, NaNs) {
                        {{0x7FC00001, 0xFFC00002, 0x7FC00001}, {0xFFC00002, 0x7F800001, 0xFFC00002}});
 }
 
-// All pairs of the bounds of the lane path's cases with their neighbours, of all signs, alone and in a block.
+// All pairs of the bounds of the element path's cases with their neighbours, of all signs, alone and in a block.
 template <class T>
 void expectModelOnPairs(Routine<T> f, Routine<T> model, const std::vector<T>& magnitudes) {
     constexpr std::int32_t len = 20;
@@ -210,21 +210,21 @@ void appendAround(std::vector<T>& values, T value) {
     for (int step = -1; step <= 1; ++step)
         values.push_back(std::bit_cast<T>(static_cast<Unsigned<T>>(asBits(value) + static_cast<Unsigned<T>>(step))));
 }
-TEST(Atan2, ThresholdsOfTheRangeTestAndOfTheLanePath64) {
+TEST(Atan2, ThresholdsOfTheRangeTestAndOfTheElementPath64) {
     std::vector<Real64> values;
     for (const Real64 v : {bits64(1), 0x1p-1022, 0x1p-1021, 0x1p-1020, 0x1p-969, 0x1p-968, 0x1p-967, 0x1p-948, 0x1p-947,
                            0x1p-946, 0x1p993, 0x1p992, 0x1p939, 0x1p919, 0x1p1023, 0x1p969, 0x1p1022, 1.0})
         appendAround(values, v);
     expectModelOnPairs<Real64>(oktsAtan2_64f_A53, model::Atan2_64f, values);
 }
-TEST(Atan2, ThresholdsOfTheRangeTestAndOfTheLanePath32) {
+TEST(Atan2, ThresholdsOfTheRangeTestAndOfTheElementPath32) {
     std::vector<Real32> values;
     for (const Real32 v : {bits32(1), 0x1p-126F, 0x1p-125F, 0x1p-124F, 0x1p-96F, 0x1p-73F, 0x1p-72F, 0x1p-52F, 0x1p-51F,
                            bits32(0x7D000000), 0x1p120F, 0x1p126F, 0x1p127F, 1.0F})
         appendAround(values, v);
     expectModelOnPairs<Real32>(oktsAtan2_32f_A24, model::Atan2_32f, values);
 }
-// Ratios at the limits of the intervals and regions, main and lane path.
+// Ratios at the limits of the intervals and regions, main and element path.
 TEST(Atan2, LimitsOfTheIntervals) {
     for (const Real64 limit : {0.4375, 0.6875, 1.1875, 2.4375, 0.125, 0.1875, 0.25, 1.5, 0.375, 0.72, 1.75, 2.6875})
         for (const Real64 x : {1.0, 1.7, 0x1.fffffep0}) {
@@ -242,10 +242,10 @@ TEST(Atan2, LimitsOfTheIntervals) {
         }
 }
 
-// Elements whose main and lane results differ show which path they took.
+// Elements whose main and element results differ show which path they took.
 template <class T>
 struct Telltale {
-    T y, x, main, lane;
+    T y, x, main, element;
     explicit Telltale(Routine<T> f) {
         Random random(3);
         for (int i = 0; i < 100000; ++i) {
@@ -255,8 +255,8 @@ struct Telltale {
             const std::vector<T> src1{y, T{0}, y, y, y, y, y, y, y, y, y, y, y, y, y, y}, src2(16, x);
             std::vector<T> dst(16);
             f(src1.data(), src2.data(), dst.data(), 16);
-            lane = dst[0];
-            if (asBits(main) != asBits(lane)) return;
+            element = dst[0];
+            if (asBits(main) != asBits(element)) return;
         }
         std::abort();  // the paths never differ
     }
@@ -273,8 +273,9 @@ void expectBlocks(Routine<T> f, std::int32_t block, std::int32_t (*blocksEnd)(st
             const bool inBlock = position < blocksEnd(len);
             for (std::int32_t i = 0; i < len; ++i) {
                 if (i == position) continue;
-                const bool lane = inBlock && i / block == position / block;
-                EXPECT_TRUE(sameBits(dst[static_cast<std::size_t>(i)], asBits(lane ? telltale.lane : telltale.main)))
+                const bool element = inBlock && i / block == position / block;
+                EXPECT_TRUE(
+                    sameBits(dst[static_cast<std::size_t>(i)], asBits(element ? telltale.element : telltale.main)))
                     << "element " << i << " of " << len << ", zero at " << position;
             }
         }

@@ -1,7 +1,7 @@
 // What the circular functions have in common: special values, the bounds of their main paths, flags.
 #pragma once
 
-#include "families/lane_path.h"
+#include "families/element_path.h"
 #include "support/flags.h"
 #include "support/rows.h"
 
@@ -29,7 +29,7 @@ inline void expectInfinitiesAreNaNAndDomainAndNaNsQuiet(OneSource<Real32> f) {
 }
 
 // Blocks of four.
-inline void expectLanePathFrom90112Up(OneSource<Real64> f) {
+inline void expectElementPathFrom90112Up(OneSource<Real64> f) {
     for (const Real64 sign : {1.0, -1.0}) {
         expectPath<4>(f, sign * nextDown(90112.0), false);
         expectPath<4>(f, sign * 90112.0, true);
@@ -41,7 +41,7 @@ inline void expectLanePathFrom90112Up(OneSource<Real64> f) {
 }
 
 template <int Block>
-void expectLanePathAbove10000(OneSource<Real32> f) {
+void expectElementPathAbove10000(OneSource<Real32> f) {
     for (const Real32 sign : {1.0F, -1.0F}) {
         expectPath<Block>(f, sign * nextDown(10000.0F), false);
         expectPath<Block>(f, sign * 10000.0F, false);

@@ -36,17 +36,17 @@ TEST(Cos32, InfinitiesAreNaNAndDomainAndNaNsComeBackQuiet) {
     expectInfinitiesAreNaNAndDomainAndNaNsQuiet(oktsCos_32f_A24);
 }
 
-TEST(Cos64, RangeTestSendsTheWholeBlockToTheLanePathFrom90112Up) { expectLanePathFrom90112Up(oktsCos_64f_A53); }
+TEST(Cos64, RangeTestSendsTheWholeBlockToTheElementPathFrom90112Up) { expectElementPathFrom90112Up(oktsCos_64f_A53); }
 
-TEST(Cos32, RangeTestSendsTheWholeBlockToTheLanePathAbove10000) { expectLanePathAbove10000<4>(oktsCos_32f_A24); }
+TEST(Cos32, RangeTestSendsTheWholeBlockToTheElementPathAbove10000) { expectElementPathAbove10000<4>(oktsCos_32f_A24); }
 
 TEST(Cos32, LastOneToFourElementsAreATail) {
     const Telltale<Real32> telltale(oktsCos_32f_A24);
     const Real32 huge = 1e6F;
-    EXPECT_TRUE(takesLanePath(oktsCos_32f_A24, telltale, huge, 8, 1, 0, 3));
-    EXPECT_TRUE(takesLanePath(oktsCos_32f_A24, telltale, huge, 8, 5, 5, 5));
-    EXPECT_TRUE(takesLanePath(oktsCos_32f_A24, telltale, huge, 4, 1, 1, 1));
-    EXPECT_TRUE(takesLanePath(oktsCos_32f_A24, telltale, huge, 5, 1, 0, 3));
+    EXPECT_TRUE(takesElementPath(oktsCos_32f_A24, telltale, huge, 8, 1, 0, 3));
+    EXPECT_TRUE(takesElementPath(oktsCos_32f_A24, telltale, huge, 8, 5, 5, 5));
+    EXPECT_TRUE(takesElementPath(oktsCos_32f_A24, telltale, huge, 4, 1, 1, 1));
+    EXPECT_TRUE(takesElementPath(oktsCos_32f_A24, telltale, huge, 5, 1, 0, 3));
 }
 
 TEST(Cos64, TinyElementsGiveOneAndInexact) {
@@ -89,10 +89,10 @@ TEST(Cos32, HugeElementsAgreeWithThePlainModel) {
     expectModelOfHugeElements<Real32>("oktsCos_32f_A24", model::Cos_32f);
 }
 
-TEST(Cos64, HugeElementAmongManyBlocksSendsItsOwnToTheLanePath) {
+TEST(Cos64, HugeElementAmongManyBlocksSendsItsOwnToTheElementPath) {
     expectHugeSendsItsBlockAlone<Real64>(oktsCos_64f_A53, 100, 100);
 }
-TEST(Cos32, HugeElementAmongManyBlocksSendsItsOwnToTheLanePath) {
+TEST(Cos32, HugeElementAmongManyBlocksSendsItsOwnToTheElementPath) {
     expectHugeSendsItsBlockAlone<Real32>(oktsCos_32f_A24, 100, 96);
 }
 

@@ -27,7 +27,7 @@ constexpr OneSource<Real64> sine64 = sineOf<Real64, oktsSinCos_64f_A53>,
 constexpr OneSource<Real32> sine32 = sineOf<Real32, oktsSinCos_32f_A24>,
                             cosine32 = cosineOf<Real32, oktsSinCos_32f_A24>;
 
-TEST(SinCos64, ZeroGivesOneAndKeepsItsSignOnTheLanePathAlone) {
+TEST(SinCos64, ZeroGivesOneAndKeepsItsSignOnTheElementPathAlone) {
     for (const Real64 zero : {0.0, -0.0}) {
         EXPECT_TRUE(sameBits(alone(sine64, zero).value, 0));
         EXPECT_TRUE(sameBits(among(sine64, zero, 1.0, 17, 5).value, 0));
@@ -57,30 +57,30 @@ TEST(SinCos32, InfinitiesAreNaNAndDomainAndNaNsComeBackQuiet) {
     for (const auto f : {sine32, cosine32}) expectInfinitiesAreNaNAndDomainAndNaNsQuiet(f);
 }
 
-TEST(SinCos64, RangeTestSendsTheWholeBlockToTheLanePathFrom90112Up) {
-    for (const auto f : {sine64, cosine64}) expectLanePathFrom90112Up(f);
+TEST(SinCos64, RangeTestSendsTheWholeBlockToTheElementPathFrom90112Up) {
+    for (const auto f : {sine64, cosine64}) expectElementPathFrom90112Up(f);
 }
 
-TEST(SinCos32, RangeTestSendsTheWholeBlockToTheLanePathAbove10000) {
-    for (const auto f : {sine32, cosine32}) expectLanePathAbove10000<4>(f);
+TEST(SinCos32, RangeTestSendsTheWholeBlockToTheElementPathAbove10000) {
+    for (const auto f : {sine32, cosine32}) expectElementPathAbove10000<4>(f);
 }
 
 TEST(SinCos32, AWholeLastBlockIsABlock) {
     const Telltale<Real32> telltale(sine32);
-    EXPECT_TRUE(takesLanePath(sine32, telltale, 1e6F, 4, 1, 0, 3));
-    EXPECT_TRUE(takesLanePath(sine32, telltale, 1e6F, 8, 5, 4, 7));
-    EXPECT_TRUE(takesLanePath(sine32, telltale, 1e6F, 7, 5, 5, 5));
+    EXPECT_TRUE(takesElementPath(sine32, telltale, 1e6F, 4, 1, 0, 3));
+    EXPECT_TRUE(takesElementPath(sine32, telltale, 1e6F, 8, 5, 4, 7));
+    EXPECT_TRUE(takesElementPath(sine32, telltale, 1e6F, 7, 5, 5, 5));
 }
 
-TEST(SinCos64, TinyElementsOfTheLanePathComeBackAsTheyAre) {
+TEST(SinCos64, TinyElementsOfTheElementPathComeBackAsTheyAre) {
     for (const Real64 x : {0x1p-1074, -0x1p-1074, 0x1p-1022, 0x1.23456789p-700, -0x1.fffffffffffffp-253}) {
         EXPECT_TRUE(sameBits(besideHuge(sine64, x), asBits(x)));
         EXPECT_TRUE(sameBits(besideHuge(cosine64, x), 0x3FF0000000000000));
     }
 }
 
-// On the lane path the sine and the cosine are those of the functions of their own.
-TEST(SinCos64, LanePathGivesTheSineAndCosineOfTheSingleFunctions) {
+// On the element path the sine and the cosine are those of the functions of their own.
+TEST(SinCos64, ElementPathGivesTheSineAndCosineOfTheSingleFunctions) {
     Random random(11);
     for (int i = 0; i < 2000; ++i) {
         const Real64 x = ofMagnitude<Real64>(random, 17, 1023);
@@ -115,10 +115,10 @@ TEST(SinCos32, HugeElementsAgreeWithThePlainModel) {
     expectModelOfHugeElements<Real32>("oktsSinCos_32f_A24", model::SinCos_32f);
 }
 
-TEST(SinCos64, HugeElementAmongManyBlocksSendsItsOwnToTheLanePath) {
+TEST(SinCos64, HugeElementAmongManyBlocksSendsItsOwnToTheElementPath) {
     for (const auto f : {sine64, cosine64}) expectHugeSendsItsBlockAlone<Real64>(f, 100, 100);
 }
-TEST(SinCos32, HugeElementAmongManyBlocksSendsItsOwnToTheLanePath) {
+TEST(SinCos32, HugeElementAmongManyBlocksSendsItsOwnToTheElementPath) {
     for (const auto f : {sine32, cosine32}) expectHugeSendsItsBlockAlone<Real32>(f, 100, 100);
 }
 

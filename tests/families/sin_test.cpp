@@ -11,7 +11,7 @@
 namespace okt::test {
 namespace {
 
-TEST(Sin64, ZeroLosesItsSignOnTheMainPathAndKeepsItOnTheLanePath) {
+TEST(Sin64, ZeroLosesItsSignOnTheMainPathAndKeepsItOnTheElementPath) {
     for (const Real64 zero : {0.0, -0.0}) {
         EXPECT_TRUE(sameBits(alone(oktsSin_64f_A53, zero).value, 0));
         EXPECT_TRUE(sameBits(among(oktsSin_64f_A53, zero, 1.0, 17, 5).value, 0));
@@ -35,29 +35,29 @@ TEST(Sin32, InfinitiesAreNaNAndDomainAndNaNsComeBackQuiet) {
     expectInfinitiesAreNaNAndDomainAndNaNsQuiet(oktsSin_32f_A24);
 }
 
-TEST(Sin64, RangeTestSendsTheWholeBlockToTheLanePathFrom90112Up) { expectLanePathFrom90112Up(oktsSin_64f_A53); }
+TEST(Sin64, RangeTestSendsTheWholeBlockToTheElementPathFrom90112Up) { expectElementPathFrom90112Up(oktsSin_64f_A53); }
 
-TEST(Sin32, RangeTestSendsTheWholeBlockToTheLanePathAbove10000) { expectLanePathAbove10000<4>(oktsSin_32f_A24); }
+TEST(Sin32, RangeTestSendsTheWholeBlockToTheElementPathAbove10000) { expectElementPathAbove10000<4>(oktsSin_32f_A24); }
 
 TEST(Sin32, LastOneToFourElementsAreATail) {
     const Telltale<Real32> telltale(oktsSin_32f_A24);
     const Real32 huge = 1e6F;
-    EXPECT_TRUE(takesLanePath(oktsSin_32f_A24, telltale, huge, 8, 1, 0, 3));  // one block
-    EXPECT_TRUE(takesLanePath(oktsSin_32f_A24, telltale, huge, 8, 5, 5, 5));  // and a tail of four
-    EXPECT_TRUE(takesLanePath(oktsSin_32f_A24, telltale, huge, 4, 1, 1, 1));  // no block at all
-    EXPECT_TRUE(takesLanePath(oktsSin_32f_A24, telltale, huge, 5, 1, 0, 3));
-    EXPECT_TRUE(takesLanePath(oktsSin_32f_A24, telltale, huge, 12, 5, 4, 7));
-    EXPECT_TRUE(takesLanePath(oktsSin_32f_A24, telltale, huge, 12, 8, 8, 8));
+    EXPECT_TRUE(takesElementPath(oktsSin_32f_A24, telltale, huge, 8, 1, 0, 3));  // one block
+    EXPECT_TRUE(takesElementPath(oktsSin_32f_A24, telltale, huge, 8, 5, 5, 5));  // and a tail of four
+    EXPECT_TRUE(takesElementPath(oktsSin_32f_A24, telltale, huge, 4, 1, 1, 1));  // no block at all
+    EXPECT_TRUE(takesElementPath(oktsSin_32f_A24, telltale, huge, 5, 1, 0, 3));
+    EXPECT_TRUE(takesElementPath(oktsSin_32f_A24, telltale, huge, 12, 5, 4, 7));
+    EXPECT_TRUE(takesElementPath(oktsSin_32f_A24, telltale, huge, 12, 8, 8, 8));
 }
 
-TEST(Sin64, TailTakesTheLanePathElementByElement) {
+TEST(Sin64, TailTakesTheElementPathElementByElement) {
     const Telltale<Real64> telltale(oktsSin_64f_A53);
-    EXPECT_TRUE(takesLanePath(oktsSin_64f_A53, telltale, 1e6, 8, 5, 4, 7));
-    EXPECT_TRUE(takesLanePath(oktsSin_64f_A53, telltale, 1e6, 7, 5, 5, 5));
-    EXPECT_TRUE(takesLanePath(oktsSin_64f_A53, telltale, 1e6, 3, 1, 1, 1));
+    EXPECT_TRUE(takesElementPath(oktsSin_64f_A53, telltale, 1e6, 8, 5, 4, 7));
+    EXPECT_TRUE(takesElementPath(oktsSin_64f_A53, telltale, 1e6, 7, 5, 5, 5));
+    EXPECT_TRUE(takesElementPath(oktsSin_64f_A53, telltale, 1e6, 3, 1, 1, 1));
 }
 
-TEST(Sin64, TinyElementsOfTheLanePathComeBackAsTheyAreAndInexact) {
+TEST(Sin64, TinyElementsOfTheElementPathComeBackAsTheyAreAndInexact) {
     for (const Real64 x : {0x1p-1074, -0x1p-1074, 0x1.8p-1023, 0x1p-1022, 0x1.23456789p-700, -0x1.fffffffffffffp-253}) {
         EXPECT_TRUE(sameBits(besideHuge(oktsSin_64f_A53, x), asBits(x)));
         EXPECT_TRUE(sameBits(alone(oktsSin_64f_A53, x).value, asBits(x)));
@@ -75,7 +75,7 @@ TEST(Sin32, OnlyInfinitiesAndSignallingNaNsRaiseInvalid) {
     expectInvalidOfInfinitiesAndSignallingNaNsAlone(oktsSin_32f_A24);
 }
 
-// The lane path takes element by element, so that a result stored on the next argument becomes that argument.
+// The element path takes element by element, so that a result stored on the next argument becomes that argument.
 TEST(Sin64, BlockOfHugeElementsIsReadInOrder) {
     Real64 values[5] = {1e300, 1e300, 1e300, 1e300, 1e300}, expected[5] = {1e300};
     for (int i = 0; i < 4; ++i) expected[i + 1] = besideHuge(oktsSin_64f_A53, expected[i]);
@@ -105,10 +105,10 @@ TEST(Sin32, HugeElementsAgreeWithThePlainModel) {
     expectModelOfHugeElements<Real32>("oktsSin_32f_A24", model::Sin_32f);
 }
 
-TEST(Sin64, HugeElementAmongManyBlocksSendsItsOwnToTheLanePath) {
+TEST(Sin64, HugeElementAmongManyBlocksSendsItsOwnToTheElementPath) {
     expectHugeSendsItsBlockAlone<Real64>(oktsSin_64f_A53, 100, 100);
 }
-TEST(Sin32, HugeElementAmongManyBlocksSendsItsOwnToTheLanePath) {
+TEST(Sin32, HugeElementAmongManyBlocksSendsItsOwnToTheElementPath) {
     expectHugeSendsItsBlockAlone<Real32>(oktsSin_32f_A24, 100, 96);
 }
 

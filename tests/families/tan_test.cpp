@@ -19,7 +19,7 @@ TEST(Tan64, ZeroKeepsItsSign) {
     }
 }
 
-TEST(Tan32, ZeroLosesItsSignOnTheMainPathAndKeepsItOnTheLanePath) {
+TEST(Tan32, ZeroLosesItsSignOnTheMainPathAndKeepsItOnTheElementPath) {
     for (const Real32 zero : {0.0F, -0.0F}) {
         EXPECT_TRUE(sameBits(alone(oktsTan_32f_A24, zero).value, 0));
         EXPECT_TRUE(sameBits(among(oktsTan_32f_A24, zero, 1.0F, 17, 5).value, 0));
@@ -43,14 +43,14 @@ TEST(Tan64, DoublesNextToHalfPiAreLargeWithTheRightSign) {
                         {0xBFF921FB54442D19, 0x433617A15494767A}});
 }
 
-TEST(Tan32, RangeTestSendsBothElementsToTheLanePathAbove10000) { expectLanePathAbove10000<2>(oktsTan_32f_A24); }
+TEST(Tan32, RangeTestSendsBothElementsToTheElementPathAbove10000) { expectElementPathAbove10000<2>(oktsTan_32f_A24); }
 
 TEST(Tan32, LastElementGoesAlone) {
     const Telltale<Real32> telltale(oktsTan_32f_A24);
-    EXPECT_TRUE(takesLanePath(oktsTan_32f_A24, telltale, 1e6F, 5, 4, 4, 4));
-    EXPECT_TRUE(takesLanePath(oktsTan_32f_A24, telltale, 1e6F, 5, 3, 2, 3));
-    EXPECT_TRUE(takesLanePath(oktsTan_32f_A24, telltale, 1e6F, 6, 5, 4, 5));
-    EXPECT_TRUE(takesLanePath(oktsTan_32f_A24, telltale, 1e6F, 7, 3, 2, 3));
+    EXPECT_TRUE(takesElementPath(oktsTan_32f_A24, telltale, 1e6F, 5, 4, 4, 4));
+    EXPECT_TRUE(takesElementPath(oktsTan_32f_A24, telltale, 1e6F, 5, 3, 2, 3));
+    EXPECT_TRUE(takesElementPath(oktsTan_32f_A24, telltale, 1e6F, 6, 5, 4, 5));
+    EXPECT_TRUE(takesElementPath(oktsTan_32f_A24, telltale, 1e6F, 7, 3, 2, 3));
 }
 
 // From 12800 up the reduction comes first, also where the main path's steps would still work.

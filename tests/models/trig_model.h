@@ -28,32 +28,32 @@ inline Real32 flipSign(Real32 x, std::uint32_t lowBit) { return fromBits(asBits(
 inline std::int32_t toInteger(Real32 x) { return _mm_cvtss_si32(_mm_set_ss(x)); }
 
 // Elements begin .. end - 1 in blocks; a flagged element sends its whole block, in order, through the element path.
-template <class Flagged, class Main, class Lane>
-void redo(std::int32_t begin, std::int32_t end, std::int32_t block, Flagged flagged, Main main, Lane lane) {
+template <class Flagged, class Main, class Element>
+void redo(std::int32_t begin, std::int32_t end, std::int32_t block, Flagged flagged, Main main, Element element) {
     for (std::int32_t i = begin; i < end; i += block) {
         bool any = false;
         for (std::int32_t k = 0; k < block; ++k) any = any || flagged(i + k);
-        for (std::int32_t k = 0; k < block; ++k) any ? lane(i + k) : main(i + k);
+        for (std::int32_t k = 0; k < block; ++k) any ? element(i + k) : main(i + k);
     }
 }
 
 // Whole blocks, then the rest one element at a time.
-template <class Flagged, class Main, class Lane>
-void redoAll(std::int32_t len, std::int32_t block, Flagged flagged, Main main, Lane lane) {
+template <class Flagged, class Main, class Element>
+void redoAll(std::int32_t len, std::int32_t block, Flagged flagged, Main main, Element element) {
     const std::int32_t blocks = len - len % block;
-    redo(0, blocks, block, flagged, main, lane);
-    redo(blocks, len, 1, flagged, main, lane);
+    redo(0, blocks, block, flagged, main, element);
+    redo(blocks, len, 1, flagged, main, element);
 }
 
 // Blocks run while the count done is below len - 4, so that one to four elements are left.
-template <class Flagged, class Main, class Lane>
-void redoAllButLast(std::int32_t len, Flagged flagged, Main main, Lane lane) {
+template <class Flagged, class Main, class Element>
+void redoAllButLast(std::int32_t len, Flagged flagged, Main main, Element element) {
     std::int32_t done = 0;
     while (done < len - 4) {
-        redo(done, done + 4, 4, flagged, main, lane);
+        redo(done, done + 4, 4, flagged, main, element);
         done += 4;
     }
-    redo(done, len, 1, flagged, main, lane);
+    redo(done, len, 1, flagged, main, element);
 }
 
 inline bool outOfRange64(Real64 x) { return upperAbs(x) >= 0x40F60000u; }

@@ -1,5 +1,5 @@
 // Which path an element takes, read off neighbours whose result
-// differs between the block's main path and the lane path.
+// differs between the block's main path and the element path.
 #pragma once
 
 #include "lanes/lanes.h"
@@ -24,39 +24,39 @@ std::vector<T> resultsWith(OneSource<T> f, T x, T filler, std::int32_t len, std:
     return dst;
 }
 
-inline constexpr std::int32_t laneArrayLength = 17;  // four blocks of four and a tail, for every loop of these families
+inline constexpr std::int32_t pathArrayLength = 17;  // four blocks of four and a tail, for every loop of these families
 
-// An element's result when its block takes the lane path: huge neighbours see to that.
+// An element's result when its block takes the element path: huge neighbours see to that.
 template <class T>
 T besideHuge(OneSource<T> f, T x, std::int32_t position = 1) {
-    return among(f, x, T{1e6}, laneArrayLength, position).value;
+    return among(f, x, T{1e6}, pathArrayLength, position).value;
 }
 
 // A value whose results on the two paths differ.
 template <class T>
 struct Telltale {
-    T x, main, lane;
+    T x, main, element;
     explicit Telltale(OneSource<T> f) {
         Random random(3);
         for (int i = 0; i < 100000; ++i) {
             x = static_cast<T>(random.between(0.5, 3.0));
-            main = among(f, x, x, laneArrayLength, 0).value;
-            lane = besideHuge(f, x);
-            if (asBits(main) != asBits(lane)) return;
+            main = among(f, x, x, pathArrayLength, 0).value;
+            element = besideHuge(f, x);
+            if (asBits(main) != asBits(element)) return;
         }
         std::abort();  // the paths never differ: no use for this function
     }
 };
 
-// The elements from `first` to `last` take the lane path when
+// The elements from `first` to `last` take the element path when
 // x stands at `position` of an array of `len`, and no others.
 template <class T>
-testing::AssertionResult takesLanePath(OneSource<T> f, const Telltale<T>& telltale, T x, std::int32_t len,
-                                       std::int32_t position, std::int32_t first, std::int32_t last) {
+testing::AssertionResult takesElementPath(OneSource<T> f, const Telltale<T>& telltale, T x, std::int32_t len,
+                                          std::int32_t position, std::int32_t first, std::int32_t last) {
     const std::vector<T> results = resultsWith(f, x, telltale.x, len, position);
     for (std::int32_t i = 0; i < len; ++i) {
         if (i == position) continue;
-        const T expected = i >= first && i <= last ? telltale.lane : telltale.main;
+        const T expected = i >= first && i <= last ? telltale.element : telltale.main;
         if (asBits(results[static_cast<std::size_t>(i)]) != asBits(expected))
             return testing::AssertionFailure()
                    << "element " << i << " of " << len << " with " << std::hexfloat << x << " at " << position;
@@ -64,15 +64,15 @@ testing::AssertionResult takesLanePath(OneSource<T> f, const Telltale<T>& tellta
     return testing::AssertionSuccess();
 }
 
-// x at any place of the blocks of Block sends its own block through the lane path, or none.
+// x at any place of the blocks of Block sends its own block through the element path, or none.
 template <int Block, class T>
-void expectPath(OneSource<T> f, T x, bool lane) {
+void expectPath(OneSource<T> f, T x, bool element) {
     const Telltale<T> telltale(f);
-    for (std::int32_t position = 0; position < laneArrayLength; ++position) {
-        const bool inBlock = lane && position < laneArrayLength / Block * Block;
+    for (std::int32_t position = 0; position < pathArrayLength; ++position) {
+        const bool inBlock = element && position < pathArrayLength / Block * Block;
         const std::int32_t first = position / Block * Block;
-        EXPECT_TRUE(takesLanePath(f, telltale, x, laneArrayLength, position, inBlock ? first : 0,
-                                  inBlock ? first + Block - 1 : -1));
+        EXPECT_TRUE(takesElementPath(f, telltale, x, pathArrayLength, position, inBlock ? first : 0,
+                                     inBlock ? first + Block - 1 : -1));
     }
 }
 
@@ -83,7 +83,7 @@ void expectHugeSendsItsBlockAlone(OneSource<T> f, std::int32_t len, std::int32_t
     const Telltale<T> telltale(f);
     for (std::int32_t position = 0; position < blocksEnd; ++position) {
         const std::int32_t first = position / 4 * 4;
-        EXPECT_TRUE(takesLanePath(f, telltale, T{1e6}, len, position, first, first + 3)) << position;
+        EXPECT_TRUE(takesElementPath(f, telltale, T{1e6}, len, position, first, first + 3)) << position;
     }
 }
 
