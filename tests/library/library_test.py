@@ -82,7 +82,8 @@ class Derived(unittest.TestCase):
         for start, frame in ((" - Acos,", "mxcsr"), (" - Cosh and", "double-guard")):
             sentence = head[head.index(start):].split(".")[0]
             named = {family["name"] for family in families} & set(re.findall(r"\w+", sentence))
-            self.assertEqual(named, {f["name"] for f in families for r in f["routines"] if r["frame"] == frame})
+            self.assertEqual(named, {f["name"] for f in families for r in f["routines"] if r["frame"] == frame},
+                             "the head in tools/catalogue/oktvm.h.in names them")
 
     def test_all_names_have_ordinals_in_byte_order(self):
         lines = generate.module_definition(generate.load()).splitlines()[1:]
