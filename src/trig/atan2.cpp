@@ -1,7 +1,7 @@
 // The angle of the point (x, y), from -pi to pi.
 //
 // A block goes through the main path of angle32.h or angle64.h, or as a whole through the element path of
-// angle_element.cpp if one of its elements has to. The two differ in the last bit of some 5 to 9 % of ordinary elements.
+// angle_element.cpp if one of its elements has to. The two differ in the last bit of 5 to 9 % of ordinary elements.
 //
 // Largest errors seen: main path 0.8195 ulp, 0.998 where the result is subnormal (Real32), 0.7461 (Real64); element
 // path 0.5156 at y = 0x1.29cb140f45613p-3, x = 0x1.339fe2c7d4af3p+0.
