@@ -80,7 +80,8 @@ class Block:
         self.constants, self.names = [], {}
         for given in entry["coefficients"]:
             name, at, scope = given.partition("@")
-            constant = sources.constant(self.file, scope or None if at else entry.get("in"), name)
+            file, scope = (scope, None) if "/" in scope else (self.file, scope or None if at else entry.get("in"))
+            constant = sources.constant(file, scope, name)
             values = [exact(v) for v in constant.values]
             self.constants.append(constant)
             self.names[name.split()[-1]] = values if constant.is_array else values[0]
