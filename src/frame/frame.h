@@ -105,6 +105,7 @@ template <class Body, class... Array>
 [[gnu::noinline]] OktStatus run(const Body& body, std::int32_t len, Array... arrays) {
     OktStatus status = oktStatusOk;
     body(arrays..., len, status);
+    clearUpperLanes();
     return status;
 }
 

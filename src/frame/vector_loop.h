@@ -3,6 +3,7 @@
 
 #include "lanes/lanes.h"
 
+#include <algorithm>
 #include <cstddef>
 #include <cstdint>
 #include <iterator>
@@ -26,28 +27,33 @@ inline bool smearsForward(const T* src, const T* dst, std::int32_t len, std::int
 }
 
 // dst[i] = operation(src[i]...) for count elements, ascending. `operation` is generic over the lanes. Loads of the
-// sources are unaligned; stores are aligned once the elements before the first 16-byte boundary are done, unless the
-// destination stands at an odd address, where no boundary can be reached.
+// sources are unaligned; stores are aligned once the elements before the first boundary of a register are done, unless
+// the destination stands at an odd address, where no boundary can be reached. Where registers are wide, a pass is longer
+// as long as the arrays let it: any pass gives the scalar loop's results.
 template <class T, class Operation, class... Source>
 inline void vectorLoop(const Operation& operation, T* dst, std::size_t count, const Source*... src) {
-    using Register = Vec<T, registerLanes<T>>;
+    constexpr std::size_t longPass = std::max(vectorLoopPass, std::size_t{2} * registerLanes<T>);
     std::size_t i = 0;
     const auto scalarUntil = [&](std::size_t end) {
         for (; i < end; ++i) operation(Vec<T, 1>::load(src + i)...).store(dst + i);
     };
-    const std::size_t misalignment = reinterpret_cast<std::uintptr_t>(dst) % 16;
-    const std::size_t peel = misalignment % sizeof(T) == 0 ? (16 - misalignment) % 16 / sizeof(T) : 0;
-
-    if (count >= peel + vectorLoopPass && !(smearsForward(src, dst) || ...)) {
-        scalarUntil(peel);
-        const std::size_t end = count - (count - peel) % vectorLoopPass;
-        for (; i < end; i += vectorLoopPass) {
-            Register results[vectorLoopPass / registerLanes<T>];
+    const auto inPassesOf = [&]<std::size_t pass>(std::integral_constant<std::size_t, pass>) OKT_INLINE {
+        constexpr int width = std::min(registerLanes<T>, static_cast<int>(pass));
+        const std::size_t misalignment = reinterpret_cast<std::uintptr_t>(dst + i) % (width * sizeof(T));
+        const std::size_t peel =
+            misalignment == 0 || misalignment % sizeof(T) != 0 ? 0 : width - misalignment / sizeof(T);
+        if (count < i + peel + pass || (smearsForward(src, dst, pass) || ...)) return;
+        scalarUntil(i + peel);
+        const std::size_t end = count - (count - i) % pass;
+        for (; i < end; i += pass) {
+            Vec<T, width> results[pass / width];
             for (std::size_t k = 0; k < std::size(results); ++k)
-                results[k] = operation(Register::load(src + i + k * registerLanes<T>)...);
-            for (std::size_t k = 0; k < std::size(results); ++k) results[k].store(dst + i + k * registerLanes<T>);
+                results[k] = operation(Vec<T, width>::load(src + i + k * width)...);
+            for (std::size_t k = 0; k < std::size(results); ++k) results[k].store(dst + i + k * width);
         }
-    }
+    };
+    if constexpr (longPass != vectorLoopPass) inPassesOf(std::integral_constant<std::size_t, longPass>{});
+    inPassesOf(std::integral_constant<std::size_t, vectorLoopPass>{});
     scalarUntil(count);
 }
 

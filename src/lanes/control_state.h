@@ -4,7 +4,11 @@
 // matters, the arithmetic stands in a function of its own that is not inlined.
 #pragma once
 
+#if defined(__AVX__)
+#include <immintrin.h>
+#else
 #include <emmintrin.h>
+#endif
 
 #include <cstdint>
 
@@ -22,6 +26,14 @@ inline std::uint16_t readX87Status() {
     std::uint16_t word;
     asm volatile("fnstsw %0" : "=a"(word));
     return word;
+}
+
+// A caller's instructions of 128 bits wait for the upper lanes of registers that hold something there. The compiler
+// puts the same at the end of a function that uses such registers, but not of one that leaves that to others.
+inline void clearUpperLanes() {
+#if defined(__AVX__)
+    _mm256_zeroupper();
+#endif
 }
 
 }  // namespace okt
