@@ -61,7 +61,8 @@ OKT_INLINE inline Complex64 lnElement(Complex64 z) {
     if (!isFinite(z.re) || !isFinite(z.im)) [[unlikely]] {
         return closed(lnSpecial(z.re, z.im, 1.0));
     }
-    // Hidden, so that no part gets to the x87 unit before it is known to be finite: a signalling NaN raises invalid there.
+    // Hidden, so that no part gets to the x87 unit before it is known to be finite: a signalling NaN raises invalid
+    // there.
     Real64 re = opaque(z.re), im = opaque(z.im);
     Real80 angle = extended::atan2(im, re);
     return closed({narrow(lnOfSquares(re, im) * 0.5), narrow(angle)});

@@ -128,7 +128,7 @@ TEST(MovedSeeds, ReachBothEndsOfTheInterval) {
             EXPECT_TRUE(first <= f.of(x) && f.of(x) <= last) << x;
             salt = stepsAbove + 5;
             EXPECT_EQ(asBits(f.of(x)), asBits(first) + 5) << x;
-            salt = ~0U;
+            salt = ~shortSeeds;
             EXPECT_EQ(f.of(x), last) << x;
         }
     }
