@@ -404,7 +404,7 @@ inline void expectSameInEveryRoundingMode(std::string_view family, int lowest, i
 }
 
 // All that holds for each of these functions. The orders are those of parts with finite results.
-inline void expectKernelLoop(std::string_view family, Symmetry symmetry, int highest) {
+inline void expectElementLoop(std::string_view family, Symmetry symmetry, int highest) {
     expectSymmetry(family, symmetry);
     expectNarrowedResults(family, -127, highest);
     expectSameInEveryRoundingMode(family, -30, highest);

@@ -9,9 +9,9 @@ TEST(ComplexCircular, SinOfEveryClass) { expectTurnedCells("Sin", sinhCells, tru
 TEST(ComplexCircular, TanOfEveryClass) { expectTurnedCells("Tan", tanhCells, true); }
 
 TEST(ComplexCircular, WhatHoldsForEveryElement) {
-    expectKernelLoop("Cos", {.even = true}, 6);
-    expectKernelLoop("Sin", {.odd = true}, 6);
-    expectKernelLoop("Tan", {.odd = true}, 8);
+    expectElementLoop("Cos", {.even = true}, 6);
+    expectElementLoop("Sin", {.odd = true}, 6);
+    expectElementLoop("Tan", {.odd = true}, 8);
 }
 
 TEST(ComplexCircular, NotableElements) {

@@ -99,7 +99,7 @@ TEST(Exp, ComplexAgreesWithTheModelInEveryRoundingMode) {
 }
 
 // An element out of the blocks' range is widened under the caller's MXCSR: with denormals-are-zero a
-// subnormal part is a zero of its sign in the scalar kernel, also where the kernel would hand it through.
+// subnormal part is a zero of its sign in the written steps, also where they would hand it through.
 TEST(Exp, ComplexElementsWithSubnormalPartsUnderEveryMxcsr) {
     const Real32 inf = std::numeric_limits<Real32>::infinity(), nan = std::numeric_limits<Real32>::quiet_NaN();
     for (const Real32 subnormal : {bits32(1), bits32(0x80000001), bits32(0x007FFFFF), bits32(0x807FFFFF)})
@@ -265,7 +265,7 @@ TEST(Exp, ComplexSpecialValues) {
     expectCells<Complex64>({oktsExp_64fc_A26, oktsExp_64fc_A50, oktsExp_64fc_A53}, as64);
 }
 
-// The block kernels compute the imaginary part of a real argument; the scalar kernel hands its zero on.
+// The block kernels compute the imaginary part of a real argument; the written steps hand its zero on.
 TEST(Exp, ComplexImaginaryZeros) {
     const auto imaginary = [](auto f, auto z) { return asBits(alone<decltype(z)>(f, z).value.im); };
     for (const float a : {1.0f, -3.0f, 0.0f}) {
@@ -290,9 +290,9 @@ TEST(Exp, ComplexImaginaryZeros) {
 // ---------------------------------------------------------------------------------------------------------------------
 // Which path an element takes
 
-// The scalar kernel rounds the exact value to Real64 and then to Real32, which tells it from the single block kernel.
+// The written steps round the exact value to Real64 and then to Real32, which tells them from the single block kernel.
 TEST(Exp, ComplexBoundsOfTheSingleBlockKernelAreInRange) {
-    // e^87.3365478515625 by the block kernel, and one Real32 further by the scalar kernel.
+    // e^87.3365478515625 by the block kernel, and one Real32 further by the written steps.
     const auto at = [](std::uint32_t re, std::uint32_t im) {
         return alone<Complex32>(oktsExp_32fc_A11, fromPatterns<Complex32>(re, im)).value;
     };

@@ -9,9 +9,9 @@ TEST(ComplexHyperbolic, SinhOfEveryClass) { expectCells("Sinh", sinhCells); }
 TEST(ComplexHyperbolic, TanhOfEveryClass) { expectCells("Tanh", tanhCells); }
 
 TEST(ComplexHyperbolic, WhatHoldsForEveryElement) {
-    expectKernelLoop("Cosh", {.even = true}, 6);
-    expectKernelLoop("Sinh", {.odd = true}, 6);
-    expectKernelLoop("Tanh", {.odd = true}, 8);
+    expectElementLoop("Cosh", {.even = true}, 6);
+    expectElementLoop("Sinh", {.odd = true}, 6);
+    expectElementLoop("Tanh", {.odd = true}, 8);
 }
 
 TEST(ComplexHyperbolic, NotableElements) {

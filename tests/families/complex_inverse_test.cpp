@@ -12,13 +12,13 @@ TEST(ComplexInverse, AsinOfEveryClass) { expectTurnedCells("Asin", asinhCells, t
 TEST(ComplexInverse, AtanOfEveryClass) { expectTurnedCells("Atan", atanhCells, true); }
 
 TEST(ComplexInverse, WhatHoldsForEveryElement) {
-    expectKernelLoop("Acos", {}, 100);
-    expectKernelLoop("Acosh", {}, 100);
-    expectKernelLoop("Asin", {.odd = true}, 100);
-    expectKernelLoop("Asinh", {.odd = true}, 100);
+    expectElementLoop("Acos", {}, 100);
+    expectElementLoop("Acosh", {}, 100);
+    expectElementLoop("Asin", {.odd = true}, 100);
+    expectElementLoop("Asinh", {.odd = true}, 100);
     // The logarithm of a rounded quotient and that of its reciprocal.
-    expectKernelLoop("Atan", {.odd = true, .nearly = true}, 100);
-    expectKernelLoop("Atanh", {.odd = true, .nearly = true}, 100);
+    expectElementLoop("Atan", {.odd = true, .nearly = true}, 100);
+    expectElementLoop("Atanh", {.odd = true, .nearly = true}, 100);
 }
 
 TEST(ComplexInverse, NotableElements) {

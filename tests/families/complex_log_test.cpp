@@ -27,7 +27,7 @@ Z anyOrNearUnitCircle(Random& random) {
 }
 
 // ---------------------------------------------------------------------------------------------------------------------
-// Against models and kernels
+// Against models and the written steps
 
 TEST(ComplexLn, A11AgreesWithTheModel) {
     expectModel<Complex32, Complex32>("oktsLn_32fc_A11", model::Ln_32fc_A11,
@@ -73,37 +73,37 @@ TEST(ComplexLn, A21UnderDenormalsAreZeroTakesASubnormalPartForAZeroOfItsSign) {
         }
 }
 
-// What the scalar kernel gives, rounded to the type.
-Complex32 byKernel(Complex32 z) {
+// What the written steps give, rounded to the type.
+Complex32 byElement(Complex32 z) {
     const Complex64 w = okt::complex::lnElement({Real64{z.re}, Real64{z.im}});
     return {static_cast<Real32>(w.re), static_cast<Real32>(w.im)};
 }
-Complex64 byKernel(Complex64 z) { return okt::complex::lnElement(z); }
+Complex64 byElement(Complex64 z) { return okt::complex::lnElement(z); }
 
-// The kernel is right to half a unit of the last place.
+// The written steps are right to half a unit of the last place.
 template <class Z>
-void expectCloseToKernel(ComplexRoutine<Z> f, Z (*ordinary)(Random&)) {
+void expectCloseToElement(ComplexRoutine<Z> f, Z (*ordinary)(Random&)) {
     Random random(11);
     for (std::size_t done = 0; done < elementsToCompare(); done += 1001) {
         std::vector<Z> src(1001);
         for (Z& z : src) z = ordinary(random);
         const auto results = resultsOf<Z>(f, src);
         for (std::size_t i = 0; i < src.size(); ++i) {
-            const Z wanted = byKernel(src[i]);
+            const Z wanted = byElement(src[i]);
             ASSERT_TRUE(withinOne(results[i].re, wanted.re)) << "re " << text(src[i].re, src[i].im);
             ASSERT_TRUE(withinOne(results[i].im, wanted.im)) << "im " << text(src[i].re, src[i].im);
         }
     }
 }
 
-TEST(ComplexLn, A24IsCloseToTheKernel) {
-    expectCloseToKernel<Complex32>(lnA24, usualComplex<Complex32, -126, 127>);
-    expectCloseToKernel<Complex32>(lnA24, anyOrNearUnitCircle<Complex32>);
+TEST(ComplexLn, A24IsCloseToTheWrittenSteps) {
+    expectCloseToElement<Complex32>(lnA24, usualComplex<Complex32, -126, 127>);
+    expectCloseToElement<Complex32>(lnA24, anyOrNearUnitCircle<Complex32>);
 }
-TEST(ComplexLn, Complex64IsCloseToTheKernel) {
-    expectCloseToKernel<Complex64>(ln64, usualComplex<Complex64, -460, 460>);
-    expectCloseToKernel<Complex64>(ln64, anyOrNearUnitCircle<Complex64>);
-    expectCloseToKernel<Complex64>(ln64, usualComplex<Complex64, -1, 0>);
+TEST(ComplexLn, Complex64IsCloseToTheWrittenSteps) {
+    expectCloseToElement<Complex64>(ln64, usualComplex<Complex64, -460, 460>);
+    expectCloseToElement<Complex64>(ln64, anyOrNearUnitCircle<Complex64>);
+    expectCloseToElement<Complex64>(ln64, usualComplex<Complex64, -1, 0>);
 }
 
 // ---------------------------------------------------------------------------------------------------------------------
@@ -118,16 +118,16 @@ TEST(ComplexLn, LimitsOfTheBlockRoutinesRanges) {
                             [](Complex32 z) { expectModelAtEveryPlace<Complex32>(lnA21, model::Ln_32fc_A21, z); });
 }
 
-// Beyond its range an element gets the kernel's bits, up to there a result close to them.
+// Beyond its range an element gets the bits of the written steps, up to there a result close to them.
 template <class Z>
-void expectKernelOutOfRange(ComplexRoutine<Z> f, PartPattern<Z> first, PartPattern<Z> end,
-                            std::initializer_list<PartPattern<Z>> limits, std::initializer_list<double> partners) {
+void expectElementOutOfRange(ComplexRoutine<Z> f, PartPattern<Z> first, PartPattern<Z> end,
+                             std::initializer_list<PartPattern<Z>> limits, std::initializer_list<double> partners) {
     aroundLimits<Z>(limits, partners, [&](Z z) {
         const auto outside = [&](auto part) {
             const auto magnitude = static_cast<PartPattern<Z>>(asBits(part) << 1 >> 1);
             return magnitude < first || magnitude >= end;
         };
-        const Z wanted = byKernel(z);
+        const Z wanted = byElement(z);
         for (std::size_t at = 0; at <= placesArrayLength; ++at) {
             std::vector<Z> src(at == placesArrayLength ? 1 : placesArrayLength, element<Z>(0.75, -1.4375));
             const std::size_t place = at % src.size();
@@ -143,11 +143,11 @@ void expectKernelOutOfRange(ComplexRoutine<Z> f, PartPattern<Z> first, PartPatte
 }
 
 TEST(ComplexLn, LimitsOfTheRangesOfA24AndComplex64) {
-    expectKernelOutOfRange<Complex32>(lnA24, 0x00800000, 0x7F800000, {0x00000002, 0x00800000, 0x7F7FFFFD},
-                                      {0.0, 0x1p-126, 0.6, 1.0, 0x1.fffffep127});
-    expectKernelOutOfRange<Complex64>(ln64, 0x23D0000000000000, 0x5C10000000000000,
-                                      {0x0000000000000002, 0x0010000000000000, 0x23D0000000000000, 0x5C10000000000000},
-                                      {0.0, 0x1p-450, 0.6, 1.0, 0x1.fffffffffffffp449, 0x1p450});
+    expectElementOutOfRange<Complex32>(lnA24, 0x00800000, 0x7F800000, {0x00000002, 0x00800000, 0x7F7FFFFD},
+                                       {0.0, 0x1p-126, 0.6, 1.0, 0x1.fffffep127});
+    expectElementOutOfRange<Complex64>(ln64, 0x23D0000000000000, 0x5C10000000000000,
+                                       {0x0000000000000002, 0x0010000000000000, 0x23D0000000000000, 0x5C10000000000000},
+                                       {0.0, 0x1p-450, 0.6, 1.0, 0x1.fffffffffffffp449, 0x1p450});
 }
 
 // |z|^2 crosses 0.97 and 1.03 between neighbouring numbers, in every octant.
@@ -164,12 +164,12 @@ TEST(ComplexLn, NearAndFarBranch) {
     aroundNearBranch<Complex32>([](Complex32 z) {
         expectModelAtEveryPlace<Complex32>(lnA11, model::Ln_32fc_A11, z);
         expectModelAtEveryPlace<Complex32>(lnA21, model::Ln_32fc_A21, z);
-        const Complex32 w = resultOf(lnA24, z), kernel = byKernel(z);
-        EXPECT_TRUE(withinOne(w.re, kernel.re) && withinOne(w.im, kernel.im)) << text(z.re, z.im);
+        const Complex32 w = resultOf(lnA24, z), wanted = byElement(z);
+        EXPECT_TRUE(withinOne(w.re, wanted.re) && withinOne(w.im, wanted.im)) << text(z.re, z.im);
     });
     aroundNearBranch<Complex64>([](Complex64 z) {
-        const Complex64 w = resultOf(ln64, z), kernel = byKernel(z);
-        EXPECT_TRUE(withinOne(w.re, kernel.re) && withinOne(w.im, kernel.im)) << text(z.re, z.im);
+        const Complex64 w = resultOf(ln64, z), wanted = byElement(z);
+        EXPECT_TRUE(withinOne(w.re, wanted.re) && withinOne(w.im, wanted.im)) << text(z.re, z.im);
     });
 }
 
@@ -177,22 +177,22 @@ TEST(ComplexLn, NearAndFarBranch) {
 TEST(ComplexLn, OnTheUnitCircle) {
     // 0.6^2 + 0.8^2 is a little more than 1 with these parts: 2^-55.26.
     const Complex64 w = resultOf(ln64, {0.6, 0.8});
-    EXPECT_EQ(w.re, byKernel(Complex64{0.6, 0.8}).re);
+    EXPECT_EQ(w.re, byElement(Complex64{0.6, 0.8}).re);
     EXPECT_GT(std::fabs(w.re), 0x1p-60);
     EXPECT_LT(std::fabs(w.re), 0x1p-53);
-    const auto expectKernels = [](auto f, auto z) {
-        const auto result = resultOf<decltype(z)>(f, z), kernel = byKernel(z);
-        EXPECT_TRUE(withinOne(result.re, kernel.re)) << text(z.re, z.im);
-        EXPECT_TRUE(withinOne(result.im, kernel.im)) << text(z.re, z.im);
+    const auto expectElements = [](auto f, auto z) {
+        const auto result = resultOf<decltype(z)>(f, z), wanted = byElement(z);
+        EXPECT_TRUE(withinOne(result.re, wanted.re)) << text(z.re, z.im);
+        EXPECT_TRUE(withinOne(result.im, wanted.im)) << text(z.re, z.im);
     };
     for (const double sign : {1.0, -1.0})
         for (const double a :
              {0.6, 0.8, 0.28, 0.96, 5.0 / 13, 12.0 / 13, 8.0 / 17, 15.0 / 17, 0x1p-20, 0x1.fffffffffffffp-1}) {
             const double b = std::sqrt((1 - a) * (1 + a)) * sign;
-            expectKernels(ln64, Complex64{a, b});
-            expectKernels(ln64, Complex64{-b, a});
-            expectKernels(lnA24, Complex32{static_cast<Real32>(a), static_cast<Real32>(b)});
-            expectKernels(lnA24, Complex32{static_cast<Real32>(b), static_cast<Real32>(-a)});
+            expectElements(ln64, Complex64{a, b});
+            expectElements(ln64, Complex64{-b, a});
+            expectElements(lnA24, Complex32{static_cast<Real32>(a), static_cast<Real32>(b)});
+            expectElements(lnA24, Complex32{static_cast<Real32>(b), static_cast<Real32>(-a)});
         }
 }
 
@@ -263,7 +263,7 @@ TEST(ComplexLn, ConjugateSymmetry) {
     expectConjugateSymmetry<Complex64>(ln64, -440, 440);
 }
 
-TEST(ComplexLog10, IsALoopOverTheKernel) { expectKernelLoop("Log10", {}, 127); }
+TEST(ComplexLog10, IsALoopOverTheElement) { expectElementLoop("Log10", {}, 127); }
 
 TEST(ComplexLn, DenormalsAreZeroInTheGuardedRoutinesOfComplex32) {
     const ScopedControlState scope({defaultMxcsr | denormalsAreZero, 0x037F});
@@ -311,7 +311,7 @@ TEST(ComplexLn, Flags) {
     EXPECT_TRUE(flagsOf<Complex32>(lnA21, element<Complex32>(quietNaN(), 1.0)) & flagInvalid);
     EXPECT_TRUE(flagsOf<Complex32>(lnA21, {0.0F, 0.0F}) & flagInvalid);
     // The routines that keep flagged elements out of their arithmetic raise nothing over a quiet NaN, and over a zero
-    // what the kernel raises on the x87 unit.
+    // what the written steps raise on the x87 unit.
     for (const auto& [re, im] :
          {std::pair{quietNaN(), 1.0}, {1.0, quietNaN()}, {inf, -3.0}, {-inf, inf}, {0.0, -0.0}, {-0.0, 1.0}}) {
         EXPECT_EQ(flagsOf<Complex64>(ln64, element<Complex64>(re, im)) & ~flagInexact, 0U) << text(re, im);
