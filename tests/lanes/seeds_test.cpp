@@ -4,7 +4,7 @@
 
 #include "lanes/moved_seeds.h"
 #include "lanes/table_seeds.h"
-#include "support/flags.h"
+#include "support/control_state.h"
 #include "support/inputs.h"
 
 #include <gtest/gtest.h>

@@ -108,4 +108,34 @@ inline std::vector<ControlState> allControlStates() {
     return states;
 }
 
+// Runs check() under every rounding mode, with and without flush-to-zero and denormals-are-zero: settings of the caller
+// that the frames without an MXCSR guard leave in force.
+template <class Check>
+void underEveryMxcsr(const Check& check) {
+    for (const std::uint32_t rounding : {roundNearest, roundDown, roundUp, roundTowardsZero})
+        for (const std::uint32_t flush : {0u, flushToZero})
+            for (const std::uint32_t denormals : {0u, denormalsAreZero}) {
+                const ScopedControlState scope({defaultMxcsr | rounding | flush | denormals, 0x037F});
+                check();
+            }
+}
+
+// The same for long checks: the rounding modes under default settings and under flush-to-zero with denormals-are-zero.
+template <class Check>
+void inEveryRoundingMode(const Check& check) {
+    for (const std::uint32_t rounding : {roundNearest, roundDown, roundUp, roundTowardsZero})
+        for (const std::uint32_t subnormals : {0u, flushToZero | denormalsAreZero}) {
+            const ScopedControlState scope({defaultMxcsr | rounding | subnormals, 0x037F});
+            check();
+        }
+}
+
+// Sticky flags set by call(), run from clear ones under the given MXCSR control bits.
+template <class Call>
+std::uint32_t flagsRaised(const Call& call, std::uint32_t control = defaultMxcsr) {
+    const ScopedControlState scope({control & ~stickyFlags, 0x037F});
+    call();
+    return controlState().mxcsr & stickyFlags;
+}
+
 }  // namespace okt::test
