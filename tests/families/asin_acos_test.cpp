@@ -94,11 +94,8 @@ TEST(Asin, SpecialValues64) {
                            {0xFFEFFFFFFFFFFFFF, 0xFFF8000000000000, oktStatusDomain},
                            {0x7FF0000000000000, 0xFFF8000000000000, oktStatusDomain},
                            {0xFFF0000000000000, 0xFFF8000000000000, oktStatusDomain},
-                           {0x7FF8ABCDE0001234, 0x7FF8ABCDE0001234},
-                           {0xFFF8ABCDE0001234, 0xFFF8ABCDE0001234},
-                           {0x7FF0000000000001, 0x7FF8000000000001},
-                           {0xFFF4123400000000, 0xFFFC123400000000},
                        });
+    expectNaNsQuieted<Real64>(oktsAsin_64f_A53, 0.3);
 }
 TEST(Acos, SpecialValues64) {
     expectRows<Real64>(oktsAcos_64f_A53, 0.3,

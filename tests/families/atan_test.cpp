@@ -37,11 +37,8 @@ TEST(Atan, SpecialValues32) {
                            {0x7F800000, 0x3FC90FDB},
                            {0xFF800000, 0xBFC90FDB},
                            {0x7F7FFFFF, 0x3FC90FDB},
-                           {0x7FC54321, 0x7FC54321},
-                           {0xFFC54321, 0xFFC54321},
-                           {0x7F800001, 0x7FC00001},
-                           {0xFFA12345, 0xFFE12345},
                        });
+    expectNaNsQuieted<Real32>(oktsAtan_32f_A24, 1);
 }
 
 TEST(Atan, SpecialValues64) {
@@ -55,11 +52,8 @@ TEST(Atan, SpecialValues64) {
                            {0x7FF0000000000000, 0x3FF921FB54442D18},
                            {0xFFF0000000000000, 0xBFF921FB54442D18},
                            {0xFFEFFFFFFFFFFFFF, 0xBFF921FB54442D18},
-                           {0x7FF8ABCDE0001234, 0x7FF8ABCDE0001234},
-                           {0xFFF8ABCDE0001234, 0xFFF8ABCDE0001234},
-                           {0x7FF0000000000001, 0x7FF8000000000001},
-                           {0xFFF4123400000000, 0xFFFC123400000000},
                        });
+    expectNaNsQuieted<Real64>(oktsAtan_64f_A53, 1);
 }
 
 TEST(Atan, IntervalLimitsAndTheirNeighbours) {

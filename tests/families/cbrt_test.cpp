@@ -30,14 +30,11 @@ TEST(Cbrt, SpecialValues32) {
                            {0x80000000, 0x80000000},
                            {0x7F800000, 0x7F800000},
                            {0xFF800000, 0xFF800000},
-                           {0x7FC54321, 0x7FC54321},
-                           {0xFFC54321, 0xFFC54321},
-                           {0x7F800001, 0x7FC00001},
-                           {0xFFA12345, 0xFFE12345},
                            {0xC1000000, 0xC0000000},
                            {0x41000000, 0x40000000},
                            {0x00000004, 0x27000000},  // 2^-147
                        });
+    expectNaNsQuieted<Real32>(oktsCbrt_32f_A24, 5);
 }
 
 TEST(Cbrt, SpecialValues64) {
@@ -47,11 +44,9 @@ TEST(Cbrt, SpecialValues64) {
                            {0x8000000000000000, 0x8000000000000000},
                            {0x7FF0000000000000, 0x7FF0000000000000},
                            {0xFFF0000000000000, 0xFFF0000000000000},
-                           {0x7FF8ABCDE0001234, 0x7FF8ABCDE0001234},
-                           {0x7FF0000000000001, 0x7FF8000000000001},
-                           {0xFFF4123400000000, 0xFFFC123400000000},
                            {0xC020000000000000, 0xC000000000000000},
                        });
+    expectNaNsQuieted<Real64>(oktsCbrt_64f_A53, 5);
 }
 
 TEST(InvCbrt, SpecialValues32) {
@@ -61,12 +56,9 @@ TEST(InvCbrt, SpecialValues32) {
                            {0x80000000, 0xFF800000, oktStatusSingularity},
                            {0x7F800000, 0x00000000},
                            {0xFF800000, 0x80000000},
-                           {0x7FC54321, 0x7FC54321},
-                           {0xFFC54321, 0xFFC54321},
-                           {0x7F800001, 0x7FC00001},
-                           {0xFFA12345, 0xFFE12345},
                            {0xC1000000, 0xBF000000},
                        });
+    expectNaNsQuieted<Real32>(oktsInvCbrt_32f_A24, 5);
 }
 
 TEST(InvCbrt, SpecialValues64) {
@@ -76,18 +68,9 @@ TEST(InvCbrt, SpecialValues64) {
                            {0x8000000000000000, 0xFFF0000000000000, oktStatusSingularity},
                            {0x7FF0000000000000, 0x0000000000000000},
                            {0xFFF0000000000000, 0x8000000000000000},
-                           {0x7FF8ABCDE0001234, 0x7FF8ABCDE0001234},
-                           {0xFFF0000000000001, 0xFFF8000000000001},
                            {0xC020000000000000, 0xBFE0000000000000},
                        });
-}
-
-template <class T>
-bool within(T got, long double wanted, long double ulps) {
-    int exponent;
-    std::frexp(wanted, &exponent);
-    const long double ulp = std::ldexp(1.0L, exponent - (sizeof(T) == 4 ? 24 : 53));
-    return std::abs(static_cast<long double>(got) - wanted) <= ulps * ulp;
+    expectNaNsQuieted<Real64>(oktsInvCbrt_64f_A53, 5);
 }
 
 // Subnormals, the bounds of the range and every remainder of the exponent, both signs.
@@ -100,8 +83,8 @@ TEST(Cbrt, StaysAccurateOnBothSidesOfTheRangeBounds) {
                 if (!std::isfinite(x)) continue;
                 const long double root = std::cbrt(static_cast<long double>(x));
                 const Real32 cube = alone(oktsCbrt_32f_A24, x).value, inverse = alone(oktsInvCbrt_32f_A24, x).value;
-                EXPECT_TRUE(within(cube, root, 0.95L)) << pattern;
-                EXPECT_TRUE(within(inverse, 1 / root, 0.9L)) << pattern;
+                EXPECT_TRUE(withinUlps(cube, root, 0.95L)) << pattern;
+                EXPECT_TRUE(withinUlps(inverse, 1 / root, 0.9L)) << pattern;
                 EXPECT_TRUE(sameBits(among(oktsCbrt_32f_A24, x, 5.0f, 8, 3).value, asBits(cube)));
                 EXPECT_TRUE(sameBits(among(oktsInvCbrt_32f_A24, x, 0.0f, 8, 6).value, asBits(inverse)));
             }
@@ -115,8 +98,8 @@ TEST(Cbrt, StaysAccurateOnBothSidesOfTheRangeBounds) {
                 if (!std::isfinite(x)) continue;
                 const long double root = std::cbrt(static_cast<long double>(x));
                 const Real64 cube = alone(oktsCbrt_64f_A53, x).value, inverse = alone(oktsInvCbrt_64f_A53, x).value;
-                EXPECT_TRUE(within(cube, root, 0.55L)) << pattern;
-                EXPECT_TRUE(within(inverse, 1 / root, 0.55L)) << pattern;
+                EXPECT_TRUE(withinUlps(cube, root, 0.55L)) << pattern;
+                EXPECT_TRUE(withinUlps(inverse, 1 / root, 0.55L)) << pattern;
                 EXPECT_TRUE(sameBits(among(oktsCbrt_64f_A53, x, 5.0, 8, 3).value, asBits(cube)));
                 EXPECT_TRUE(sameBits(among(oktsInvCbrt_64f_A53, x, 0.0, 8, 6).value, asBits(inverse)));
             }

@@ -28,7 +28,7 @@ TEST(CdfNormInv, AgreesWithTheModelAroundEveryThreshold) {
 }
 
 TEST(CdfNormInv, SpecialValues32) {
-    for (const Real32 filler : {0.3f, 0.001f, 0.5f})
+    for (const Real32 filler : {0.3f, 0.001f, 0.5f}) {
         expectRows<Real32>(oktsCdfNormInv_32f_A24, filler,
                            {
                                {0x3F000000, 0x00000000},
@@ -43,15 +43,13 @@ TEST(CdfNormInv, SpecialValues32) {
                                {0xFF7FFFFF, 0xFFC00000, oktStatusDomain},
                                {0x7F800000, 0xFFC00000, oktStatusDomain},
                                {0xFF800000, 0xFFC00000, oktStatusDomain},
-                               {0x7FC12345, 0x7FC12345},
-                               {0xFFC12345, 0xFFC12345},
-                               {0x7F812345, 0x7FC12345},
-                               {0xFF800001, 0xFFC00001},
                            });
+        expectNaNsQuieted<Real32>(oktsCdfNormInv_32f_A24, filler);
+    }
 }
 
 TEST(CdfNormInv, SpecialValues64) {
-    for (const Real64 filler : {0.3, 0.001, 0.5})
+    for (const Real64 filler : {0.3, 0.001, 0.5}) {
         expectRows<Real64>(oktsCdfNormInv_64f_A53, filler,
                            {
                                {0x3FE0000000000000, 0x0000000000000000},
@@ -66,11 +64,9 @@ TEST(CdfNormInv, SpecialValues64) {
                                {0xFFEFFFFFFFFFFFFF, 0xFFF8000000000000, oktStatusDomain},
                                {0x7FF0000000000000, 0xFFF8000000000000, oktStatusDomain},
                                {0xFFF0000000000000, 0xFFF8000000000000, oktStatusDomain},
-                               {0x7FF0000000000001, 0x7FF8000000000001},
-                               {0xFFF4000012345678, 0xFFFC000012345678},
-                               {0x7FF8000000000000, 0x7FF8000000000000},
-                               {0xFFFABCDEF0123456, 0xFFFABCDEF0123456},
                            });
+        expectNaNsQuieted<Real64>(oktsCdfNormInv_64f_A53, filler);
+    }
 }
 
 TEST(CdfNormInv, TheSmallestElements) {
@@ -80,15 +76,9 @@ TEST(CdfNormInv, TheSmallestElements) {
     EXPECT_EQ(alone(oktsCdfNormInv_32f_A24, bits32(1)).status, oktStatusOk);
 }
 
-// The upper half is the mirror image of the lower one where 1 - p is exact.
 TEST(CdfNormInv, IsOddAboutItsCentre) {
-    Random random(5);
-    for (int i = 0; i < 20000; ++i) {
-        const Real64 upper = random.between(0.5, 1);
-        EXPECT_EQ(alone(oktsCdfNormInv_64f_A53, upper).value, -alone(oktsCdfNormInv_64f_A53, 1 - upper).value) << upper;
-        const auto upper32 = static_cast<Real32>(random.between(0.5, 0.99));
-        EXPECT_EQ(alone(oktsCdfNormInv_32f_A24, upper32).value, -alone(oktsCdfNormInv_32f_A24, 1 - upper32).value);
-    }
+    expectOddAboutTheCentre(quantile32);
+    expectOddAboutTheCentre(quantile64);
 }
 
 TEST(CdfNormInv, Flags) {

@@ -80,11 +80,8 @@ TEST(CdfNorm, SpecialValues32) {
                            {0xFF7FFFFF, 0x00000000, oktStatusUnderflow},
                            {0x7F800000, 0x3F800000},
                            {0xFF800000, 0x00000000},
-                           {0x7FC12345, 0x7FC12345},
-                           {0xFFC12345, 0xFFC12345},
-                           {0x7F812345, 0x7FC12345},
-                           {0xFF800001, 0xFFC00001},
                        });
+    expectNaNsQuieted<Real32>(oktsCdfNorm_32f_A24, 0.5f);
 }
 
 TEST(CdfNorm, SpecialValues64) {
@@ -101,11 +98,8 @@ TEST(CdfNorm, SpecialValues64) {
                            {0xFFEFFFFFFFFFFFFF, 0x0000000000000000, oktStatusUnderflow},
                            {0x7FF0000000000000, 0x3FF0000000000000},
                            {0xFFF0000000000000, 0x0000000000000000},
-                           {0x7FF0000000000001, 0x7FF8000000000001},
-                           {0xFFF4000012345678, 0xFFFC000012345678},
-                           {0x7FF8000000000000, 0x7FF8000000000000},
-                           {0xFFFABCDEF0123456, 0xFFFABCDEF0123456},
                        });
+    expectNaNsQuieted<Real64>(oktsCdfNorm_64f_A53, 0.5);
 }
 
 TEST(CdfNorm, TheLimitsThemselvesTakeTheMainPath) {

@@ -12,20 +12,12 @@ namespace okt::test {
 inline void expectInfinitiesAreNaNAndDomainAndNaNsQuiet(OneSource<Real64> f) {
     expectRows<Real64>(f, 1.0,
                        {{0x7FF0000000000000, 0xFFF8000000000000, oktStatusDomain},
-                        {0xFFF0000000000000, 0xFFF8000000000000, oktStatusDomain},
-                        {0x7FF8ABCDE0001234, 0x7FF8ABCDE0001234},
-                        {0xFFF8ABCDE0001234, 0xFFF8ABCDE0001234},
-                        {0x7FF0000000000001, 0x7FF8000000000001},
-                        {0xFFF4123400000000, 0xFFFC123400000000}});
+                        {0xFFF0000000000000, 0xFFF8000000000000, oktStatusDomain}});
+    expectNaNsQuieted<Real64>(f, 1.0);
 }
 inline void expectInfinitiesAreNaNAndDomainAndNaNsQuiet(OneSource<Real32> f) {
-    expectRows<Real32>(f, 1.0F,
-                       {{0x7F800000, 0xFFC00000, oktStatusDomain},
-                        {0xFF800000, 0xFFC00000, oktStatusDomain},
-                        {0x7FC54321, 0x7FC54321},
-                        {0xFFC54321, 0xFFC54321},
-                        {0x7F800001, 0x7FC00001},
-                        {0xFFA12345, 0xFFE12345}});
+    expectRows<Real32>(f, 1.0F, {{0x7F800000, 0xFFC00000, oktStatusDomain}, {0xFF800000, 0xFFC00000, oktStatusDomain}});
+    expectNaNsQuieted<Real32>(f, 1.0F);
 }
 
 // Blocks of four.

@@ -92,12 +92,11 @@ TEST(Inv, SpecialValues) {
                            {0x80000000, 0xFF800000, oktStatusSingularity},
                            {0x7F800000, 0x00000000},
                            {0xFF800000, 0x80000000},
-                           {0x7FA12345, 0x7FE12345},
-                           {0xFFC54321, 0xFFC54321},
                            {0x00000001, 0x7F800000},
                            {0x80000001, 0xFF800000},
                            {0x40000000, 0x3F000000},
                        });
+    expectNaNsQuieted<Real32>(oktsInv_32f_A24, 3);
     expectRows<Real64>(oktsInv_64f_A53, 3,
                        {
                            {0x0000000000000000, 0x7FF0000000000000, oktStatusSingularity},

@@ -91,7 +91,7 @@ TEST(ErfInv, AgreesWithTheModelAroundEveryRow) {
 }
 
 TEST(ErfInv, SpecialValues32) {
-    for (const Real32 filler : {0.3f, -0.95f, 0.0f})
+    for (const Real32 filler : {0.3f, -0.95f, 0.0f}) {
         expectRows<Real32>(oktsErfInv_32f_A24, filler,
                            {
                                {0x00000000, 0x00000000},
@@ -105,16 +105,14 @@ TEST(ErfInv, SpecialValues32) {
                                {0xFF800000, 0xFFC00000, oktStatusDomain},
                                {0x00000001, 0x00000001},
                                {0x80000002, 0x80000002},
-                               {0x7FC12345, 0x7FC12345},
-                               {0xFFC12345, 0xFFC12345},
-                               {0x7F812345, 0x7FC12345},
-                               {0xFF800001, 0xFFC00001},
                            });
+        expectNaNsQuieted<Real32>(oktsErfInv_32f_A24, filler);
+    }
 }
 
 TEST(ErfInv, SpecialValues64) {
     for (const auto f : {oktsErfInv_64f_A26, oktsErfInv_64f_A53})
-        for (const Real64 filler : {0.3, -0.95, 0.0})
+        for (const Real64 filler : {0.3, -0.95, 0.0}) {
             expectRows<Real64>(f, filler,
                                {
                                    {0x0000000000000000, 0x0000000000000000},
@@ -129,11 +127,9 @@ TEST(ErfInv, SpecialValues64) {
                                    {0x0000000000000001, 0x0000000000000001},
                                    {0x8000000000000002, 0x8000000000000002},
                                    {0x000FFFFFFFFFFFFF, 0x000E2DFC48DA77B4},  // sqrt(pi)/2 of it, to nearest
-                                   {0x7FF0000000000001, 0x7FF8000000000001},
-                                   {0xFFF4000012345678, 0xFFFC000012345678},
-                                   {0x7FF8000000000000, 0x7FF8000000000000},
-                                   {0xFFFABCDEF0123456, 0xFFFABCDEF0123456},
                                });
+            expectNaNsQuieted<Real64>(f, filler);
+        }
 }
 
 // The last cell of the table: w = 2^-53.

@@ -59,11 +59,8 @@ TEST(Erf, SpecialValues32) {
                            {0x7F7FFFFF, 0x3F800000},
                            {0x7F800000, 0x3F800000},
                            {0xFF800000, 0xBF800000},
-                           {0x7FC12345, 0x7FC12345},
-                           {0xFFC12345, 0xFFC12345},
-                           {0x7F812345, 0x7FC12345},
-                           {0xFF800001, 0xFFC00001},
                        });
+    expectNaNsQuieted<Real32>(oktsErf_32f_A24, 0.5f);
 }
 
 TEST(Erf, SpecialValues64) {
@@ -106,16 +103,8 @@ TEST(Erf, SubnormalsAreRoundedOnce) {
 }
 
 TEST(Erf, FlagsAreTheModels) {
-    Random random(9);
-    const auto compare = [](auto f, auto model, auto x) {
-        EXPECT_EQ(flagsAlone(f, x), flagsAlone(model, x)) << std::hex << asBits(x);
-    };
-    for (const Real32 x : specialValues<Real32>()) compare(oktsErf_32f_A24, model::Erf_32f, x);
-    for (const Real64 x : specialValues<Real64>()) compare(oktsErf_64f_A53, model::Erf_64f, x);
-    for (int i = 0; i < 3000; ++i) {
-        compare(oktsErf_32f_A24, model::Erf_32f, i % 2 ? ordinary<Real32>(random) : special<Real32>(random));
-        compare(oktsErf_64f_A53, model::Erf_64f, i % 2 ? ordinary<Real64>(random) : special<Real64>(random));
-    }
+    expectModelFlagsAlone<Real32>(oktsErf_32f_A24, model::Erf_32f, {ordinary<Real32>, special<Real32>});
+    expectModelFlagsAlone<Real64>(oktsErf_64f_A53, model::Erf_64f, {ordinary<Real64>, special<Real64>});
 }
 
 }  // namespace

@@ -27,7 +27,7 @@ TEST(ErfcInv, AgreesWithTheModelAroundEveryThreshold) {
 }
 
 TEST(ErfcInv, SpecialValues32) {
-    for (const Real32 filler : {0.6f, 0.001f, 1.0f})
+    for (const Real32 filler : {0.6f, 0.001f, 1.0f}) {
         expectRows<Real32>(oktsErfcInv_32f_A24, filler,
                            {
                                {0x3F800000, 0x00000000},
@@ -41,15 +41,13 @@ TEST(ErfcInv, SpecialValues32) {
                                {0xFF7FFFFF, 0xFFC00000, oktStatusDomain},
                                {0x7F800000, 0xFFC00000, oktStatusDomain},
                                {0xFF800000, 0xFFC00000, oktStatusDomain},
-                               {0x7FC12345, 0x7FC12345},
-                               {0xFFC12345, 0xFFC12345},
-                               {0x7F812345, 0x7FC12345},
-                               {0xFF800001, 0xFFC00001},
                            });
+        expectNaNsQuieted<Real32>(oktsErfcInv_32f_A24, filler);
+    }
 }
 
 TEST(ErfcInv, SpecialValues64) {
-    for (const Real64 filler : {0.6, 0.001, 1.0})
+    for (const Real64 filler : {0.6, 0.001, 1.0}) {
         expectRows<Real64>(oktsErfcInv_64f_A53, filler,
                            {
                                {0x3FF0000000000000, 0x0000000000000000},
@@ -63,11 +61,9 @@ TEST(ErfcInv, SpecialValues64) {
                                {0xFFEFFFFFFFFFFFFF, 0xFFF8000000000000, oktStatusDomain},
                                {0x7FF0000000000000, 0xFFF8000000000000, oktStatusDomain},
                                {0xFFF0000000000000, 0xFFF8000000000000, oktStatusDomain},
-                               {0x7FF0000000000001, 0x7FF8000000000001},
-                               {0xFFF4000012345678, 0xFFFC000012345678},
-                               {0x7FF8000000000000, 0x7FF8000000000000},
-                               {0xFFFABCDEF0123456, 0xFFFABCDEF0123456},
                            });
+        expectNaNsQuieted<Real64>(oktsErfcInv_64f_A53, filler);
+    }
 }
 
 TEST(ErfcInv, TheEndsOfTheDomain) {
@@ -79,13 +75,8 @@ TEST(ErfcInv, TheEndsOfTheDomain) {
 }
 
 TEST(ErfcInv, IsOddAboutItsCentre) {
-    Random random(5);
-    for (int i = 0; i < 20000; ++i) {
-        const Real64 upper = random.between(1, 2);
-        EXPECT_EQ(alone(oktsErfcInv_64f_A53, upper).value, -alone(oktsErfcInv_64f_A53, 2 - upper).value) << upper;
-        const auto upper32 = static_cast<Real32>(random.between(1, 1.99));
-        EXPECT_EQ(alone(oktsErfcInv_32f_A24, upper32).value, -alone(oktsErfcInv_32f_A24, 2 - upper32).value) << upper32;
-    }
+    expectOddAboutTheCentre(inverse32);
+    expectOddAboutTheCentre(inverse64);
 }
 
 TEST(ErfcInv, Flags) {

@@ -66,11 +66,8 @@ TEST(Erfc, SpecialValues32) {
                            {0xFF7FFFFF, 0x40000000},
                            {0x7F800000, 0x00000000},
                            {0xFF800000, 0x40000000},
-                           {0x7FC12345, 0x7FC12345},
-                           {0xFFC12345, 0xFFC12345},
-                           {0x7F812345, 0x7FC12345},
-                           {0xFF800001, 0xFFC00001},
                        });
+    expectNaNsQuieted<Real32>(oktsErfc_32f_A24, 0.5f);
 }
 
 TEST(Erfc, SpecialValues64) {
@@ -86,11 +83,8 @@ TEST(Erfc, SpecialValues64) {
                            {0xFFEFFFFFFFFFFFFF, 0x4000000000000000},
                            {0x7FF0000000000000, 0x0000000000000000},
                            {0xFFF0000000000000, 0x4000000000000000},
-                           {0x7FF0000000000001, 0x7FF8000000000001},
-                           {0xFFF4000012345678, 0xFFFC000012345678},
-                           {0x7FF8000000000000, 0x7FF8000000000000},
-                           {0xFFFABCDEF0123456, 0xFFFABCDEF0123456},
                        });
+    expectNaNsQuieted<Real64>(oktsErfc_64f_A53, 0.5);
 }
 
 // Whether an element in [9.19455, 10.054194] warns depends on its place and on its neighbour; its value does not.
@@ -145,16 +139,8 @@ TEST(Erfc, SubnormalResultsOfReal64) {
 }
 
 TEST(Erfc, FlagsAreTheModels) {
-    Random random(9);
-    const auto compare = [](auto f, auto model, auto x) {
-        EXPECT_EQ(flagsAlone(f, x), flagsAlone(model, x)) << std::hex << asBits(x);
-    };
-    for (const Real32 x : specialValues<Real32>()) compare(oktsErfc_32f_A24, model::Erfc_32f, x);
-    for (const Real64 x : specialValues<Real64>()) compare(oktsErfc_64f_A53, model::Erfc_64f, x);
-    for (int i = 0; i < 3000; ++i) {
-        compare(oktsErfc_32f_A24, model::Erfc_32f, i % 2 ? ordinary<Real32>(random) : special<Real32>(random));
-        compare(oktsErfc_64f_A53, model::Erfc_64f, i % 2 ? ordinary<Real64>(random) : special<Real64>(random));
-    }
+    expectModelFlagsAlone<Real32>(oktsErfc_32f_A24, model::Erfc_32f, {ordinary<Real32>, special<Real32>});
+    expectModelFlagsAlone<Real64>(oktsErfc_64f_A53, model::Erfc_64f, {ordinary<Real64>, special<Real64>});
 }
 
 }  // namespace

@@ -53,16 +53,13 @@ TEST(Exp, SpecialValues32) {
                            {0x807FFFFF, 0x3F800000, oktStatusOk},
                            {0x7F800000, 0x7F800000, oktStatusOk},
                            {0xFF800000, 0x00000000, oktStatusOk},
-                           {0x7FC54321, 0x7FC54321, oktStatusOk},
-                           {0xFFC54321, 0xFFC54321, oktStatusOk},
-                           {0x7F800001, 0x7FC00001, oktStatusOk},
-                           {0xFFA12345, 0xFFE12345, oktStatusOk},
                            {0x42B17218, 0x7F800000, oktStatusOverflow},
                            {0x7F7FFFFF, 0x7F800000, oktStatusOverflow},
                            {0xC2CE8ED1, 0x00000000, oktStatusUnderflow},
                            {0xC2CE8ED0, 0x00000001, oktStatusUnderflow},
                            {0xFF7FFFFF, 0x00000000, oktStatusUnderflow},
                        });
+    expectNaNsQuieted<Real32>(oktsExp_32f_A24, -2);
 }
 
 TEST(Exp, SpecialValues64) {

@@ -54,12 +54,11 @@ TEST(Pow2o3, SpecialValues) {
                            {0x80000000, 0x00000000},
                            {0x7F800000, 0x7F800000},
                            {0xFF800000, 0x7F800000},
-                           {0x7FC54321, 0x7FC54321},
-                           {0xFFA12345, 0xFFE12345},
                            {0x00000004, asBits(0x1p-98f)},
                            {0x80000004, asBits(0x1p-98f)},
                            {0x7F7FFFFF, 0x6A214517},  // a little less than 2^(256/3)
                        });
+    expectNaNsQuieted<Real32>(oktsPow2o3_32f_A24, 5);
     expectRows<Real64>(oktsPow2o3_64f_A53, 5,
                        {
                            {asBits(-8.0), asBits(4.0)},
@@ -82,12 +81,10 @@ TEST(Pow3o2, SpecialValues) {
                            {0x00000000, 0x00000000},
                            {0x80000000, 0x80000000},
                            {0x7F800000, 0x7F800000},
-                           {0x7FC54321, 0x7FC54321},
-                           {0xFFC54321, 0xFFC54321},
-                           {0xFFA12345, 0xFFE12345},
                            {asBits(3e38f), 0x7F800000},
                            {0x00000001, 0x00000000},
                        });
+    expectNaNsQuieted<Real32>(oktsPow3o2_32f_A24, 5);
     expectRows<Real64>(oktsPow3o2_64f_A53, 5,
                        {
                            {asBits(4.0), asBits(8.0)},
@@ -96,12 +93,11 @@ TEST(Pow3o2, SpecialValues) {
                            {0xFFF0000000000000, 0xFFF8000000000000, oktStatusDomain},
                            {0x8000000000000000, 0x8000000000000000},
                            {0x7FF0000000000000, 0x7FF0000000000000},
-                           {0x7FF0000000000001, 0x7FF8000000000001},
-                           {0xFFF8ABCDE0001234, 0xFFF8ABCDE0001234},
                            {asBits(1e300), 0x7FF0000000000000},
                            {0x0000000000000001, 0x0000000000000000},
                            {asBits(0x1p-700), asBits(0x1p-1050)},
                        });
+    expectNaNsQuieted<Real64>(oktsPow3o2_64f_A53, 5);
 }
 
 TEST(Pow3o2, InvalidIsRaisedForANegativeElement) {
@@ -123,14 +119,6 @@ TEST(Pow3o2, UnderDenormalsAreZeroASubnormalComesOutUnchanged) {
     expectRows<Real64>(oktsPow2o3_64f_A53, 5, {{0x000FFFFFFFFFFFFF, 0x0000000000000000}});
 }
 
-template <class T>
-bool within(T got, long double wanted, long double ulps) {
-    int exponent;
-    std::frexp(wanted, &exponent);
-    const long double ulp = std::ldexp(1.0L, exponent - (sizeof(T) == 4 ? 24 : 53));
-    return std::abs(static_cast<long double>(got) - wanted) <= ulps * ulp;
-}
-
 // Both sides of the range bounds and of powers of two, with all remainders of the exponent.
 TEST(FixedPowers, StayAccurateOnBothSidesOfTheRangeBounds) {
     for (const std::uint32_t bound :
@@ -138,12 +126,12 @@ TEST(FixedPowers, StayAccurateOnBothSidesOfTheRangeBounds) {
         for (const std::uint32_t pattern : {bound - 1, bound, bound + 1}) {
             const Real32 x = bits32(pattern);
             const auto root = std::cbrt(static_cast<long double>(x));
-            EXPECT_TRUE(within(alone(oktsPow2o3_32f_A24, x).value, root * root, 0.5001L)) << pattern;
+            EXPECT_TRUE(withinUlps(alone(oktsPow2o3_32f_A24, x).value, root * root, 0.5001L)) << pattern;
             EXPECT_TRUE(
                 sameBits(among(oktsPow2o3_32f_A24, -x, 5.0f, 8, 3).value, asBits(alone(oktsPow2o3_32f_A24, x).value)));
             const auto power = static_cast<long double>(x) * std::sqrt(static_cast<long double>(x));
             if (power > 0x1p-126L && power < 0x1p127L) {
-                EXPECT_TRUE(within(alone(oktsPow3o2_32f_A24, x).value, power, 0.5001L)) << pattern;
+                EXPECT_TRUE(withinUlps(alone(oktsPow3o2_32f_A24, x).value, power, 0.5001L)) << pattern;
             }
             EXPECT_TRUE(
                 sameBits(among(oktsPow3o2_32f_A24, x, 5.0f, 8, 3).value, asBits(alone(oktsPow3o2_32f_A24, x).value)));
@@ -155,12 +143,12 @@ TEST(FixedPowers, StayAccurateOnBothSidesOfTheRangeBounds) {
         for (const std::uint64_t pattern : {bound - 1, bound, bound + 1}) {
             const Real64 x = bits64(pattern);
             const auto root = std::cbrt(static_cast<long double>(x));
-            EXPECT_TRUE(within(alone(oktsPow2o3_64f_A53, x).value, root * root, 0.505L)) << pattern;
+            EXPECT_TRUE(withinUlps(alone(oktsPow2o3_64f_A53, x).value, root * root, 0.505L)) << pattern;
             EXPECT_TRUE(
                 sameBits(among(oktsPow2o3_64f_A53, -x, 5.0, 8, 3).value, asBits(alone(oktsPow2o3_64f_A53, x).value)));
             const auto power = static_cast<long double>(x) * std::sqrt(static_cast<long double>(x));
             if (power > 0x1p-1022L && power < 0x1p1023L) {
-                EXPECT_TRUE(within(alone(oktsPow3o2_64f_A53, x).value, power, 0.51L)) << pattern;
+                EXPECT_TRUE(withinUlps(alone(oktsPow3o2_64f_A53, x).value, power, 0.51L)) << pattern;
             }
             EXPECT_TRUE(
                 sameBits(among(oktsPow3o2_64f_A53, x, 5.0, 8, 3).value, asBits(alone(oktsPow3o2_64f_A53, x).value)));

@@ -181,9 +181,8 @@ TEST(Asinh, SpecialValues) {
                            {0x00000001, 0x00000001},
                            {0x7F800000, 0x7F800000},
                            {0xFF800000, 0xFF800000},
-                           {0x7FC54321, 0x7FC54321},
-                           {0xFFA12345, 0xFFE12345},
                        });
+    expectNaNsQuieted<Real32>(oktsAsinh_32f_A24, 1);
     expectRows<Real64>(oktsAsinh_64f_A53, 1,
                        {
                            {0x0000000000000000, 0x0000000000000000},
@@ -191,9 +190,8 @@ TEST(Asinh, SpecialValues) {
                            {0x8000000000000001, 0x8000000000000001},
                            {0x7FF0000000000000, 0x7FF0000000000000},
                            {0xFFF0000000000000, 0xFFF0000000000000},
-                           {0xFFF8ABCDE0001234, 0xFFF8ABCDE0001234},
-                           {0x7FF0000000000001, 0x7FF8000000000001},
                        });
+    expectNaNsQuieted<Real64>(oktsAsinh_64f_A53, 1);
 }
 
 // The powers of a large element's neighbour in a block are not its own.
@@ -220,25 +218,23 @@ TEST(Acosh, SpecialValues) {
                        {
                            {0x3F800000, 0x00000000},
                            {0x7F800000, 0x7F800000},
-                           {0x7FC54321, 0x7FC54321},
-                           {0xFFA12345, 0xFFE12345},
                            {0xFF800000, 0xFFC00000, oktStatusDomain},
                            {0x3F7FFFFF, 0xFFC00000, oktStatusDomain},
                            {0x00000000, 0xFFC00000, oktStatusDomain},
                            {0x80000001, 0xFFC00000, oktStatusDomain},
                            {0xC0000000, 0xFFC00000, oktStatusDomain},
                        });
+    expectNaNsQuieted<Real32>(oktsAcosh_32f_A24, 3);
     expectRows<Real64>(oktsAcosh_64f_A53, 3,
                        {
                            {0x3FF0000000000000, 0x0000000000000000},
                            {0x7FF0000000000000, 0x7FF0000000000000},
-                           {0xFFF8ABCDE0001234, 0xFFF8ABCDE0001234},
-                           {0x7FF0000000000001, 0x7FF8000000000001},
                            {0xFFF0000000000000, 0xFFF8000000000000, oktStatusDomain},
                            {0x3FEFFFFFFFFFFFFF, 0xFFF8000000000000, oktStatusDomain},
                            {0x8000000000000000, 0xFFF8000000000000, oktStatusDomain},
                            {0xBFF8000000000000, 0xFFF8000000000000, oktStatusDomain},
                        });
+    expectNaNsQuieted<Real64>(oktsAcosh_64f_A53, 3);
 }
 
 TEST(Atanh, SpecialValues) {
@@ -267,9 +263,8 @@ TEST(Atanh, SpecialValues) {
                            {0xC000000000000000, 0xFFF8000000000000, oktStatusDomain},
                            {0x7FF0000000000000, 0xFFF8000000000000, oktStatusDomain},
                            {0xFFF0000000000000, 0xFFF8000000000000, oktStatusDomain},
-                           {0xFFF8ABCDE0001234, 0xFFF8ABCDE0001234},
-                           {0x7FF0000000000001, 0x7FF8000000000001},
                        });
+    expectNaNsQuieted<Real64>(oktsAtanh_64f_A53, 0.25);
 }
 
 TEST(Atanh, AgreesWithTheModel) {

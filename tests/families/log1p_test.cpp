@@ -86,11 +86,8 @@ TEST(Log1p, SpecialValues32) {
                            {0xFF7FFFFF, 0xFFC00000, oktStatusDomain},
                            {0xBF800001, 0xFFC00000, oktStatusDomain},
                            {0xBF800000, 0xFF800000, oktStatusSingularity},
-                           {0x7FC54321, 0x7FC54321, oktStatusOk},
-                           {0xFFC00001, 0xFFC00001, oktStatusOk},
-                           {0x7F800001, 0x7FC00001, oktStatusOk},
-                           {0xFFA12345, 0xFFE12345, oktStatusOk},
                        });
+    expectNaNsQuieted<Real32>(oktsLog1p_32f_A24, 2);
 }
 
 TEST(Log1p, SpecialValues64) {
@@ -106,11 +103,9 @@ TEST(Log1p, SpecialValues64) {
                            {0xBFF0000000000001, 0xFFF8000000000000, oktStatusDomain},
                            {0xBFF00000010C6F7A, 0xFFF8000000000000, oktStatusDomain},  // -1.000000001
                            {0xBFF0000000000000, 0xFFF0000000000000, oktStatusSingularity},
-                           {0x7FF8ABCDE0001234, 0x7FF8ABCDE0001234, oktStatusOk},
-                           {0x7FF0000000000001, 0x7FF8000000000001, oktStatusOk},
-                           {0xFFF4123400000000, 0xFFFC123400000000, oktStatusOk},
                            {0xBFEFFFFFFFFFFFFF, 0xC0425E4F7B2737FA, oktStatusOk},  // -53 ln 2
                        });
+    expectNaNsQuieted<Real64>(oktsLog1p_64f_A53, 2);
 }
 
 TEST(Log1p, AnElementThatGivesItselfRaisesUnderflowUnlessItIsZero) {

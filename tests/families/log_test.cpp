@@ -61,34 +61,28 @@ TEST(Log10, AgreesWithTheModelAroundEveryThreshold) {
          0x3FF7FC0000000000, 0x3FF0040000000000, 0x3FEFFC0000000000, 0x4000000000000000});
 }
 
-// Every leading part of the significand, with what rounds it to the next table entry, in the binades next to 1.
-TEST(Ln, AgreesWithTheModelAtEveryTableEntry) {
-    for (std::uint32_t exponent : {125u, 126u, 127u, 128u})
-        for (std::uint32_t leading = 0; leading < 128; ++leading)
-            for (std::uint32_t rest : {0x0000u, 0x0001u, 0x7FFFu, 0xFFFFu}) {
-                const Real32 x = bits32(exponent << 23 | leading << 16 | rest);
-                EXPECT_TRUE(sameBits(alone(oktsLn_32f_A24, x).value, asBits(alone(model::Ln_32f, x).value))) << x;
-            }
-    for (std::uint64_t exponent : {1021u, 1022u, 1023u, 1024u})
-        for (std::uint64_t leading = 0; leading < 1024; ++leading)
-            for (std::uint64_t rest : {0x0u, 0x1u, 0x3FFFFFFFu}) {
-                const Real64 x = bits64(exponent << 52 | leading << 42 | rest << 12);
-                EXPECT_TRUE(sameBits(alone(oktsLn_64f_A53, x).value, asBits(alone(model::Ln_64f, x).value))) << x;
+// Every leading part of the significand, of so many bits, with what rounds it to the next table entry, in the binades
+// next to 1.
+template <class T>
+void expectModelAtEveryTableEntry(UnaryRoutine<T> f, UnaryRoutine<T> model, int leadingBits,
+                                  std::initializer_list<PatternOf<T>> rests) {
+    constexpr int fractionBits = std::numeric_limits<T>::digits - 1;
+    const PatternOf<T> one = asBits(T{1}) >> fractionBits;
+    for (PatternOf<T> exponent = one - 2; exponent <= one + 1; ++exponent)
+        for (PatternOf<T> leading = 0; leading < PatternOf<T>{1} << leadingBits; ++leading)
+            for (const PatternOf<T> rest : rests) {
+                const T x = std::bit_cast<T>(static_cast<PatternOf<T>>(exponent << fractionBits |
+                                                                       leading << (fractionBits - leadingBits) | rest));
+                EXPECT_TRUE(sameBits(alone(f, x).value, asBits(alone(model, x).value))) << x;
             }
 }
+TEST(Ln, AgreesWithTheModelAtEveryTableEntry) {
+    expectModelAtEveryTableEntry<Real32>(oktsLn_32f_A24, model::Ln_32f, 7, {0x0000, 0x0001, 0x7FFF, 0xFFFF});
+    expectModelAtEveryTableEntry<Real64>(oktsLn_64f_A53, model::Ln_64f, 10, {0x0, 0x1000, 0x3FFFFFFF000});
+}
 TEST(Log10, AgreesWithTheModelAtEveryTableEntry) {
-    for (std::uint32_t exponent : {125u, 126u, 127u, 128u})
-        for (std::uint32_t leading = 0; leading < 256; ++leading)
-            for (std::uint32_t rest : {0x0000u, 0x0001u, 0x3FFFu, 0x7FFFu}) {
-                const Real32 x = bits32(exponent << 23 | leading << 15 | rest);
-                EXPECT_TRUE(sameBits(alone(oktsLog10_32f_A24, x).value, asBits(alone(model::Log10_32f, x).value))) << x;
-            }
-    for (std::uint64_t exponent : {1021u, 1022u, 1023u, 1024u})
-        for (std::uint64_t leading = 0; leading < 1024; ++leading)
-            for (std::uint64_t rest : {0x0u, 0x1u, 0x3FFFFFFFu}) {
-                const Real64 x = bits64(exponent << 52 | leading << 42 | rest << 12);
-                EXPECT_TRUE(sameBits(alone(oktsLog10_64f_A53, x).value, asBits(alone(model::Log10_64f, x).value))) << x;
-            }
+    expectModelAtEveryTableEntry<Real32>(oktsLog10_32f_A24, model::Log10_32f, 8, {0x0000, 0x0001, 0x3FFF, 0x7FFF});
+    expectModelAtEveryTableEntry<Real64>(oktsLog10_64f_A53, model::Log10_64f, 10, {0x0, 0x1000, 0x3FFFFFFF000});
 }
 
 std::initializer_list<Row<Real32>> commonRows32() {

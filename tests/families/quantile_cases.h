@@ -85,6 +85,17 @@ void expectQuantileModel(const QuantileCase<T>& c) {
     for (const Filling<T>& filling : c.end == 1 ? ofOne : ofTwo) expectModel<T, T>(c.name, c.model, filling);
 }
 
+// The upper half is the mirror image of the lower one where the difference from the end is exact.
+template <class T>
+void expectOddAboutTheCentre(const QuantileCase<T>& c) {
+    Random random(5);
+    const Real64 last = sizeof(T) == 4 ? c.end - 0.01 : c.end;
+    for (int i = 0; i < 20000; ++i) {
+        const T upper = static_cast<T>(random.between(c.end / 2, last));
+        EXPECT_EQ(alone(c.f, upper).value, -alone(c.f, static_cast<T>(c.end - upper)).value) << upper;
+    }
+}
+
 template <class T>
 void expectQuantileFlags(const QuantileCase<T>& c) {
     const T centre = c.end / 2;

@@ -247,11 +247,9 @@ TEST(Rounding, OnReal64NaNsComeOutQuiet) {
     for (const auto f : {oktsCeil_64f, oktsFloor_64f, oktsTrunc_64f, oktsRound_64f, oktsRint_64f, oktsNearbyInt_64f}) {
         expectRows<Real64>(f, 1.25,
                            {
-                               {0x7FF0000000000001, 0x7FF8000000000001},
-                               {0xFFF4123400000000, 0xFFFC123400000000},
-                               {0x7FF8ABCDE0001234, 0x7FF8ABCDE0001234},
                                {0xFFF0000000000000, 0xFFF0000000000000},
                            });
+        expectNaNsQuieted<Real64>(f, 1.25);
         EXPECT_EQ(flagsAlone(f, bits64(0x7FF0000000000001)) & flagInvalid, flagInvalid);
     }
 }

@@ -67,10 +67,8 @@ TEST(Sinh, SpecialValues32) {
                            {0x7F7FFFFF, 0x7F800000, oktStatusOverflow},
                            {0x7F800000, 0x7F800000},
                            {0xFF800000, 0xFF800000},
-                           {0x7FC54321, 0x7FC54321},
-                           {0xFFC54321, 0xFFC54321},
-                           {0x7F800001, 0x7FC00001},
                        });
+    expectNaNsQuieted<Real32>(oktsSinh_32f_A24, 2);
     const auto below = alone(oktsSinh_32f_A24, bits32(0x42B2D4FC));
     EXPECT_TRUE(std::isfinite(below.value));
     EXPECT_EQ(below.status, oktStatusOk);
@@ -88,9 +86,8 @@ TEST(Cosh, SpecialValues32) {
                            {0xFF7FFFFF, 0x7F800000, oktStatusOverflow},
                            {0x7F800000, 0x7F800000},
                            {0xFF800000, 0x7F800000},
-                           {0x7FC54321, 0x7FC54321},
-                           {0xFFA12345, 0xFFE12345},
                        });
+    expectNaNsQuieted<Real32>(oktsCosh_32f_A24, 2);
 }
 
 TEST(Sinh, SpecialValues64) {

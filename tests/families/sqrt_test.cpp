@@ -52,14 +52,10 @@ TEST(Sqrt, SpecialValues32) {
                            {0xBF800000, 0xFFC00000, oktStatusDomain},
                            {0x80000001, 0xFFC00000, oktStatusDomain},
                            {0xFF7FFFFF, 0xFFC00000, oktStatusDomain},
-                           {0x7FC54321, 0x7FC54321, oktStatusOk},
-                           {0x7F800001, 0x7FC00001, oktStatusOk},
-                           {0x7FA12345, 0x7FE12345, oktStatusOk},
-                           {0xFF800001, 0xFFC00001, oktStatusOk},
-                           {0xFFC54321, 0xFFC54321, oktStatusOk},
                            {0x00000001, 0x1A3504F3, oktStatusOk},
                            {0x40800000, 0x40000000, oktStatusOk},
                        });
+    expectNaNsQuieted<Real32>(oktsSqrt_32f_A24, 4);
 }
 
 TEST(Sqrt, SpecialValues64) {
@@ -72,11 +68,9 @@ TEST(Sqrt, SpecialValues64) {
                            {0xBFF0000000000000, 0xFFF8000000000000, oktStatusDomain},
                            {0x8000000000000001, 0xFFF8000000000000, oktStatusDomain},
                            {0x800FFFFFFFFFFFFF, 0xFFF8000000000000, oktStatusDomain},
-                           {0x7FF8ABCDE0001234, 0x7FF8ABCDE0001234, oktStatusOk},
-                           {0x7FF0000000000001, 0x7FF8000000000001, oktStatusOk},
-                           {0xFFF4123400000000, 0xFFFC123400000000, oktStatusOk},
                            {0x4010000000000000, 0x4000000000000000, oktStatusOk},
                        });
+    expectNaNsQuieted<Real64>(oktsSqrt_64f_A53, 4);
     EXPECT_NEAR(alone(oktsSqrt_64f_A53, bits64(1)).value / 2.2227587494850775e-162, 1.0, 2e-16);
 }
 
@@ -89,13 +83,10 @@ TEST(InvSqrt, SpecialValues32) {
                            {0xFF800000, 0xFFC00000, oktStatusDomain},
                            {0xBF800000, 0xFFC00000, oktStatusDomain},
                            {0x80000001, 0xFFC00000, oktStatusDomain},
-                           {0x7FC54321, 0x7FC54321, oktStatusOk},
-                           {0xFFC54321, 0xFFC54321, oktStatusOk},
-                           {0x7F800001, 0x7FC00001, oktStatusOk},
-                           {0xFFA12345, 0xFFE12345, oktStatusOk},
                            {0x00000002, 0x64800000, oktStatusOk},
                            {0x00000001, 0x64B504F3, oktStatusOk},
                        });
+    expectNaNsQuieted<Real32>(oktsInvSqrt_32f_A24, 4);
 }
 
 TEST(InvSqrt, SpecialValues64) {
@@ -107,9 +98,8 @@ TEST(InvSqrt, SpecialValues64) {
                            {0xFFF0000000000000, 0xFFF8000000000000, oktStatusDomain},
                            {0xBFF0000000000000, 0xFFF8000000000000, oktStatusDomain},
                            {0x800FFFFFFFFFFFFF, 0xFFF8000000000000, oktStatusDomain},
-                           {0x7FF8ABCDE0001234, 0x7FF8ABCDE0001234, oktStatusOk},
-                           {0xFFF0000000000001, 0xFFF8000000000001, oktStatusOk},
                        });
+    expectNaNsQuieted<Real64>(oktsInvSqrt_64f_A53, 4);
     const Real64 ofSmallest = alone(oktsInvSqrt_64f_A53, bits64(1)).value;
     EXPECT_NEAR(ofSmallest / 4.4989137945431964e161, 1.0, 2e-16);
 }

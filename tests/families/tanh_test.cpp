@@ -50,11 +50,8 @@ TEST(Tanh, SpecialValues32) {
                            {0x41200001, 0x3F800000},
                            {0x7F7FFFFF, 0x3F800000},
                            {0xFF7FFFFF, 0xBF800000},
-                           {0x7FC54321, 0x7FC54321},
-                           {0xFFC54321, 0xFFC54321},
-                           {0x7F800001, 0x7FC00001},
-                           {0xFFA12345, 0xFFE12345},
                        });
+    expectNaNsQuieted<Real32>(oktsTanh_32f_A24, -2);
 }
 
 TEST(Tanh, SpecialValues64) {

@@ -3,6 +3,9 @@
 
 #include "support/call.h"
 
+#include <cmath>
+#include <limits>
+
 namespace okt::test {
 
 template <class D>
@@ -51,6 +54,15 @@ inline testing::AssertionResult sameBits(Real64 actual, std::uint64_t expected) 
     std::snprintf(text, sizeof text, "0x%016llX instead of 0x%016llX", static_cast<unsigned long long>(asBits(actual)),
                   static_cast<unsigned long long>(expected));
     return testing::AssertionFailure() << text;
+}
+
+// Whether a result is right to so many units in the last place of the exact value, an ulp of a normal number.
+template <class T>
+bool withinUlps(T result, long double exact, long double ulps) {
+    int exponent;
+    std::frexp(exact, &exponent);
+    const long double ulp = std::ldexp(1.0L, exponent - std::numeric_limits<T>::digits);
+    return std::abs(static_cast<long double>(result) - exact) <= ulps * ulp;
 }
 
 }  // namespace okt::test

@@ -3,7 +3,7 @@
 
 #include "support/control_state.h"
 #include "support/element.h"
-#include "support/inputs.h"
+#include "support/model_check.h"
 
 #include <vector>
 
@@ -17,6 +17,16 @@ template <class D, class S>
 std::uint32_t flagsAlone(OktStatus (*f)(const S*, D*, std::int32_t), S x, std::uint32_t control = defaultMxcsr) {
     D result;
     return flagsRaised([&] { f(&x, &result, 1); }, control);
+}
+
+// The flags of single elements are those of the model.
+template <class T>
+void expectModelFlagsAlone(OktStatus (*f)(const T*, T*, std::int32_t), OktStatus (*model)(const T*, T*, std::int32_t),
+                           std::type_identity_t<Filling<T>> filling) {
+    Random random(9);
+    std::vector<T> elements = specialValues<T>();
+    for (int i = 0; i < 3000; ++i) elements.push_back(i % 2 ? filling.ordinary(random) : filling.special(random));
+    for (const T& x : elements) EXPECT_EQ(flagsAlone(f, x), flagsAlone(model, x)) << std::hex << asBits(x);
 }
 
 // Whether each of the elements raises the flag, alone and in an array of its like that is worked in blocks.

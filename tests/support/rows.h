@@ -5,6 +5,7 @@
 #include "support/element.h"
 
 #include <initializer_list>
+#include <limits>
 #include <vector>
 
 namespace okt::test {
@@ -34,6 +35,19 @@ void expectRows(OktStatus (*f)(const T*, T*, std::int32_t), std::type_identity_t
             EXPECT_EQ(placed.status, row.status) << std::hex << row.x << " at " << std::dec << position;
         }
     }
+}
+
+// A NaN comes back quiet with its sign and payload, and does not warn.
+template <class T>
+void expectNaNsQuieted(OktStatus (*f)(const T*, T*, std::int32_t), std::type_identity_t<T> filler) {
+    constexpr int fractionBits = sizeof(T) == 4 ? 23 : 52;
+    constexpr PatternOf<T> one = 1, quiet = one << (fractionBits - 1), sign = one << (8 * sizeof(T) - 1);
+    constexpr PatternOf<T> infinity = std::bit_cast<PatternOf<T>>(std::numeric_limits<T>::infinity());
+    for (const PatternOf<T> payload : {quiet, one, quiet / 3, quiet | quiet / 5, 2 * quiet - 1})
+        for (const PatternOf<T> signOrNone : {PatternOf<T>{0}, sign}) {
+            const PatternOf<T> nan = signOrNone | infinity | payload;
+            expectRows<T>(f, filler, {{nan, nan | quiet}});
+        }
 }
 
 template <class T>
