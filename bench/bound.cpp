@@ -172,7 +172,7 @@ core, and the measured figures may be too high. Remarks:
 | Function | Elements | Instructions | Operations | Bound | Limited by | Simulated | Measured | From bound | From simulation | Remarks |
 | --- | ---: | ---: | ---: | ---: | --- | ---: | ---: | ---: | ---: | --- |
 )",
-        model.description(), core.best(), core.median());
+        model.standsIn() ? model.description() : "as llvm-mca models it", core.best(), core.median());
     for (const Row& row : rows) {
         text += fmt::format("| {} | {:.0f} | {} | {:.2f} | {:.2f} | {} | {:.2f} | {:.2f} | {:.2f} | {:.2f} | {} |\n",
                             labelOf(*row.function), row.loop.elements, row.bound.instructions,

@@ -44,7 +44,8 @@ public:
     // An empty name takes the host, and the stand-in where that is empty, too.
     explicit MachineModel(const std::string& processor = "", const std::string& host = hostProcessor());
     const std::string& processor() const { return processor_; }
-    std::string description() const;  // for the reader of a report
+    bool standsIn() const { return standsIn_; }  // for a host that llvm-mca does not know
+    std::string description() const;             // for the reader of a table
     Bound bound(const std::vector<std::string>& instructions);
 
 private:

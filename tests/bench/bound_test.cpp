@@ -107,12 +107,14 @@ TEST(Host, HasAStandInWhereItIsUnknownAndTheDescriptionSaysSo) {
     MachineModel unknown("", "");
     EXPECT_EQ(unknown.processor(), standInProcessor);
     EXPECT_EQ(unknown.description(), "modelled as x86-64-v4, the host is unknown to llvm-mca");
+    EXPECT_TRUE(unknown.standsIn());
     EXPECT_EQ(unknown.bound({"divpd %xmm0, %xmm1", "addpd %xmm2, %xmm3"}).cycles, 4);
     EXPECT_EQ(unknown.bound({"movaps (%rax), %xmm0", "movaps %xmm0, (%rdx)"}).cycles, 1);
 
     const MachineModel known("", processor), named(processor, "");
     EXPECT_EQ(known.description(), processor + " in llvm-mca");
     EXPECT_EQ(named.description(), processor + " in llvm-mca");
+    EXPECT_FALSE(known.standsIn() || named.standsIn());
 }
 
 TEST(Host, HasAModel) {  // whatever processor this runs on
