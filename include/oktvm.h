@@ -115,9 +115,8 @@ OKT_API OktStatus oktsAdd_64fc_A53(const Complex64* src1, const Complex64* src2,
  * @brief Argument (phase angle) of a complex element, for each element.
  *
  * The angle of the point (real part, imaginary part), from -pi to pi: the routine of Atan2 with the imaginary part as
- * src1 and the real part as src2, bit for bit, with its accuracy, its block sizes and its special values. Largest
- * errors seen: 0.82 ulp on 32fc, 0.75 ulp on 64fc. The last bit may differ on another processor model. There is no
- * warning.
+ * src1 and the real part as src2, bit for bit, with its accuracy, its block sizes and its special values. Errors below
+ * 0.89 ulp on 32fc, 0.87 ulp on 64fc. The last bit may differ on another processor model. There is no warning.
  *
  * @param[in] src source array of len elements
  * @param[out] dst destination array of len elements
@@ -334,8 +333,10 @@ OKT_API OktStatus oktsSub_64fc_A53(const Complex64* src1, const Complex64* src2,
  * @brief Arc cosine, for each element.
  *
  * Real elements: pi/2 - asin x up to 1/2, beyond that 2 asin(sqrt((1 - |x|)/2)), and pi less that for negative x.
- * Largest errors seen: 0.80 ulp on 32f, 0.77 ulp on 64f. Approximate reciprocals and reciprocal roots of the processor
- * are refined on the way, so that the last bit of a result may differ on another processor model.
+ * Approximate reciprocals and reciprocal roots of the processor are refined on the way, so that the last bit of a
+ * result may differ on another processor model. Errors below 0.80 ulp on 32f with any approximation within the error
+ * that is guaranteed of it; below 0.82 ulp on 64f with approximations of up to 16 significant bits, as processors give
+ * them, 1.21 ulp with any.
  *
  * Special values: 1 gives +0 and -1 gives pi rounded, zeros give pi/2. An element beyond 1 in magnitude, infinities
  * among them, gives a NaN (0xFFC00000, 0xFFF8000000000000) and oktStatusDomain. A NaN raises no warning; on 32f it
@@ -385,8 +386,10 @@ OKT_API OktStatus oktsAcos_64fc_A53(const Complex64* src, Complex64* dst, int32_
  * @brief Arc sine, for each element.
  *
  * Real elements: an odd polynomial up to 1/2, beyond that pi/2 - 2 asin(sqrt((1 - |x|)/2)), with the root as a head and
- * a rest. Largest errors seen: 0.90 ulp on 32f, 0.85 ulp on 64f. The root is refined from the processor's approximate
- * reciprocal root, so that the last bit of a result may differ on another processor model.
+ * a rest. The root is refined from the processor's approximate reciprocal root, so that the last bit of a result may
+ * differ on another processor model. Errors below 1.0 ulp on 32f and 0.98 ulp on 64f with approximations of 13
+ * significant bits, as processors give them; below 1.03 and 1.50 ulp with any approximation within the error that is
+ * guaranteed of it.
  *
  * Special values: zeros give themselves, 1 and -1 give pi/2 and -pi/2 rounded. An element beyond 1 in magnitude,
  * infinities among them, gives a NaN (0xFFC00000, 0xFFF8000000000000) and oktStatusDomain. A NaN raises no warning; on
@@ -482,9 +485,9 @@ OKT_API OktStatus oktsAtan_64fc_A53(const Complex64* src, Complex64* dst, int32_
  *
  * The angle of the point (x, y) = (src2, src1), from -pi to pi. Blocks of ordinary elements take a reduced quotient,
  * refined from the processor's approximate reciprocal, and a polynomial, with the arctangent of the interval's centre
- * and pi added in two parts: largest errors seen 0.82 ulp on 32f (1.0 ulp where the result is subnormal) and 0.75 ulp
- * on 64f. A block with an element whose magnitude is not within 2^-125 and 0x7D000000 (32f) or 2^-1020 and 2^993 (64f)
- * goes through a careful path as a whole: 0.501 ulp on 32f, 0.52 ulp on 64f, 0.73 ulp where both are subnormal. The two
+ * and pi added in two parts: errors below 0.89 ulp on 32f (1.0 ulp where the result is subnormal) and 0.87 ulp on 64f.
+ * A block with an element whose magnitude is not within 2^-125 and 0x7D000000 (32f) or 2^-1020 and 2^993 (64f) goes
+ * through a careful path as a whole: 0.501 ulp on 32f, 0.52 ulp on 64f, 0.73 ulp where both are subnormal. The two
  * paths differ in the last bit for 5 to 9 % of elements with sources of like size, and for 1 % where these are many
  * orders apart, so that neighbours and the length of the call are visible in results: 64f has blocks of two as far as
  * len AND 0xFFFFFFF0 reaches, 32f blocks of four as far as len AND 0xFFFFFFF4 does, and the other elements go one at a
@@ -1119,8 +1122,9 @@ OKT_API OktStatus oktsInvCbrt_64f_A53(const Real64* src, Real64* dst, int32_t le
 /**
  * @brief 1 / square root, for each element.
  *
- * The approximation and the series of Sqrt. Errors below 0.985 ulp on 32f and 0.501 ulp on 64f; the last bit may follow
- * the approximation of another processor model.
+ * The approximation and the series of Sqrt. Errors below 0.992 ulp on 32f with any approximation within the error that
+ * is guaranteed of it; below 0.502 ulp on 64f with approximations of up to 16 significant bits, as processors give
+ * them, 1.002 ulp with any. The last bit may follow the approximation of another processor model.
  *
  * Special values: a zero gives the infinity of its sign and oktStatusSingularity, plus infinity gives +0, a NaN itself,
  * quiet; an element below zero gives the NaN 0xFFC00000 (64f: 0xFFF8000000000000) and oktStatusDomain. On 32f zeros,
@@ -1316,18 +1320,20 @@ OKT_API OktStatus oktsPowx_64fc_A53(const Complex64* src, Complex64 scalar, Comp
  * @brief Square root, for each element.
  *
  * By neither a root nor a division: a 12-bit approximation of 1/sqrt(x), cut so that the leading products are exact,
- * and one evaluation of the binomial series. Errors below 0.761 ulp on 32f and 0.501 ulp on 64f (0.75 ulp where the
- * source is subnormal on 64f); the last bit may follow the approximation of another processor model.
+ * and one evaluation of the binomial series. Errors below 0.984 ulp on 32f with any approximation within the error that
+ * is guaranteed of it; on 64f below 0.503 ulp (0.753 ulp where the source is subnormal) with approximations of up to 16
+ * significant bits, as processors give them, and half a unit more with any. The last bit may follow the approximation
+ * of another processor model.
  *
  * Real special values: a zero or plus infinity gives itself, a NaN itself, quiet; an element below zero gives the NaN
  * 0xFFC00000 (64f: 0xFFF8000000000000) and oktStatusDomain, without the invalid flag.
  *
  * Complex elements: the principal root, with a real part that is not negative and an imaginary part of the sign of
  * src's, a zero's sign, too; the cut runs along the negative real axis. On 32fc it comes from |z| in double precision
- * and a refined 12-bit approximation of a reciprocal root (largest error seen 0.519 ulp; a last bit may differ on
- * another processor model). An element with a part that is a zero, infinite, a NaN or not above the smallest normal
- * number goes through the routine of 64fc, which works in extended precision: 0.501 ulp. The packed steps are done for
- * such an element as well, and their flags stay: a zero raises invalid on 32fc.
+ * and a refined 12-bit approximation of a reciprocal root (errors below 0.528 ulp; a last bit may differ on another
+ * processor model). An element with a part that is a zero, infinite, a NaN or not above the smallest normal number goes
+ * through the routine of 64fc, which works in extended precision: 0.501 ulp. The packed steps are done for such an
+ * element as well, and their flags stay: a zero raises invalid on 32fc.
  *
  * Complex special values: an infinite imaginary part gives (+Inf, that part), whatever the real part is. For (-Inf, y)
  * the root is (+0, Inf with the sign of y), for (+Inf, y) it is (+Inf, 0 with the sign of y); with a NaN for y it is
@@ -1848,12 +1854,12 @@ OKT_API OktStatus oktsExpm1_64f_A53(const Real64* src, Real64* dst, int32_t len)
  * Complex elements: ln|z| + i arg z with arg z in [-pi, pi], the cut along the negative real axis; the sign of a zero
  * imaginary part says from which side. ln|z| is half of ln s, s = a^2 + b^2 in double precision; where s is within 0.03
  * of 1 it comes from s - 1 without the rounding of s. The grades of 32fc are three routines. A11 uses short polynomials
- * and the processor's approximate reciprocal, without a table: good to 2^-12 (largest errors seen 2524 ulp in the real,
- * 3771 ulp in the imaginary part); a last bit may differ on another processor model. A21 takes the logarithm from a
- * table in double precision and the angle from a quotient and a polynomial in single precision: 0.84 and 3.0 ulp, the
- * latter beside the diagonal. A24 works in double precision: 0.5004 ulp. 64fc is one routine that works with heads and
- * rests: 0.5018 ulp in the real part, 0.522 in the imaginary part. An element with a part outside a routine's range
- * goes through a scalar kernel in extended precision, which is right to 0.501 ulp: A11 takes parts from 2^-125 to below
+ * and the processor's approximate reciprocal, without a table: good to 2^-12 (errors below 2600 ulp in the real, 3778
+ * ulp in the imaginary part); a last bit may differ on another processor model. A21 takes the logarithm from a table in
+ * double precision and the angle from a quotient and a polynomial in single precision: 0.84 and 3.0 ulp, the latter
+ * beside the diagonal. A24 works in double precision: 0.5004 ulp. 64fc is one routine that works with heads and rests:
+ * 0.5018 ulp in the real part, 0.522 in the imaginary part. An element with a part outside a routine's range goes
+ * through a scalar kernel in extended precision, which is right to 0.501 ulp: A11 takes parts from 2^-125 to below
  * 2^123, A21 all that are neither zero nor infinite, A24 normal numbers, 64fc parts from 2^-450 to below 2^450. A11 and
  * A21 put such an element through their block's steps as well, whose flags stay: a quiet NaN, for one, raises invalid.
  * A11, A24 and 64fc work under round to nearest, and denormals-are-zero stays the caller's; A21 works under the

@@ -1,7 +1,8 @@
 // Square root, by the steps of sqrt_steps.h.
 //
-// Largest errors seen: 0.7608 ulp at 0x7E7FFFFF (32f), 0.5005 (64f; subnormal up to 0.75). The last bit may follow the
-// seed of another processor model.
+// Errors with every approximation within its error: 32f 0.9832 ulp at 0x406F1442, the largest of all elements with all
+// approximations; 64f below 0.503 with up to 16 significant bits (seen 0.5010), of a subnormal number below 0.753, as
+// xl·y may be half of the root; with more bits below 1.003 and 1.253 (seen 1.0000).
 #include "exports/Sqrt.h"
 #include "lanes/seeds.h"
 #include "root/sqrt_steps.h"

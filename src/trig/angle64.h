@@ -2,7 +2,7 @@
 //
 // Main path: with a = |y|, b = |x| and c the centre of the interval that a/b lies in, t = (a - c·b)/(b + c·a) (see
 // atan.cpp), numerator and denominator as sums of two parts on Real64. The quotient is had without a division, from
-// the processor's 12-bit approximation r of 1/d: with e = d·r - 1, 1/d = r + r·(-e + e^2 - ... ). For x < 0 the angle
+// a 12-bit approximation r of 1/d (lanes/seeds.h): with e = d·r - 1, 1/d = r + r·(-e + e^2 - ... ). For x < 0 the angle
 // is pi - arctan(a/b), pi in two parts.
 #pragma once
 

@@ -7,12 +7,14 @@
 #include <gtest/gtest.h>
 #include <unistd.h>
 
+#include <bit>
 #include <cmath>
 #include <cstdint>
 #include <filesystem>
 #include <fstream>
 #include <limits>
 #include <set>
+#include <span>
 #include <string>
 #include <vector>
 
@@ -111,6 +113,25 @@ TEST(Points, SignsOffsetsListsAndComplexArguments) {
     for (const char* bad :
          {"", "logg 1 2", "log 0 1", "log 2 1", "uniform 1", "uniform 1 2 3", "list", "log 1 2 | log 1 2"})
         EXPECT_THROW(ArgumentRange(bad, ElementType::Real64), std::invalid_argument) << bad;
+}
+
+TEST(Points, IntervalsHoldTheValuesOfARange) {
+    const auto of = [](const char* text) {
+        std::vector<std::pair<double, double>> result;
+        for (const Interval& interval : ArgumentRange(text, ElementType::Real32).intervals())
+            result.emplace_back(interval.first, interval.last);
+        return result;
+    };
+    using Intervals = std::vector<std::pair<double, double>>;
+    EXPECT_EQ(of("log 1 2"), (Intervals{{1, 2}}));
+    EXPECT_EQ(of("bits 1 2 both"), (Intervals{{1, 2}, {-2, -1}}));
+    EXPECT_EQ(of("uniform 1 2"), (Intervals{{1, 2}}));
+    EXPECT_EQ(of("uniform -512 256"), (Intervals{{1, 256}, {-512, -2}}));
+    EXPECT_EQ(of("uniform -4 -3"), (Intervals{{-4, -3}}));
+    EXPECT_EQ(of("bits 0.25 0.5 both near 1"), (Intervals{{1.25, 1.5}, {0.5, 0.75}}));
+    EXPECT_EQ(of("bits 0.5 4 both near 1"), (Intervals{{1.5, 5}, {-3, -0x1p-149}, {0x1p-149, 0.5}}));
+    EXPECT_EQ(of("list 1 2"), Intervals());
+    EXPECT_TRUE(ArgumentRange("log 1 2 | log 1 2", ElementType::Complex32).intervals().empty());
 }
 
 TEST(Points, SequenceIsTheSameEverywhere) {
@@ -268,10 +289,10 @@ TEST(Measure, PlotIsSmallAndWhole) {
 
 class BoundsText : public testing::Test {
 protected:
-    std::vector<Bound> load(const std::string& text) {
+    std::vector<Bound> load(const std::string& text, std::span<const Export> functions = fakes) {
         const auto file = std::filesystem::temp_directory_path() / ("okt_bounds_" + std::to_string(getpid()) + ".toml");
         std::ofstream(file) << text;
-        const auto bounds = loadBounds(file, fakes);
+        const auto bounds = loadBounds(file, functions);
         std::filesystem::remove(file);
         return bounds;
     }
@@ -340,6 +361,44 @@ TEST_F(BoundsText, ExcessesNameEverythingOneNeeds) {
     EXPECT_EQ(excesses(bounds[0], measure(pointsOf(bounds[0], 10), Path::element)).size(), 1u);
 }
 
+TEST_F(BoundsText, SweepsHoldRangesOfOneReal32) {
+    const auto bounds = load(R"(
+        family = "Sin"
+        [[range]]
+        type = "32f"
+        src = "bits -1.2 1.2"
+        bound = 0.501
+        [[range]]
+        type = "32f"
+        src = "log 1.2499 1.2501"
+        bound = 0.501
+        [[range]]
+        type = "32f"
+        src = "list 1 2"
+        bound = 0.501
+    )");
+    ASSERT_EQ(bounds.size(), 3u);
+    for (const Path path : {Path::block, Path::element}) {
+        const auto swept = sweep(bounds[0], path, 10000);
+        ASSERT_TRUE(swept.has_value());
+        EXPECT_GE(swept->part[0].count, 10000u);
+        EXPECT_LE(swept->part[0].count, 20002u);
+        EXPECT_TRUE(excesses(bounds[0], *swept).empty());
+    }
+    EXPECT_EQ(excesses(bounds[1], *sweep(bounds[1], Path::block, 1 << 30)).size(), 1u);
+    EXPECT_FALSE(sweep(bounds[2], Path::block, 10000).has_value());
+}
+
+TEST_F(BoundsText, ShortApproximationsMayHaveABoundOfTheirOwn) {
+    const std::string range = "[[range]]\ntype=\"64f\"\nsrc=\"uniform 1 2\"\nbound=1\nshort_seeds=0.5\n";
+    const auto bounds = load("family=\"Sqrt\"\n" + range + "element=2\n", exports());
+    ASSERT_EQ(bounds.size(), 1u);
+    EXPECT_EQ(bounds[0].block, (PartBounds{1, 1}));
+    EXPECT_EQ(withShortSeeds(bounds[0]).block, (PartBounds{0.5, 0.5}));
+    EXPECT_EQ(withShortSeeds(bounds[0]).element, (PartBounds{0.5, 0.5}));
+    EXPECT_THROW(load("family=\"Cbrt\"\n" + range, exports()), std::runtime_error);
+}
+
 TEST_F(BoundsText, MistakesAreErrors) {
     const std::string good = "family=\"Abs\"\n[[range]]\ntype=\"64f\"\nsrc=\"uniform 1 2\"\nbound=1\n";
     EXPECT_EQ(load(good).size(), 1u);
@@ -376,6 +435,21 @@ TEST(Exhaustive, FindsTheOneWrongInput) {
         EXPECT_EQ(result.correctlyRounded[0], result.measured - 1);
         EXPECT_LT(result.quickReferenceError, 1e-10);
     }
+}
+
+TEST(Exhaustive, TakesOnePatternOfEachStride) {
+    ExhaustiveOptions options;
+    options.from = 0x3F800000;
+    options.to = 0x3FC000FF;
+    options.stride = 256;
+    const ExhaustiveResult result = runExhaustively(fake("oktsSin_32f_A24"), options);
+    EXPECT_EQ(result.measured, 0x4001u);
+    EXPECT_LE(result.largest[0].inputs[0], std::bit_cast<float>(options.to));
+    // An ulp of a floor above the results is larger than theirs.
+    options.path = Path::element;
+    const double error = runExhaustively(fake("oktsSin_32f_A24"), options).largest[0].error;
+    options.floor = 4;
+    EXPECT_NEAR(runExhaustively(fake("oktsSin_32f_A24"), options).largest[0].error, error / 8, error / 100);
 }
 
 TEST(Exhaustive, CountsArgumentsWithoutAFiniteResult) {

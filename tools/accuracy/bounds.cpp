@@ -1,9 +1,12 @@
 #include "bounds.h"
 
+#include "exhaustive.h"
+
 #include <fmt/format.h>
 #include <toml++/toml.h>
 
 #include <algorithm>
+#include <bit>
 #include <cstdlib>
 #include <iterator>
 #include <set>
@@ -112,7 +115,7 @@ private:
 
     void readRange(const toml::table& table, const std::string& family, int number, std::vector<Bound>& result) {
         checkKeys(table, {"type", "grade", "name", "src", "src1", "src2", "scalar", "bound", "block", "element",
-                          "of_modulus", "floor", "worst", "reason"});
+                          "short_seeds", "of_modulus", "floor", "worst", "reason"});
         const std::vector<std::string> types = strings(table, "type");
         const std::vector<std::string> grades = strings(table, "grade");
         if (types.empty()) fail(table, "no type");
@@ -169,6 +172,9 @@ private:
         if (const auto own = bounds(table, "block")) result.block = own;
         if (const auto own = bounds(table, "element")) result.element = own;
         if (!result.block && !result.element) fail(table, "no bound");
+        result.shortSeeds = bounds(table, "short_seeds");
+        if (result.shortSeeds && !function.seed)
+            fail(table, fmt::format("{} does not start from approximate reciprocals", function.name));
         if (const toml::node* node = table.get("of_modulus")) {
             if (!node->is_boolean()) fail(*node, "of_modulus is true or false");
             result.yardstick.ofModulus = *node->value<bool>();
@@ -217,6 +223,13 @@ fs::path sourceDirectory() {
     return set ? set : OKT_SOURCE_DIRECTORY;
 }
 
+Bound withShortSeeds(Bound bound) {
+    if (bound.shortSeeds)
+        for (std::optional<PartBounds>* limits : {&bound.block, &bound.element})
+            if (*limits) *limits = bound.shortSeeds;
+    return bound;
+}
+
 PointSet pointsOf(const Bound& bound, std::size_t count, unsigned threads) {
     std::vector<ArgumentRange> ranges;
     for (const std::string& text : bound.ranges) ranges.emplace_back(text, bound.function->source);
@@ -240,6 +253,45 @@ std::vector<std::string> excesses(const Bound& bound, const Measurement& measure
             function.name, bound.origin, pathName(measurement.path), measurement.parts > 1 ? ", " : "",
             partName(function, k), inputsText(function, largest.inputs),
             bitPattern(largest.computed, resultPart(function)), largest.computed, largest.exact, largest.error, limit));
+    }
+    return result;
+}
+
+std::optional<Measurement> sweep(const Bound& bound, Path path, std::uint64_t count) {
+    const Export& function = *bound.function;
+    if (!canRunExhaustively(function)) return {};
+    const std::vector<Interval> intervals = ArgumentRange(bound.ranges.front(), function.source).intervals();
+    const auto patternOf = [](double value) { return std::bit_cast<std::uint32_t>(static_cast<float>(value)); };
+    struct Patterns {
+        std::uint32_t from, to;
+    };
+    std::vector<Patterns> patterns;
+    std::uint64_t total = 0;
+    for (const Interval& interval : intervals) {
+        const auto [from, to] = std::minmax({patternOf(interval.first), patternOf(interval.last)});
+        patterns.push_back({from, to});
+        total += std::uint64_t{to} - from + 1;
+    }
+    if (total == 0) return {};
+
+    ExhaustiveOptions options;
+    options.stride = static_cast<std::uint32_t>(std::bit_floor(std::max<std::uint64_t>(1, total / count)));
+    options.path = path;
+    options.floor = bound.yardstick.floor;
+    Measurement result;
+    result.function = bound.function;
+    result.path = path;
+    for (const auto [from, to] : patterns) {
+        options.from = from;
+        options.to = to;
+        const ExhaustiveResult part = runExhaustively(function, options);
+        result.parts = part.parts;
+        result.skipped += part.skipped;
+        for (std::size_t k = 0; k < static_cast<std::size_t>(part.parts); ++k) {
+            PartStatistics& statistics = result.part[k];
+            statistics.count += part.measured;
+            if (part.largest[k].error > statistics.largest.error) statistics.largest = part.largest[k];
+        }
     }
     return result;
 }

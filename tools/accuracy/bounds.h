@@ -21,6 +21,8 @@ struct Bound {
     std::string name;        // of the range
     std::vector<std::string> ranges;
     std::optional<PartBounds> block, element;  // in ulp; a path without a bound is not measured
+    // The bound of both paths where approximate reciprocals have at most 13 significant bits.
+    std::optional<PartBounds> shortSeeds;
     Yardstick yardstick;
     std::vector<Inputs> worst;  // measured besides the random points
     std::string reason;
@@ -39,10 +41,17 @@ std::vector<Bound> loadAllBounds(const std::filesystem::path& sources, std::span
 // The source directory of this build, or OKT_SOURCES of the environment.
 std::filesystem::path sourceDirectory();
 
+// The bounds that hold where approximate reciprocals have at most 13 significant bits.
+Bound withShortSeeds(Bound bound);
+
 // Random points and recorded inputs of an entry; the seed follows from the entry, so that entries do not share points.
 PointSet pointsOf(const Bound& bound, std::size_t count, unsigned threads = 1);
 
 // Everything that breaks the bound: one text an excess, with export, input and result bits, exact value and error.
 std::vector<std::string> excesses(const Bound& bound, const Measurement& measurement);
+
+// Where a bound's function has one Real32 source and a quick reference: about `count` patterns of its range, spread
+// evenly over them. Nothing otherwise, and where the range is a list.
+std::optional<Measurement> sweep(const Bound& bound, Path path, std::uint64_t count);
 
 }  // namespace okt::accuracy

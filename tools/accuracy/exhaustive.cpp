@@ -25,11 +25,11 @@ const QuickReference* quickReferenceOf(const Export& function) {
 }
 
 // Error in ulp of the exact value's binade, as ulpError has it.
-double quickError(float computed, Quick exact) {
+double quickError(float computed, Quick exact, Quick floor) {
     if (!std::isfinite(computed)) return std::numeric_limits<double>::infinity();
     int exponent = 0;
-    std::frexp(exact, &exponent);
-    const int ulp = exact == 0 ? -149 : std::max(-149, exponent - 24);
+    std::frexp(std::max(std::abs(exact), floor), &exponent);
+    const int ulp = exact == 0 && floor == 0 ? -149 : std::max(-149, exponent - 24);
     return static_cast<double>(std::ldexp(std::abs(computed - exact), -ulp));
 }
 
@@ -67,7 +67,7 @@ public:
           reference_(referenceOf(function)),
           quick_(*quickReferenceOf(function)) {
         result_.parts = reference_.parts;
-        total_ = static_cast<std::uint64_t>(options.to) - options.from + 1;
+        total_ = (static_cast<std::uint64_t>(options.to) - options.from) / options.stride + 1;
     }
 
     ExhaustiveResult run() {
@@ -106,9 +106,8 @@ private:
             const std::uint64_t begin = next_.fetch_add(chunk);
             if (begin >= total_) break;
             const std::uint64_t count = std::min(chunk, total_ - begin);
-            const auto first = static_cast<std::uint32_t>(options_.from + begin);
-            compute(*arrays, first, count);
-            for (std::uint64_t i = 0; i < count; ++i) judge(*arrays, first, i, own, worst);
+            compute(*arrays, begin, count);
+            for (std::uint64_t i = 0; i < count; ++i) judge(*arrays, begin, i, own, worst);
             if (reports && options_.progress)
                 options_.progress(static_cast<double>(begin + count) / static_cast<double>(total_));
         }
@@ -123,9 +122,16 @@ private:
         }
     }
 
-    void compute(Arrays& arrays, std::uint32_t first, std::uint64_t count) const {
+    // The pattern with a number. Of each stride another one, so that their last bits are of all kinds.
+    std::uint32_t pattern(std::uint64_t number) const {
+        const std::uint64_t within = (number * 0x9E3779B97F4A7C15) >> 32 & (options_.stride - 1);
+        return static_cast<std::uint32_t>(
+            std::min<std::uint64_t>(options_.from + number * options_.stride + within, options_.to));
+    }
+
+    void compute(Arrays& arrays, std::uint64_t begin, std::uint64_t count) const {
         for (std::uint64_t i = 0; i < count + padding; ++i)
-            arrays.src[i] = std::bit_cast<float>(static_cast<std::uint32_t>(first + std::min(i, count - 1)));
+            arrays.src[i] = std::bit_cast<float>(pattern(begin + std::min(i, count - 1)));
         Arguments arguments;
         const bool elementwise = options_.path == Path::element;
         const std::uint64_t step = elementwise ? 1 : count + padding;
@@ -138,9 +144,10 @@ private:
         }
     }
 
-    void judge(const Arrays& arrays, std::uint32_t first, std::uint64_t i, ExhaustiveResult& own,
+    void judge(const Arrays& arrays, std::uint64_t begin, std::uint64_t i, ExhaustiveResult& own,
                std::array<Worst, maxParts>& worst) const {
-        const float x = std::bit_cast<float>(static_cast<std::uint32_t>(first + i));
+        const std::uint32_t input = pattern(begin + i);
+        const auto x = std::bit_cast<float>(input);
         float computed[maxParts];
         computed[0] = isComplex(function_.destination) ? arrays.dst1[2 * i] : arrays.dst1[i];
         computed[1] = isComplex(function_.destination) ? arrays.dst1[2 * i + 1] : arrays.dst2[i];
@@ -153,14 +160,13 @@ private:
             return;
         }
         ++own.measured;
-        const auto input = static_cast<std::uint32_t>(first + i);
         for (std::size_t k = 0; k < static_cast<std::size_t>(result_.parts); ++k) {
-            const double error = quickError(computed[k], exact[k]);
+            const double error = quickError(computed[k], exact[k], options_.floor);
             if (computed[k] == static_cast<float>(exact[k])) ++own.correctlyRounded[k];
             const Candidate candidate{std::isnan(error) ? std::numeric_limits<double>::infinity() : error, input,
                                       computed[k]};
             worst[k].offer(candidate);
-            if (input % sampleEvery == 0) confirm(candidate, static_cast<int>(k), own, false);
+            if ((begin + i) % sampleEvery == 0) confirm(candidate, static_cast<int>(k), own, false);
         }
     }
 
@@ -170,7 +176,7 @@ private:
         in[0] = std::bit_cast<float>(candidate.input);
         reference_.evaluate(in, out);
         const Real& exact = out[part];
-        const double error = ulpError(candidate.computed, exact, ElementType::Real32);
+        const double error = ulpError(candidate.computed, exact, ElementType::Real32, options_.floor);
         if (std::isfinite(error) && std::isfinite(candidate.error))
             into.quickReferenceError = std::max(into.quickReferenceError, std::abs(error - candidate.error));
         LargestError& largest = into.largest[static_cast<std::size_t>(part)];

@@ -14,7 +14,9 @@ namespace okt::accuracy {
 
 struct ExhaustiveOptions {
     std::uint32_t from = 0, to = 0xFFFFFFFF;  // bit patterns, both included
+    std::uint32_t stride = 1;                 // one pattern in so many, not always the same one of them; a power of two
     Path path = Path::block;
+    double floor = 0;  // as Yardstick has it
     unsigned threads = 1;
     std::function<void(double)> progress;  // called now and then with the share done, from one thread
 };

@@ -6,6 +6,7 @@
 
 #include <unistd.h>
 
+#include <bit>
 #include <cstdio>
 #include <string>
 #include <thread>
@@ -41,6 +42,10 @@ int main(int argc, char** argv) {
     app.add_flag("--all", all, "every built routine of one Real32 source");
     app.add_option("--from", from, "first bit pattern")->capture_default_str();
     app.add_option("--to", to, "last bit pattern")->capture_default_str();
+    app.add_option("--stride", options.stride, "one pattern in so many, a power of two")
+        ->check([](const std::string& text) {
+            return std::has_single_bit(std::stoul(text)) ? "" : text + " is not a power of two";
+        });
     app.add_option("--path", paths, "block (one call over many) and element (one call for each)")
         ->check(CLI::IsMember({"block", "element"}))
         ->capture_default_str();

@@ -170,6 +170,33 @@ double Distribution::draw(SplitMix64& random) {
     return nearest(near_ + (negative ? -static_cast<long double>(value) : value), part_);
 }
 
+std::vector<Interval> Distribution::intervals() const {
+    std::vector<Interval> result;
+    const double smallest = parseNumber("sub", part_);
+    const auto add = [&](double first, double last) {
+        first = roundedUp(near_ + first, part_), last = roundedDown(near_ + last, part_);
+        if (first < 0 && last > 0) {
+            result.push_back({first, -smallest});
+            first = smallest;
+        }
+        if (first <= last) result.push_back({first, last});
+    };
+    // Magnitudes of one sign.
+    const auto addSide = [&](double low, double high, bool negative) {
+        if (!(low <= high)) return;
+        if (kind_ == Kind::uniform) low = std::max(low, high / 256);
+        negative ? add(-high, -low) : add(low, high);
+    };
+    if (kind_ == Kind::list) return result;
+    addSide(std::max(low_, smallest), high_, false);
+    addSide(std::max(-high_, smallest), -low_, true);
+    if (bothSigns_) {
+        addSide(std::max(low_, smallest), high_, true);
+        addSide(std::max(-high_, smallest), -low_, false);
+    }
+    return result;
+}
+
 ArgumentRange::ArgumentRange(std::string_view text, ElementType type) : text_(text), type_(type) {
     const ElementType part = partOf(type);
     std::string_view rest = trimmed(text);

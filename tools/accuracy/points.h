@@ -43,12 +43,19 @@ private:
     std::uint64_t state_;
 };
 
+struct Interval {
+    double first, last;
+};
+
 // The distribution of one real number.
 class Distribution {
 public:
     Distribution(std::string_view text, ElementType part);
     double draw(SplitMix64& random);
     bool isLogarithmic() const { return kind_ == Kind::log; }
+    // Where the values lie: intervals, of a uniform distribution the eight binades where most of them do; none for a
+    // list.
+    std::vector<Interval> intervals() const;
 
 private:
     enum class Kind { log, uniform, bits, list };
@@ -71,6 +78,9 @@ public:
     // Writes one number, or two for a complex type.
     void draw(SplitMix64& random, double* out);
     const std::string& text() const { return text_; }
+    std::vector<Interval> intervals() const {
+        return parts_.size() == 1 ? parts_[0].intervals() : std::vector<Interval>();
+    }
 
 private:
     std::string text_;
