@@ -39,6 +39,17 @@ inline void redoBlock(const S* src1, const S* src2, D* dst, std::int32_t len, co
     for (; i < len; ++i) one(i);
 }
 
+// Elements side by side with the registers of this build where AtOnce go side by side with those of 128 bits.
+template <int AtOnce>
+inline constexpr int timesWider = AtOnce*(registerBytes / 16);
+
+// Whether passes of timesWider<AtOnce> elements give what those of AtOnce give: not where the destination starts just
+// above a source, so that a pass reads what the one before has written.
+template <int AtOnce, class T, class... Source>
+inline bool growPasses(const T* dst, const Source*... src) {
+    return registerBytes != 16 && !(smearsForward(src, dst, std::size_t{timesWider<AtOnce>}) || ...);
+}
+
 // Redo block whose tail tries the main path, too: a block that fails its range test goes through `element(i)` element
 // by element, in order; the elements behind the blocks take the main path's steps one at a time, each with its own
 // range test. `tryLanes(lanes<N>, i)` works the elements i to i + N - 1 and returns false, having stored nothing, when
@@ -47,10 +58,17 @@ inline void redoBlock(const S* src1, const S* src2, D* dst, std::int32_t len, co
 template <int N>
 inline constexpr std::integral_constant<int, N> lanes{};
 
-template <int Block, int AtOnce, int... Fewer, class TryLanes, class Element>
-inline void redoBlockTryTail(std::int32_t len, std::int32_t blocksEnd, const TryLanes& tryLanes,
-                             const Element& element) {
+//
+// Where registers are wider than 128 bits, as many times more elements go side by side if `longPasses` says that the
+// arrays let them: growPasses<AtOnce>(dst, src...).
+template <int Block, int AtOnce, int... Fewer, class TryLanes, class Element, class LongPasses = std::false_type>
+inline void redoBlockTryTail(std::int32_t len, std::int32_t blocksEnd, const TryLanes& tryLanes, const Element& element,
+                             [[maybe_unused]] LongPasses longPasses = {}) {
     static_assert(AtOnce % Block == 0 && ((Fewer % Block == 0) && ...));
+    if constexpr (registerBytes != 16 && !std::is_same_v<LongPasses, std::false_type>) {
+        if (longPasses) [[likely]]
+            return redoBlockTryTail<Block, timesWider<AtOnce>, AtOnce, Fewer...>(len, blocksEnd, tryLanes, element);
+    }
     std::int32_t i = 0;
     while (i < blocksEnd) {
         if constexpr (AtOnce != Block) {
@@ -168,7 +186,8 @@ inline void packedElementLoop(const T* src, T* dst, std::int32_t len, const TryL
         return elementLoop(src, dst, len, element, status);
     redoBlockTryTail<Block, AtOnce>(
         len, len - (Block - 1), [&](auto count, std::int32_t i) { return tryLanes(count, src + i, dst + i); },
-        [&](std::int32_t i) { storeElement(dst + i, element(loadElement(src + i), status)); });
+        [&](std::int32_t i) { storeElement(dst + i, element(loadElement(src + i), status)); },
+        growPasses<AtOnce>(dst, src));
 }
 
 template <int Block, int AtOnce, class T, class TryLanes, class Element>
@@ -180,7 +199,8 @@ inline void packedElementLoop(const T* src1, const T* src2, T* dst, std::int32_t
     redoBlockTryTail<Block, AtOnce>(
         len, len - (Block - 1),
         [&](auto count, std::int32_t i) { return tryLanes(count, src1 + i, src2 + i, dst + i); },
-        [&](std::int32_t i) { storeElement(dst + i, element(loadElement(src1 + i), loadElement(src2 + i), status)); });
+        [&](std::int32_t i) { storeElement(dst + i, element(loadElement(src1 + i), loadElement(src2 + i), status)); },
+        growPasses<AtOnce>(dst, src1, src2));
 }
 
 // The same with blocks of one width, `tryBlock(src, dst)`, and the elements behind them one at a time.

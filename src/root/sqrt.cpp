@@ -58,7 +58,8 @@ void sqrt32(const Real32* src, Real32* dst, std::int32_t len, OktStatus& status)
     redoBlockTryTail<4, 16>(
         len, len - 3,
         [=]<int N>(std::integral_constant<int, N>, std::int32_t i) { return sqrtLanes<N>(src + i, dst + i); },
-        [&](std::int32_t i) { storeElement(dst + i, sqrtElement(loadElement(src + i), status)); });
+        [&](std::int32_t i) { storeElement(dst + i, sqrtElement(loadElement(src + i), status)); },
+        growPasses<16>(dst, src));
 }
 
 }  // namespace

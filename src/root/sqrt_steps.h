@@ -147,7 +147,8 @@ void rootOf64(const Real64* src, Real64* dst, std::int32_t len, OktStatus& statu
         [&](std::int32_t i) {
             const F64x1 x = F64x1::load(src + i);
             (anyOutOfRange(x) ? F64x1(specialElement<inverse>(x.raw, status)) : steps<inverse>(x)).store(dst + i);
-        });
+        },
+        growPasses<16>(dst, src));
 }
 
 }  // namespace okt::square
