@@ -19,12 +19,12 @@
  * some. What a function's text says of flags holds for a caller with the settings that threads start with. Beyond that,
  * steps on the way to a result may raise inexact, underflow and denormal. There are three kinds of functions:
  *
- * - Acos, Asin, Atan, Atan2, Cbrt, Cos, Erf, Erfc, Exp, InvCbrt, InvSqrt, Ln, Log10, Pow, Powx, Sin, SinCos, Sqrt, Tan
- *   and Tanh on real elements, Atanh on 32f, Cosh and Sinh on 64f, and Arg compute under round to nearest, without
- *   flush-to-zero and denormals-are-zero. Where the caller's MXCSR has another setting, it is changed for the call and
- *   then put back as it was, flags included, so that those the call raised are gone. Where it has none, MXCSR is not
- *   written, and the flags stay.
- * - Cosh and Sinh on 32f, Ln in A11 and A24 of 32fc and on 64fc do the same, but for the caller's denormals-are-zero,
+ * - Acos, Asin, Atan, Atan2, Cbrt, Cos, Erf, Erfc, Exp, InvCbrt, InvSqrt, Ln, Log10, Pow, Powx, Sin, SinCos, Sqrt, Tan,
+ *   Tanh on 32f and 64f; Arg on 32fc and 64fc; Atanh on 32f; Cosh, Sinh on 64f: these compute under round to nearest,
+ *   without flush-to-zero and denormals-are-zero. Where the caller's MXCSR has another setting, it is changed for the
+ *   call and then put back as it was, flags included, so that those the call raised are gone. Where it has none, MXCSR
+ *   is not written, and the flags stay.
+ * - Cosh, Sinh on 32f; Ln on 32fc (A11) and 32fc (A24) and 64fc: the same, but for the caller's denormals-are-zero,
  *   which stays in force and alone makes no flag disappear.
  * - All others leave MXCSR alone: its settings act on their arithmetic, and the flags that they raise stay.
  *

@@ -28,8 +28,8 @@ inline bool smearsForward(const T* src, const T* dst, std::int32_t len, std::int
 
 // dst[i] = operation(src[i]...) for count elements, ascending. `operation` is generic over the lanes. Loads of the
 // sources are unaligned; stores are aligned once the elements before the first boundary of a register are done, unless
-// the destination stands at an odd address, where no boundary can be reached. Where registers are wide, a pass is longer
-// as long as the arrays let it: any pass gives the scalar loop's results.
+// the destination stands at an odd address, where no boundary can be reached. Where registers are wide, a pass is
+// longer as long as the arrays let it: any pass gives the scalar loop's results.
 template <class T, class Operation, class... Source>
 inline void vectorLoop(const Operation& operation, T* dst, std::size_t count, const Source*... src) {
     constexpr std::size_t longPass = std::max(vectorLoopPass, std::size_t{2} * registerLanes<T>);
