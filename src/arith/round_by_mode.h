@@ -7,6 +7,7 @@
 #include "frame/vector_loop.h"
 
 namespace okt {
+namespace {
 
 // By the rounding mode in force: x + shift has no bits behind the binary point.
 template <class V>
@@ -41,4 +42,5 @@ inline void roundArrayByMode(const T* src, T* dst, std::int32_t len, OktStatus&)
     vectorLoop([](auto x) { return roundByMode(x); }, dst, static_cast<std::size_t>(len), src);
 }
 
+}  // namespace
 }  // namespace okt

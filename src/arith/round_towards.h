@@ -13,6 +13,7 @@
 #include "frame/vector_loop.h"
 
 namespace okt {
+namespace {
 
 enum class Direction { up, down };
 
@@ -70,4 +71,5 @@ F32<N> towards(F32<N> x) {
     return result;
 }
 
+}  // namespace
 }  // namespace okt

@@ -7,6 +7,7 @@
 #include <utility>
 
 namespace okt::complex::logarithm {
+namespace {
 
 struct DirectionConstants : TableConstants {
     // Quotients B/A between the five directions.
@@ -60,4 +61,5 @@ struct Coefficients {
     }
 };
 
+}  // namespace
 }  // namespace okt::complex::logarithm

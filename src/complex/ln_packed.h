@@ -11,8 +11,9 @@
 #include "lanes/lookup.h"
 
 namespace okt::complex::logarithm {
+namespace {
 
-inline constexpr Real64 nearOne = 0x1.eb851eb851eb8p-6;  // 0.03
+constexpr Real64 nearOne = 0x1.eb851eb851eb8p-6;  // 0.03
 
 struct RangeConstants {
     Pattern32 magnitude32 = 0x7FFFFFFF;
@@ -98,4 +99,5 @@ inline F64<N> alternating(F64<N> w, int n = 1) {
     return sum;
 }
 
+}  // namespace
 }  // namespace okt::complex::logarithm

@@ -5,6 +5,7 @@
 #include "lanes/seeds.h"
 
 namespace okt::complex::logarithm {
+namespace {
 
 struct ConstantsA11 : RangeConstants {
     Pattern32 mantissa = 0x000FFFFF;
@@ -28,7 +29,7 @@ struct ConstantsA11 : RangeConstants {
     Constant32 halfPi = 0x1.921fb6p+0F;
     Constant32 pi = 0x1.921fb6p+1F;
 };
-inline constexpr ConstantsA11 constantsA11;
+constexpr ConstantsA11 constantsA11;
 
 template <int N>
 inline F32<N> lnFarA11(const ConstantsA11& k, F64<N> s) {
@@ -80,4 +81,5 @@ inline void lnc32A11(const Complex32* src, Complex32* dst, std::int32_t len, Okt
     });
 }
 
+}  // namespace
 }  // namespace okt::complex::logarithm

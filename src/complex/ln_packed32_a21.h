@@ -4,6 +4,7 @@
 #include "complex/ln_packed.h"
 
 namespace okt::complex::logarithm {
+namespace {
 
 struct ConstantsA21 : TableConstants {
     // ln(1 + r) = r + r^2 (-1/2 + p3 r + p2 r^2 + p5 r^3 + p4 r^4) on |r| <= 2^-9, relative error 2^-46.1. Decimal
@@ -18,7 +19,7 @@ struct ConstantsA21 : TableConstants {
     Constant32 halfPi = 0x1.921fb6p+0F;
     Constant32 pi = 0x1.921fb6p+1F;
 };
-inline constexpr ConstantsA21 constantsA21;
+constexpr ConstantsA21 constantsA21;
 
 template <int N>
 inline F64<N> lnFarA21(const ConstantsA21& k, F64<N> s) {
@@ -79,4 +80,5 @@ inline void lnc32A21(const Complex32* src, Complex32* dst, std::int32_t len, Okt
     });
 }
 
+}  // namespace
 }  // namespace okt::complex::logarithm

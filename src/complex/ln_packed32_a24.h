@@ -6,6 +6,7 @@
 #include <iterator>
 
 namespace okt::complex::logarithm {
+namespace {
 
 struct ConstantsA24 : DirectionConstants {
     // ln(1 + r) on |r| <= 2^-9, relative error 2^-38.3; Taylor.
@@ -13,7 +14,7 @@ struct ConstantsA24 : DirectionConstants {
     Constant64 third = 0x1.5555555555555p-2;
     Coefficients<std::size(tables::Arctangent32)> arctangent{tables::Arctangent32};
 };
-inline constexpr ConstantsA24 constantsA24;
+constexpr ConstantsA24 constantsA24;
 
 template <int N>
 inline F64<N> lnFarA24(const ConstantsA24& k, F64<N> s) {
@@ -61,4 +62,5 @@ inline void lnc32A24(const Complex32* src, Complex32* dst, std::int32_t len, Okt
     });
 }
 
+}  // namespace
 }  // namespace okt::complex::logarithm

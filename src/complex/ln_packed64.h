@@ -7,6 +7,7 @@
 #include <iterator>
 
 namespace okt::complex::logarithm {
+namespace {
 
 struct Constants64 : DirectionConstants {
     Pattern64 headBits = splitMaskWide;
@@ -24,7 +25,7 @@ struct Constants64 : DirectionConstants {
     Constant64 thirdShort = third;
     Coefficients<std::size(tables::Arctangent64)> arctangent{tables::Arctangent64, third};
 };
-inline constexpr Constants64 constants64;
+constexpr Constants64 constants64;
 
 // A part's magnitude, and its upper 26 bits and the rest.
 template <int N>
@@ -138,4 +139,5 @@ inline void lnc64(const Complex64* src, Complex64* dst, std::int32_t len, OktSta
     });
 }
 
+}  // namespace
 }  // namespace okt::complex::logarithm

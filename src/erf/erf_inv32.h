@@ -9,6 +9,7 @@
 #include "lanes/lookup.h"
 
 namespace okt::inverse_erf {
+namespace {
 
 struct Constants32 : CentralTerms32 {
     // y times one of y down to 1 - |x| = 2^-24, relative error 2^-41.0; minimax.
@@ -27,12 +28,12 @@ struct Constants32 : CentralTerms32 {
     Constant64 middle = 0.765625;             // 0.875^2
     Constant64 slope = 0x1.c5bf891b4ef6bp-1;  // sqrt(pi)/2
 };
-inline constexpr Constants32 constants32;
+constexpr Constants32 constants32;
 
-inline constexpr std::uint32_t one32 = 0x3F800000;
-inline constexpr std::uint32_t tail32 = 0x3F600000;    // 0.875
-inline constexpr std::uint32_t middle32 = 0x3E000000;  // 0.125
-inline constexpr std::uint32_t small32 = 0x36800000;   // 2^-18
+constexpr std::uint32_t one32 = 0x3F800000;
+constexpr std::uint32_t tail32 = 0x3F600000;    // 0.875
+constexpr std::uint32_t middle32 = 0x3E000000;  // 0.125
+constexpr std::uint32_t small32 = 0x36800000;   // 2^-18
 
 template <int N>
 inline F64<N> erfInvTail(const Constants32& k, F64<N> x) {
@@ -69,7 +70,7 @@ inline F64<N> erfInvSmall(const Constants32& k, F64<N> x) {
     return narrow(result).raw;
 }
 
-inline constexpr WordRange ordinary32{small32, one32};
+constexpr WordRange ordinary32{small32, one32};
 
 inline void erfInv32(const Real32* src, Real32* dst, std::int32_t len, OktStatus& status) {
     const Constants32& k = inMemory(constants32);
@@ -98,4 +99,5 @@ inline void erfInv32(const Real32* src, Real32* dst, std::int32_t len, OktStatus
     sortedElementLoop(src, dst, len, tryBlock, finish, erfInvElement32, status);
 }
 
+}  // namespace
 }  // namespace okt::inverse_erf

@@ -10,6 +10,7 @@
 #include "lanes/lookup.h"
 
 namespace okt::inverse_erf {
+namespace {
 
 struct Constants64 {
     Constant64 one = 1.0;
@@ -35,7 +36,7 @@ struct Constants64 {
     Constant64 minusLn2Hi = -0x1.62e42feep-1;  // short, so that its product with an exponent is exact
     Constant64 minusLn2Lo = -0x1.a39ef35793c76p-33;
 };
-inline constexpr Constants64 constants64;
+constexpr Constants64 constants64;
 
 // x · (c0 + c1 t + c2 t^2 + plain), where c0 is hi + lo, c1 and c2 are short, and t is given by its parts, too. The sum
 // is made from the smallest term up; then its short part is taken, and the rest gathered, which is exact but for `low`.
@@ -148,7 +149,7 @@ inline F64<N> erfInvTail(const Constants64& k, F64<N> x) {
     return timesPolynomial(y, yParts, LeadingTerms<N>{c15, c0, c16, c17}, t, tParts, p * t);
 }
 
-inline constexpr WordRange ordinary64{smallHigh, oneHigh};
+constexpr WordRange ordinary64{smallHigh, oneHigh};
 
 [[gnu::noinline]] inline Real64 erfInvElement64(Real64 x, OktStatus& status) {
     const std::uint32_t magnitude = highWord(x) & 0x7FFFFFFF;
@@ -189,4 +190,5 @@ inline void erfInv64(const Real64* src, Real64* dst, std::int32_t len, OktStatus
     sortedElementLoop(src, dst, len, tryBlock, finish, erfInvElement64, status);
 }
 
+}  // namespace
 }  // namespace okt::inverse_erf

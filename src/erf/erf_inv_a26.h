@@ -7,6 +7,7 @@
 #include "lanes/lookup.h"
 
 namespace okt::inverse_erf {
+namespace {
 
 // The cell's row, and the place of w in the cell.
 template <int N>
@@ -83,4 +84,5 @@ inline void erfInv64Fast(const Real64* src, Real64* dst, std::int32_t len, OktSt
     if (len & 1) erfInvFastBlock<1>(src + i, dst + i, status);
 }
 
+}  // namespace
 }  // namespace okt::inverse_erf

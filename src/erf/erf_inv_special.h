@@ -6,6 +6,7 @@
 #include "lanes/pattern.h"
 
 namespace okt::inverse_erf {
+namespace {
 
 // |x| >= 1, infinite or a NaN.
 template <class T>
@@ -23,14 +24,14 @@ T outsideDomain(T x, OktStatus& status) {
     return result;
 }
 
-inline constexpr std::uint32_t oneHigh = 0x3FF00000;
-inline constexpr std::uint32_t tailHigh = 0x3FEC0000;    // 0.875
-inline constexpr std::uint32_t middleHigh = 0x3FC00000;  // 0.125
-inline constexpr std::uint32_t smallHigh = 0x3DC00000;   // 2^-35
+constexpr std::uint32_t oneHigh = 0x3FF00000;
+constexpr std::uint32_t tailHigh = 0x3FEC0000;    // 0.875
+constexpr std::uint32_t middleHigh = 0x3FC00000;  // 0.125
+constexpr std::uint32_t smallHigh = 0x3DC00000;   // 2^-35
 
 // The first coefficient of the series with few bits, and the rest of it: sqrt(pi)/2.
-inline constexpr Real64 slopeShort = 0.88623046875;
-inline constexpr Real64 slopeRest = -0x1.db92c4255618fp-19;
+constexpr Real64 slopeShort = 0.88623046875;
+constexpr Real64 slopeRest = -0x1.db92c4255618fp-19;
 
 // v as its high 16 bits or so, and the rest: the difference of the rounded products drops the lower bits.
 template <int N>
@@ -63,4 +64,5 @@ inline Real64 erfInvTiny(Real64 x, const Split& split) {
     return bits64(asBits(g.raw) & 0x800FFFFFFFFFFFFF);
 }
 
+}  // namespace
 }  // namespace okt::inverse_erf

@@ -14,9 +14,10 @@
 #include "lanes/pattern.h"
 
 namespace okt::logarithm {
+namespace {
 
-inline constexpr Real32 minusInf32 = negated(infinity<Real32>());
-inline constexpr Real64 minusInf64 = negated(infinity<Real64>());
+constexpr Real32 minusInf32 = negated(infinity<Real32>());
+constexpr Real64 minusInf64 = negated(infinity<Real64>());
 
 // The pieces of a result, log x = small + large; the element routine corrects the small one for a scaled argument.
 template <class V>
@@ -72,7 +73,7 @@ struct CommonConstants64 {
 };
 
 template <class Constants>
-inline constexpr Constants constants64;
+constexpr Constants constants64;
 
 // The table's entry of a number, as eight times its place, and the number's exponent.
 template <int N>
@@ -157,4 +158,5 @@ void log64(const Real64* src, Real64* dst, std::int32_t len, OktStatus& status) 
     logarithm<Real64, LogPlace64<8>>(src, dst, len, constants64<Constants>, logElement64<Constants>, status);
 }
 
+}  // namespace
 }  // namespace okt::logarithm

@@ -12,6 +12,7 @@
 #include "tables/power_pairs32.h"
 
 namespace okt::power {
+namespace {
 
 struct Constants32 {
     // ln(1 + r) = r + s2 r^2 + s3 r^3 on |r| <= 2^-9, relative error 2^-28.9; fitted, next to -1/2 and 1/3.
@@ -31,12 +32,12 @@ struct Constants32 {
     Pattern32 magnitude = 0x7FFFFFFF;
     Pattern32 scaleOfN = ~127u;  // the bits of k
 };
-inline constexpr Constants32 constants32;
+constexpr Constants32 constants32;
 
 // High word of the main path's bound on |y ln x|, about 87.334.
-inline constexpr std::uint32_t mainBoundHigh32 = 0x4055D55C;
+constexpr std::uint32_t mainBoundHigh32 = 0x4055D55C;
 // High word of 708.396: beyond it the result is zero or infinite.
-inline constexpr std::uint32_t elementBoundHigh32 = 0x4086232B;
+constexpr std::uint32_t elementBoundHigh32 = 0x4086232B;
 
 // ln x for x = 2^exponent (mc + difference), where offset leads to the table's entry for mc.
 template <int N>
@@ -169,4 +170,5 @@ inline Real32 generalPower(Real32 x, Real32 y, Real64 sign) {
     return static_cast<Real32>(opaque(w < 0 ? 0.0 : huge) * sign);
 }
 
+}  // namespace
 }  // namespace okt::power

@@ -12,6 +12,7 @@
 #include "lanes/pattern.h"
 
 namespace okt::power {
+namespace {
 
 struct Constants64 {
     Constant64 k = 0x1.715474p+0;  // log2 e to 28 bits
@@ -41,16 +42,16 @@ struct Constants64 {
     Pattern32 exponentBase = 0x3FE7FE00;  // makes e go up where the index reaches the middle of the table
     Pattern32 magnitude = 0x7FFFFFFF;
 };
-inline constexpr Constants64 constants64;
+constexpr Constants64 constants64;
 
 // The main path's bounds: of the exponent fields of log2 x and y together, which says |y log2 x| < 4096 and some, and
 // of n.
-inline constexpr std::uint32_t largestExponentSum = 0x80900000;
-inline constexpr std::int32_t lowestN = -964 * 128, highestN = 1023 * 128;  // both exclusive
+constexpr std::uint32_t largestExponentSum = 0x80900000;
+constexpr std::int32_t lowestN = -964 * 128, highestN = 1023 * 128;  // both exclusive
 
 // The bounds of the hot loop, within which it makes no difference to the bits which path an element takes.
-inline constexpr std::uint32_t hotExponentFirst = 0x00100000, hotExponentLast = 0x7F2FFFFF;  // 2^-1022 <= |y| < 2^1012
-inline constexpr std::uint32_t hotBoundHigh = 0x408E1000;                                    // |y log2 x| < 962
+constexpr std::uint32_t hotExponentFirst = 0x00100000, hotExponentLast = 0x7F2FFFFF;  // 2^-1022 <= |y| < 2^1012
+constexpr std::uint32_t hotBoundHigh = 0x408E1000;                                    // |y log2 x| < 962
 
 // The upper half of a significand: a number whose product with another such half is exact.
 template <int N>
@@ -284,4 +285,5 @@ inline Real64 mainPower(Real64 x, Real64 y) {
     return scaled(c, exp2Of(c, productHigh(c, halves, log.high), productLow(c, halves, log))).raw;
 }
 
+}  // namespace
 }  // namespace okt::power

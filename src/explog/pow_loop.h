@@ -7,6 +7,7 @@
 #include "frame/loops.h"
 
 namespace okt::power {
+namespace {
 
 // One element completely.
 template <class T>
@@ -91,4 +92,5 @@ void powLoop(const Real64* src, const Exponents& y, Real64* dst, std::int32_t le
     powElements(src, y, dst, end, len, status);
 }
 
+}  // namespace
 }  // namespace okt::power

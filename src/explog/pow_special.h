@@ -5,6 +5,7 @@
 #include "lanes/pattern.h"
 
 namespace okt::power {
+namespace {
 
 enum class ExponentClass { fractional, odd, even };  // infinite exponents and NaNs count as fractional
 
@@ -50,4 +51,5 @@ T specialPower(T x, T y, OktStatus& status) {
     return yNegative ? outsideDomain(sign | F::infinity) : asReal(sign);
 }
 
+}  // namespace
 }  // namespace okt::power

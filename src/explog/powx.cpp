@@ -1,5 +1,6 @@
 // x^y over an array of x with one y: the steps of Pow, and its errors. Squares are products.
 //
+// GCC: -fno-tree-ter (?)
 // GCC: -fschedule-insns -fsched-pressure --param=sched-pressure-algorithm=2 (?)
 #include "exports/Powx.h"
 #include "explog/pow_loop.h"

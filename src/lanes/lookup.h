@@ -299,6 +299,11 @@ template <std::size_t stride, int N>
 inline Pair<F64<N>> gatherPairsAt(const Real64* table, const InMemory<std::uint32_t, N>& offset) {
     return gathering::pairsAt<stride, N>(table, offset.lane);
 }
+// On one lane a call would cost more than the two loads.
+template <std::size_t stride>
+OKT_INLINE inline Pair<F64<1>> gatherPairsAt(const Real64* table, const InMemory<std::uint32_t, 1>& offset) {
+    return gathering::pairsAt<stride, 1>(table, offset.lane);
+}
 
 namespace gathering {
 

@@ -13,6 +13,7 @@
 #include "root/cbrt_tables.h"
 
 namespace okt::cubic {
+namespace {
 
 enum class Root { cbrt, invCbrt };
 
@@ -20,11 +21,11 @@ enum class Root { cbrt, invCbrt };
 // Real32.
 
 // m^(1/3) and m^(-1/3) on [1, 2], relative errors 2^-25.2 and 2^-25.4; minimax. Highest term first.
-inline constexpr Real64 cbrtPolynomial[] = {
+constexpr Real64 cbrtPolynomial[] = {
     0x1.a10607d4457d4p-10, -0x1.3ed90f77a7b1ep-6, 0x1.abd8e9d19e871p-4, -0x1.4b881fc1aeeb2p-2,
     0x1.4a3f9820694dcp-1,  -0x1.c7734539d8f25p-1, 0x1.0e47e0eae9fa1p+0, 0x1.b42648692af71p-2,
 };
-inline constexpr Real64 invCbrtPolynomial[] = {
+constexpr Real64 invCbrtPolynomial[] = {
     0x1.0a2ab3c7b388fp-8,  -0x1.c3bf3ea4a9829p-5, 0x1.5365a036decd4p-2,  -0x1.28ba6ac8d2726p+0, 0x1.4da6802f9b5a3p+1,
     -0x1.f77bd2a84c7a9p+1, 0x1.02f6503f2b5c3p+2,  -0x1.72244182a44c4p+1, 0x1.06875c4b4938fp+1,
 };
@@ -36,8 +37,8 @@ template <std::size_t terms, class V>
     return sum;
 }
 
-inline constexpr std::uint32_t exponentMask = 0x7F800000;
-inline constexpr std::uint32_t signMask = 0x80000000;
+constexpr std::uint32_t exponentMask = 0x7F800000;
+constexpr std::uint32_t signMask = 0x80000000;
 
 // The root of the normal number b, not scaled, and the power of two that scales it.
 template <int N>
@@ -66,7 +67,7 @@ Mask32<N> outOfRange(U32<N> magnitude) {  // neither normal nor finite
 }
 
 template <Root root, int N>
-[[gnu::always_inline]] inline F32<N> rootSteps(U32<N> x) {
+F32<N> rootSteps(U32<N> x) {
     const U32<N> sign = x & U32<N>(signMask);
     const auto [t, scale] = unscaledRoot<root>(x ^ sign);
     return t * asReal(scale | sign);
@@ -122,17 +123,17 @@ void root32(const Real32* src, Real32* dst, std::int32_t len, OktStatus& status)
 
 // ((1 + u)^(1/3) - 1)/u and ((1 + u)^(-1/3) - 1)/u on |u| <= 1/65, relative errors of the roots 2^-59.8 and 2^-57.6;
 // highest term first. The first is the Taylor series; so are the last two terms of the second, the others are fitted.
-inline constexpr Real64 cbrtSeries[] = {
+constexpr Real64 cbrtSeries[] = {
     -0x1.036de5c9cc8e7p-6, 0x1.3750ad588f115p-6, -0x1.8090d6221a247p-6, 0x1.ee7113506ac12p-6,
     -0x1.511e8d2b3183bp-5, 0x1.f9add3c0ca458p-5, -0x1.c71c71c71c71cp-4, 0x1.5555555555555p-2,
 };
-inline constexpr Real64 invCbrtSeries[] = {
+constexpr Real64 invCbrtSeries[] = {
     0x1.791d4f50a7b47p-4, -0x1.9b33ca7a65562p-4, 0x1.c67c9dd3d11bbp-4, -0x1.ff4c33f90ef5fp-4,
     0x1.26fabb85d0196p-3, -0x1.61f9add3c0ca3p-3, 0x1.c71c71c71c71cp-3, -0x1.5555555555555p-2,
 };
 
 template <Root root, int N>
-[[gnu::always_inline]] inline F64<N> rootSteps(F64<N> x) {
+F64<N> rootSteps(F64<N> x) {
     constexpr bool inverse = root == Root::invCbrt;
     const U64<N> bits = asBits(x);
     const U64<N> byteOffset = (bits >> 44) & U64<N>(0xF8);  // 8 i
@@ -191,4 +192,5 @@ void root64(const Real64* src, Real64* dst, std::int32_t len, OktStatus& status)
         });
 }
 
+}  // namespace
 }  // namespace okt::cubic

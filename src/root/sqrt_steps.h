@@ -24,11 +24,12 @@
 #include "lanes/seeds.h"
 
 namespace okt::square {
+namespace {
 
 // ---------------------------------------------------------------------------------------------------------------------
 // Real32.
 
-inline constexpr std::uint32_t splitMask32 = 0xFFFF8000;  // 9 significant bits
+constexpr std::uint32_t splitMask32 = 0xFFFF8000;  // 9 significant bits
 
 // (1 + e)^(-1/2) - 1 = -1/2 e + 3/8 e² - 5/16 e³ + ...
 template <int N>
@@ -55,9 +56,9 @@ Mask32<N> zeroLanes(U32<N> x) {
 // ---------------------------------------------------------------------------------------------------------------------
 // Real64.
 
-inline constexpr std::uint64_t splitMask64 = 0xFFFFFFFF00000000;  // 21 significant bits
-inline constexpr Real64 subnormalUp = 0x1p54;
-inline constexpr Real64 subnormalDown = 0x1p27;
+constexpr std::uint64_t splitMask64 = 0xFFFFFFFF00000000;  // 21 significant bits
+constexpr Real64 subnormalUp = 0x1p54;
+constexpr Real64 subnormalDown = 0x1p27;
 
 template <int N>
 [[gnu::always_inline]] inline F64<N> series(F64<N> e) {
@@ -151,4 +152,5 @@ void rootOf64(const Real64* src, Real64* dst, std::int32_t len, OktStatus& statu
         growPasses<16>(dst, src));
 }
 
+}  // namespace
 }  // namespace okt::square

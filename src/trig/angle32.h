@@ -10,9 +10,10 @@
 #include "lanes/seeds.h"
 
 namespace okt::angle {
+namespace {
 
 // The arctangent of 0, 1/2, 1, 2 and infinity in two parts, in the order of the regions.
-alignas(16) inline constexpr Real32 centreAngle[5][2] = {
+alignas(16) constexpr Real32 centreAngle[5][2] = {
     {0.0F, 0.0F},
     {0x1.dac67p-2F, 0x1.586edp-28F},
     {0x1.921fbp-1F, 0x1.5110bp-23F},
@@ -51,7 +52,7 @@ struct Constants32 {
     Pattern32 pi = 0x40490FE0;
     Pattern32 piTailFlipped = 0x35ABBBD3;
 };
-inline constexpr Constants32 constants32;
+constexpr Constants32 constants32;
 
 template <int N>
 inline bool inRange(const Constants32& k, F32<N> y, F32<N> x) {
@@ -110,4 +111,5 @@ template <int N>
     return ((A | sx) + pi1) | (y & U32<N>(k.signBit));
 }
 
+}  // namespace
 }  // namespace okt::angle

@@ -12,6 +12,7 @@
 #include "trig/atan_intervals.h"
 
 namespace okt::angle {
+namespace {
 
 struct Constants64 {
     Pattern64 magnitudeMask = 0x7FFFFFFFFFFFFFFF;
@@ -49,7 +50,7 @@ struct Constants64 {
     Pattern64 pi = 0x400921FB54442D18;
     Pattern64 piTailNegative = 0xBCA1A64000000000;  // fifteen bits, a little more than pi's rest
 };
-inline constexpr Constants64 constants64;
+constexpr Constants64 constants64;
 
 template <int N>
 inline bool inRange(const Constants64& k, F64<N> y, F64<N> x) {
@@ -114,4 +115,5 @@ template <int N>
     return ((A ^ sx) + pi1) | (y & U64<N>(k.signBit));
 }
 
+}  // namespace
 }  // namespace okt::angle

@@ -7,6 +7,7 @@
 #include "trig/angle_element.h"
 
 namespace okt::angle {
+namespace {
 
 constexpr std::int32_t blocksEndOf(Real64, std::int32_t len) { return len & ~15; }
 constexpr std::int32_t blocksEndOf(Real32, std::int32_t len) { return len & ~11; }  // bit 2 stays, bit 3 goes
@@ -35,4 +36,5 @@ void angles(const Load& load, T* dst, std::int32_t len) {
     redoBlockTryTail<block, 4 * block>(len, blocksEndOf(T{}, len), tryLanes, element);
 }
 
+}  // namespace
 }  // namespace okt::angle
