@@ -7,8 +7,7 @@
 //           subnormals are given as zero, below -103.27893829345703
 //   Real64  0.5265 ulp at -0x1.ee85d2881e58p-5; subnormal results 0.7563 ulp
 //
-// GCC: -fno-tree-ter (?)
-// GCC: -fschedule-insns -fsched-pressure --param=sched-pressure-algorithm=2 (?)
+// GCC: -fschedule-insns -fsched-pressure (?)
 #include "exports/Exp.h"
 #include "explog/exp_tables.h"
 #include "frame/loops.h"

@@ -15,10 +15,15 @@ import pathlib
 import re
 import shlex
 import subprocess
+import sys
 import tempfile
 
 ROOT = pathlib.Path(__file__).resolve().parents[2]
-CHOICE = re.compile(r"^// GCC: (?P<options>.*) \((?P<gain>[^)]*)\)$", re.MULTILINE)
+sys.path.insert(0, str(ROOT / "tests"))
+import at_level  # noqa: E402
+
+LEVEL = {None: "base", "256": "v3", "512": "v4"}
+CHOICE = re.compile(r"^// GCC(?: at (?P<bits>\d+) bits)?: (?P<options>.*) \((?P<gain>[^)]*)\)$", re.MULTILINE)
 EXPORT = re.compile(r"^OKT_EXPORT(?:_GRADES)?\((\w+),", re.MULTILINE)
 
 
@@ -35,12 +40,17 @@ def without(command, options):
 
 
 class Build:
-    def __init__(self, directory):
+    """The library of one level in a build directory."""
+
+    def __init__(self, directory, level):
         self.directory = pathlib.Path(directory).resolve()
+        objects = "okt_objects" if level == "base" else f"okt_objects_{level}"
+        folder = "" if level == "base" else f"glibc-hwcaps/x86-64-{level}/"
         commands = json.loads((self.directory / "compile_commands.json").read_text())
-        self.compile = {pathlib.Path(c["file"]): shlex.split(c["command"]) for c in commands if "okt_objects" in c["output"]}
-        self.library = self.directory / "liboktvmmx.so"
-        link = output(["ninja", "-t", "commands", "-s", "liboktvmmx.so.6.1"], self.directory).strip()
+        self.compile = {pathlib.Path(c["file"]): shlex.split(c["command"]) for c in commands
+                        if f"/{objects}.dir/" in c["command"]}
+        self.library = self.directory / folder / "liboktvmmx.so"
+        link = output(["ninja", "-t", "commands", "-s", f"{folder}liboktvmmx.so.6.1"], self.directory).strip()
         link = link.removeprefix(": && ").removesuffix(" && :")
         self.link = shlex.split(link)
 
@@ -73,18 +83,23 @@ def main():
     parser.add_argument("--rounds", type=int, default=200)
     parser.add_argument("--write", action="store_true", help="renew the numbers at the heads")
     arguments = parser.parse_args()
-    build = Build(arguments.build)
-    for source in sorted(build.compile):
+    builds = {}
+    for source in sorted(Build(arguments.build, "base").compile):
         if arguments.source and source not in [path.resolve() for path in arguments.source]:
             continue
         text = source.read_text()
         families = sorted(set(EXPORT.findall(text)))
         for choice in CHOICE.finditer(text):
+            level = LEVEL[choice["bits"]]
+            if lacking := at_level.missing(level):
+                print(f"skipped {source.relative_to(ROOT)}: this processor has no {', '.join(sorted(lacking))}")
+                continue
+            build = builds.setdefault(level, Build(arguments.build, level))
             with tempfile.TemporaryDirectory() as scratch:
                 other = build.relinked(source, shlex.split(choice["options"]), pathlib.Path(scratch))
                 gain = build.gain(families, other, arguments.rounds)
             print(f"{gain:.2f}  {source.relative_to(ROOT)}  {choice['options']}", flush=True)
-            text = text.replace(choice[0], f"// GCC: {choice['options']} ({gain:.2f})")
+            text = text.replace(choice[0], choice[0].replace(f"({choice['gain']})", f"({gain:.2f})"))
         if arguments.write:
             source.write_text(text)
 
