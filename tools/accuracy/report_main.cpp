@@ -146,7 +146,10 @@ int main(int argc, char** argv) {
             "of whole blocks in a long array, the element path that of a single element; in many routines they "
             "differ.\n"
             "The bounds stand in `src/*/*.toml` and are held by the tests. Written by "
-            "`okt_accuracy_report`.\n",
+            "`okt_accuracy_report`.\n\n"
+            "Some functions start from the processor's approximate reciprocals, as their texts in the header say. "
+            "Their\n"
+            "errors here are those of one processor; their bounds hold for every one.\n",
             count);
         int beyond = 0;
         for (const auto& [family, routines] : byFamily) {
@@ -170,6 +173,10 @@ int main(int argc, char** argv) {
                         for (int k = 0; k < m.parts; ++k)
                             bound = std::max(bound, (*row->bound->of(m.path))[static_cast<std::size_t>(k)]);
                     }
+                    if (const auto& shortSeeds = row->bound->shortSeeds)
+                        reasons += fmt::format(
+                            "\n{}: {} ulp where approximate reciprocals have at most 13 significant bits.\n",
+                            row->bound->name, (*shortSeeds)[0]);
                     if (!row->bound->reason.empty())
                         reasons += fmt::format("\n{}: {}\n", row->bound->name, row->bound->reason);
                 }
