@@ -7,7 +7,7 @@
 // to give the same bits and flags, the processor's root instruction takes the place of the multiplicative root.
 // Largest errors seen: Complex32 0.5000 ulp (correctly rounded in every sample), Complex64 0.5005 ulp.
 //
-// GCC: -fno-tree-slp-vectorize (?)
+// GCC: -fno-tree-slp-vectorize (0.95)
 #include "exports/Abs.h"
 #include "arith/complex_parts.h"
 #include "arith/elementwise.h"

@@ -9,7 +9,7 @@
 // modulus. Complex32 in Real64; Complex64 in Real80 with compensated numerators. A zero divisor takes the course of the
 // IEEE operations; there is no status.
 //
-// GCC: -fno-tree-slp-vectorize (?)
+// GCC: -fno-tree-slp-vectorize (1.00)
 #include "exports/Div.h"
 #include "arith/complex_parts.h"
 #include "frame/loops.h"

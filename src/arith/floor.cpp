@@ -1,6 +1,6 @@
 // The greatest integer not above an element.
 //
-// GCC: -fschedule-insns -fsched-pressure (?)
+// GCC: -fschedule-insns -fsched-pressure (0.99)
 #include "exports/Floor.h"
 #include "arith/round_towards.h"
 

@@ -2,7 +2,7 @@
 // Real64, each part rounded once. Complex64: exact products and compensated sums in Real80, each part rounded
 // once, so that a part that cancels keeps all its bits; where plain sums are seen to come to the same, these.
 //
-// GCC: -fno-tree-slp-vectorize (?)
+// GCC: -fno-tree-slp-vectorize (0.98)
 #include "exports/Mul.h"
 #include "arith/complex_parts.h"
 #include "arith/elementwise.h"

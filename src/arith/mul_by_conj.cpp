@@ -1,6 +1,6 @@
 // The first source times the conjugate of the second, by the same arithmetic as the complex product.
 //
-// GCC: -fno-tree-slp-vectorize (?)
+// GCC: -fno-tree-slp-vectorize (0.95)
 #include "arith/complex_parts.h"
 #include "exports/MulByConj.h"
 

@@ -1,6 +1,6 @@
 // Integers by the rounding mode in force; see round_by_mode.h.
 //
-// GCC: -fschedule-insns -fsched-pressure (?)
+// GCC: -fschedule-insns -fsched-pressure (0.98)
 #include "exports/Rint.h"
 #include "arith/round_by_mode.h"
 

@@ -2,7 +2,7 @@
 // the pattern, which carries into the integer part (and by itself into the exponent). A signalling NaN sets invalid on
 // Real64; no other flag is raised.
 //
-// GCC: -fschedule-insns -fsched-pressure (?)
+// GCC: -fschedule-insns -fsched-pressure (0.94)
 #include "exports/Round.h"
 #include "arith/integral_parts.h"
 #include "frame/vector_loop.h"

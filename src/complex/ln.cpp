@@ -21,7 +21,7 @@
 //   Complex64  0.5018 at (0x1.e4016c940dd0dp-1, -0x1.7a5b3270bf60ep-2), 0.5215 at (0x1.e8b6b0012d14ep+0,
 //              -0x1.a2a53fd964754p-1)
 //
-// GCC: -fschedule-insns -fsched-pressure (?)
+// GCC: -fschedule-insns -fsched-pressure (0.98)
 #include "exports/Ln.h"
 #include "complex/ln_packed32_a11.h"
 #include "complex/ln_packed32_a21.h"

@@ -12,7 +12,7 @@
 //   Complex64  0.5004 at (-0x1.6a3d0b9273289p+987, 0x1.ab7a6d01eee44p-201), 0.5007 at (0x1.05feafcd5127ap+0,
 //              0x1.c3cec9d5617d2p-28)
 //
-// GCC: -fschedule-insns -fsched-pressure --param=sched-pressure-algorithm=2 (?)
+// GCC: -fschedule-insns -fsched-pressure --param=sched-pressure-algorithm=2 (1.03)
 #include "exports/Sqrt.h"
 #include "complex/block_loop.h"
 #include "complex/element_loop.h"

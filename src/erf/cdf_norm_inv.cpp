@@ -4,7 +4,7 @@
 //
 // Largest errors seen: 0.5001 ulp on Real32 and on Real64.
 //
-// GCC: -fschedule-insns -fsched-pressure (?)
+// GCC: -fschedule-insns -fsched-pressure (0.97)
 #include "erf/normal_quantile.h"
 #include "exports/CdfNormInv.h"
 

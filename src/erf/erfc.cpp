@@ -12,7 +12,7 @@
 //   Real32  0.5263 ulp at 0x1.19f382p+2
 //   Real64  0.561 ulp at 0x1.f5b9296736935p-3; 0.749 ulp in [26.5, 26.54], 0.999 ulp in the subnormal results
 //
-// GCC: -fschedule-insns -fsched-pressure (?)
+// GCC: -fschedule-insns -fsched-pressure (0.85)
 #include "exports/Erfc.h"
 #include "erf/erf_tables.h"
 #include "erf/split_step.h"

@@ -7,7 +7,7 @@
 //           subnormals are given as zero, below -103.27893829345703
 //   Real64  0.5265 ulp at -0x1.ee85d2881e58p-5; subnormal results 0.7563 ulp
 //
-// GCC: -fschedule-insns -fsched-pressure (?)
+// GCC: -fschedule-insns -fsched-pressure (1.00)
 #include "exports/Exp.h"
 #include "explog/exp_tables.h"
 #include "frame/loops.h"

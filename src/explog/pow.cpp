@@ -7,8 +7,8 @@
 //           0x1.001e442cd17e3p+0 ^ -0x1.3271b26bf5aaap+20; 0.99997 ulp next below 2^-1070, at
 //           0x1.85e091726b8p+285 ^ -0x1.dfd81b1d3e59dp+1
 //
-// GCC: -fno-tree-ter (?)
-// GCC: -fschedule-insns -fsched-pressure --param=sched-pressure-algorithm=2 (?)
+// GCC: -fno-tree-ter (1.00)
+// GCC: -fschedule-insns -fsched-pressure --param=sched-pressure-algorithm=2 (0.98)
 #include "exports/Pow.h"
 #include "explog/pow_loop.h"
 

@@ -4,7 +4,7 @@
 //
 // Largest errors seen: 0.5000 ulp (32f), 0.5062 at 0x3FF70C98E29A08AF (64f; subnormal results 0.75).
 //
-// GCC: -fschedule-insns -fsched-pressure --param=sched-pressure-algorithm=2 (?)
+// GCC: -fschedule-insns -fsched-pressure --param=sched-pressure-algorithm=2 (0.97)
 #include "exports/Pow3o2.h"
 #include "frame/loops.h"
 #include "frame/status_flag.h"

@@ -1,7 +1,7 @@
 // The angle of a complex number: the steps of Atan2 on its parts, and its errors.
 //
-// GCC: -fschedule-insns -fsched-pressure (?)
-// GCC: -frename-registers (?)
+// GCC: -fschedule-insns -fsched-pressure (0.98)
+// GCC: -frename-registers (1.00)
 #include "exports/Arg.h"
 #include "lanes/seeds.h"
 #include "trig/angle_loop.h"

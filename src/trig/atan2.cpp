@@ -10,8 +10,8 @@
 // 0x1.27361635ec843p-1, x = 0x1.547bbc509c24dp+0 (Real64); element path 0.5156 at y = 0x1.29cb140f45613p-3, x =
 // 0x1.339fe2c7d4af3p+0.
 //
-// GCC: -fschedule-insns -fsched-pressure (?)
-// GCC: -frename-registers (?)
+// GCC: -fschedule-insns -fsched-pressure (0.98)
+// GCC: -frename-registers (1.00)
 #include "exports/Atan2.h"
 #include "lanes/seeds.h"
 #include "trig/angle_loop.h"

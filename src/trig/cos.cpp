@@ -5,7 +5,7 @@
 //   Real64  0.5123 ulp at -0x1.1faef02918cdp+0 for |x| < 10, 0.5144 ulp at 0x1.195688af4bbdap+16 below 90112; element
 //           path 0.5263 ulp between 90112 and 2^17
 //
-// GCC: -fno-tree-ter (?)
+// GCC: -fno-tree-ter (0.99)
 #include "exports/Cos.h"
 #include "lanes/pattern.h"
 #include "trig/sine_loops.h"

@@ -5,7 +5,7 @@
 //   Real64  0.5095 ulp at -0x1.cad4ad98cfab4p+1 for |x| < 10, 0.5160 ulp at -0x1.4b9f4dfe30c2ap+16 below 90112; element
 //           path 0.5300 ulp between 90112 and 2^17
 //
-// GCC: -fno-tree-ter (?)
+// GCC: -fno-tree-ter (1.00)
 #include "exports/Sin.h"
 #include "lanes/pattern.h"
 #include "trig/sine_loops.h"

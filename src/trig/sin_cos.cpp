@@ -9,7 +9,7 @@
 //   Real32  sine 0.5626 ulp at -0x1.6d45f6p+10, cosine 0.5619 ulp at -0x1.1e714ep+11
 //   Real64  sine 0.5408 ulp at -0x1.4ebd3f71b0494p+16, cosine 0.5370 ulp at 0x1.8bbdd0f0f84bp+0
 //
-// GCC: -fno-tree-ter (?)
+// GCC: -fno-tree-ter (0.99)
 #include "exports/SinCos.h"
 #include "frame/loops.h"
 #include "lanes/constant.h"

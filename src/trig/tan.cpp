@@ -10,8 +10,8 @@
 //   Real32  0.9356 ulp at 0x1.f044b6p+1; element path 0.5000 ulp
 //   Real64  1.0357 ulp; 1.0329 ulp at 0x1.75001f024518ep+13
 //
-// GCC: -fno-tree-ter (?)
-// GCC: -fschedule-insns -fsched-pressure (?)
+// GCC: -fno-tree-ter (1.01)
+// GCC: -fschedule-insns -fsched-pressure (0.99)
 #include "exports/Tan.h"
 #include "frame/loops.h"
 #include "frame/status_flag.h"
