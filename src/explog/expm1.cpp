@@ -11,7 +11,7 @@
 //   Real32  0.5001 ulp
 //   Real64  0.5048 ulp; 1.933 ulp above 40.2, where the parts are summed without compensation
 //
-// GCC: -fschedule-insns -fsched-pressure (1.12)
+// GCC: -fschedule-insns -fsched-pressure (0.92)
 #include "exports/Expm1.h"
 #include "explog/expm1_tables.h"
 #include "explog/packed_element_loop.h"

@@ -80,7 +80,7 @@ def main():
     parser = argparse.ArgumentParser(description=__doc__, formatter_class=argparse.RawDescriptionHelpFormatter)
     parser.add_argument("build", help="build directory of the preset dev, up to date")
     parser.add_argument("--source", action="append", type=pathlib.Path, help="these kernels alone")
-    parser.add_argument("--rounds", type=int, default=200)
+    parser.add_argument("--rounds", type=int, default=500)
     parser.add_argument("--write", action="store_true", help="renew the numbers at the heads")
     arguments = parser.parse_args()
     builds = {}
