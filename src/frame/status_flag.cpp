@@ -1,5 +1,6 @@
 #include "frame/status_flag.h"
 
+#include "lanes/opaque.h"
 #include "lanes/pattern.h"
 
 namespace okt {

@@ -37,6 +37,17 @@ inline Mask32<N> outside(U32<N> a, std::uint32_t first, std::uint32_t last) {
     return greaterSigned(a + U32<N>(lowest - first), U32<N>(lowest + (last - first)));
 }
 
+// The value itself. In registers of several lanes, arithmetic of which a lane's part is void still raises its flags; of
+// a single lane a compiler may leave it out. Held to it, the elements of the tail raise what those of blocks do.
+template <class T>
+inline Vec<T, 1> withFlags(Vec<T, 1> v) {
+    return opaque(v.raw);
+}
+template <class T, int N>
+inline Vec<T, N> withFlags(Vec<T, N> v) {
+    return v;
+}
+
 // The value itself. All its registers are made before anything that uses the result: the compiler,
 // which would rather work long chains one after the other, is held to working them side by side.
 template <class V>

@@ -18,7 +18,15 @@
 //   any_width.h        what is made of these
 //
 // Beside them: lookup.h, tables by an integer in each lane; seeds.h, approximate reciprocals; ordered.h, sums and
-// products whose operands keep their order; constant.h, constants in memory.
+// products whose operands keep their order; constant.h, constants in memory; opaque.h, what the compiler is kept from
+// knowing; pattern.h, classes and signs of single elements.
+//
+// Names of conversions, by what stays as it is:
+//
+//   as...              the pattern: asBits, asReal; asWords and asLongs, the same register in other lanes
+//   to...              the number: toReal64 and toReal32 of signed integers, toUnsigned of integral Real64
+//   widen, narrow      the number or truth value, in lanes of the double or half size: Real32, Real64, masks
+//   pack...            a half of each 64-bit lane, as 32-bit lanes side by side: packLowWords, packHighWords
 #pragma once
 
 #include "lanes/any_width.h"

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "lanes/bits.h"
+#include "lanes/opaque.h"
 
 #include <cstdint>
 

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "lanes/bits.h"
+#include "lanes/opaque.h"
 
 // The registers that the compiler may use beside those of 128 bits, which every processor has.
 #if defined(__AVX2__)

@@ -17,7 +17,7 @@
 #pragma once
 
 #include "frame/loops.h"
-#include "lanes/opaque.h"
+#include "lanes/lanes.h"
 #include "lanes/ordered.h"
 #include "lanes/pattern.h"
 #include "lanes/rsqrt_seed64.h"

@@ -4,7 +4,7 @@
 #pragma once
 
 #include "lanes/constant.h"
-#include "lanes/opaque.h"
+#include "lanes/lanes.h"
 #include "lanes/pattern.h"
 #include "lanes/rsqrt_seed64.h"
 #include "oktvm_types.h"

@@ -1,4 +1,5 @@
 // Classes, signs and exponents of single elements, against <cmath>, and quiet about it.
+#include "lanes/opaque.h"
 #include "lanes/pattern.h"
 
 #include "support/control_state.h"

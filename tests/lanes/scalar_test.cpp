@@ -4,11 +4,13 @@
 #include "lanes/opaque.h"
 #include "lanes/pattern.h"
 #include "lanes/real80.h"
+#include "lanes/types.h"
 #include "support/control_state.h"
 #include "support/inputs.h"
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cmath>
 #include <limits>
 

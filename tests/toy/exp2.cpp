@@ -1,6 +1,7 @@
 // 2 to the power x = 2^n 2^r, n = round(x), r = x - n without an error, and 2^r by the series of e^(r ln 2) in Real64:
 // the terms left out are below 2^-57. Real32 is rounded once from Real64. Largest errors seen: LARGEST
 #include "exports/Exp2.h"
+#include "lanes/opaque.h"
 #include "lanes/pattern.h"
 
 namespace okt {
