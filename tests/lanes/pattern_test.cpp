@@ -1,6 +1,6 @@
 // Classes, signs and exponents of single elements, against <cmath>, and quiet about it.
-#include "lanes/opaque.h"
 #include "lanes/pattern.h"
+#include "lanes/opaque.h"
 
 #include "support/control_state.h"
 #include "support/inputs.h"
