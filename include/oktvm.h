@@ -19,13 +19,37 @@
  * some. What a function's text says of flags holds for a caller with the settings that threads start with. Beyond that,
  * steps on the way to a result may raise inexact, underflow and denormal. There are three kinds of functions:
  *
- * - Acos, Asin, Atan, Atan2, Cbrt, Cos, Erf, Erfc, Exp, InvCbrt, InvSqrt, Ln, Log10, Pow, Powx, Sin, SinCos, Sqrt, Tan,
- *   Tanh on 32f and 64f; Arg on 32fc and 64fc; Atanh on 32f; Cosh, Sinh on 64f: these compute under round to nearest,
- *   without flush-to-zero and denormals-are-zero. Where the caller's MXCSR has another setting, it is changed for the
- *   call and then put back as it was, flags included, so that those the call raised are gone. Where it has none, MXCSR
- *   is not written, and the flags stay.
- * - Cosh, Sinh on 32f; Ln on 32fc (A11) and 32fc (A24) and 64fc: the same, but for the caller's denormals-are-zero,
- *   which stays in force and alone makes no flag disappear.
+ * - These compute under round to nearest, without flush-to-zero and denormals-are-zero. Where the caller's MXCSR has
+ *   another setting, it is changed for the call and then put back as it was, flags included, so that those the call
+ *   raised are gone. Where it has none, MXCSR is not written, and the flags stay.
+ *   - Acos on 32f, 64f
+ *   - Arg on 32fc, 64fc
+ *   - Asin on 32f, 64f
+ *   - Atan on 32f, 64f
+ *   - Atan2 on 32f, 64f
+ *   - Atanh on 32f
+ *   - Cbrt on 32f, 64f
+ *   - Cos on 32f, 64f
+ *   - Cosh on 64f
+ *   - Erf on 32f, 64f
+ *   - Erfc on 32f, 64f
+ *   - Exp on 32f, 64f
+ *   - InvCbrt on 32f, 64f
+ *   - InvSqrt on 32f, 64f
+ *   - Ln on 32f, 64f
+ *   - Log10 on 32f, 64f
+ *   - Pow on 32f, 64f
+ *   - Powx on 32f, 64f
+ *   - Sin on 32f, 64f
+ *   - SinCos on 32f, 64f
+ *   - Sinh on 64f
+ *   - Sqrt on 32f, 64f
+ *   - Tan on 32f, 64f
+ *   - Tanh on 32f, 64f
+ * - These do the same, but for the caller's denormals-are-zero, which stays in force and alone makes no flag disappear.
+ *   - Cosh on 32f
+ *   - Ln on 32fc (A11), 32fc (A24), 64fc
+ *   - Sinh on 32f
  * - All others leave MXCSR alone: its settings act on their arithmetic, and the flags that they raise stay.
  *
  * Where a text speaks of extended precision, flags are raised in the x87 status word, too, and stay there. Exceptions

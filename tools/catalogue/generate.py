@@ -134,31 +134,16 @@ def doxygen(family):
 
 
 def routines_in(families, frame):
-    """The routines of a frame in words, families with the same types together: "Acos, Asin on 32f and 64f; Arg on ..."."""
-    types = {}  # of a family, with the grades where a type has several routines
+    """The routines of a frame, a line each family: "Ln on 32fc (A11), 32fc (A24), 64fc"."""
+    lines = []
     for family in families:
+        types = []
         for routine in (r for r in family["rows"] if r.frame == frame):
             alone = sum(r.type == routine.type for r in family["rows"]) == 1
-            text = routine.type if alone else f"{routine.type} ({' '.join(routine.grades)})"
-            types.setdefault(family["name"], []).append(text)
-    together = {}
-    for name, texts in types.items():
-        together.setdefault(" and ".join(texts), []).append(name)
-    return "; ".join(f"{', '.join(names)} on {texts}" for texts, names in together.items())
-
-
-def frames_text(families):
-    """What the frames that change MXCSR do, as items of the header's first comment."""
-    items = [
-        f"{routines_in(families, 'mxcsr')}: these compute under round to nearest, without flush-to-zero and "
-        "denormals-are-zero. Where the caller's MXCSR has another setting, it is changed for the call and then put back as "
-        "it was, flags included, so that those the call raised are gone. Where it has none, MXCSR is not written, and the "
-        "flags stay.",
-        f"{routines_in(families, 'double-guard')}: the same, but for the caller's denormals-are-zero, which stays in force "
-        "and alone makes no flag disappear.",
-    ]
-    return "\n".join(textwrap.fill(item, COLUMNS, initial_indent=" * - ", subsequent_indent=" *   ",
-                                   break_on_hyphens=False) for item in items)
+            types.append(routine.type if alone else f"{routine.type} ({' '.join(routine.grades)})")
+        if types:
+            lines.append(f" *   - {family['name']} on {', '.join(types)}")
+    return lines
 
 
 def header(families):
@@ -177,7 +162,9 @@ def header(families):
                     body.append(f"OKT_API OktStatus {name}({arguments});")
             body.append("")
         body += ["/** @} */", ""]
-    text = TEMPLATE.read_text().replace("@FRAMES@", frames_text(families))
+    text = TEMPLATE.read_text()
+    for frame, place in (("mxcsr", "@MXCSR@"), ("double-guard", "@DOUBLE_GUARD@")):
+        text = text.replace(place, "\n".join(routines_in(families, frame)))
     return text.replace("@FUNCTIONS@", "\n".join(body).rstrip())
 
 
