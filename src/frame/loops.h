@@ -50,14 +50,15 @@ inline bool growPasses(const T* dst, const Source*... src) {
     return registerBytes != 16 && !(smearsForward(src, dst, std::size_t{timesWider<AtOnce>}) || ...);
 }
 
+// The number of lanes that a loop asks for, as an argument.
+template <int N>
+inline constexpr std::integral_constant<int, N> lanes{};
+
 // Redo block whose tail tries the main path, too: a block that fails its range test goes through `element(i)` element
 // by element, in order; the elements behind the blocks take the main path's steps one at a time, each with its own
 // range test. `tryLanes(lanes<N>, i)` works the elements i to i + N - 1 and returns false, having stored nothing, when
 // one of them is out of range. Blocks begin while `i < blocksEnd`. Several blocks that pass together are worked side by
 // side, AtOnce elements in all or else one of the Fewer, which changes nothing but the time.
-template <int N>
-inline constexpr std::integral_constant<int, N> lanes{};
-
 //
 // Where registers are wider than 128 bits, as many times more elements go side by side if `longPasses` says that the
 // arrays let them: growPasses<AtOnce>(dst, src...).
